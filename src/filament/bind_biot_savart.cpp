@@ -1,0 +1,7 @@
+#include "module/binders.hpp"
+
+namespace vkm {
+
+void bind_biot_savart(py::module_&) {}
+
+}  // namespace vkm

@@ -1,0 +1,7 @@
+#include "module/binders.hpp"
+
+namespace vkm {
+
+void bind_curl3d(py::module_&) {}
+
+}  // namespace vkm

@@ -1,0 +1,7 @@
+#include "module/binders.hpp"
+
+namespace vkm {
+
+void bind_field_grids(py::module_&) {}
+
+}  // namespace vkm

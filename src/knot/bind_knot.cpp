@@ -1,0 +1,17 @@
+#include "knot/knot_registrars.hpp"
+#include "module/binders.hpp"
+
+namespace vkm {
+
+void bind_knot(py::module_& m) {
+  // Types first: signatures of later registrars name them.
+  register_fourier_series(m);
+  register_ideal_database(m);
+  register_catalogue(m);
+  register_curve_descriptors(m);
+  register_topology_measures(m);
+  register_fourier_helicity(m);
+  register_vortex_knot_system(m);
+}
+
+}  // namespace vkm

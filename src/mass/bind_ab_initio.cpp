@@ -1,0 +1,7 @@
+#include "module/binders.hpp"
+
+namespace vkm {
+
+void bind_ab_initio(py::module_&) {}
+
+}  // namespace vkm

@@ -1,0 +1,22 @@
+#pragma once
+
+/// The binders, one function each, beside the code that they bind. The order of the calls is in module.cpp.
+
+#include "module/border.hpp"
+
+namespace vkm {
+
+void bind_ab_initio(py::module_& m);
+void bind_canonical_constants(py::module_& m);
+void bind_master_equation(py::module_& m);
+void bind_tension_scales(py::module_& m);
+void bind_biot_savart(py::module_& m);
+void bind_fluid_dynamics(py::module_& m);
+void bind_field_grids(py::module_& m);
+void bind_curl3d(py::module_& m);
+void bind_knot(py::module_& m);
+void bind_frenet_helicity(py::module_& m);
+void bind_time_evolution(py::module_& m);
+void bind_filament_dynamics(py::module_& m);
+
+}  // namespace vkm

@@ -1,0 +1,47 @@
+#include "module/border.hpp"
+
+namespace vkm {
+
+std::vector<Vec3> points_from(const DoubleArray& array, const char* text) {
+  if (array.ndim() != 2 || array.shape(1) != 3) throw std::invalid_argument(text);
+  const auto view = array.unchecked<2>();
+  std::vector<Vec3> points(static_cast<std::size_t>(view.shape(0)));
+  for (py::ssize_t i = 0; i < view.shape(0); ++i) {
+    points[static_cast<std::size_t>(i)] = {view(i, 0), view(i, 1), view(i, 2)};
+  }
+  return points;
+}
+
+std::vector<double> values_from(const DoubleArray& array, const char* text) {
+  if (array.ndim() != 1) throw std::invalid_argument(text);
+  const auto view = array.unchecked<1>();
+  std::vector<double> values(static_cast<std::size_t>(view.shape(0)));
+  for (py::ssize_t i = 0; i < view.shape(0); ++i) values[static_cast<std::size_t>(i)] = view(i);
+  return values;
+}
+
+py::array_t<double> array_from(std::span<const Vec3> points) {
+  py::array_t<double> array({static_cast<py::ssize_t>(points.size()), py::ssize_t{3}});
+  double* out = array.mutable_data();
+  for (const Vec3& point : points) {
+    for (const double coordinate : point) *out++ = coordinate;
+  }
+  return array;
+}
+
+py::array_t<double> array_from(std::vector<double>&& values) {
+  auto owner = std::make_unique<std::vector<double>>(std::move(values));
+  const auto count = static_cast<py::ssize_t>(owner->size());
+  double* data = owner->data();
+  py::capsule capsule(owner.get(), [](void* memory) { delete static_cast<std::vector<double>*>(memory); });
+  owner.release();
+  return py::array_t<double>(count, data, capsule);
+}
+
+Poll python_poll() {
+  return [] {
+    if (PyErr_CheckSignals() != 0) throw py::error_already_set();
+  };
+}
+
+}  // namespace vkm

@@ -1,0 +1,83 @@
+// The extension's entry, and the index of its interface: the ordered table of binders.
+
+#include "module/binders.hpp"
+#include "module/list_bindings.hpp"
+
+namespace vkm {
+
+namespace {
+
+struct Binder {
+  const char* name;
+  void (*bind)(py::module_&);
+};
+
+/// Stands in the table for a binder of which nothing exists yet.
+void pending(py::module_&) {}
+
+// The order is behaviour: signatures and defaults of a later binder name types of an earlier one, and overloads of
+// one name are tried in the order of registration.
+constexpr Binder binders[] = {
+    {"ab_initio", bind_ab_initio},
+    {"canonical_constants", bind_canonical_constants},
+    {"master_equation", bind_master_equation},
+    {"chronos_kelvin", pending},
+    {"tension_scales", bind_tension_scales},
+    {"delay_mode", pending},
+    {"atomic_bridge", pending},
+    {"spectroscopic_gap", pending},
+    {"clock_field", pending},
+    {"biot_savart", bind_biot_savart},
+    {"fluid_dynamics", bind_fluid_dynamics},
+    {"field_grids", bind_field_grids},
+    {"curl3d", bind_curl3d},
+    {"knot", bind_knot},
+    {"frenet_helicity", bind_frenet_helicity},
+    {"magnus_bernoulli", pending},
+    {"multisector", pending},
+    {"gravitational_potential", pending},
+    {"hyperbolic_volume", pending},
+    {"radiation_force", pending},
+    {"swirl_field", pending},
+    {"thermo", pending},
+    {"time_evolution", bind_time_evolution},
+    {"flow_closures", pending},
+    {"vorticity_tools", pending},
+    {"vkm_gravity", pending},
+    {"vkm_mass", pending},
+    {"workbench", pending},
+    {"spectral_operator", pending},
+    {"resolved_tube", pending},
+    {"filament_dynamics", bind_filament_dynamics},
+    {"geometry_certificate", pending},
+    {"gate_certificates", pending},
+    {"operational_spacetime", pending},
+    {"qss_spectroscopy", pending},
+    {"pipeline_provenance", pending},
+    {"core_torsion", pending},
+    {"kam_diagnostics", pending},
+    {"value_origin", pending},
+    {"evidence_report", pending},
+    {"action_phase", pending},
+    {"density_ontology", pending},
+    {"rotor_participation", pending},
+    {"scaling_audit", pending},
+    {"worldsheet_guards", pending},
+    {"ideal_knot_regime", pending},
+    {"transverse_projector", pending},
+    {"spectro_response", pending},
+    {"maxwell_kinetic", pending},
+    {"mechanical_falsifier", pending},
+    {"swirl_tonic", pending},
+};
+static_assert(std::size(binders) == 51);
+
+}  // namespace
+
+}  // namespace vkm
+
+PYBIND11_MODULE(_native, m) {
+  m.doc() = "VKMcore Bindings";
+  for (const auto& binder : vkm::binders) binder.bind(m);
+  vkm::bind_list_bindings(m);
+}
