@@ -4,8 +4,13 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
+# CPython 3.10 with what an extension needs: pip's bootstrap, venv and the C headers.
 is_310() {
-  [ "$("$1" -c 'import sys, ensurepip, venv; print(sys.implementation.name, *sys.version_info[:2])' 2>/dev/null)" = "cpython 3 10" ]
+  "$1" - <<'PYTHON' >/dev/null 2>&1
+import ensurepip, os, sys, sysconfig, venv
+assert (sys.implementation.name, *sys.version_info[:2]) == ("cpython", 3, 10)
+assert os.path.exists(os.path.join(sysconfig.get_path("include"), "Python.h"))
+PYTHON
 }
 
 # A command that exists may still not run: pyenv's shims answer for versions that are not switched on.
@@ -25,7 +30,8 @@ find_python() {
   local python
   for python in python3 python; do
     if command -v "$python" >/dev/null 2>&1 && bring_uv "$python"; then
-      python_from_uv .tools/bin/uv && return
+      python_from_uv .tools/bin/uv
+      return
     fi
   done
   return 1
