@@ -17,7 +17,9 @@ A pattern search over c and d minimises the ropelength L / D, where L is the len
 twice the least radius of curvature and the least distance of points that are at least pi D / 2 apart along the curve.
 (Under that curvature bound points nearer along the curve than that are no doubly-critical pair; points at that
 distance are at least D apart.) The curve is scaled to D = 1. The L and D of the block are measured on the printed
-coefficients.
+coefficients with the library's own descriptors. They are what these curves have, not the least known for their knots.
+
+Needs the built module `_native` on the path:
 
     python tools/make_ideal_blocks.py           prints both blocks
     python tools/make_ideal_blocks.py --write   replaces them in resources/ideal/ideal.txt
@@ -27,6 +29,7 @@ import argparse
 import re
 from pathlib import Path
 
+import _native
 import numpy as np
 
 KNOTS = {
@@ -60,23 +63,41 @@ def derivatives(rows, t):
     return r, r1, r2
 
 
-def measure(rows, samples):
-    """Length and thickness of the curve."""
-    t = 2 * np.pi * np.arange(8 * samples) / (8 * samples)
-    _, r1, r2 = derivatives(rows, t)
-    speed = np.linalg.norm(r1, axis=1)
-    length = speed.mean() * 2 * np.pi
-    bend = (np.linalg.norm(np.cross(r1, r2), axis=1) / speed**3).max()
-    # Points at equal steps of arc length.
-    arc = np.concatenate([[0.0], np.cumsum((speed + np.roll(speed, -1)) / 2)])
-    t = np.interp(np.arange(samples) / samples * arc[-1], arc, np.append(t, 2 * np.pi))
-    points = derivatives(rows, t)[0]
-    thickness = 2 / bend
-    gap = max(1, int(np.pi / 2 * thickness / length * samples))
-    nearest = min(
-        ((points - np.roll(points, -shift, axis=0)) ** 2).sum(axis=1).min() for shift in range(gap, samples // 2 + 1)
-    )
+def equal_steps(rows, samples):
+    """Parameters of points at equal steps of arc length, and the length."""
+    t = np.linspace(0, 2 * np.pi, 8 * samples + 1)
+    speed = np.linalg.norm(derivatives(rows, t)[1], axis=1)
+    arc = np.concatenate([[0.0], np.cumsum((speed[1:] + speed[:-1]) / 2)])
+    return np.interp(np.arange(samples) / samples * arc[-1], arc, t), speed[1:].mean() * 2 * np.pi
+
+
+def window(thickness, length, samples):
+    """Samples nearer along the curve than this many are no doubly-critical pair."""
+    return max(1, int(np.pi / 2 * thickness / length * samples))
+
+
+def measure(rows, samples=240):
+    """Length and thickness of the curve, for the search: the thickness from samples alone."""
+    t, length = equal_steps(rows, samples)
+    points, r1, r2 = derivatives(rows, t)
+    thickness = 2 / (np.linalg.norm(np.cross(r1, r2), axis=1) / np.linalg.norm(r1, axis=1) ** 3).max()
+    gaps = range(window(thickness, length, samples), samples // 2 + 1)
+    nearest = min(((points - np.roll(points, -gap, axis=0)) ** 2).sum(axis=1).min() for gap in gaps)
     return length, min(thickness, np.sqrt(nearest))
+
+
+def measure_with_library(rows, samples=8192):
+    """Length and thickness of the curve by the library's descriptors."""
+    block = _native.FourierBlock()
+    table = np.zeros((max(rows), 6))
+    for k, row in rows.items():
+        table[k - 1] = np.concatenate(row)
+    block.a_x, block.a_y, block.a_z, block.b_x, block.b_y, block.b_z = (list(column) for column in table.T)
+    length = _native.length_exact(block, samples)
+    t = list(equal_steps(rows, samples)[0])
+    thickness = 2 / max(_native.curvature_exact(block, t))
+    points = _native.evaluate_fourier_block(block, t)
+    return length, min(thickness, _native.min_self_distance_sampled(points, window(thickness, length, samples) - 1))
 
 
 def search(plane, height):
@@ -85,7 +106,7 @@ def search(plane, height):
     best = [dict(plane), dict(height)]
 
     def ropelength(shape):
-        length, thickness = measure(coefficients(*shape), 240)
+        length, thickness = measure(coefficients(*shape))
         return length / thickness
 
     value = ropelength(best)
@@ -109,9 +130,9 @@ def search(plane, height):
 
 def block_text(name, conway, plane, height):
     rows = coefficients(*search(plane, height))
-    _, thickness = measure(rows, 6000)
+    _, thickness = measure_with_library(rows)
     rows = {k: (np.round(a / thickness, 9), np.round(b / thickness, 9)) for k, (a, b) in rows.items()}
-    length, thickness = measure(rows, 6000)
+    length, thickness = measure_with_library(rows)
     lines = [f'<AB Id="{name}" Conway="{conway}" L="{length:.6f}" D="{thickness:.6f}">']
     for k, (a, b) in rows.items():
         a, b = (", ".join(f"{x + 0.0:12.9f}" for x in triple) for triple in (a, b))

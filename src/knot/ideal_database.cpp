@@ -175,7 +175,7 @@ std::vector<std::vector<Vec3>> evaluate_ideal_ab_components(const IdealABBlock& 
                                                             const Poll& poll) {
   std::vector<std::vector<Vec3>> curves;
   curves.reserve(ab.components.size());
-  for (const IdealABComponent& component : ab.components) curves.push_back(evaluate_ideal_component(component, s, poll));
+  for (const auto& component : ab.components) curves.push_back(evaluate_ideal_component(component, s, poll));
   return curves;
 }
 

@@ -14,7 +14,8 @@ std::vector<Vec3> sample_both_ends_centred(const FourierBlock& block, int resolu
   const auto count = static_cast<std::size_t>(resolution);
   require_memory(count, sizeof(Vec3) + sizeof(double));
   std::vector<double> s(count);
-  for (int i = 0; i < resolution; ++i) s[static_cast<std::size_t>(i)] = i * two_pi / static_cast<double>(resolution - 1);
+  const double last = resolution - 1;
+  for (std::size_t i = 0; i < count; ++i) s[i] = static_cast<double>(i) * two_pi / last;
   std::vector<Vec3> points = evaluate_fourier_block(block, s, poll);
   Vec3 mean{};
   for (const Vec3& point : points) mean += point;

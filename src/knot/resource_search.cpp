@@ -14,8 +14,9 @@ namespace vkm {
 namespace {
 
 /// File names of the ideal databases, in the order of the search.
-constexpr std::string_view standard_names[] = {"ideal.txt",      "ideal_short.txt",    "ideal_11a.txt",     "ideal_11n.txt",
-                                               "idealLinks.txt", "idealLinks_10a.txt", "idealLinks_10n.txt"};
+constexpr std::string_view standard_names[] = {"ideal.txt",      "ideal_short.txt",    "ideal_11a.txt",
+                                               "ideal_11n.txt",  "idealLinks.txt",     "idealLinks_10a.txt",
+                                               "idealLinks_10n.txt"};
 
 /// Places of the database's legacy file.
 constexpr const char* legacy_paths[] = {"ideal_database.txt", "Front-End/knot_fseries/ideal_database.txt",
@@ -63,7 +64,8 @@ std::string resolve_ideal_file(std::string_view name) {
     directories.push_back(resources + "/resources");
   }
   if (const std::string knots = environment("VKM_KNOT_DATA_DIR"); !knots.empty()) directories.push_back(knots + "/..");
-  for (const char* place : {"resources", "../resources", "share/vkmcore/resources", "share/thread_knot_core/resources"}) {
+  for (const char* place :
+       {"resources", "../resources", "share/vkmcore/resources", "share/thread_knot_core/resources"}) {
     directories.emplace_back(place);
   }
   std::vector<std::string> paths;

@@ -35,7 +35,8 @@ def write(path, text):
 def test_tables_hold_the_files_of_the_source_tree():
     knots = {path.name[5:-8]: path.read_text() for path in (ROOT / "src/knot_fseries").glob("knot.*.fseries")}
     resources = ROOT / "resources"
-    texts = {path.relative_to(resources).as_posix(): path.read_text() for path in resources.rglob("[!.]*") if path.is_file()}
+    files = [path for path in resources.rglob("[!.]*") if path.is_file()]
+    texts = {path.relative_to(resources).as_posix(): path.read_text() for path in files}
     assert _native.get_embedded_knot_files() == knots
     assert _native.get_embedded_ideal_files() == texts
     for table in (_native.get_embedded_knot_files(), _native.get_embedded_ideal_files()):
@@ -48,18 +49,19 @@ def test_embedded_knots():
     trefoil = _native.load_embedded_knot_block("3_1")
     assert (trefoil.header, trefoil.b_x) == ("Knot 3_1 (trefoil knot)", [0.224483, 0, 0, 0, 0.221238])
     for name in ("", "3_", "9_99", "é"):
-        with pytest.raises(RuntimeError, match=f"^Embedded knot id not found: {name}$"):
+        with pytest.raises(RuntimeError, match=rf"^Embedded knot id not found: {name}$"):
             _native.load_embedded_knot_block(name)
 
 
 def test_embedded_ideal_texts():
     text = _native.load_embedded_ideal_text()
-    assert text == _native.load_embedded_ideal_text("ideal/ideal.txt") == _native.get_embedded_ideal_files()["ideal/ideal.txt"]
+    assert text == _native.load_embedded_ideal_text("ideal/ideal.txt")
+    assert text == _native.get_embedded_ideal_files()["ideal/ideal.txt"]
     assert [b.id for b in _native.parse_embedded_ideal_txt()] == ["0:1:1", "0:1:2", "3:1:1", "4:1:1"]
     assert _native.parse_embedded_ideal_ab_by_id("0:1:2").n == 2
-    with pytest.raises(RuntimeError, match="^Embedded ideal text not found: ideal$"):
+    with pytest.raises(RuntimeError, match=r"^Embedded ideal text not found: ideal$"):
         _native.parse_embedded_ideal_txt(name="ideal")
-    with pytest.raises(RuntimeError, match="^parse_ideal_ab_by_id_from_string: AB Id not found: 0:1$"):
+    with pytest.raises(RuntimeError, match=r"^parse_ideal_ab_by_id_from_string: AB Id not found: 0:1$"):
         _native.parse_embedded_ideal_ab_by_id("0:1")
 
 
@@ -75,7 +77,8 @@ def test_embedded_blocks_come_first(place):
 DIRECTORIES = ["/res", "/res/resources", "/knots/..", "resources", "../resources", "share/vkmcore/resources",
                "share/thread_knot_core/resources"]
 DATABASES = [f"{d}{sub}/ideal.txt" for d in DIRECTORIES for sub in ("/ideal", "")]
-LEGACY = ["/legacy", "ideal_database.txt", *(f"{up}Front-End/knot_fseries/ideal_database.txt" for up in ("", "../", "../../"))]
+LEGACY = ["/legacy", "ideal_database.txt",
+          *(f"{up}Front-End/knot_fseries/ideal_database.txt" for up in ("", "../", "../../"))]
 FSERIES = ["/knots", "/res/resources/knot_fseries", "/res/knot_fseries",
            *(f"{up}src/{d}" for up in ("", "../", "../../") for d in ("knot_fseries", "Knots_FourierSeries")),
            "knot_fseries", "../knot_fseries",

@@ -150,7 +150,7 @@ def test_load_blocks_is_the_stricter_reader(tmp_path):
     assert len(_native.parse_fseries_multi(str(path))) == 3
     knot.selectMaxHarmonics()
     knot.reconstruct(5)
-    with pytest.raises(RuntimeError, match="^Cannot open file: nowhere$"):
+    with pytest.raises(RuntimeError, match=r"^Cannot open file: nowhere$"):
         knot.loadBlocks("nowhere")
     assert knot.blocks == []
     assert rows(knot.activeBlock) == [ONE, TWO, ONE, ONE] and len(knot.points) == 5
@@ -158,9 +158,9 @@ def test_load_blocks_is_the_stricter_reader(tmp_path):
 
 def test_fourier_knot_steps():
     knot = _native.fourier_knot()
-    with pytest.raises(RuntimeError, match="^No Fourier blocks loaded$"):
+    with pytest.raises(RuntimeError, match=r"^No Fourier blocks loaded$"):
         knot.selectMaxHarmonics()
-    with pytest.raises(RuntimeError, match="^No active Fourier block selected$"):
+    with pytest.raises(RuntimeError, match=r"^No active Fourier block selected$"):
         knot.reconstruct(3)
     knot.blocks = _native.parse_fseries_from_string("%a\n" + R1 + "%b\n" + R2)
     knot.selectMaxHarmonics()

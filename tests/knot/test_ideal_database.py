@@ -116,21 +116,22 @@ def test_layouts_of_components():
 
 def test_order_of_tags_and_unterminated_blocks():
     text = '<TL Id="a"></TL><AB Id="b"></AB><HT Id="c"></HT><ABC Id="d"></AB><AB Id="e"><TL Id="f"></TL>'
-    assert [(b.source_tag, b.id) for b in parse(text)] == [("AB", "b"), ("AB", "d"), ("HT", "c"), ("TL", "a"), ("TL", "f")]
+    found = [(b.source_tag, b.id) for b in parse(text)]
+    assert found == [("AB", "b"), ("AB", "d"), ("HT", "c"), ("TL", "a"), ("TL", "f")]
     assert [b.id for b in _native.parse_ideal_txt_from_string(text)] == ["b", "d"]
     assert _native.parse_ideal_txt_from_string("<HT></HT>") == []
 
 
 @pytest.mark.parametrize("row", ['<Coeff I="99999999999" A="1" B="x"/>', '<Component I="2147483648"></Component>'])
 def test_too_large_integers_escape(row):
-    with pytest.raises(IndexError, match="^stoi argument out of range$"):
+    with pytest.raises(IndexError, match=r"^stoi argument out of range$"):
         parse(f"<AB>{row}</AB>")
 
 
 def test_one_block_by_id():
     assert _native.parse_ideal_ab_by_id_from_string(UNLINK, "0:1:2").n == 2
     for text, name in ((UNLINK, "0:1"), ('<AB Id="x">', "x"), ("", "")):
-        with pytest.raises(RuntimeError, match=f"^parse_ideal_ab_by_id_from_string: AB Id not found: {name}$"):
+        with pytest.raises(RuntimeError, match=rf"^parse_ideal_ab_by_id_from_string: AB Id not found: {name}$"):
             _native.parse_ideal_ab_by_id_from_string(text, name)
 
 
@@ -138,7 +139,7 @@ def test_file(tmp_path):
     path = tmp_path / "ideal.txt"
     path.write_text(UNLINK)
     assert [block.id for block in _native.parse_ideal_txt_multi(str(path))] == ["0:1:1", "0:1:2"]
-    with pytest.raises(RuntimeError, match="^parse_ideal_txt_multi: cannot open file: nowhere$"):
+    with pytest.raises(RuntimeError, match=r"^parse_ideal_txt_multi: cannot open file: nowhere$"):
         _native.parse_ideal_txt_multi("nowhere")
 
 
@@ -147,14 +148,14 @@ def test_evaluation_adds_both_offsets():
     s = np.linspace(0, 6, 5)
     left, right = _native.evaluate_ideal_ab_components(unlink, s)
     circle = np.stack([np.cos(s), np.sin(s), 0 * s], axis=1)
-    np.testing.assert_allclose(left, circle + [-1.5, 0, 0.25], atol=1e-15)
-    np.testing.assert_allclose(right, circle + [1.5, 0, 0], atol=1e-15)
+    np.testing.assert_allclose(left, circle + np.array([-1.5, 0, 0.25]), atol=1e-15)
+    np.testing.assert_allclose(right, circle + np.array([1.5, 0, 0]), atol=1e-15)
     assert (_native.evaluate_ideal_component(unlink.components[0], s) == left).all()
     assert (_native.evaluate_ideal_component(one("<AB></AB>").components[0], s) == 0).all()
     for wrong in (np.zeros((2, 2)), 1.0):
-        with pytest.raises(ValueError, match="^s must be 1D$"):
+        with pytest.raises(ValueError, match=r"^s must be 1D$"):
             _native.evaluate_ideal_component(unlink.components[0], wrong)
-        with pytest.raises(ValueError, match="^s must be 1D$"):
+        with pytest.raises(ValueError, match=r"^s must be 1D$"):
             _native.evaluate_ideal_ab_components(unlink, wrong)
 
 
