@@ -136,6 +136,10 @@ def test_variables_are_read_at_every_call(place, monkeypatch):
     assert _native.find_ideal_ab_block_by_id("x") == block("x")
     monkeypatch.delenv("VKM_IDEAL_TXT")
     assert _native.find_ideal_ab_block_by_id("x") == ""
+    monkeypatch.setenv("VKM_IDEAL_DATABASE", "mine")
+    (place / "mine").write_bytes(block("x").replace("><", ">\xff<").encode("latin-1"))
+    with pytest.raises(UnicodeDecodeError):
+        _native.find_ideal_ab_block_by_id("x")
 
 
 needs_system = pytest.mark.skipif(not hasattr(_native, "VortexKnotSystem"), reason="needs VortexKnotSystem")

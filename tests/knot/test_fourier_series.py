@@ -93,6 +93,15 @@ def test_files(tmp_path):
         assert _native.parse_fseries_multi(str(missing)) == []
 
 
+def test_bytes_that_are_no_utf8_do_not_reach_python(tmp_path):
+    path = tmp_path / "knot.fseries"
+    path.write_bytes(b"%\xff\n" + R1.encode())
+    (block,) = _native.parse_fseries_multi(str(path))
+    assert rows(block) == [ONE]
+    with pytest.raises(UnicodeDecodeError):
+        assert block.header
+
+
 def test_largest_block_is_the_first_of_equals():
     blocks = _native.parse_fseries_from_string(R1 + "\n" + R2 + R1 + "\n" + R1 + R2)
     assert _native.index_of_largest_block(blocks) == 1
