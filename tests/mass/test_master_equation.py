@@ -77,7 +77,7 @@ def test_guards_of_evaluate_fire_in_order():
     assert E.evaluate(data).topological_kernel == 0.5 * 3 + 0.25 * 16.37 + 2.0 * -1.5
     assert math.isnan(E.evaluate(full_input(rho_f=math.nan)).mass_kg)
     for field in ("r_c", "c"):
-        with pytest.raises(ValueError, match="rho_f must be non-negative; r_c and c must be positive."):
+        with pytest.raises(ValueError, match=r"rho_f must be non-negative; r_c and c must be positive\."):
             E.evaluate(full_input(**{field: 0.0}))
 
 
@@ -98,15 +98,15 @@ def test_integers_are_of_32_bits():
 def test_gate_factor_and_impedances():
     assert E.geometric_gate_factor(5.0, 1e300, 0) == 1.0
     assert E.geometric_gate_factor(lambda_c=2 * math.pi, r_c=1.0, gate=10) == 1024.0
-    with pytest.raises(ValueError, match="lambda_c and r_c must be positive."):
+    with pytest.raises(ValueError, match=r"lambda_c and r_c must be positive\."):
         E.geometric_gate_factor(0.0, 1.0, -1)
-    with pytest.raises(ValueError, match="gate must be non-negative."):
+    with pytest.raises(ValueError, match=r"gate must be non-negative\."):
         E.geometric_gate_factor(1.0, 1.0, -1)
     assert E.clock_impedance(0.5) == 4.0
     assert E.weak_swirl_clock_impedance(v_norm=4.0, c=2.0) == 5.0
-    with pytest.raises(ValueError, match="swirl_clock must be positive."):
+    with pytest.raises(ValueError, match=r"swirl_clock must be positive\."):
         E.clock_impedance(0.0)
-    with pytest.raises(ValueError, match="c must be positive."):
+    with pytest.raises(ValueError, match=r"c must be positive\."):
         E.weak_swirl_clock_impedance(1.0, 0.0)
 
 

@@ -12,9 +12,9 @@ K = _native.VKMCanonicalConstants
 def test_forwarded_scales_are_those_of_the_constants():
     assert S.F_swirl_max(2.0, 3.0, 5.0) == K.f_swirl_max(2.0, 3.0, 5.0) == 0.6
     assert S.rydberg_from_vkm(2.0, 3.0, 5.0) == K.rydberg_vkm(2.0, 3.0, 5.0)
-    with pytest.raises(ValueError, match="hbar, omega_c, and r_c must be positive."):
+    with pytest.raises(ValueError, match=r"hbar, omega_c, and r_c must be positive\."):
         S.F_swirl_max(0.0, 1.0, 1.0)
-    with pytest.raises(ValueError, match="v_swirl, r_c, and c must be positive."):
+    with pytest.raises(ValueError, match=r"v_swirl, r_c, and c must be positive\."):
         S.rydberg_from_vkm(1.0, 1.0, 0.0)
 
 
