@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "knot/fourier_knot.hpp"
 #include "knot/fourier_series.hpp"
 #include "knot/knot_registrars.hpp"
@@ -70,8 +72,14 @@ The first of equals; -1 for an empty list.)");
 s in radians. Returns one [x, y, z] per entry of s.
 
 Raises ValueError if one of the block's vectors is shorter than a_x.)");
-  m.def("evaluate_with_derivatives", &evaluate_with_derivatives, py::arg("block"), py::arg("s"),
-        R"(Evaluate Fourier block and its first three derivatives at parameter s.
+  m.def(
+      "evaluate_with_derivatives",
+      [](const FourierBlock& block, double s) {
+        const auto [r, r1, r2, r3] = evaluate_with_derivatives(block, s);
+        return std::make_tuple(r, r1, r2, r3);
+      },
+      py::arg("block"), py::arg("s"),
+      R"(Evaluate Fourier block and its first three derivatives at parameter s.
 
 s in radians. Returns r, r', r'' and r''' as [x, y, z]; entries missing in a shorter vector count as 0.)");
 }
