@@ -1,0 +1,56 @@
+# make run     set up everything, print the masses of the trefoil and the figure-eight
+# make test    set up everything, run the tests
+# make bench   time the kernels against NumPy and plain loops
+# make asan    run the tests under the address and undefined-behaviour sanitizers
+# make lint    style of the Python files, warnings of the C++ files
+# make stubs   regenerate the typed stubs of _native
+
+SHELL := bash
+PYTHON := .venv/bin/python
+ARGS ?=
+
+build_inputs := CMakeLists.txt pyproject.toml $(shell find cmake src resources python -type f -not -name '*.pyc')
+
+.PHONY: run test bench asan lint stubs clean
+
+run: .venv/installed
+	.venv/bin/vkmcore mass 3:1:1 4:1:1
+
+test: .venv/installed
+	$(PYTHON) -m pytest -q $(ARGS)
+
+bench: .venv/installed
+	.venv/bin/cmake --preset release -DPython_EXECUTABLE=$(CURDIR)/$(PYTHON) -DCMAKE_MAKE_PROGRAM=$(CURDIR)/.venv/bin/ninja
+	.venv/bin/cmake --build --preset release -j 2
+	PYTHONPATH=build/release:python $(PYTHON) bench/run.py $(ARGS)
+
+asan: .venv/installed
+	.venv/bin/cmake --preset asan -DPython_EXECUTABLE=$(CURDIR)/$(PYTHON) -DCMAKE_MAKE_PROGRAM=$(CURDIR)/.venv/bin/ninja
+	.venv/bin/cmake --build --preset asan -j 2
+	LD_PRELOAD="$$($(CXX) -print-file-name=libasan.so) $$($(CXX) -print-file-name=libubsan.so)" \
+	  ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 PYTHONMALLOC=malloc PYTHONPATH=build/asan:python \
+	  $(PYTHON) -m pytest -q -p no:cacheprovider $(ARGS)
+
+lint: .venv/installed
+	.venv/bin/ruff check python tests tools bench examples
+	.venv/bin/ruff format --check python tests tools bench examples
+	.venv/bin/cmake --preset dev -DPython_EXECUTABLE=$(CURDIR)/$(PYTHON) -DCMAKE_MAKE_PROGRAM=$(CURDIR)/.venv/bin/ninja
+	.venv/bin/cmake --build --preset dev -j 2
+	PYTHONPATH=build/dev:python $(PYTHON) tools/make_stubs.py --check
+
+stubs: .venv/installed
+	$(PYTHON) tools/make_stubs.py
+
+clean:
+	rm -rf build .venv .tools
+
+.venv/tools: pyproject.toml tools/make_venv.sh
+	tools/make_venv.sh
+	$(PYTHON) -m pip install --quiet "scikit-build-core>=0.11" "pybind11>=3,<4" "cmake>=3.21" ninja \
+	  "numpy>=1.22" "click>=8.1" "rich>=13" "matplotlib>=3.7" "pytest>=8" ruff mypy "pybind11-stubgen>=2.5"
+	touch $@
+
+# No build isolation: the build folder is kept, and a change rebuilds only what it touches.
+.venv/installed: .venv/tools $(build_inputs)
+	PATH="$(CURDIR)/.venv/bin:$$PATH" $(PYTHON) -m pip install --quiet --no-build-isolation --no-deps .
+	touch $@

@@ -1,0 +1,67 @@
+"""The module frame: start-up, list_bindings, the conventions of types and arrays."""
+
+import subprocess
+import sys
+
+import _native
+import pytest
+
+
+@pytest.fixture
+def fresh():
+    """Runs a program in a fresh interpreter, where list_bindings was never called, and returns what it prints."""
+
+    def run(program: str) -> str:
+        return subprocess.run([sys.executable, "-c", program], check=True, capture_output=True, text=True).stdout.strip()
+
+    return run
+
+
+def public_names():
+    return [name for name in dir(_native) if not name.startswith("_") and name != "list_bindings"]
+
+
+def test_import_registers_names_and_nothing_else(fresh):
+    assert _native.__doc__ == "VKMcore Bindings"
+    assert fresh("import _native; print(hasattr(_native, '__all__'))") == "False"
+    for name in public_names():
+        value = getattr(_native, name)
+        assert isinstance(value, type) or callable(value), f"{name} is neither a class nor a function"
+
+
+def test_list_bindings_sorts_names_into_lists_and_sets_all():
+    found = _native.list_bindings()
+    assert list(found) == ["functions", "classes", "attributes", "counts"]
+    assert sorted(found["functions"] + found["classes"]) == sorted(public_names())
+    assert all(isinstance(getattr(_native, name), type) for name in found["classes"])
+    assert found["attributes"] == []
+    assert found["counts"] == {key: len(found[key]) for key in ("functions", "classes", "attributes")}
+    assert list(found["counts"]) == ["functions", "classes", "attributes"]
+    assert _native.__all__ == found["functions"] + found["classes"]
+    assert _native.list_bindings("") == found
+    order = [name for name in _native.__dir__() if name in found["functions"]]
+    assert found["functions"] == order
+
+
+def test_list_bindings_filter_is_case_insensitive_and_stays_in_all():
+    found = _native.list_bindings("FOURIER")
+    names = found["functions"] + found["classes"]
+    assert {"fourier_knot", "FourierBlock", "evaluate_fourier_block"} <= set(names)
+    assert all("fourier" in name.lower() for name in names)
+    assert _native.__all__ == names
+    assert _native.list_bindings("no such name anywhere in the module")["counts"]["functions"] == 0
+    assert _native.__all__ == []
+    _native.list_bindings()
+
+
+def test_list_bindings_private_names_are_attributes():
+    found = _native.list_bindings(include_private=True)
+    assert {"__doc__", "__name__"} <= set(found["attributes"])
+    assert "list_bindings" not in found["functions"]
+    # __dir__ itself is no entry of the module's own dictionary, so only classes and functions are public
+    assert _native.list_bindings(pattern=None)["attributes"] == []
+    assert _native.list_bindings.__doc__.endswith(
+        "Also sets module __all__ = functions + classes (public names)."
+    )
+    with pytest.raises(TypeError):
+        _native.list_bindings(wrong=1)
