@@ -41,8 +41,8 @@ class Normaliser(ast.NodeTransformer):
 
     def visit_Name(self, node: ast.Name) -> ast.expr:
         """Containers of anything say so."""
-        items = {"list": 1, "dict": 2}.get(node.id)
-        return ast.parse(f"{node.id}[{', '.join(['typing.Any'] * items)}]", mode="eval").body if items else node
+        items = {"list": "typing.Any", "dict": "typing.Any, typing.Any", "tuple": "typing.Any, ..."}.get(node.id)
+        return ast.parse(f"{node.id}[{items}]", mode="eval").body if items else node
 
 
 def generate() -> str:

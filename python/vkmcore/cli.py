@@ -168,7 +168,9 @@ def knots(as_json: bool) -> None:
             entry["conway"],
             f"{entry['L']:.6f}" if entry["L"] else "-",
             f"{entry['D']:.6f}" if entry["D"] else "-",
-            *(str(entry[name]) for name in ("n", "components", "harmonics")),  # type: ignore[literal-required]
+            str(entry["n"]),
+            str(entry["components"]),
+            str(entry["harmonics"]),
             entry["tag"],
             entry["source"],
         )

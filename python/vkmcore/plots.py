@@ -148,4 +148,5 @@ def _shade(base: Points, normals: Points) -> Points:
 
 def _unit(vectors: Points) -> Points:
     lengths = np.linalg.norm(vectors, axis=-1, keepdims=True)
-    return vectors / np.where(lengths > 0.0, lengths, 1.0)
+    unit: Points = vectors / np.where(lengths > 0.0, lengths, 1.0)
+    return unit
