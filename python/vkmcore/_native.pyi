@@ -7,7 +7,216 @@ import collections.abc
 import numpy
 import numpy.typing
 import typing
-__all__: list[str] = ['FourierBlock', 'FourierResult', 'GeometricDescriptors', 'LoadedKnot', 'VKMCanonicalConstants', 'VKMCanonicalValues', 'VKMMasterEquation', 'VKMMasterEquationInput', 'VKMMasterEquationOutput', 'VKMTensionScales', 'VKMTopologyKernelInput', 'bending_energy_exact', 'compute_centerline_helicity', 'compute_curvature', 'compute_linking_number', 'compute_polygonal_gauss', 'compute_twist', 'compute_writhe', 'curvature_exact', 'describe_fourier_block', 'detect_reconnection_candidates', 'evaluate_fourier_block', 'evaluate_fourier_series', 'evaluate_with_derivatives', 'fourier_knot', 'fourier_knot_eval', 'index_of_largest_block', 'length_exact', 'list_bindings', 'load_all_knots', 'min_self_distance_exactish', 'min_self_distance_sampled', 'mode_energies', 'parse_fseries_from_string', 'parse_fseries_multi', 'writhe_gauss_curve']
+__all__: list[str] = ['FourierBlock', 'FourierResult', 'GeometricDescriptors', 'IdealABBlock', 'IdealABComponent', 'LoadedKnot', 'ParticleEvaluator', 'RelativisticMetrics', 'TailApproxConfig', 'VKMCanonicalConstants', 'VKMCanonicalValues', 'VKMMasterEquation', 'VKMMasterEquationInput', 'VKMMasterEquationOutput', 'VKMTensionScales', 'VKMTopologyKernelInput', 'bending_energy_exact', 'compute_centerline_helicity', 'compute_curvature', 'compute_linking_number', 'compute_polygonal_gauss', 'compute_twist', 'compute_writhe', 'curvature_exact', 'describe_fourier_block', 'detect_reconnection_candidates', 'evaluate_fourier_block', 'evaluate_fourier_series', 'evaluate_ideal_ab_components', 'evaluate_ideal_component', 'evaluate_with_derivatives', 'find_ideal_ab_block_by_id', 'find_ideal_block_by_id', 'format_ideal_ab_header', 'fourier_knot', 'fourier_knot_eval', 'get_embedded_ideal_files', 'get_embedded_knot_files', 'index_of_ideal_id', 'index_of_largest_block', 'length_exact', 'list_bindings', 'load_all_knots', 'load_embedded_ideal_text', 'load_embedded_knot_block', 'min_self_distance_exactish', 'min_self_distance_sampled', 'mode_energies', 'parse_embedded_ideal_ab_by_id', 'parse_embedded_ideal_txt', 'parse_fseries_from_string', 'parse_fseries_multi', 'parse_ideal_ab_by_id_from_string', 'parse_ideal_halvard_from_string', 'parse_ideal_txt_from_string', 'parse_ideal_txt_multi', 'writhe_gauss_curve']
+
+class TailApproxConfig:
+    """
+    How the energy of the flow outside the core is estimated.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def azimuth_samples(self) -> int:
+        """
+        Samples on a shell; at least 1 is taken.
+        """
+
+    @azimuth_samples.setter
+    def azimuth_samples(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def enabled(self) -> bool:
+        """
+        Unless true the tail is 0.
+        """
+
+    @enabled.setter
+    def enabled(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def exclusion_ds_factor(self) -> float:
+        """
+        Length left out on either side of a vertex, in mean segment lengths.
+        """
+
+    @exclusion_ds_factor.setter
+    def exclusion_ds_factor(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def r_max_factor(self) -> float:
+        """
+        Outer radius in core radii; at least 1.1 inner radii are taken.
+        """
+
+    @r_max_factor.setter
+    def r_max_factor(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def r_min_factor(self) -> float:
+        """
+        Inner radius in core radii; at least 1.01 is taken.
+        """
+
+    @r_min_factor.setter
+    def r_min_factor(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def radial_samples(self) -> int:
+        """
+        Shells around a vertex; at least 1 is taken.
+        """
+
+    @radial_samples.setter
+    def radial_samples(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def use_log_shell_weight(self) -> bool:
+        """
+        Carried along without effect: shells are always weighted by their area.
+        """
+
+    @use_log_shell_weight.setter
+    def use_log_shell_weight(self, arg0: bool, /) -> None:
+        ...
+
+class RelativisticMetrics:
+    """
+    Helicity and clock rates of a filament in its own flow.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def core_time_dilation(self) -> float:
+        """
+        Mean of the clock rates.
+        """
+
+    @core_time_dilation.setter
+    def core_time_dilation(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def helicity(self) -> float:
+        """
+        Mean of velocity . vorticity, m/s^2.
+        """
+
+    @helicity.setter
+    def helicity(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def time_dilation_map(self) -> list[float]:
+        """
+        Clock rate at each point.
+        """
+
+    @time_dilation_map.setter
+    def time_dilation_map(self, arg1: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], /) -> None:
+        ...
+
+class ParticleEvaluator:
+    """
+    From a catalogue knot to a mass in MeV without a fitted parameter.
+
+    Holds closed filaments. relax() gives them the size of the electron; lengths are in metres from then on.
+    """
+
+    @staticmethod
+    def print_canonical_derivation() -> None:
+        """
+        Prints the dynamic fluid derivation of the core density.
+        """
+
+    @typing.overload
+    def __init__(self, knot_ab_id: str, resolution: typing.SupportsInt | typing.SupportsIndex=4000, allow_non_canonical_geometry_for_research_only: bool=False) -> None:
+        """
+        The filaments of an ideal block 'n:m:k' of the catalogue, one a component, each of `resolution` points.
+
+        RuntimeError if the id has another form (unless allowed for research) or is not found; MemoryError for an absurd resolution.
+        """
+
+    @typing.overload
+    def __init__(self, input_filaments: collections.abc.Sequence[collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]]) -> None:
+        """
+        A copy of closed filaments, each a list of points of three floats. Any geometry is accepted.
+        """
+
+    def compute_core_energy_J(self) -> float:
+        """
+        Core energy, J: length times the line tension 14.5267535 J/m.
+        """
+
+    def compute_relativistic_metrics(self, circulation: typing.SupportsFloat | typing.SupportsIndex=9.683619203e-09) -> RelativisticMetrics:
+        """
+        RelativisticMetrics of the first filament for a circulation in m^2/s.
+
+        Sources within 1e-6 of a point are left out, in the unit of the points: in a relaxed body all are, and the velocities vanish.
+        """
+
+    def compute_tail_energy_J(self, include_tail: bool=False) -> float:
+        """
+        Energy of the flow outside the core, J: the surrogate if include_tail, else 0.
+        """
+
+    def compute_tail_energy_surrogate_J(self) -> float:
+        """
+        Energy of the flow in shells around the filaments, J: the Biot-Savart field of all filaments sampled at equal angles on shells around every vertex, squared, times half the density 7e-7 kg/m^3 and the volume of the shell along the vertex's segment. 0 unless enabled in the configuration.
+        """
+
+    def get_core_mass_mev_only(self) -> float:
+        """
+        Mass of the core energy alone, MeV.
+        """
+
+    def get_dimless_ropelength(self, stretch_lambda: typing.SupportsFloat | typing.SupportsIndex=1.0) -> float:
+        """
+        Length of all filaments, closing segments included, in electron radii, over stretch_lambda squared.
+        """
+
+    def get_filaments(self) -> list[list[typing.Annotated[list[float], 'FixedSize(3)']]]:
+        """
+        Export the 3D coordinates of all present vortex rings.
+        """
+
+    def get_mass_mev_ab_initio(self, include_tail: bool=False) -> float:
+        """
+        Mass, MeV: core energy, and the tail's if include_tail and it is enabled.
+        """
+
+    def get_physical_length_m(self) -> float:
+        """
+        Length of all filaments, m.
+        """
+
+    def get_tail_approx_config(self) -> TailApproxConfig:
+        """
+        A copy of the tail's configuration.
+        """
+
+    def relax(self, iterations: typing.SupportsInt | typing.SupportsIndex=1000, timestep: typing.SupportsFloat | typing.SupportsIndex=0.01) -> None:
+        """
+        Relax the filaments by damped dynamics and scale them about their mean to the electron radius, 2.81794034e-15 m.
+
+        With P the points, C their mean and d = P[i] - P[j], each sweep sums
+            F = ((P[next] - P) + (P[prev] - P)) 25 + (C - P) 15 + sum of (d / |d|) min(200, 0.5 / |d|^4)
+        over the partners with 1e-8 < |d|^2 < 0.04, and steps V = (timestep F + V) 0.7, P = timestep V + P. The same input gives the same bits on every machine. Ctrl-C leaves the filaments as they were.
+        """
+
+    def set_tail_approx_config(self, config: TailApproxConfig) -> None:
+        """
+        Copy in a TailApproxConfig for the tail surrogate.
+        """
 
 class VKMCanonicalValues:
     """
@@ -912,6 +1121,144 @@ class fourier_knot:
     def points(self, arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> None:
         ...
 
+class IdealABComponent:
+    """
+    One component of an ideal knot or link.
+
+    r(s) = A0 + B0 + the series `fourier`; s in radians.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def A0(self) -> typing.Annotated[list[float], 'FixedSize(3)']:
+        """
+        The A triple of row 0.
+        """
+
+    @A0.setter
+    def A0(self, arg0: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], /) -> None:
+        ...
+
+    @property
+    def B0(self) -> typing.Annotated[list[float], 'FixedSize(3)']:
+        """
+        The B triple of row 0.
+        """
+
+    @B0.setter
+    def B0(self, arg0: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], /) -> None:
+        ...
+
+    @property
+    def component_index(self) -> int:
+        """
+        Attribute I of the opening tag.
+        """
+
+    @component_index.setter
+    def component_index(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def fourier(self) -> FourierBlock:
+        """
+        The rows from harmonic 1 on.
+        """
+
+    @fourier.setter
+    def fourier(self, arg0: FourierBlock, /) -> None:
+        ...
+
+class IdealABBlock:
+    """
+    One knot or link of the ideal database.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def D(self) -> float:
+        """
+        Tube diameter.
+        """
+
+    @D.setter
+    def D(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def L(self) -> float:
+        """
+        Length.
+        """
+
+    @L.setter
+    def L(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def components(self) -> list[IdealABComponent]:
+        """
+        The components, in file order.
+        """
+
+    @components.setter
+    def components(self, arg1: collections.abc.Sequence[IdealABComponent], /) -> None:
+        ...
+
+    @property
+    def conway(self) -> str:
+        """
+        Conway notation.
+        """
+
+    @conway.setter
+    def conway(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def fourier(self) -> FourierBlock:
+        """
+        A copy of the first component's series.
+        """
+
+    @fourier.setter
+    def fourier(self, arg0: FourierBlock, /) -> None:
+        ...
+
+    @property
+    def id(self) -> str:
+        """
+        Attribute Id, as "3:1:1".
+        """
+
+    @id.setter
+    def id(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def n(self) -> int:
+        """
+        Number of components that the file states.
+        """
+
+    @n.setter
+    def n(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def source_tag(self) -> str:
+        """
+        "AB", "HT" or "TL".
+        """
+
+    @source_tag.setter
+    def source_tag(self, arg0: str, /) -> None:
+        ...
+
 class GeometricDescriptors:
     """
     Geometry of a Fourier curve: the result of describe_fourier_block.
@@ -1103,6 +1450,24 @@ def evaluate_fourier_series(arg0: collections.abc.Sequence[typing.Annotated[coll
     second list holds the parameters in radians. Tangents are derivatives by the parameter, not normalised.
     """
 
+def evaluate_ideal_ab_components(ab: IdealABBlock, s: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> list[numpy.typing.NDArray[numpy.float64]]:
+    """
+    Evaluate all components of an ideal AB block.
+
+    s in radians, shape (N,). Returns one array of shape (N, 3) a component.
+
+    Raises ValueError if s is not one-dimensional.
+    """
+
+def evaluate_ideal_component(component: IdealABComponent, s: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> numpy.typing.NDArray[numpy.float64]:
+    """
+    Evaluate a single ideal AB component (includes I=0 offset).
+
+    s in radians, shape (N,). Returns an array of shape (N, 3); both triples of row 0 are added.
+
+    Raises ValueError if s is not one-dimensional.
+    """
+
 def evaluate_with_derivatives(block: FourierBlock, s: typing.SupportsFloat | typing.SupportsIndex) -> typing.Annotated[list[typing.Annotated[list[float], 'FixedSize(3)']], 'FixedSize(4)']:
     """
     Evaluate Fourier block and its first three derivatives at parameter s.
@@ -1110,12 +1475,49 @@ def evaluate_with_derivatives(block: FourierBlock, s: typing.SupportsFloat | typ
     s in radians. Returns r, r', r'' and r''' as [x, y, z]; entries missing in a shorter vector count as 0.
     """
 
-def fourier_knot_eval(a_x: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], b_x: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], a_y: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], b_y: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], a_z: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], b_z: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], s: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> tuple:
+def find_ideal_ab_block_by_id(ab_id: str) -> str:
+    """
+    Find <AB Id="..."> block XML in embedded/disk ideal*.txt (never knotplot). Returns empty string if not found.
+
+    Sources, in order: the embedded databases; ideal*.txt under VKM_RESOURCE_DIR, beside VKM_KNOT_DATA_DIR and in the usual
+    places; VKM_IDEAL_DATABASE; ideal_database.txt; VKM_IDEAL_TXT.
+    """
+
+def find_ideal_block_by_id(block_id: str, tag: str='') -> str:
+    """
+    Find <AB>, <HT>, or <TL> block XML by Id in ideal*.txt sources. Empty tag tries AB, HT, TL in order.
+
+    Returns an empty string if not found.
+    """
+
+def format_ideal_ab_header(ab: IdealABBlock) -> str:
+    """
+    Format AB metadata as: AB Id="..." Conway="..." L="..." D="..." n="..."
+
+    L and D are written with six decimals.
+    """
+
+def fourier_knot_eval(a_x: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], b_x: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], a_y: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], b_y: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], a_z: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], b_z: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], s: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> tuple[typing.Any, ...]:
     """
     NumPy-friendly Fourier evaluation returning (x,y,z)
 
     Coefficient arrays (n,), row 0 being harmonic 1, and parameters s (M,) in radians; three arrays (M,). Raises ValueError
     when a pair is not one-dimensional of one length, when s is not one-dimensional, or when a pair is shorter than a_x.
+    """
+
+def get_embedded_ideal_files() -> dict[str, str]:
+    """
+    Return embedded ideal*.txt resources as {relative_name: content}.
+    """
+
+def get_embedded_knot_files() -> dict[str, str]:
+    """
+    Return embedded .fseries resources as {knot_id: file_content}.
+    """
+
+def index_of_ideal_id(blocks: collections.abc.Sequence[IdealABBlock], id: str) -> int:
+    """
+    Return index of IdealABBlock with given id, or -1 if not found.
     """
 
 def index_of_largest_block(blocks: collections.abc.Sequence[FourierBlock]) -> int:
@@ -1152,6 +1554,20 @@ def load_all_knots(paths: collections.abc.Sequence[str], nsamples: typing.Suppor
     samples. A file that cannot be read or holds no block is skipped. Raises MemoryError for absurd sample counts.
     """
 
+def load_embedded_ideal_text(name: str='ideal.txt') -> str:
+    """
+    Load embedded ideal text resource from library (basename fallback supported).
+
+    Raises RuntimeError if there is none.
+    """
+
+def load_embedded_knot_block(knot_id: str) -> FourierBlock:
+    """
+    Load embedded knot by id and return its largest Fourier block.
+
+    Raises RuntimeError if the id is unknown or its text holds no block.
+    """
+
 def min_self_distance_exactish(block: FourierBlock, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, exclude_window: typing.SupportsInt | typing.SupportsIndex=4) -> float:
     """
     Estimate minimum self-distance of Fourier curve via sampling.
@@ -1177,6 +1593,20 @@ def mode_energies(block: FourierBlock) -> list[float]:
     missing in a shorter vector count as 0.
     """
 
+def parse_embedded_ideal_ab_by_id(ab_id: str, name: str='ideal.txt') -> IdealABBlock:
+    """
+    Parse a single AB block by Id from an embedded ideal*.txt resource.
+
+    Raises RuntimeError if the resource or the block does not exist.
+    """
+
+def parse_embedded_ideal_txt(name: str='ideal.txt') -> list[IdealABBlock]:
+    """
+    Parse embedded ideal*.txt resource into AB blocks.
+
+    Raises RuntimeError if there is no such resource.
+    """
+
 def parse_fseries_from_string(content: str) -> list[FourierBlock]:
     """
     Parse .fseries content string into Fourier blocks.
@@ -1189,6 +1619,35 @@ def parse_fseries_multi(path: str) -> list[FourierBlock]:
     Parse a .fseries file into Fourier blocks.
 
     An unreadable file gives an empty list; rows that do not begin with six numbers are dropped.
+    """
+
+def parse_ideal_ab_by_id_from_string(content: str, ab_id: str) -> IdealABBlock:
+    """
+    Parse a single AB block by Id from ideal.txt-style content string.
+
+    Raises RuntimeError if there is none.
+    """
+
+def parse_ideal_halvard_from_string(content: str) -> list[IdealABBlock]:
+    """
+    Parse Halvard ideal*.txt content (AB, HT, TL) into IdealABBlock entries.
+
+    All AB blocks come first, then the HT, then the TL blocks.
+    """
+
+def parse_ideal_txt_from_string(content: str) -> list[IdealABBlock]:
+    """
+    Parse ideal.txt-style content string into IdealABBlock entries.
+
+    Only AB blocks. Attributes and rows that do not parse fall back or are skipped; an I too large for an int raises
+    IndexError.
+    """
+
+def parse_ideal_txt_multi(path: str) -> list[IdealABBlock]:
+    """
+    Parse an ideal.txt-style file into IdealABBlock entries.
+
+    Only AB blocks. Raises RuntimeError if the file cannot be opened.
     """
 
 def writhe_gauss_curve(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:

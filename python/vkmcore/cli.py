@@ -229,6 +229,7 @@ MASS_ROWS: tuple[tuple[str, Callable[[Weight], str]], ...] = (
     ("ropelength, dimensionless", lambda weight: digits(weight.ropelength)),
     ("length / m", lambda weight: digits(weight.length_m)),
     ("core energy / J", lambda weight: digits(weight.core_energy_J)),
+    ("tail energy / J", lambda weight: digits(weight.tail_energy_J)),
     ("mass / MeV", lambda weight: digits(weight.core_mass_MeV)),
     ("mass with tail / MeV", lambda weight: digits(weight.mass_with_tail_MeV)),
     ("helicity / (m/s^2)", lambda weight: digits(weight.helicity_m_per_s2)),

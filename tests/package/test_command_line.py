@@ -75,8 +75,8 @@ def test_mass_without_tail():
 def test_mass_table_cuts_no_digit_off(ids):
     result = run("mass", *ids, *QUICK)
     assert result.exit_code == 0 and result.stderr == ""
-    mass = weigh_by_hand("3:1:1").get_core_mass_mev_only()
-    assert result.stdout.count(f"{mass:#.10g}") == len(ids)
+    length = weigh_by_hand("3:1:1").get_physical_length_m()
+    assert result.stdout.count(f"{length:.9e}") == len(ids)
     assert result.stdout.count("3:1:1") == len(ids)
 
 

@@ -58,8 +58,9 @@ def test_the_readme_s_python_runs(capsys):
     for snippet in snippets:
         exec(compile(snippet, "README.md", "exec"), {})
     shown = capsys.readouterr().out
-    without, with_tail = map(float, re.findall(r"mass with(?:out)? tail (\S+) MeV", shown))
-    assert 0.0 < without < with_tail
+    without, with_tail = map(float, re.findall(r"(\S+) MeV", shown))
+    tail = float(re.search(r"tail (\S+) J", shown)[1])
+    assert 0.0 < without <= with_tail and tail > 0.0
 
 
 def test_the_example_runs():
