@@ -1,4 +1,4 @@
-"""How the mass of a knot settles as its filament is sampled more finely.
+"""How the mass of a knot depends on the number of points along its filament.
 
 python examples/resolution_study.py [ID] [POINTS ...]
 """

@@ -1,4 +1,8 @@
-"""Pictures of relaxed knots: each filament as a shaded tube in three dimensions. Needs matplotlib."""
+"""Pictures of relaxed knots in three dimensions. Needs matplotlib.
+
+A filament is a shaded tube where a few hundred rings follow it, and a thin line through all its points where they do
+not: a finely sampled knot may crumple when it relaxes, and a picture must not join points that are no neighbours.
+"""
 
 from __future__ import annotations
 
@@ -19,6 +23,7 @@ FEMTOMETRE = 1e-15
 TUBE_RADIUS = 0.055  # of the body's radius: wide enough to show over and under, not a physical size
 RINGS = 360  # most rings drawn along a filament
 SIDES = 14  # of a ring
+SMOOTH = 0.98  # least part of the length that the rings must keep
 PALETTE = ("#3b6fb6", "#c8553d", "#4f9d69", "#8d6a9f", "#c9a227", "#4b9da9")
 
 
@@ -75,7 +80,7 @@ def plot_filaments(path: Path, knots: Sequence[tuple[str, Sequence[ArrayLike]]])
 
 def _draw_knot(axes: Any, title: str, filaments: list[Points]) -> None:
     from matplotlib.colors import to_rgb
-    from mpl_toolkits.mplot3d.art3d import Poly3DCollection
+    from mpl_toolkits.mplot3d.art3d import Line3DCollection, Poly3DCollection
 
     drawn = [(number, points) for number, points in enumerate(filaments) if len(points) >= 3]
     if not all(np.isfinite(points).all() for _, points in drawn):
@@ -89,15 +94,22 @@ def _draw_knot(axes: Any, title: str, filaments: list[Points]) -> None:
 
     # One collection for all tubes: faces are then sorted by depth against each other, which shows over and under.
     faces, colours = [], []
+    scale = radius / FEMTOMETRE
     for number, points in drawn:
-        quads, normals = _tube((points - centre) / radius, TUBE_RADIUS)
         base = np.array(to_rgb(PALETTE[number % len(PALETTE)]))
+        body = (points - centre) / radius
+        rings = _thinned(body)
+        if _length(rings) < SMOOTH * _length(body):
+            edges = np.stack([body, np.roll(body, -1, axis=0)], axis=1) * scale
+            axes.add_collection3d(Line3DCollection(edges, colors=[(*base, 0.6)], linewidths=0.35))
+            continue
+        quads, normals = _tube(rings, TUBE_RADIUS)
         faces.append(quads)
         colours.append(_shade(base, normals))
-    scale = radius / FEMTOMETRE
-    tubes = Poly3DCollection(np.concatenate(faces) * scale, facecolors=np.concatenate(colours), linewidths=0.15)
-    tubes.set_edgecolor(np.concatenate(colours))
-    axes.add_collection3d(tubes)
+    if faces:
+        tubes = Poly3DCollection(np.concatenate(faces) * scale, facecolors=np.concatenate(colours), linewidths=0.15)
+        tubes.set_edgecolor(np.concatenate(colours))
+        axes.add_collection3d(tubes)
 
     reach = 1.08 * scale
     for axis, name in zip((axes.xaxis, axes.yaxis, axes.zaxis), "xyz", strict=True):
@@ -111,10 +123,20 @@ def _draw_knot(axes: Any, title: str, filaments: list[Points]) -> None:
     axes.view_init(elev=52, azim=-60)
 
 
+def _thinned(points: Points) -> Points:
+    """At most RINGS of the points, evenly by number."""
+    if len(points) <= RINGS:
+        return points
+    kept: Points = points[np.linspace(0, len(points), RINGS, endpoint=False).astype(int)]
+    return kept
+
+
+def _length(points: Points) -> float:
+    return float(np.linalg.norm(np.roll(points, -1, axis=0) - points, axis=1).sum())
+
+
 def _tube(points: Points, radius: float) -> tuple[Points, Points]:
     """Quads (F, 4, 3) of a tube around a closed curve, and their outward normals (F, 3)."""
-    if len(points) > RINGS:
-        points = points[np.linspace(0, len(points), RINGS, endpoint=False).astype(int)]
     tangents = _unit(np.roll(points, -1, axis=0) - np.roll(points, 1, axis=0))
     # Carry a normal along the curve without twisting it, then spread the angle by which it misses itself.
     normals = np.empty_like(points)

@@ -187,3 +187,20 @@ def test_a_reader_that_goes_away_is_no_fault_to_speak_of():
         )
         assert (process.returncode, process.stderr) == (1, "")
     os.close(writer)
+
+
+def test_a_crumpled_filament_is_drawn_through_all_its_points(tmp_path):
+    pytest.importorskip("matplotlib")
+    import numpy as np
+    from vkmcore.plots import plot_filaments
+
+    angle = np.linspace(0.0, 2.0 * np.pi, 1200, endpoint=False)
+    circle = 1e-15 * np.stack([np.cos(angle), np.sin(angle), 0.0 * angle], axis=1)
+    crumpled = circle + 1e-15 * np.random.default_rng(1).uniform(-0.3, 0.3, circle.shape)
+    paths = {}
+    for name, filament in (("circle", circle), ("crumpled", crumpled)):
+        file = tmp_path / f"{name}.svg"
+        plot_filaments(file, [(name, [filament])])
+        groups = file.read_text().split('<g id="')
+        paths[name] = max(group.count("<path") for group in groups if "3DCollection" in group.split('"', 1)[0])
+    assert paths == {"circle": 360 * 14, "crumpled": 1200}
