@@ -37,9 +37,12 @@ class CellGrid {
   /// Number of points in the grid; they stand in `x`, `y`, `z` in order of their cells, those of a cell by index.
   std::size_t size() const { return count_; }
 
+  /// Positions [begin, end) of the points of one cell.
   struct Range {
     std::uint32_t begin, end;
   };
+  /// The cell that holds a position.
+  Range cell_at(std::uint32_t position) const { return {start_[cell[position]], start_[cell[position] + 1]}; }
   /// The positions of all points in the 27 cells around a cell, as at most 18 ranges.
   int ranges_around(std::uint32_t cell, Range (&ranges)[18]) const;
 
@@ -66,11 +69,18 @@ class Repulsion {
   void add_to(Axes& force, const Axes& points, Heartbeat& heartbeat);
 
  private:
+  void gather_candidates(std::uint32_t cell);
+  void add_to_few(CellGrid::Range cell, Axes& force, const Axes& points);
+  void add_to_many(CellGrid::Range cell, Axes& force, const Axes& points);
+
   std::vector<std::uint32_t> previous_;
   std::vector<std::uint32_t> next_;
   CellGrid grid_;
-  std::vector<std::uint32_t> partners_;  // of one point
-  std::vector<std::uint64_t> marks_;     // a bit a point, all zero between uses
+  std::size_t candidate_count_ = 0;        // points in the 27 cells around the current cell
+  std::vector<std::uint32_t> candidates_;  // their indices
+  Axes at_;                                // and coordinates
+  std::vector<std::uint32_t> partners_;    // of one point
+  std::vector<std::uint64_t> marks_;       // a bit a point, all zero between uses
 };
 
 }  // namespace vkm
