@@ -29,10 +29,8 @@ extern "C" double plain_tail_surrogate(const double* points, std::int64_t n, std
   const double core = 1.40897017e-15;
   const double r_min = 1.25 * core;
   const double r_max = 8.0 * core;
-  const auto p = [&](std::int64_t i) {
-    const std::int64_t k = 3 * ((i + n) % n);
-    return V{points[k], points[k + 1], points[k + 2]};
-  };
+  const auto at = [&](std::int64_t i) { return V{points[3 * i], points[3 * i + 1], points[3 * i + 2]}; };
+  const auto p = [&](std::int64_t i) { return at((i + n) % n); };
   std::vector<double> ds(static_cast<std::size_t>(n));
   double length = 0.0;
   for (std::int64_t j = 0; j < n; ++j) {
@@ -61,8 +59,8 @@ extern "C" double plain_tail_surrogate(const double* points, std::int64_t n, std
         for (std::int64_t k = 0; k < n; ++k) {
           const std::int64_t d = std::abs(j - k);
           if (std::min(n - d, d) <= w) continue;
-          const V from = p(k);
-          const V to = p(k + 1 == n ? 0 : k + 1);
+          const V from = at(k);
+          const V to = at(k + 1 == n ? 0 : k + 1);
           const V r = q - (from + to) * 0.5;
           const double r2 = (r.x * r.x + r.y * r.y + r.z * r.z) + 1e-24;
           u = u + cross(to - from, r) * (7.705979316274285e-10 / (std::sqrt(r2) * r2));

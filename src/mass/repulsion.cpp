@@ -9,6 +9,13 @@
 #include "core/kernel.hpp"
 #include "core/vec3.hpp"
 
+// A loop over the lanes must reach the vectoriser as a loop: GCC would unroll eight turns before.
+#if defined(__GNUC__) && !defined(__clang__)
+#define VKM_LANE_LOOP _Pragma("GCC unroll 1")
+#else
+#define VKM_LANE_LOOP
+#endif
+
 namespace vkm {
 
 namespace {
@@ -32,8 +39,7 @@ VKM_KERNEL std::size_t find_partners(const Coordinates& at, const std::uint32_t*
   for (std::size_t k = 0; k < count; k += lanes) {
     std::uint64_t hits[lanes];
     std::uint64_t any = 0;
-#pragma GCC unroll 1
-    for (std::size_t lane = 0; lane < lanes; ++lane) {
+    VKM_LANE_LOOP for (std::size_t lane = 0; lane < lanes; ++lane) {
       const double dx = x - at.x[k + lane];
       const double dy = y - at.y[k + lane];
       const double dz = z - at.z[k + lane];
@@ -71,8 +77,7 @@ VKM_KERNEL void add_to_targets(const Coordinates& at, const std::uint32_t* candi
     double r2[lanes];
     std::uint64_t hits[lanes];
     std::uint64_t any = 0;
-#pragma GCC unroll 1
-    for (std::size_t lane = 0; lane < lanes; ++lane) {
+    VKM_LANE_LOOP for (std::size_t lane = 0; lane < lanes; ++lane) {
       dx[lane] = t.x[lane] - x;
       dy[lane] = t.y[lane] - y;
       dz[lane] = t.z[lane] - z;
@@ -82,8 +87,7 @@ VKM_KERNEL void add_to_targets(const Coordinates& at, const std::uint32_t* candi
       any |= hits[lane];
     }
     if (any == 0) continue;
-#pragma GCC unroll 1
-    for (std::size_t lane = 0; lane < lanes; ++lane) {
+    VKM_LANE_LOOP for (std::size_t lane = 0; lane < lanes; ++lane) {
       const double r = std::sqrt(r2[lane]);
       const double fx = t.fx[lane] + (dx[lane] / r) * strength;
       const double fy = t.fy[lane] + (dy[lane] / r) * strength;
@@ -181,7 +185,7 @@ void Repulsion::add_to_few(CellGrid::Range cell, Axes& force, const Axes& points
 }
 
 /// Cells of many points: the candidates are put in order once, and pass by the points side by side.
-void Repulsion::add_to_many(CellGrid::Range cell, Axes& force, const Axes& points) {
+void Repulsion::add_to_many(CellGrid::Range cell, Axes& force, const Axes& points, Heartbeat& heartbeat) {
   sort_indices(candidates_.data(), candidate_count_, marks_);
   for (std::size_t k = 0; k < candidate_count_; ++k) {
     const std::uint32_t j = candidates_[k];
@@ -192,8 +196,8 @@ void Repulsion::add_to_many(CellGrid::Range cell, Axes& force, const Axes& point
   const Coordinates at{at_.x.data(), at_.y.data(), at_.z.data()};
   for (std::uint32_t first = cell.begin; first < cell.end; first += lanes) {
     const std::size_t used = std::min<std::size_t>(lanes, cell.end - first);
+    if (candidate_count_ > 4096) heartbeat.tick();
     Targets targets{};
-#pragma GCC unroll 1
     for (std::size_t lane = 0; lane < lanes; ++lane) {
       const std::uint32_t i = grid_.index[first + std::min(lane, used - 1)];
       targets.x[lane] = points.x[i];
@@ -225,7 +229,7 @@ void Repulsion::add_to(Axes& force, const Axes& points, Heartbeat& heartbeat) {
     if (cell.end - cell.begin < 4) {
       add_to_few(cell, force, points);
     } else {
-      add_to_many(cell, force, points);
+      add_to_many(cell, force, points, heartbeat);
     }
     work += candidate_count_ * (cell.end - cell.begin);
     if (work > 65536) {

@@ -71,7 +71,7 @@ class Repulsion {
  private:
   void gather_candidates(std::uint32_t cell);
   void add_to_few(CellGrid::Range cell, Axes& force, const Axes& points);
-  void add_to_many(CellGrid::Range cell, Axes& force, const Axes& points);
+  void add_to_many(CellGrid::Range cell, Axes& force, const Axes& points, Heartbeat& heartbeat);
 
   std::vector<std::uint32_t> previous_;
   std::vector<std::uint32_t> next_;
