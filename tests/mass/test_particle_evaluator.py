@@ -31,13 +31,21 @@ def test_ids_that_no_catalogue_holds(knot_id, allow):
     assert str(error.value) == f"[!] VKMcore: Knoop ID {knot_id} niet gevonden in ideal.txt / ideal catalog."
 
 
-def test_a_block_without_its_end_is_not_found_in_the_database(tmp_path, monkeypatch):
-    # Found on disk by its opening tag, but the reader needs a whole block.
+@pytest.mark.parametrize(
+    ("text", "where"),
+    [
+        ('<AB Id="77:1:1">\n<Coeff I="1" A="1,0,0" B="0,1,0"/>\n', "ideal.txt / ideal catalog."),  # no end
+        # The search takes the id anywhere in the tag, the reader of filaments only in the first place.
+        ('<AB L="1" Id="77:1:1">\n<Coeff I="1" A="1,0,0" B="0,1,0"/>\n</AB>\n', "database."),
+    ],
+)
+def test_blocks_that_cannot_be_read(tmp_path, monkeypatch, text, where):
     file = tmp_path / "ideal.txt"
-    file.write_text('<AB Id="77:1:1" L="1" D="1">\n<Coeff I="1" A="1,0,0" B="0,1,0"/>\n')
+    file.write_text(text)
     monkeypatch.setenv("VKM_IDEAL_TXT", str(file))
-    with pytest.raises(RuntimeError, match="^" + r"\[!\] VKMcore: Knoop ID 77:1:1 niet gevonden in "):
+    with pytest.raises(RuntimeError) as error:
         _native.ParticleEvaluator("77:1:1")
+    assert str(error.value) == f"[!] VKMcore: Knoop ID 77:1:1 niet gevonden in {where}"
 
 
 def test_filaments_of_a_catalogue_block(tmp_path, monkeypatch):
