@@ -1,9 +1,10 @@
+#include "mass/cell_grid.hpp"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
 #include "core/kernel.hpp"
-#include "mass/repulsion.hpp"
 
 namespace vkm {
 

@@ -14,7 +14,7 @@ namespace vkm {
 
 namespace {
 
-constexpr double line_tension = 14.5267535;           // J/m, half of F_max
+constexpr double line_tension = 14.5267535;  // J/m, half of F_max
 constexpr double joule_per_mev = 1.602176634e-13;
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }

@@ -1,7 +1,5 @@
 #include "mass/relativistic_metrics.hpp"
 
-#include <algorithm>
-
 #include "core/time_dilation.hpp"
 #include "filament/biot_savart.hpp"
 #include "filament/frames.hpp"
@@ -17,25 +15,22 @@ constexpr double core_area = 6.236680122475321e-30;  // pi times core radius squ
 
 RelativisticMetrics relativistic_metrics(std::span<const Vec3> filament, double circulation, const Poll& poll) {
   RelativisticMetrics metrics;
-  const std::size_t n = filament.size();
-  if (n == 0) return metrics;
-  std::vector<Vec3> tangents = compute_frenet_frames(filament).T;
-  tangents.resize(n);
-
+  if (filament.empty()) return metrics;
+  const std::vector<Vec3> tangents = compute_frenet_frames(filament).T;
   Heartbeat heartbeat(poll);
-  std::vector<Vec3> velocity(n);
-  std::vector<Vec3> vorticity(n);
-  metrics.time_dilation_map.resize(n);
-  double sum = 0.0;
-  for (std::size_t i = 0; i < n; ++i) {
-    heartbeat.tick();
-    velocity[i] = biot_savart_velocity(filament[i], filament, tangents, circulation);
-    vorticity[i] = tangents[i] * (circulation / core_area);
-    metrics.time_dilation_map[i] = time_dilation_sqrt(velocity[i], speed_of_light);
-    sum += metrics.time_dilation_map[i];
-  }
+  const std::vector<Vec3> velocity = biot_savart_velocities(filament, filament, tangents, circulation, heartbeat);
+
+  std::vector<Vec3> vorticity(tangents);
+  for (Vec3& w : vorticity) w = w * (circulation / core_area);
   metrics.helicity = compute_helicity(velocity, vorticity);
-  metrics.core_time_dilation = sum / static_cast<double>(n);
+
+  double sum = 0.0;
+  metrics.time_dilation_map.reserve(filament.size());
+  for (const Vec3& u : velocity) {
+    metrics.time_dilation_map.push_back(time_dilation_sqrt(u, speed_of_light));
+    sum += metrics.time_dilation_map.back();
+  }
+  metrics.core_time_dilation = sum / static_cast<double>(filament.size());
   return metrics;
 }
 

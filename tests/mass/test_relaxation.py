@@ -58,8 +58,8 @@ def trefoil(n, length):
     return p * (length / np.linalg.norm(np.roll(p, -1, axis=0) - p, axis=1).sum())
 
 
-def cloud(n, width, seed=1):
-    return np.random.default_rng(seed).uniform(-width / 2, width / 2, (n, 3))
+def cloud(n, width, seed=1, at=0.0):
+    return np.random.default_rng(seed).uniform(-width / 2, width / 2, (n, 3)) + np.array(at)
 
 
 def crossing_windows():
@@ -77,13 +77,13 @@ CASES = {
     "slow dense knot": ([trefoil(300, 2.0)], 4, 1e-5),
     "two rings and a cloud": ([trefoil(60, 3.0), cloud(200, 1.0), trefoil(80, 4.0)[::-1] + 0.1], 8, 0.01),
     "sparse cloud": ([cloud(500, 4.0)], 6, 0.01),
-    "all in one cell": ([cloud(300, 0.05) + 0.1], 2, 1e-6),
+    "all in one cell": ([cloud(300, 0.05, at=0.1)], 2, 1e-6),
     "across the origin of cells": ([cloud(200, 0.3)], 3, 0.01),
     "short filaments": ([cloud(1, 0.1), [], cloud(2, 0.1, 2), cloud(3, 0.1, 3), cloud(1, 0.1, 4)], 6, 0.01),
     "coincident points": ([np.repeat(cloud(20, 0.3), 3, axis=0), np.zeros((5, 3))], 5, 0.01),
     "outliers": ([[[1e9, -1e9, 1e9]], cloud(100, 0.5), [[1e300, 0, 0]], [[0, -1e18, 0]]], 3, 0.01),
-    "far from the origin": ([cloud(150, 0.5) + [3e8, -3e8, 7e12]], 3, 0.01),
-    "beyond the last cell": ([cloud(40, 0.6) + [4.2e8, 0, -4.2e8], cloud(40, 0.6) + 9e8], 2, 0.01),
+    "far from the origin": ([cloud(150, 0.5, at=(3e8, -3e8, 7e12))], 3, 0.01),
+    "beyond the last cell": ([cloud(40, 0.6, at=(4.2e8, 0, -4.2e8)), cloud(40, 0.6, at=9e8)], 2, 0.01),
     "long line": ([np.column_stack([np.linspace(-300, 300, 700), np.zeros(700), np.zeros(700)])], 3, 0.01),
     "not a number": ([cloud(50, 0.3), [[np.nan, 0, 0]], [[0, np.inf, 0]], [[0, 0, -np.inf]]], 1, 0.01),
     "overflow": ([cloud(30, 0.3), [[1.7e308, 0, 0]], [[-1.7e308, 0, 0]]], 3, 0.01),
@@ -103,7 +103,7 @@ def test_partners_scattered_over_a_long_list_are_added_in_order():
     n = 30000
     points = np.column_stack([np.arange(n) * 1.0, np.zeros(n), np.zeros(n)])
     crowd = np.sort(np.random.default_rng(3).choice(n, 60, replace=False))
-    points[crowd] = cloud(60, 0.2) + [0.5, 5.0, 0.0]
+    points[crowd] = cloud(60, 0.2, at=(0.5, 5.0, 0.0))
     filaments = points[:, None, :]
     np.testing.assert_array_equal(relaxed(filaments, 2), plain_relax(filaments, 2, sources=crowd))
 

@@ -153,9 +153,10 @@ def test_tail_counts_only_when_enabled_and_asked_for():
     energy = evaluator.compute_tail_energy_surrogate_J()
     assert energy > 0 and evaluator.compute_tail_energy_J(include_tail=True) == energy
     assert evaluator.compute_tail_energy_J() == 0.0 and evaluator.get_mass_mev_ab_initio() == core
-    assert evaluator.get_mass_mev_ab_initio(include_tail=True) == (
-        energy + evaluator.compute_core_energy_J()
-    ) / 1.602176634e-13
+    assert (
+        evaluator.get_mass_mev_ab_initio(include_tail=True)
+        == (energy + evaluator.compute_core_energy_J()) / 1.602176634e-13
+    )
 
 
 def test_config_is_copied_in_and_out():
