@@ -60,7 +60,7 @@ def test_list_bindings_private_names_are_attributes():
     assert "list_bindings" not in found["functions"]
     # __dir__ itself is no entry of the module's own dictionary, so only classes and functions are public
     assert _native.list_bindings(pattern=None)["attributes"] == []
-    assert _native.list_bindings.__doc__.endswith(
+    assert _native.list_bindings.__doc__.rstrip().endswith(
         "Also sets module __all__ = functions + classes (public names)."
     )
     with pytest.raises(TypeError):
