@@ -124,4 +124,19 @@ struct type_caster<std::vector<vkm::Vec3>> : list_caster<std::vector<vkm::Vec3>,
   }
 };
 
+/// Arguments that a function reads through a span: lists, held as vectors for the time of the call.
+template <class T>
+struct type_caster<std::span<const T>> {
+  using List = make_caster<std::vector<T>>;
+  static constexpr auto name = List::name;
+  template <class>
+  using cast_op_type = std::span<const T>;
+
+  bool load(handle src, bool convert) { return list_.load(src, convert); }
+  operator std::span<const T>() { return static_cast<std::vector<T>&>(list_); }
+
+ private:
+  List list_;
+};
+
 }  // namespace pybind11::detail
