@@ -22,15 +22,6 @@ VKM_KERNEL void rotate_rows(double* a_row, double* b_row, std::size_t n, double 
   }
 }
 
-bool is_symmetric(const SquareMatrix& a) {
-  for (std::size_t i = 0; i < a.n; ++i) {
-    for (std::size_t j = 0; j < i; ++j) {
-      if (!(a(i, j) == a(j, i))) return false;
-    }
-  }
-  return true;
-}
-
 SquareMatrix transposed(const SquareMatrix& a) {
   SquareMatrix result(a.n);
   for (std::size_t i = 0; i < a.n; ++i) {
@@ -69,9 +60,8 @@ void rotate(SquareMatrix& a, SquareMatrix& vectors, std::size_t p, std::size_t q
   if (vectors.n != 0) rotate_rows(vectors.values.data() + p * n, vectors.values.data() + q * n, n, c, s);
 }
 
-void diagonalise(SquareMatrix& a, SquareMatrix& vectors, bool symmetric, const JacobiOptions& options,
-                 const Poll& poll) {
-  PivotSearch search(a.values, a.n, symmetric);
+void diagonalise(SquareMatrix& a, SquareMatrix& vectors, const JacobiOptions& options, const Poll& poll) {
+  PivotSearch search(a.values, a.n);
   Heartbeat heartbeat(poll);
   std::size_t work = 0;
   for (std::int64_t rotation = 0; rotation < options.max_sweeps; ++rotation) {
@@ -93,7 +83,7 @@ SpectralSolveResult jacobi_eigensolve_symmetric(const SquareMatrix& a, const Jac
   const std::size_t n = a.n;
   SquareMatrix work = transposed(a);
   SquareMatrix vectors = options.compute_eigenvectors ? build_identity(n) : SquareMatrix();
-  if (n >= 2) diagonalise(work, vectors, is_symmetric(a), options, poll);
+  if (n >= 2) diagonalise(work, vectors, options, poll);
 
   std::vector<std::size_t> order(n);
   std::iota(order.begin(), order.end(), std::size_t{0});

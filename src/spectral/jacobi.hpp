@@ -28,7 +28,8 @@ namespace spectral {
 
 /// Pivots are the strictly greatest |A(p, q)| with p < q, the first of equals in the order of rows. They are found
 /// from a kept maximum a row, which gives the same pivots as a search through the whole triangle.
-/// A is not checked for symmetry: the lower triangle enters the rotations, the upper one the search.
+/// A is not checked for symmetry: columns enter the rotations, the upper triangle the search. Boundary rows make the
+/// operators of operators.hpp slightly asymmetric; each rotation mirrors the rows and columns that it touches.
 SpectralSolveResult jacobi_eigensolve_symmetric(const SquareMatrix& a, const JacobiOptions& options, const Poll& poll);
 
 }  // namespace spectral

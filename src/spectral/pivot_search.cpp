@@ -34,9 +34,19 @@ VKM_KERNEL void mark_touched(const double* at_p, const double* at_q, const std::
 
 }  // namespace
 
-PivotSearch::PivotSearch(const std::vector<double>& transposed, std::size_t n, bool symmetric)
-    : transposed_(transposed), n_(n), symmetric_(symmetric), keys_(n, 0), columns_(n), touched_(n) {
-  for (std::size_t row = 0; row < n; ++row) scan(row);
+PivotSearch::PivotSearch(const std::vector<double>& transposed, std::size_t n)
+    : transposed_(transposed), n_(n), mirrored_(n), keys_(n, 0), columns_(n), touched_(n) {
+  for (std::size_t row = 0; row < n; ++row) {
+    mirrored_[row] = is_mirrored(row);
+    scan(row);
+  }
+}
+
+bool PivotSearch::is_mirrored(std::size_t row) const {
+  for (std::size_t j = row + 1; j < n_; ++j) {
+    if (!(transposed_[row * n_ + j] == transposed_[j * n_ + row])) return false;
+  }
+  return true;
 }
 
 PivotSearch::Pivot PivotSearch::greatest() const {
@@ -69,6 +79,8 @@ void PivotSearch::update(std::size_t p, std::size_t q) {
       columns_[i] = std::min(columns_[i], column);
     }
   }
+  mirrored_[p] = true;
+  mirrored_[q] = true;
   scan(p);
   scan(q);
 }
@@ -78,7 +90,7 @@ void PivotSearch::scan(std::size_t row) {
   const std::size_t count = n_ - first;
   std::size_t place = count;
   std::int64_t greatest = 0;
-  if (symmetric_) {
+  if (mirrored_[row]) {
     const double* values = transposed_.data() + row * n_ + first;
     greatest = greatest_key(values, count);
     if (greatest > 0) {

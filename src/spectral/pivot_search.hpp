@@ -27,22 +27,22 @@ class PivotSearch {
     double magnitude;
   };
 
-  /// `transposed` is the matrix transposed, n x n with n >= 2; it must outlive the search. If `symmetric`, rows are
-  /// read along the memory.
-  PivotSearch(const std::vector<double>& transposed, std::size_t n, bool symmetric);
+  /// `transposed` is the matrix transposed, n x n with n >= 2; it must outlive the search.
+  PivotSearch(const std::vector<double>& transposed, std::size_t n);
 
   /// The strictly greatest element, the first of equals in the order of rows; (0, 1) and 0 where all vanish.
   Pivot greatest() const;
 
-  /// To be called after rows and columns p < q have changed.
+  /// To be called after rows and columns p < q have changed, to equal ones.
   void update(std::size_t p, std::size_t q);
 
  private:
   void scan(std::size_t row);
+  bool is_mirrored(std::size_t row) const;
 
   const std::vector<double>& transposed_;
   std::size_t n_;
-  bool symmetric_;
+  std::vector<bool> mirrored_;         // rows that equal their column, and can be read along the memory
   std::vector<std::int64_t> keys_;     // a row's greatest magnitude
   std::vector<std::int64_t> columns_;  // its first column, n where the row vanishes
   std::vector<std::int64_t> touched_;  // rows that the last change may concern
