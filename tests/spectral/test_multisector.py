@@ -134,7 +134,7 @@ def test_completion_factor():
         lambda: F1.evaluate_multisector([1.0], [], [], None, 1.0, 1, -1),
         lambda: F2.evaluate_multisector_abs_batch_M([1.0], [], [], None, 1.0, [1], 2),
     ):
-        with pytest.raises(RuntimeError, match="^Unknown completion_mode in multisector completion factor$"):
+        with pytest.raises(RuntimeError, match=r"^Unknown completion_mode in multisector completion factor$"):
             call()
     assert F1.evaluate_multisector([], SECTORS, THETAS, None, 1.0, 1, 99).shape == (0,)
 
