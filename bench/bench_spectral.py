@@ -62,7 +62,7 @@ def cases() -> list[Case]:
     fitter, trace, operator = _native.MultisectorFitterV2, _native.TraceFormula, _native.TrefoilOperator
     size = f"{len(t)} t x {len(SECTORS)} x {TERMS}"
 
-    n, rotations = 400, 2000
+    n, rotations = 400, 20000  # a full solve takes some 300000
     x = np.random.default_rng(5).normal(size=(n, n))
     dense = x + x.T
     tridiagonal = operator.assemble_schrodinger_matrix(-1.0, 1.0, n, 0, True, np.linspace(-1.0, 1.0, n) ** 2)

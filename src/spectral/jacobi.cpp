@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
 #include "core/kernel.hpp"
 #include "spectral/ascending.hpp"
@@ -22,12 +23,10 @@ VKM_KERNEL void rotate_rows(double* a_row, double* b_row, std::size_t n, double 
   }
 }
 
-SquareMatrix transposed(const SquareMatrix& a) {
-  SquareMatrix result(a.n);
+void transpose(SquareMatrix& a) {
   for (std::size_t i = 0; i < a.n; ++i) {
-    for (std::size_t j = 0; j < a.n; ++j) result(j, i) = a(i, j);
+    for (std::size_t j = 0; j < i; ++j) std::swap(a(i, j), a(j, i));
   }
-  return result;
 }
 
 /// One rotation that makes A(p, q) vanish. `a` holds A transposed, so that its columns lie along the memory, and
@@ -78,22 +77,23 @@ void diagonalise(SquareMatrix& a, SquareMatrix& vectors, const JacobiOptions& op
 
 }  // namespace
 
-SpectralSolveResult jacobi_eigensolve_symmetric(const SquareMatrix& a, const JacobiOptions& options,
-                                                const Poll& poll) {
+SpectralSolveResult jacobi_eigensolve_symmetric(SquareMatrix a, const JacobiOptions& options, const Poll& poll) {
   const std::size_t n = a.n;
-  SquareMatrix work = transposed(a);
   SquareMatrix vectors = options.compute_eigenvectors ? build_identity(n) : SquareMatrix();
-  if (n >= 2) diagonalise(work, vectors, options, poll);
+  if (n >= 2) {
+    transpose(a);
+    diagonalise(a, vectors, options, poll);
+  }
 
   std::vector<std::size_t> order(n);
   std::iota(order.begin(), order.end(), std::size_t{0});
   if (options.sort_ascending) {
     std::stable_sort(order.begin(), order.end(),
-                     [&](std::size_t i, std::size_t j) { return ascending(work(i, i), work(j, j)); });
+                     [&](std::size_t i, std::size_t j) { return ascending(a(i, i), a(j, j)); });
   }
   SpectralSolveResult result;
   result.n = n;
-  for (const std::size_t i : order) result.eigenvalues.push_back(work(i, i));
+  for (const std::size_t i : order) result.eigenvalues.push_back(a(i, i));
   if (options.compute_eigenvectors) {
     result.eigenvectors.resize(n * n);
     for (std::size_t k = 0; k < n; ++k) {

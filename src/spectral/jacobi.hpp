@@ -30,7 +30,7 @@ namespace spectral {
 /// from a kept maximum a row, which gives the same pivots as a search through the whole triangle.
 /// A is not checked for symmetry: columns enter the rotations, the upper triangle the search. Boundary rows make the
 /// operators of operators.hpp slightly asymmetric; each rotation mirrors the rows and columns that it touches.
-SpectralSolveResult jacobi_eigensolve_symmetric(const SquareMatrix& a, const JacobiOptions& options, const Poll& poll);
+SpectralSolveResult jacobi_eigensolve_symmetric(SquareMatrix a, const JacobiOptions& options, const Poll& poll);
 
 }  // namespace spectral
 

@@ -63,7 +63,7 @@ def test_faint_and_huge_factors(length):
         if length < math.inf:
             expected = -2 * math.cos(0.4) * length * z * np.exp(-1j * angles)
             np.testing.assert_allclose(derivative, expected, rtol=1e-12, atol=0)
-    elif length > -400.0:
+    elif length > -701.0:
         np.testing.assert_allclose(log.real, length, rtol=1e-14)  # D is z^2 there
         np.testing.assert_allclose(derivative, 2 * length, rtol=1e-12)
     else:

@@ -13,8 +13,8 @@ PHASE = _native.TraceFormula.phase_derivative_from_xi
 def test_extrema_are_inclusive():
     assert N.local_minima_indices([1.0] * 5).tolist() == [1, 2, 3]
     assert N.local_maxima_indices([1.0] * 5).tolist() == [1, 2, 3]
-    assert N.local_minima_indices([0, 1, 0, 2, 2, 3]).tolist() == [2]
-    assert N.local_maxima_indices([0, 1, 0, 2, 2, 3]).tolist() == [1]
+    assert N.local_minima_indices([0, 1, 0, 2, 2, 3]).tolist() == [2, 4]
+    assert N.local_maxima_indices([0, 1, 0, 2, 2, 3]).tolist() == [1, 3]
     assert N.local_minima_indices([3, 1, math.nan, 1, 3, math.inf, math.inf, math.inf]).tolist() == [6]
     for y in ([], [1.0], [2.0, 1.0]):
         assert N.local_minima_indices(y).tolist() == N.local_maxima_indices(y).tolist() == []

@@ -112,7 +112,7 @@ def test_a_deep_harmonic_well_has_equal_steps():
     # -u'' + k^2 u^2 has the levels k (2 j + 1)
     k = 100.0
     solved = T.build_and_solve_node_anchored_operator(
-        -1, 1, 121, 0, True, [], 0.0, 0.1, harmonic_coeff=k * k, max_sweeps=100000, tol=1e-9
+        -1, 1, 201, 0, True, [], 0.0, 0.1, harmonic_coeff=k * k, max_sweeps=300000, tol=1e-9
     )
     levels = solved["eigenvalues"][np.abs(solved["eigenvectors"][[0, -1]]).max(axis=0) < 1e-6][:4]
     np.testing.assert_allclose(levels, k * np.array([1, 3, 5, 7]), rtol=0.005)
