@@ -1,10 +1,35 @@
 #include "spectral/trace_formula.hpp"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/numbers.hpp"
 
 namespace vkm {
+
+namespace {
+
+/// Adds 2 pi, one turn at a time, while the phase lies more than pi below `goal`. The rounding of each addition is part
+/// of the result; within a binade all additions are by the same representable stride, so that many of them are made at
+/// once with the same bits. (Below 128 they are not: there 2 pi may lie halfway between two strides.)
+double unwound(double phase, double goal) {
+  while (phase - goal < -pi) {
+    const double next = phase + two_pi;
+    if (phase >= 128.0) {
+      const double stride = next - phase;
+      const double end = std::ldexp(1.0, std::ilogb(phase) + 1);
+      const double turns = std::floor((std::min(goal - pi, end) - phase) / stride) - 2.0;
+      if (turns > 1.0) {
+        phase += turns * stride;
+        continue;
+      }
+    }
+    phase = next;
+  }
+  return phase;
+}
+
+}  // namespace
 
 std::vector<double> phase_derivative(std::span<const double> t, std::span<const std::complex<double>> xi,
                                      const Poll& poll) {
@@ -14,15 +39,14 @@ std::vector<double> phase_derivative(std::span<const double> t, std::span<const 
 
   std::vector<double> phase(n);
   for (std::size_t i = 0; i < n; ++i) phase[i] = std::atan2(xi[i].imag(), xi[i].real());
-  // A phase that winds k times takes k steps of 2 pi for each later sample; the rounding of each step is part of it.
   Heartbeat heartbeat(poll);
-  std::size_t steps = 0;
   for (std::size_t i = 1; i < n; ++i) {
-    for (; phase[i] - phase[i - 1] > pi; ++steps) phase[i] -= two_pi;
-    for (; phase[i] - phase[i - 1] < -pi; ++steps) phase[i] += two_pi;
-    if (steps < 4096) continue;
-    steps = 0;
-    heartbeat.tick();
+    if (phase[i] - phase[i - 1] > pi) {
+      phase[i] = -unwound(-phase[i], -phase[i - 1]);
+    } else {
+      phase[i] = unwound(phase[i], phase[i - 1]);
+    }
+    if (i % 1024 == 0) heartbeat.tick();
   }
 
   for (std::size_t i = 1; i + 1 < n; ++i) {
