@@ -41,11 +41,8 @@ std::vector<double> phase_derivative(std::span<const double> t, std::span<const 
   for (std::size_t i = 0; i < n; ++i) phase[i] = std::atan2(xi[i].imag(), xi[i].real());
   Heartbeat heartbeat(poll);
   for (std::size_t i = 1; i < n; ++i) {
-    if (phase[i] - phase[i - 1] > pi) {
-      phase[i] = -unwound(-phase[i], -phase[i - 1]);
-    } else {
-      phase[i] = unwound(phase[i], phase[i - 1]);
-    }
+    phase[i] = -unwound(-phase[i], -phase[i - 1]);  // down
+    phase[i] = unwound(phase[i], phase[i - 1]);     // and up
     if (i % 1024 == 0) heartbeat.tick();
   }
 
