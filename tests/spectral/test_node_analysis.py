@@ -70,11 +70,11 @@ def test_phase_derivative_of_a_turning_number():
     assert PHASE(np.arange(6.0), [1, math.nan, 1j, -1, -1j, 1]).shape == (6,)
 
 
-@pytest.mark.parametrize("rate", [2.9, -3.1])
+@pytest.mark.parametrize("rate", [2.9, -2.7])
 def test_phases_unwind_turn_by_turn(rate):
     """Thousands of turns, each with its own rounding."""
     t = np.linspace(0.0, 4000.0, 4001)
-    xi = np.exp(1j * (rate * t + np.sin(t)))
+    xi = np.exp(1j * (rate * t + 0.2 * np.sin(t)))
     phase = [math.atan2(z.imag, z.real) for z in xi.tolist()]
     for i in range(1, len(phase)):
         while phase[i] - phase[i - 1] > math.pi:
