@@ -1,0 +1,84 @@
+// Thickness, ropelength and contacts of a polygon. Edge pairs come from the box tree: its results are those of the loop
+// over all pairs, bit by bit and in the same order.
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+
+#include "tube/corner.hpp"
+#include "tube/edge_pair_search.hpp"
+#include "tube/resolved_tube.hpp"
+
+namespace vkm {
+
+namespace {
+
+/// Largest distance that stays beside the least one, m. The tolerance is relative and additive at once.
+double admitted_distance(double m, double distance_tol) {
+  const double tol = std::max(distance_tol, 0.0);
+  return tol == 0.0 ? m + 1e-12 : (tol + 1.0) * m + tol;
+}
+
+}  // namespace
+
+std::vector<SegmentPair> ResolvedTubeGeometry::dcsd_candidates(Points points, std::int32_t skip_neighbors,
+                                                               double distance_tol, const Poll& poll) {
+  if (points.size() <= 3) return {};
+  Heartbeat heartbeat(poll);
+  const EdgePairSearch search(points, skip_neighbors);
+  const double least = search.least_distance(heartbeat);
+  return search.pairs_within(admitted_distance(least, distance_tol), heartbeat);
+}
+
+ResolvedTubeMetrics ResolvedTubeGeometry::analyze(Points points, std::int32_t skip_neighbors, double contact_tol,
+                                                  double equilateral_tol, const Poll& poll) {
+  const std::size_t n = points.size();
+  if (n < 3) throw std::invalid_argument("analyze requires at least 3 points.");
+  if (contact_tol < 0.0) throw std::invalid_argument("contact_tol must be non-negative.");
+  if (equilateral_tol < 0.0) throw std::invalid_argument("equilateral_tol must be non-negative.");
+
+  Heartbeat heartbeat(poll);
+  ResolvedTubeMetrics tube;
+  tube.length = length(points);
+  tube.edge_length_mean = edge_length_mean(points);
+  tube.edge_length_rel_std = edge_length_relative_std(points);
+  tube.edge_length_max_rel_dev = edge_length_max_relative_deviation(points);
+  tube.equilateral_ok = tube.edge_length_max_rel_dev <= equilateral_tol;
+
+  std::vector<Corner> corners(n);
+  tube.minrad = std::numeric_limits<double>::infinity();
+  for (std::size_t v = 0; v < n; ++v) {
+    corners[v] = corner_of(points[v == 0 ? n - 1 : v - 1], points[v], points[v + 1 == n ? 0 : v + 1]);
+    tube.minrad = std::min(tube.minrad, corner_minrad(corners[v]));
+  }
+
+  const EdgePairSearch search(n > 3 ? points : Points(), skip_neighbors);
+  tube.min_dcsd = search.least_distance(heartbeat);
+  tube.half_min_dcsd = 0.5 * tube.min_dcsd;
+  tube.thickness_rad = tube.half_min_dcsd < tube.minrad ? tube.half_min_dcsd : tube.minrad;
+  tube.reach_rad = tube.thickness_rad;
+  const bool usable = tube.thickness_rad > 0.0 && std::isfinite(tube.thickness_rad);
+  if (usable) {
+    tube.ropelength_rad = tube.length / tube.thickness_rad;
+    tube.ropelength_diam = 0.5 * tube.ropelength_rad;
+  }
+  // A degenerate polygon passes.
+  tube.lower_bound_ok =
+      tube.ropelength_rad <= 0.0 || tube.ropelength_rad + 1e-9 >= nontrivial_knot_lower_bound_rad();
+  if (!usable) return tube;
+
+  const double contact = (contact_tol + 1.0) * tube.thickness_rad + contact_tol;
+  const double admitted = admitted_distance(tube.min_dcsd, contact_tol);
+  // The search takes a distance, the contact test half of it: a limit above by less than any normal number, then the
+  // test itself.
+  tube.struts = search.pairs_within(std::min(admitted, 2.0 * contact + 1e-300), heartbeat);
+  std::erase_if(tube.struts, [&](const SegmentPair& pair) { return !(0.5 * pair.distance <= contact); });
+  for (std::size_t v = 0; v < n; ++v) {
+    const KinkRecord kink = corner_kink(corners[v], v);
+    if (kink.minrad <= contact) tube.kinks.push_back(kink);
+  }
+  return tube;
+}
+
+}  // namespace vkm
