@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 
 #include "tube/corner.hpp"
 #include "tube/edge_pair_search.hpp"
@@ -26,9 +27,8 @@ std::vector<SegmentPair> ResolvedTubeGeometry::dcsd_candidates(Points points, st
                                                                double distance_tol, const Poll& poll) {
   if (points.size() <= 3) return {};
   Heartbeat heartbeat(poll);
-  const EdgePairSearch search(points, skip_neighbors);
-  const double least = search.least_distance(heartbeat);
-  return search.pairs_within(admitted_distance(least, distance_tol), heartbeat);
+  const auto keep = [&](double least) { return admitted_distance(least, distance_tol); };
+  return EdgePairSearch(points, skip_neighbors).near_pairs(keep, heartbeat).pairs;
 }
 
 ResolvedTubeMetrics ResolvedTubeGeometry::analyze(Points points, std::int32_t skip_neighbors, double contact_tol,
@@ -53,26 +53,33 @@ ResolvedTubeMetrics ResolvedTubeGeometry::analyze(Points points, std::int32_t sk
     tube.minrad = std::min(tube.minrad, corner_minrad(corners[v]));
   }
 
-  const EdgePairSearch search(n > 3 ? points : Points(), skip_neighbors);
-  tube.min_dcsd = search.least_distance(heartbeat);
+  // Contacts are collected only at a thickness that is positive and finite; nothing is kept at any other.
+  const auto thickness_of = [&](double dcsd) { return 0.5 * dcsd < tube.minrad ? 0.5 * dcsd : tube.minrad; };
+  const auto usable = [](double thickness) { return thickness > 0.0 && std::isfinite(thickness); };
+  const auto contact_of = [&](double thickness) { return (contact_tol + 1.0) * thickness + contact_tol; };
+  const auto keep = [&](double least) {
+    const double thickness = thickness_of(least);
+    if (!usable(thickness)) return -1.0;
+    // The contact test is on half the distance; the added number keeps subnormal distances for it.
+    return std::min(admitted_distance(least, contact_tol), 2.0 * contact_of(thickness) + 1e-300);
+  };
+  EdgePairSearch::Found found = EdgePairSearch(n > 3 ? points : Points(), skip_neighbors).near_pairs(keep, heartbeat);
+
+  tube.min_dcsd = found.least;
   tube.half_min_dcsd = 0.5 * tube.min_dcsd;
-  tube.thickness_rad = tube.half_min_dcsd < tube.minrad ? tube.half_min_dcsd : tube.minrad;
+  tube.thickness_rad = thickness_of(tube.min_dcsd);
   tube.reach_rad = tube.thickness_rad;
-  const bool usable = tube.thickness_rad > 0.0 && std::isfinite(tube.thickness_rad);
-  if (usable) {
+  if (usable(tube.thickness_rad)) {
     tube.ropelength_rad = tube.length / tube.thickness_rad;
     tube.ropelength_diam = 0.5 * tube.ropelength_rad;
   }
   // A degenerate polygon passes.
   tube.lower_bound_ok =
       tube.ropelength_rad <= 0.0 || tube.ropelength_rad + 1e-9 >= nontrivial_knot_lower_bound_rad();
-  if (!usable) return tube;
+  if (!usable(tube.thickness_rad)) return tube;
 
-  const double contact = (contact_tol + 1.0) * tube.thickness_rad + contact_tol;
-  const double admitted = admitted_distance(tube.min_dcsd, contact_tol);
-  // The search takes a distance, the contact test half of it: a limit above by less than any normal number, then the
-  // test itself.
-  tube.struts = search.pairs_within(std::min(admitted, 2.0 * contact + 1e-300), heartbeat);
+  const double contact = contact_of(tube.thickness_rad);
+  tube.struts = std::move(found.pairs);
   std::erase_if(tube.struts, [&](const SegmentPair& pair) { return !(0.5 * pair.distance <= contact); });
   for (std::size_t v = 0; v < n; ++v) {
     const KinkRecord kink = corner_kink(corners[v], v);
