@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "tube/corner.hpp"
+#include "tube/edge_lengths.hpp"
 #include "tube/edge_pair_search.hpp"
 #include "tube/resolved_tube.hpp"
 
@@ -19,6 +20,39 @@ namespace {
 double admitted_distance(double m, double distance_tol) {
   const double tol = std::max(distance_tol, 0.0);
   return tol == 0.0 ? m + 1e-12 : (tol + 1.0) * m + tol;
+}
+
+/// Twice the relative error of an estimated radius, and more.
+constexpr double estimate_margin = 1e-6;
+
+/// Vertex radii without the inverse cosine and the tangent, by 2 tan(theta/2) = 2 sqrt((1 - cos) / (1 + cos)). Corners
+/// too sharp for that, and collapsed ones, have their exact radius.
+std::vector<double> estimated_radii(std::span<const Vec3> points, std::span<const double> lengths) {
+  const std::size_t n = points.size();
+  std::vector<double> radii(n);
+  for (std::size_t v = 0; v < n; ++v) {
+    const std::size_t prev = v == 0 ? n - 1 : v - 1;
+    const double cosine = dot(points[v] - points[prev], points[v + 1 == n ? 0 : v + 1] - points[v]) /
+                          (lengths[prev] * lengths[v]);
+    const double shorter = std::min(lengths[prev], lengths[v]);
+    const double capped = std::min(cosine, 1.0);
+    radii[v] = 0.5 * shorter * std::sqrt((1.0 + capped) / (1.0 - capped));
+    if (shorter <= tube_epsilon || cosine < -0.999) radii[v] = ResolvedTubeGeometry::minrad_at_vertex(points, v);
+  }
+  return radii;
+}
+
+/// The exact minimum: only corners whose estimate comes close to the least estimate can hold it.
+double least_radius(std::span<const Vec3> points, std::span<const double> radii) {
+  double limit = std::numeric_limits<double>::infinity();
+  for (const double radius : radii) limit = std::min(limit, radius);
+  limit *= 1.0 + estimate_margin;
+  double least = std::numeric_limits<double>::infinity();
+  for (std::size_t v = 0; v < points.size(); ++v) {
+    if (radii[v] > limit) continue;
+    least = std::min(least, ResolvedTubeGeometry::minrad_at_vertex(points, v));
+  }
+  return least;
 }
 
 }  // namespace
@@ -40,18 +74,16 @@ ResolvedTubeMetrics ResolvedTubeGeometry::analyze(Points points, std::int32_t sk
 
   Heartbeat heartbeat(poll);
   ResolvedTubeMetrics tube;
-  tube.length = length(points);
-  tube.edge_length_mean = edge_length_mean(points);
-  tube.edge_length_rel_std = edge_length_relative_std(points);
-  tube.edge_length_max_rel_dev = edge_length_max_relative_deviation(points);
+  const std::vector<double> lengths = edge_lengths(points);
+  const EdgeStatistics edges = edge_statistics(lengths);
+  tube.length = edges.sum;
+  tube.edge_length_mean = edges.mean;
+  tube.edge_length_rel_std = edges.relative_std;
+  tube.edge_length_max_rel_dev = edges.max_relative_deviation;
   tube.equilateral_ok = tube.edge_length_max_rel_dev <= equilateral_tol;
 
-  std::vector<Corner> corners(n);
-  tube.minrad = std::numeric_limits<double>::infinity();
-  for (std::size_t v = 0; v < n; ++v) {
-    corners[v] = corner_of(points[v == 0 ? n - 1 : v - 1], points[v], points[v + 1 == n ? 0 : v + 1]);
-    tube.minrad = std::min(tube.minrad, corner_minrad(corners[v]));
-  }
+  const std::vector<double> radii = estimated_radii(points, lengths);
+  tube.minrad = least_radius(points, radii);
 
   // Contacts are collected only at a thickness that is positive and finite; nothing is kept at any other.
   const auto thickness_of = [&](double dcsd) { return 0.5 * dcsd < tube.minrad ? 0.5 * dcsd : tube.minrad; };
@@ -82,7 +114,8 @@ ResolvedTubeMetrics ResolvedTubeGeometry::analyze(Points points, std::int32_t sk
   tube.struts = std::move(found.pairs);
   std::erase_if(tube.struts, [&](const SegmentPair& pair) { return !(0.5 * pair.distance <= contact); });
   for (std::size_t v = 0; v < n; ++v) {
-    const KinkRecord kink = corner_kink(corners[v], v);
+    if (radii[v] > contact * (1.0 + estimate_margin)) continue;
+    const KinkRecord kink = kink_at_vertex(points, v);
     if (kink.minrad <= contact) tube.kinks.push_back(kink);
   }
   return tube;

@@ -1,6 +1,7 @@
 """Thickness, contacts and gradients of closed polygons."""
 
 import math
+import signal
 
 import _native
 import numpy as np
@@ -215,6 +216,25 @@ def test_tolerances_without_a_number_and_without_end():
     tube = Geometry.analyze(points, 2, math.inf)
     assert len(tube.struts) == 40 * 39 // 2 - 2 * 40 and len(tube.kinks) == 40
     assert Geometry.dcsd_candidates(points, 2**31 - 1) == []
+
+
+def test_long_searches_end_on_a_signal():
+    class Stop(Exception):
+        pass
+
+    def stop(*_):
+        raise Stop
+
+    chords = np.random.default_rng(13).uniform(-1.0, 1.0, (40000, 3))
+    before = signal.signal(signal.SIGALRM, stop)
+    try:
+        for search in (Geometry.analyze, Geometry.dcsd_candidates):
+            signal.setitimer(signal.ITIMER_REAL, 0.1)
+            with pytest.raises(Stop):
+                search(chords)
+    finally:
+        signal.setitimer(signal.ITIMER_REAL, 0.0)
+        signal.signal(signal.SIGALRM, before)
 
 
 def test_lower_bound_allows_for_rounding():
