@@ -11,7 +11,7 @@
 /// Distances themselves come from the one formula (segment_distance.hpp), one pair a lane where many are due. Pairs
 /// with a coordinate that is not a number or infinite have a distance that is not a number, and are never found.
 ///
-/// Time is n log n and memory 13 doubles an edge on curves; edges that are long against the body (random chords)
+/// Time is n log n and memory 14 doubles an edge on curves; edges that are long against the body (random chords)
 /// overlap in their boxes and cost up to all pairs, eight at a time.
 
 #include <cstdint>
