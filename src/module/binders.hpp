@@ -19,6 +19,7 @@ void bind_frenet_helicity(py::module_& m);
 void bind_multisector(py::module_& m);
 void bind_time_evolution(py::module_& m);
 void bind_spectral_operator(py::module_& m);
+void bind_resolved_tube(py::module_& m);
 void bind_filament_dynamics(py::module_& m);
 
 }  // namespace vkm
