@@ -1,4 +1,4 @@
-"""The command line: `vkmcore mass`, `vkmcore knots`, `vkmcore info`.
+"""The command line of the package.
 
 Results go to standard output, everything else to standard error. Failures end with a line on standard error and exit
 code 1 (2 for wrong usage, 130 after Ctrl-C). Libraries that only one command needs are imported where it needs them.
@@ -6,6 +6,7 @@ code 1 (2 for wrong usage, 130 after Ctrl-C). Libraries that only one command ne
 
 from __future__ import annotations
 
+import importlib
 import json
 import math
 import sys
@@ -32,8 +33,21 @@ class Failure(click.ClickException):
         click.echo(self.message, err=True, file=file)
 
 
+# Commands in modules of their own, imported when one of them is called or the help lists them.
+ELSEWHERE = {"spectrum": "vkmcore.spectrum"}
+
+
 class Program(click.Group):
     """A group whose commands fail with a text and an exit code, never with a traceback."""
+
+    def list_commands(self, ctx: click.Context) -> list[str]:
+        return sorted([*super().list_commands(ctx), *ELSEWHERE])
+
+    def get_command(self, ctx: click.Context, cmd_name: str) -> click.Command | None:
+        if cmd_name in ELSEWHERE:
+            command: click.Command = getattr(importlib.import_module(ELSEWHERE[cmd_name]), cmd_name)
+            return command
+        return super().get_command(ctx, cmd_name)
 
     def invoke(self, ctx: click.Context) -> Any:
         try:
