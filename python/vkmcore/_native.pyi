@@ -7,7 +7,7 @@ import collections.abc
 import numpy
 import numpy.typing
 import typing
-__all__: list[str] = ['FourierBlock', 'FourierResult', 'GeometricDescriptors', 'IdealABBlock', 'IdealABComponent', 'LoadedKnot', 'ParticleEvaluator', 'RelativisticMetrics', 'TailApproxConfig', 'VKMCanonicalConstants', 'VKMCanonicalValues', 'VKMMasterEquation', 'VKMMasterEquationInput', 'VKMMasterEquationOutput', 'VKMTensionScales', 'VKMTopologyKernelInput', 'bending_energy_exact', 'compute_centerline_helicity', 'compute_curvature', 'compute_linking_number', 'compute_polygonal_gauss', 'compute_twist', 'compute_writhe', 'curvature_exact', 'describe_fourier_block', 'detect_reconnection_candidates', 'evaluate_fourier_block', 'evaluate_fourier_series', 'evaluate_ideal_ab_components', 'evaluate_ideal_component', 'evaluate_with_derivatives', 'find_ideal_ab_block_by_id', 'find_ideal_block_by_id', 'format_ideal_ab_header', 'fourier_knot', 'fourier_knot_eval', 'get_embedded_ideal_files', 'get_embedded_knot_files', 'index_of_ideal_id', 'index_of_largest_block', 'length_exact', 'list_bindings', 'load_all_knots', 'load_embedded_ideal_text', 'load_embedded_knot_block', 'min_self_distance_exactish', 'min_self_distance_sampled', 'mode_energies', 'parse_embedded_ideal_ab_by_id', 'parse_embedded_ideal_txt', 'parse_fseries_from_string', 'parse_fseries_multi', 'parse_ideal_ab_by_id_from_string', 'parse_ideal_halvard_from_string', 'parse_ideal_txt_from_string', 'parse_ideal_txt_multi', 'writhe_gauss_curve']
+__all__: list[str] = ['BiotSavart', 'FourierBlock', 'FourierResult', 'GeometricDescriptors', 'IdealABBlock', 'IdealABComponent', 'LoadedKnot', 'ParticleEvaluator', 'RelativisticMetrics', 'TailApproxConfig', 'TimeEvolution', 'VKMCanonicalConstants', 'VKMCanonicalValues', 'VKMMasterEquation', 'VKMMasterEquationInput', 'VKMMasterEquationOutput', 'VKMTensionScales', 'VKMTopologyKernelInput', 'VortexKnotSystem', 'bending_energy_exact', 'biot_savart_vector_potential_grid', 'biot_savart_velocity', 'biot_savart_velocity_grid', 'biot_savart_wire_grid', 'compute_biot_savart_velocity_grid', 'compute_centerline_helicity', 'compute_curvature', 'compute_curvature_torsion', 'compute_frenet_frames', 'compute_helicity', 'compute_helicity_from_fourier_block', 'compute_helicity_invariants', 'compute_linking_number', 'compute_polygonal_gauss', 'compute_twist', 'compute_vorticity_grid', 'compute_writhe', 'curl3d_central', 'curvature_exact', 'describe_fourier_block', 'detect_reconnection_candidates', 'dipole_field_at_point', 'dipole_ring_field_grid', 'evaluate_fourier_block', 'evaluate_fourier_series', 'evaluate_ideal_ab_components', 'evaluate_ideal_component', 'evaluate_with_derivatives', 'evolve_positions_euler', 'evolve_vortex_knot', 'extract_interior_field', 'find_ideal_ab_block_by_id', 'find_ideal_block_by_id', 'format_ideal_ab_header', 'fourier_knot', 'fourier_knot_eval', 'get_embedded_ideal_files', 'get_embedded_knot_files', 'index_of_ideal_id', 'index_of_largest_block', 'length_exact', 'list_bindings', 'load_all_knots', 'load_embedded_ideal_text', 'load_embedded_knot_block', 'min_self_distance_exactish', 'min_self_distance_sampled', 'mode_energies', 'parse_embedded_ideal_ab_by_id', 'parse_embedded_ideal_txt', 'parse_fseries_from_string', 'parse_fseries_multi', 'parse_ideal_ab_by_id_from_string', 'parse_ideal_halvard_from_string', 'parse_ideal_txt_from_string', 'parse_ideal_txt_multi', 'rk4_integrate', 'writhe_gauss_curve']
 
 class TailApproxConfig:
     """
@@ -979,6 +979,49 @@ class VKMTensionScales:
         Ratio 4 alpha_g / alpha of the swirl to the gravitational force scale. ValueError unless alpha is positive.
         """
 
+class BiotSavart:
+    """
+    Biot-Savart sums over closed polylines and the helicity pipeline on grids.
+    """
+
+    @staticmethod
+    def compute_invariants(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg2: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], /) -> tuple[float, float, float]:
+        """
+        compute_invariants(velocity, vorticity, r_sq): (H_charge, H_mass, a_mu).
+
+        H_charge = sum v.w, H_mass = sum |w|^2 r_sq, a_mu = (H_charge / H_mass - 1) / 2. ValueError if the vorticity is shorter
+        than the velocity, or r_sq shorter than the vorticity.
+        """
+
+    @staticmethod
+    def compute_velocity(curve: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], grid_points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], circulation: typing.SupportsFloat | typing.SupportsIndex=1.0) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Velocity of a closed vortex polyline at grid points.
+
+        Backward compatible with the historical 2-argument call; circulation defaults to 1.0.
+
+        u(x) = circulation / (4 pi) sum dl x R / (|R|^3 + 1e-12), R from the midpoint of each of the N segments (Biot-Savart
+        law). `curve` is a list of N points in m, closed by its last segment; `grid_points` a list of M points; `circulation` in
+        m^2/s. Returns a list of M velocities in m/s; zeros for fewer than two curve points.
+        """
+
+    @staticmethod
+    def compute_vorticity(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: typing.Annotated[collections.abc.Sequence[typing.SupportsInt | typing.SupportsIndex], 'FixedSize(3)'], arg2: typing.SupportsFloat | typing.SupportsIndex, /) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        compute_vorticity(velocity, shape, spacing): central differences on a periodic grid.
+
+        The result is minus the textbook curl; the helicity invariants rest on this sign. `velocity` holds nx*ny*nz vectors,
+        cell (i, j, k) at (i*ny + j)*nz + k; `shape` is (nx, ny, nz). ValueError if the list does not fit the shape.
+        """
+
+    @staticmethod
+    def extract_interior(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: typing.Annotated[collections.abc.Sequence[typing.SupportsInt | typing.SupportsIndex], 'FixedSize(3)'], arg2: typing.SupportsInt | typing.SupportsIndex, /) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        extract_interior(field, shape, margin): cells at least `margin` cells away from every face.
+
+        Empty if the margin is half an extent or more. ValueError for a negative margin or a list that does not fit.
+        """
+
 class FourierBlock:
     """
     A closed curve as a truncated Fourier series.
@@ -1344,12 +1387,126 @@ class LoadedKnot:
         Centred samples; the first point is repeated as the last.
         """
 
+class VortexKnotSystem:
+    """
+    A closed vortex filament evolved by explicit Euler under the Biot-Savart law.
+    """
+
+    def __init__(self, circulation: typing.SupportsFloat | typing.SupportsIndex=1.0) -> None:
+        """
+        An empty system with a circulation in m^2/s.
+        """
+
+    def evolve(self, dt: typing.SupportsFloat | typing.SupportsIndex, steps: typing.SupportsInt | typing.SupportsIndex) -> None:
+        """
+        Take `steps` Euler steps of `dt` seconds under the filament's own Biot-Savart velocity.
+
+        An interrupted call leaves the state as it was.
+        """
+
+    def get_positions(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Positions in m, a new list.
+        """
+
+    def get_tangents(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Element vectors in m: half of the difference of the neighbours. A new list.
+        """
+
+    def initialize_figure8_knot(self, resolution: typing.SupportsInt | typing.SupportsIndex=400) -> None:
+        """
+        Put the filament on the figure-eight knot (cos 3t (cos 2t + 2), sin 3t (cos 2t + 2), sin 4t).
+        """
+
+    def initialize_knot_from_name(self, knot_id: str, resolution: typing.SupportsInt | typing.SupportsIndex=1000) -> None:
+        """
+        Put the filament on a knot of the catalogue, as "3_1", or of a .fseries file found on disk.
+
+        The curve is centred and sampled at both ends of its period: the last point repeats the first. RuntimeError if the knot
+        cannot be found or read; the system then keeps its state.
+        """
+
+    def initialize_trefoil_knot(self, resolution: typing.SupportsInt | typing.SupportsIndex=400) -> None:
+        """
+        Put the filament on the torus-knot trefoil (cos 2t (cos 3t + 2), sin 2t (cos 3t + 2), sin 3t).
+        """
+
+class TimeEvolution:
+    """
+    A closed vortex filament evolved from a given state.
+    """
+
+    def __init__(self, initial_positions: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], initial_tangents: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], gamma: typing.SupportsFloat | typing.SupportsIndex=1.0) -> None:
+        """
+        Start from positions (m), their element vectors (m) and a circulation gamma (m^2/s).
+
+        The tangents stay as given until the first step.
+        """
+
+    def evolve(self, dt: typing.SupportsFloat | typing.SupportsIndex, steps: typing.SupportsInt | typing.SupportsIndex) -> None:
+        """
+        Take `steps` Euler steps of `dt` seconds under the filament's own Biot-Savart velocity.
+
+        An interrupted call leaves the state as it was. ValueError if there are fewer tangents than positions.
+        """
+
+    def get_positions(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Positions in m, a new list.
+        """
+
+    def get_tangents(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Element vectors in m, a new list.
+        """
+
 def bending_energy_exact(block: FourierBlock, nsamples: typing.SupportsInt | typing.SupportsIndex=4096, eps: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> float:
     """
     Compute bending energy integral of Fourier curve.
 
     Integral of curvature squared over arc length, in 1 / length, by the rectangle rule; the speed is clamped from below at
     eps. At least 32 samples are taken.
+    """
+
+def biot_savart_vector_potential_grid(polyline: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], grid: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], current: typing.SupportsFloat | typing.SupportsIndex=1.0) -> tuple[numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64]]:
+    """
+    Vector potential of an open polyline (mu0=1): current / (4 pi) sum dl / |R|, R from each segment's midpoint.
+
+    `polyline` has shape (N, 3) and N - 1 segments, `grid` (M, 3). Returns (Ax, Ay, Az), three new arrays of shape (M,).
+    Segments nearer than 1e-12 to a grid point are left out. ValueError for other shapes.
+    """
+
+def biot_savart_velocity(r: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], filament_points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tangent_vectors: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], circulation: typing.SupportsFloat | typing.SupportsIndex=1.0) -> typing.Annotated[list[float], 'FixedSize(3)']:
+    """
+    Velocity at a point, induced by the points of a filament.
+
+    Sums circulation / (4 pi) t x R / |R|^3 over the points; the tangent vectors carry the element length. Points at a
+    distance of at most 1e-6 are skipped. ValueError if there are fewer tangents than points.
+    """
+
+def biot_savart_velocity_grid(polyline: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], grid: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], circulation: typing.SupportsFloat | typing.SupportsIndex=1.0) -> numpy.typing.NDArray[numpy.float64]:
+    """
+    Velocity of a closed vortex polyline at grid points, on arrays.
+
+    Backward compatible with the historical 2-argument call; circulation defaults to 1.0.
+
+    `polyline` has shape (N, 3), `grid` (M, 3), both in m; returns a new array (M, 3) in m/s. The formula is that of
+    BiotSavart.compute_velocity. ValueError for other shapes.
+    """
+
+def biot_savart_wire_grid(X: typing.Any, Y: typing.Any, Z: typing.Any, wire_points: typing.Any, current: typing.SupportsFloat | typing.SupportsIndex=1.0) -> tuple[numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64]]:
+    """
+    Field of an open wire by the Biot-Savart law (mu0=1).
+
+    `X`, `Y`, `Z` are arrays of one shape, `wire_points` has shape (N, 3) and N - 1 segments. Returns (Bx, By, Bz), new
+    arrays of the shape of X. Segments nearer than 1e-12 to a field point are left out. ValueError for shapes that do not
+    fit.
+    """
+
+def compute_biot_savart_velocity_grid(curve: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], grid_points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    Velocity of a closed vortex polyline of circulation 1 at grid points, as BiotSavart.compute_velocity.
     """
 
 def compute_centerline_helicity(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:
@@ -1365,6 +1522,43 @@ def compute_curvature(points: typing.Annotated[numpy.typing.ArrayLike, numpy.flo
 
     points: array (N, 3) of a closed curve, the closing point not repeated; array (N,) in 1 / length by central differences,
     |d1 x d2| / (|d1|^3 + eps). Zeros for N below 3. Raises ValueError for another shape.
+    """
+
+def compute_curvature_torsion(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> tuple[list[float], list[float]]:
+    """
+    compute_curvature_torsion(T, N): the lists (curvature, torsion), per index and not per unit length.
+
+    ValueError if the lists differ in length; fewer than three entries give zeros.
+    """
+
+def compute_frenet_frames(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> tuple[list[typing.Annotated[list[float], 'FixedSize(3)']], list[typing.Annotated[list[float], 'FixedSize(3)']], list[typing.Annotated[list[float], 'FixedSize(3)']]]:
+    """
+    compute_frenet_frames(X): the lists (T, N, B) of unit tangents, normals and binormals.
+
+    Central differences over the inner points of an open curve; the ends copy their neighbours. A straight stretch gives
+    NaN normals; fewer than three points give zero vectors.
+    """
+
+def compute_helicity(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:
+    """
+    Compute helicity H = ∫ v · ω dV.
+
+    compute_helicity(velocity, vorticity) on two lists of vectors. What it returns is the mean of the pointwise products,
+    accumulated in single precision; NaN for empty lists. ValueError if the vorticity is the shorter list.
+    """
+
+def compute_helicity_from_fourier_block(block: FourierBlock, grid_size: typing.SupportsInt | typing.SupportsIndex=32, spacing: typing.SupportsFloat | typing.SupportsIndex=0.1, interior_margin: typing.SupportsInt | typing.SupportsIndex=8, nsamples: typing.SupportsInt | typing.SupportsIndex=1000) -> tuple[float, float, float]:
+    """
+    Helicity invariants (H_charge, H_mass, a_mu) of the flow induced by a Fourier curve.
+
+    The curve is centred, sampled at `nsamples` parameters (both ends of the period) and given circulation 1; its velocity is
+    taken on a cube of grid_size^3 points `spacing` apart, and the invariants on the interior that is left when
+    `interior_margin` cells are cut from every face. An empty interior gives (0, 0, nan).
+    """
+
+def compute_helicity_invariants(v_sub: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], w_sub: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], r_sq: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex]) -> tuple[float, float, float]:
+    """
+    The tuple (H_charge, H_mass, a_mu), as BiotSavart.compute_invariants.
     """
 
 def compute_linking_number(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> int:
@@ -1400,6 +1594,11 @@ def compute_twist(arg0: collections.abc.Sequence[typing.Annotated[collections.ab
     Raises ValueError when N is shorter than T.
     """
 
+def compute_vorticity_grid(velocity: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], shape: typing.Annotated[collections.abc.Sequence[typing.SupportsInt | typing.SupportsIndex], 'FixedSize(3)'], spacing: typing.SupportsFloat | typing.SupportsIndex) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    Minus the textbook curl on a periodic grid, as BiotSavart.compute_vorticity.
+    """
+
 def compute_writhe(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:
     """
     Compute the writhe of a closed filament.
@@ -1407,6 +1606,14 @@ def compute_writhe(arg0: collections.abc.Sequence[typing.Annotated[collections.a
     The vertices X (list of N points) are read as an open list: the sum runs over the N - 1 edges X[i+1] - X[i], so repeat
     the first point at the end for the whole closed curve. Gauss sum over pairs of edges i < j, taken at the edge starts,
     over 2 pi; pairs nearer than 1e-6 are left out. Dimensionless; 0 for fewer than two edges.
+    """
+
+def curl3d_central(vel: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], spacing: typing.SupportsFloat | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.float64]:
+    """
+    Curl of a vector field on a periodic grid, by central differences.
+
+    `vel` has shape (Nx, Ny, Nz, 3), x along the first axis; `spacing` is the distance of neighbouring cells. Returns a new
+    array of the same shape. ValueError for other shapes.
     """
 
 def curvature_exact(block: FourierBlock, s: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], eps: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> list[float]:
@@ -1431,6 +1638,22 @@ def detect_reconnection_candidates(arg0: collections.abc.Sequence[typing.Annotat
     X: list of points; threshold: distance in the units of X. Returns the pairs (i, j), j >= i + 5, whose distance is
     strictly below the threshold, in lexicographic order; the neighbour exclusion does not wrap around the end.
     Raises MemoryError when the list of pairs would not fit.
+    """
+
+def dipole_field_at_point(r: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], m: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> typing.Annotated[list[float], 'FixedSize(3)']:
+    """
+    Analytical point dipole field (mu0=1).
+
+    (3 (m.r) / |r|^3 r - m) / (4 pi |r|^3): the radial term is one power of |r| weaker than the textbook's. Zero where
+    |r| < 1e-12.
+    """
+
+def dipole_ring_field_grid(X: typing.Any, Y: typing.Any, Z: typing.Any, positions: typing.Any, moments: typing.Any) -> tuple[numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64]]:
+    """
+    Sum of the fields of point dipoles (mu0=1), each as in dipole_field_at_point.
+
+    `X`, `Y`, `Z` are arrays of one shape, `positions` and `moments` have shape (N, 3). Returns (Bx, By, Bz), new arrays of
+    the shape of X. ValueError for shapes that do not fit.
     """
 
 def evaluate_fourier_block(block: FourierBlock, s: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex]) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
@@ -1468,11 +1691,30 @@ def evaluate_ideal_component(component: IdealABComponent, s: typing.Annotated[nu
     Raises ValueError if s is not one-dimensional.
     """
 
-def evaluate_with_derivatives(block: FourierBlock, s: typing.SupportsFloat | typing.SupportsIndex) -> typing.Annotated[list[typing.Annotated[list[float], 'FixedSize(3)']], 'FixedSize(4)']:
+def evaluate_with_derivatives(block: FourierBlock, s: typing.SupportsFloat | typing.SupportsIndex) -> tuple[typing.Annotated[list[float], 'FixedSize(3)'], typing.Annotated[list[float], 'FixedSize(3)'], typing.Annotated[list[float], 'FixedSize(3)'], typing.Annotated[list[float], 'FixedSize(3)']]:
     """
     Evaluate Fourier block and its first three derivatives at parameter s.
 
     s in radians. Returns r, r', r'' and r''' as [x, y, z]; entries missing in a shorter vector count as 0.
+    """
+
+def evolve_positions_euler(positions: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], velocity: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], dt: typing.SupportsFloat | typing.SupportsIndex) -> None:
+    """
+    Move positions by dt times velocity, on the copy that the call makes of the list.
+
+    The caller's list stays as it was, and None is returned. ValueError if there are fewer velocities than positions.
+    """
+
+def evolve_vortex_knot(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, /) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    evolve_vortex_knot(positions, tangents, dt, gamma): positions + (dt gamma) tangents, as a new list.
+
+    One explicit step in which the tangents play the velocity. ValueError if there are fewer tangents than positions.
+    """
+
+def extract_interior_field(field: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], shape: typing.Annotated[collections.abc.Sequence[typing.SupportsInt | typing.SupportsIndex], 'FixedSize(3)'], margin: typing.SupportsInt | typing.SupportsIndex) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    Cells at least `margin` cells away from every face, as BiotSavart.extract_interior.
     """
 
 def find_ideal_ab_block_by_id(ab_id: str) -> str:
@@ -1648,6 +1890,14 @@ def parse_ideal_txt_multi(path: str) -> list[IdealABBlock]:
     Parse an ideal.txt-style file into IdealABBlock entries.
 
     Only AB blocks. Raises RuntimeError if the file cannot be opened.
+    """
+
+def rk4_integrate(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, /) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    Runge-Kutta 4th order time integrator for vortex elements.
+
+    rk4_integrate(positions, tangents, dt, gamma). With velocities that do not change within the step all four stages agree:
+    the result is that of evolve_vortex_knot. The integrator of the filament equations is rk4_step.
     """
 
 def writhe_gauss_curve(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:
