@@ -76,8 +76,8 @@ def cases() -> list[Case]:
     s = 2 * np.pi * np.arange(5000) / 5000
     circle = np.stack([np.cos(s), np.sin(s), 0 * s], axis=1)
     pairs = {
-        "trefoils side by side": (knot, knot + [0.3, 0.4, 1.1]),
-        "coaxial circles": (circle, circle + [0, 0, 0.1]),
+        "trefoils side by side": (knot, knot + np.array([0.3, 0.4, 1.1])),
+        "coaxial circles": (circle, circle + np.array([0, 0, 0.1])),
         "Hopf link": (circle, np.stack([1 + np.cos(s), 0 * s, np.sin(s)], axis=1)),
     }
 

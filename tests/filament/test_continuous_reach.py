@@ -1,6 +1,7 @@
 """Reach and length of the splines through polygons, against closed forms and an independent spline."""
 
 import math
+from itertools import pairwise
 
 import _native
 import numpy as np
@@ -142,12 +143,12 @@ def test_torus_knot(p, q, big, small):
 
 def test_two_components():
     circle = _native.sample_circle(200)
-    apart = [circle, circle + [2.3, 0, 0]]
+    apart = [circle, circle + np.array([2.3, 0, 0])]
     result = _native.compute_continuous_reach(apart)
     assert result["inter_component_distance"] == pytest.approx(0.3, rel=1e-6)
     assert result["reach"] == result["inter_component_radius"] and result["limiter"] == "INTER_COMPONENT"
     assert result["component_count"] == 2 and result["curvature_intervals_examined"] == 400
-    hopf = _native.compute_continuous_reach([circle, circle[:, [0, 2, 1]] + [1.0, 0, 0]])
+    hopf = _native.compute_continuous_reach([circle, circle[:, [0, 2, 1]] + np.array([1.0, 0, 0])])
     assert hopf["inter_component_distance"] == pytest.approx(1.0, rel=1e-6) and hopf["reach"] < 0.51
     # Counters are sums over both self searches and the pair's.
     single = _native.compute_continuous_reach(apart[:1])
@@ -167,8 +168,7 @@ def test_two_components():
 def test_length_and_curvature_of_the_spline(points):
     spline, s = chord_spline(points)
     length = sum(
-        quad(lambda x: np.linalg.norm(spline(x, 1)), a, b, epsabs=1e-13, epsrel=1e-13)[0]
-        for a, b in zip(s, s[1:], strict=False)
+        quad(lambda x: np.linalg.norm(spline(x, 1)), a, b, epsabs=1e-13, epsrel=1e-13)[0] for a, b in pairwise(s)
     )
     tube = _native.analyze_smooth_resolved_tube([points])
     assert list(tube) == TUBE_KEYS
@@ -208,7 +208,7 @@ def test_no_curves_and_short_curves():
     assert nothing.pop("limiter") == "ERROR" and nothing.pop("refinement_tolerance") == 1e-13
     assert set(nothing.values()) == {0}
     for call in (_native.compute_continuous_reach, _native.analyze_smooth_resolved_tube):
-        with pytest.raises(ValueError, match="^PeriodicCubicSpline3D requires >= 4 points$"):
+        with pytest.raises(ValueError, match=r"^PeriodicCubicSpline3D requires >= 4 points$"):
             call([_native.sample_circle(9), _native.sample_circle(3)])
 
 

@@ -183,9 +183,9 @@ ZETA_3 = 1.2020569031595942
 @pytest.mark.parametrize("radius,core", [(1.0, 0.01), (1.0, 0.0002), (30.0, 0.1)])
 @pytest.mark.parametrize("circulation", [1.0, -2.5])
 def test_thin_ring_moves_at_the_classical_speed(radius, core, circulation):
-    """Continuous: U = Gamma / (4 pi R) (log(8 R / a) + C). The edges 2 h at a vertex give log(2 h / a) + C and the rest of
-    the ring log(4 R / h). The midpoint rule of the rest, with midpoints inside the ring by R pi^2 / 2 n^2, is off by
-    log 4 + gamma - 7 zeta(3) / 4 = -0.14 at every n."""
+    """Continuous: U = Gamma / (4 pi R) (log(8 R / a) + C): the edges of length h at a vertex give log(2 h / a) + C, and
+    the rest of the ring log(4 R / h). The midpoint rule of the rest, with midpoints inside the ring by R pi^2 / 2 n^2,
+    is off by log 4 + gamma - 7 zeta(3) / 4 = -0.14 at every n."""
     options = {"core_radius": core, "lia_constant": -0.25}
     classical = circulation / (4 * math.pi * radius) * (math.log(8 * radius / core) - 0.25)
     midpoint_rule = circulation / (4 * math.pi * radius) * (math.log(4) + np.euler_gamma - 7 * ZETA_3 / 4)

@@ -61,7 +61,7 @@ def test_rigid_motion_is_found_without_deformation(weights):
     omega = np.array([0.3, -1.1, 0.7])
     w = np.ones(8) if weights is None else np.array(weights)
     centroid = w @ points / w.sum()
-    velocity = [1.0, 2, 3] + np.cross(omega, points - centroid)
+    velocity = np.array([1.0, 2, 3]) + np.cross(omega, points - centroid)
     motion = _native.compute_rigid_motion(points, velocity, weights)
     assert list(motion) == [
         "centroid",

@@ -22,7 +22,7 @@ def guard(before, after, threshold=0.1, displacement=10.0, **more):
 
 def test_no_contact():
     curves = [circle(0.0), circle(0.5)]
-    result = guard(curves, [c + [0, 0, 0.1] for c in curves])
+    result = guard(curves, [c + np.array([0, 0, 0.1]) for c in curves])
     assert (result["contact"], result["safe_dt_fraction"], result["message"]) == (False, 1.0, "")
     clearance = _native.compute_topology_clearance(curves)["clearance"]
     assert result["clearance_before"] == clearance
@@ -30,7 +30,7 @@ def test_no_contact():
 
 
 # The upper circle falls through the lower one: apart by |0.9 - 2 u| at the part u of the step.
-@pytest.mark.parametrize("threshold", [0.11, 0.15, 0.3])
+@pytest.mark.parametrize("threshold", [0.11, 0.15, 0.2])
 def test_contact_on_the_way_is_bracketed(threshold):
     before, after = [circle(0.0), circle(0.9)], [circle(0.0), circle(-1.1)]
     result = guard(before, after, threshold)

@@ -93,7 +93,7 @@ def rectangle(n, width=0.7):
 RNG = np.random.default_rng(3)
 CURVES = {
     "trefoil": knot(80),
-    "shifted": knot(61, 3, 2) + [0.3, -0.2, 0.9],
+    "shifted": knot(61, 3, 2) + np.array([0.3, -0.2, 0.9]),
     "rectangle": rectangle(35),
     "cloud": RNG.normal(size=(45, 3)),
     "walk": np.cumsum(RNG.normal(size=(70, 3)), axis=0),
@@ -145,20 +145,20 @@ def test_known_distances():
     circle = _native.sample_circle(720)
     other = _native.sample_circle(720, 1.0, 0.25)
     assert _native.compute_topology_clearance([circle, other])["inter_min"] == pytest.approx(0.25, rel=1e-12)
-    hopf = circle[:, [0, 2, 1]] + [1, 0, 0]
+    hopf = circle[:, [0, 2, 1]] + np.array([1, 0, 0])
     assert _native.compute_topology_clearance([circle, hopf])["inter_min"] == pytest.approx(1.0, rel=1e-4)
-    crossing = np.array([[0.0, 0, -1], [0.5, 0, 0.3], [3, 0, 0]]) + [1, 0, 0]
+    crossing = np.array([[0.0, 0, -1], [0.5, 0, 0.3], [3, 0, 0]]) + np.array([1, 0, 0])
     assert _native.compute_topology_clearance([circle, crossing - [0.5, 0, 0]])["inter_min"] < 0.2
-    assert _native.compute_topology_clearance([circle, circle + [0.5, 0, 0]])["inter_min"] < 1e-12
+    assert _native.compute_topology_clearance([circle, circle + np.array([0.5, 0, 0])])["inter_min"] < 1e-12
 
 
 @pytest.mark.parametrize("bad", [math.nan, math.inf, 1e300])
 def test_points_without_a_finite_distance_do_not_count(bad):
     curve = knot(50)
     curve[7, 1] = bad
-    result = _native.compute_topology_clearance([curve, knot(30) + [0, 0, 4]])
+    result = _native.compute_topology_clearance([curve, knot(30) + np.array([0, 0, 4])])
     assert result["self_min"] == plain_self(curve, 2) < math.inf
-    assert result["inter_min"] == plain_pair(curve, knot(30) + [0, 0, 4]) < math.inf
+    assert result["inter_min"] == plain_pair(curve, knot(30) + np.array([0, 0, 4])) < math.inf
     nowhere = np.full((6, 3), bad)
     assert _native.compute_topology_clearance([nowhere, knot(30)])["inter_min"] == plain_pair(nowhere, knot(30))
 
