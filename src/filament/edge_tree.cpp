@@ -24,17 +24,19 @@ void include(Box& box, const Box& other) {
 }  // namespace
 
 EdgeTree::EdgeTree(std::span<const Vec3> points)
-    : points_(points), leaves_((points.size() + leaf_size - 1) / leaf_size) {
+    : size_(points.size()), leaves_((points.size() + leaf_size - 1) / leaf_size) {
   base_ = std::bit_ceil(std::max<std::size_t>(leaves_, 1));
   boxes_.assign(2 * base_, empty_box);
-  const std::size_t padded = leaves_ * leaf_size;
-  for (auto& axis : mid_) axis.assign(padded, std::numeric_limits<double>::quiet_NaN());
-  length_.assign(padded, std::numeric_limits<double>::quiet_NaN());
-  for (std::size_t i = 0; i < size(); ++i) {
-    const Vec3 &p = start(i), &q = end(i);
-    const Vec3 mid = 0.5 * (p + q);
-    for (std::size_t c = 0; c < 3; ++c) mid_[c][i] = mid[c];
-    length_[i] = norm(q - p);
+  for (auto& column : columns_) column.assign(leaves_ * leaf_size, std::numeric_limits<double>::quiet_NaN());
+  for (std::size_t i = 0; i < size_; ++i) {
+    const Vec3 &p = points[i], &q = points[i + 1 == size_ ? 0 : i + 1];
+    const Vec3 mid = 0.5 * (p + q), vector = q - p;
+    for (std::size_t c = 0; c < 3; ++c) {
+      columns_[c][i] = mid[c];
+      columns_[3 + c][i] = p[c];
+      columns_[6 + c][i] = vector[c];
+    }
+    columns_[9][i] = norm(vector);
     // The distance from an edge with an end that is not finite is NaN: it stays outside all boxes.
     if (!is_finite(p) || !is_finite(q)) continue;
     Box& leaf = boxes_[base_ + i / leaf_size];
@@ -49,7 +51,7 @@ EdgeTree::EdgeTree(std::span<const Vec3> points)
 
 double EdgeTree::closed_length() const {
   double sum = 0.0;
-  for (std::size_t i = 0; i < size(); ++i) sum += length_[i];
+  for (std::size_t i = 0; i < size_; ++i) sum += length()[i];
   return sum;
 }
 

@@ -4,6 +4,7 @@
 ///
 /// Runs along a curve are compact, so the order of the edges serves as the tree's order; a leaf is a run of eight.
 
+#include <array>
 #include <cstddef>
 #include <span>
 #include <vector>
@@ -23,10 +24,8 @@ class EdgeTree {
 
   explicit EdgeTree(std::span<const Vec3> points);
 
-  std::size_t size() const { return points_.size(); }
+  std::size_t size() const { return size_; }
   std::size_t leaves() const { return leaves_; }
-  const Vec3& start(std::size_t i) const { return points_[i]; }
-  const Vec3& end(std::size_t i) const { return points_[i + 1 == points_.size() ? 0 : i + 1]; }
   const Box& leaf_box(std::size_t leaf) const { return boxes_[base_ + leaf]; }
   const Box& box() const { return boxes_[1]; }
   double closed_length() const;
@@ -35,17 +34,18 @@ class EdgeTree {
   /// order. Each gap between boxes is taken `slack` shorter.
   void near_leaves(const Box& box, std::size_t first, double best, double slack, std::vector<std::size_t>& out) const;
 
-  /// Midpoints by axis, and edge lengths; filled up with NaN to whole leaves.
-  const double* mid(std::size_t axis) const { return mid_[axis].data(); }
-  const double* length() const { return length_.data(); }
+  /// Midpoints, starts and vectors from start to end by axis, and lengths; filled up with NaN to whole leaves.
+  const double* mid(std::size_t axis) const { return columns_[axis].data(); }
+  const double* start(std::size_t axis) const { return columns_[3 + axis].data(); }
+  const double* vector(std::size_t axis) const { return columns_[6 + axis].data(); }
+  const double* length() const { return columns_[9].data(); }
 
  private:
-  std::span<const Vec3> points_;  // the caller's
+  std::size_t size_;
   std::size_t leaves_;
   std::size_t base_ = 1;    // leaves stand at base_ + leaf in a binary heap; base_ is a power of two
   std::vector<Box> boxes_;  // node k has the children 2 k and 2 k + 1; the root is 1
-  std::vector<double> mid_[3];
-  std::vector<double> length_;
+  std::array<std::vector<double>, 10> columns_;
 };
 
 /// A lower bound of the squared distance of points of the two boxes, each axis's gap taken `slack` shorter.

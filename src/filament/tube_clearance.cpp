@@ -14,18 +14,37 @@ namespace {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr std::size_t leaf_size = EdgeTree::leaf_size;
 
-/// Marks the edges of a leaf, at x, y, z, that the midpoint bound against edge (mx, my, mz, l) leaves in play.
-VKM_KERNEL bool in_play(const double* x, const double* y, const double* z, const double* length, double mx, double my,
-                        double mz, double l, double best, double* play) {
-  double any = 0.0;
+/// One edge, and the edges of a leaf by coordinate.
+struct Edge {
+  double mx, my, mz, length;  // midpoint
+  double px, py, pz;          // start
+  double ux, uy, uz;          // from start to end
+};
+
+struct Leaf {
+  const double *mx, *my, *mz, *length;
+  const double *px, *py, *pz;
+  const double *ux, *uy, *uz;
+};
+
+/// The midpoint bound of the squared distances from `edge` to the leaf's edges, -1 where it is of no use; whether one
+/// of them leaves its edge in play below `best`. NaN stays in play.
+VKM_KERNEL bool bound_leaf(const Edge& edge, const Leaf& leaf, double best, double* bound) {
+  double in_play = 0.0;
+  double play[leaf_size];
   for (std::size_t k = 0; k < leaf_size; ++k) {
-    const double dx = mx - x[k], dy = my - y[k], dz = mz - z[k];
-    const double g = std::sqrt(dx * dx + dy * dy + dz * dz) - 0.5 * (l + length[k]);
-    const double gap2 = g > 0.0 ? g * g : -1.0;
-    play[k] = gap2 >= best ? 0.0 : 1.0;
+    const double dx = edge.mx - leaf.mx[k], dy = edge.my - leaf.my[k], dz = edge.mz - leaf.mz[k];
+    const double g = std::sqrt(dx * dx + dy * dy + dz * dz) - 0.5 * (edge.length + leaf.length[k]);
+    bound[k] = g > 0.0 ? g * g : -1.0;
+    play[k] = bound[k] >= best ? 0.0 : 1.0;
   }
-  for (std::size_t k = 0; k < leaf_size; ++k) any += play[k];
-  return any != 0.0;
+  for (std::size_t k = 0; k < leaf_size; ++k) in_play += play[k];
+  return in_play != 0.0;
+}
+
+VKM_KERNEL void measure_leaf(const Edge& edge, const Leaf& leaf, double* distance2) {
+  segment_distances2<leaf_size>({edge.px, edge.py, edge.pz}, {edge.ux, edge.uy, edge.uz}, leaf.px, leaf.py, leaf.pz,
+                                leaf.ux, leaf.uy, leaf.uz, distance2);
 }
 
 /// Searches the pairs of edges row by row, in the order of the plain loop.
@@ -79,23 +98,24 @@ class PairSearch {
 
   /// Edge i of `a` against the edges first .. last - 1 of `b` in the collected leaves.
   void row(const EdgeTree& a, std::size_t i, const EdgeTree& b, std::size_t first, std::size_t last) {
-    const double mx = a.mid(0)[i], my = a.mid(1)[i], mz = a.mid(2)[i], l = a.length()[i];
-    for (const std::size_t leaf : candidates_) {
-      const std::size_t begin = leaf * leaf_size;
-      double play[leaf_size];
-      if (!in_play(b.mid(0) + begin, b.mid(1) + begin, b.mid(2) + begin, b.length() + begin, mx, my, mz, l, best_,
-                   play)) {
-        continue;
-      }
+    const Leaf at = columns_from(a, i);
+    const Edge edge = {*at.mx, *at.my, *at.mz, *at.length, *at.px, *at.py, *at.pz, *at.ux, *at.uy, *at.uz};
+    for (const std::size_t place : candidates_) {
+      const Leaf leaf = columns_from(b, place * leaf_size);
+      double bound[leaf_size], distance2[leaf_size];
+      if (!bound_leaf(edge, leaf, best_, bound)) continue;
+      measure_leaf(edge, leaf, distance2);
       for (std::size_t k = 0; k < leaf_size; ++k) {
-        const std::size_t j = begin + k;
-        if (play[k] == 0.0 || j < first || j >= last) continue;
-        const double g =
-            norm(Vec3{mx - b.mid(0)[j], my - b.mid(1)[j], mz - b.mid(2)[j]}) - 0.5 * (l + b.length()[j]);
-        if (g > 0.0 && g * g >= best_) continue;
-        best_ = std::min(best_, segment_distance2(a.start(i), a.end(i), b.start(j), b.end(j)));
+        const std::size_t j = place * leaf_size + k;
+        if (j < first || j >= last || bound[k] >= best_) continue;
+        best_ = std::min(best_, distance2[k]);
       }
     }
+  }
+
+  static Leaf columns_from(const EdgeTree& edges, std::size_t i) {
+    return {edges.mid(0) + i,   edges.mid(1) + i,   edges.mid(2) + i,    edges.length() + i, edges.start(0) + i,
+            edges.start(1) + i, edges.start(2) + i, edges.vector(0) + i, edges.vector(1) + i, edges.vector(2) + i};
   }
 
   Heartbeat& heartbeat_;

@@ -44,12 +44,11 @@ def velocity(filaments, core=0.01, constant=0.25, softening=0.0, lia_only=False,
                 q = np.asarray(s["points"], float)
                 e = np.roll(q, -1, axis=0) - q
                 R = p[i] - (q + 0.5 * e)
-                keep = np.ones(len(q), bool)
                 if s is f:
-                    keep[[i - 1, i]] = False
+                    e, R = np.delete(e, [i - 1, i], axis=0), np.delete(R, [i - 1, i], axis=0)
                 r2 = (R * R).sum(axis=1) + (0 if s is f else softening**2)
                 term = np.cross(e, R) / (r2 * np.sqrt(r2))[:, None]
-                v[i] += s.get("circulation", 1.0) / (4 * math.pi) * term[keep].sum(axis=0)
+                v[i] += s.get("circulation", 1.0) / (4 * math.pi) * term.sum(axis=0)
     return result
 
 
