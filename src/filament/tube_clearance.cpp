@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "core/kernel.hpp"
 #include "filament/edge_tree.hpp"
@@ -30,21 +31,23 @@ struct Leaf {
 /// The midpoint bound of the squared distances from `edge` to the leaf's edges, -1 where it is of no use; whether one
 /// of them leaves its edge in play below `best`. NaN stays in play.
 VKM_KERNEL bool bound_leaf(const Edge& edge, const Leaf& leaf, double best, double* bound) {
-  double in_play = 0.0;
-  double play[leaf_size];
   for (std::size_t k = 0; k < leaf_size; ++k) {
     const double dx = edge.mx - leaf.mx[k], dy = edge.my - leaf.my[k], dz = edge.mz - leaf.mz[k];
     const double g = std::sqrt(dx * dx + dy * dy + dz * dz) - 0.5 * (edge.length + leaf.length[k]);
     bound[k] = g > 0.0 ? g * g : -1.0;
-    play[k] = bound[k] >= best ? 0.0 : 1.0;
   }
-  for (std::size_t k = 0; k < leaf_size; ++k) in_play += play[k];
-  return in_play != 0.0;
+  std::int64_t in_play = 0;
+  for (std::size_t k = 0; k < leaf_size; ++k) in_play |= bound[k] >= best ? 0 : 1;
+  return in_play != 0;
 }
 
-VKM_KERNEL void measure_leaf(const Edge& edge, const Leaf& leaf, double* distance2) {
+/// The squared distances from `edge` to the leaf's edges; whether one is below `best`.
+VKM_KERNEL bool measure_leaf(const Edge& edge, const Leaf& leaf, double best, double* distance2) {
   segment_distances2<leaf_size>({edge.px, edge.py, edge.pz}, {edge.ux, edge.uy, edge.uz}, leaf.px, leaf.py, leaf.pz,
                                 leaf.ux, leaf.uy, leaf.uz, distance2);
+  std::int64_t below = 0;
+  for (std::size_t k = 0; k < leaf_size; ++k) below |= distance2[k] < best ? 1 : 0;
+  return below != 0;
 }
 
 /// Searches the pairs of edges row by row, in the order of the plain loop.
@@ -103,8 +106,7 @@ class PairSearch {
     for (const std::size_t place : candidates_) {
       const Leaf leaf = columns_from(b, place * leaf_size);
       double bound[leaf_size], distance2[leaf_size];
-      if (!bound_leaf(edge, leaf, best_, bound)) continue;
-      measure_leaf(edge, leaf, distance2);
+      if (!bound_leaf(edge, leaf, best_, bound) || !measure_leaf(edge, leaf, best_, distance2)) continue;
       for (std::size_t k = 0; k < leaf_size; ++k) {
         const std::size_t j = place * leaf_size + k;
         if (j < first || j >= last || bound[k] >= best_) continue;
