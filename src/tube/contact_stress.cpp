@@ -28,11 +28,11 @@ void record_fit(const NNLSResult& fit, const std::vector<Column>& columns, Conta
     if (columns[k].kind == "kink") found.kink_weight_sum += weight;
   }
   if (!(total > 0.0)) return;
-  double sum = 0.0;
   for (const double multiplier : fit.multipliers) {
-    if (multiplier > 0.0) sum += multiplier / total * std::log(multiplier / total);
+    if (!(multiplier > 0.0)) continue;
+    const double share = multiplier / total;
+    found.contact_entropy -= share * std::log(share);
   }
-  found.contact_entropy = -sum;
 }
 
 }  // namespace

@@ -16,6 +16,7 @@ namespace {
 constexpr std::size_t width = EdgePairSearch::width;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr unsigned all_lanes = (1u << width) - 1;
+constexpr std::int64_t lane_bit[width] = {1, 2, 4, 8, 16, 32, 64, 128};
 /// From this many pairs of one edge and one leaf on, their distances are computed side by side.
 constexpr int least_lanes = 3;
 
@@ -41,7 +42,7 @@ VKM_INLINE Box widened(Box box, double slack) {
   return box;
 }
 
-/// Lanes whose box may hold a point within the square root of `limit2` of the box. A lane is dropped by a true
+/// Lanes whose box may hold a point within the square root of `limit2` of `box`. A lane is dropped by a true
 /// comparison, so that lanes without a number stay.
 VKM_INLINE unsigned near_lanes(const EdgePairSearch::Boxes& boxes, const Box& box, double limit2) {
   std::int64_t far[width];
@@ -54,7 +55,7 @@ VKM_INLINE unsigned near_lanes(const EdgePairSearch::Boxes& boxes, const Box& bo
       gap = gap > 0.0 ? gap : 0.0;
       gap2 += gap * gap;
     }
-    far[lane] = gap2 > limit2 ? std::int64_t{1} << lane : 0;
+    far[lane] = gap2 > limit2 ? lane_bit[lane] : 0;
   }
   std::int64_t dropped = 0;
   for (std::size_t lane = 0; lane < width; ++lane) dropped |= far[lane];
@@ -89,42 +90,47 @@ VKM_INLINE void lane_distances(const Vec3& p0, const Vec3& p1, const EdgePairSea
     const double b = d1[0] * dx + d1[1] * dy + d1[2] * dz;
     const double D = a * e - b * b;
 
+    // One comparison a selection: the vectoriser takes no combined conditions.
     const double free_s = b * f - c * e;
     const double free_t = a * f - b * c;
-    const bool parallel = D < eps;
-    const bool low = free_s < 0.0;
-    const bool high = free_s > D;
-    const bool at_start = parallel | low;
-    double sN = at_start ? 0.0 : (high ? D : free_s);
-    double sD = parallel ? 1.0 : D;
-    double tN = at_start ? f : (high ? f + b : free_t);
-    const double tD = (at_start | high) ? e : D;
+    double sN = free_s > D ? D : free_s;
+    double tN = free_s > D ? f + b : free_t;
+    double tD = free_s > D ? e : D;
+    sN = free_s < 0.0 ? 0.0 : sN;
+    tN = free_s < 0.0 ? f : tN;
+    tD = free_s < 0.0 ? e : tD;
+    sN = D < eps ? 0.0 : sN;
+    double sD = D < eps ? 1.0 : D;
+    tN = D < eps ? f : tN;
+    tD = D < eps ? e : tD;
 
-    const bool below = tN < 0.0;
-    const bool beyond = tN > tD;
-    const bool clamped = below | beyond;
-    const double m = below ? -c : b - c;
-    tN = below ? 0.0 : (beyond ? tD : tN);
-    const bool m_low = m < 0.0;
-    const bool m_high = m > a;
-    const double clamped_sN = m_low ? 0.0 : (m_high ? sD : m);
-    const double clamped_sD = (m_low | m_high) ? sD : a;
-    sN = clamped ? clamped_sN : sN;
-    sD = clamped ? clamped_sD : sD;
+    const double m = tN < 0.0 ? -c : b - c;
+    double clamped_sN = m > a ? sD : m;
+    double clamped_sD = m > a ? sD : a;
+    clamped_sN = m < 0.0 ? 0.0 : clamped_sN;
+    clamped_sD = m < 0.0 ? sD : clamped_sD;
+    const double end_t = tN < 0.0 ? 0.0 : tD;
+    const double over = tN < 0.0 ? 1.0 : tN - tD;  // above 0 where t is clamped, for tN > tD has tN - tD > 0
+    sN = over > 0.0 ? clamped_sN : sN;
+    sD = over > 0.0 ? clamped_sD : sD;
+    tN = over > 0.0 ? end_t : tN;
 
-    const bool point = e <= eps;
-    sN = point ? -c : sN;
-    sD = point ? a : sD;
-    double s = sN / sD;
-    s = (!point & (std::fabs(sN) < eps)) ? 0.0 : s;
-    double t = tN / tD;
-    t = (point | (std::fabs(tN) < eps)) ? 0.0 : t;
-    s = s < 0.0 ? 0.0 : (s > 1.0 ? 1.0 : s);
-    t = t < 0.0 ? 0.0 : (t > 1.0 ? 1.0 : t);
+    sN = e <= eps ? -c : sN;
+    sD = e <= eps ? a : sD;
+    const double s_quotient = sN / sD;
+    const double t_quotient = tN / tD;
+    double s = std::fabs(sN) < eps ? 0.0 : s_quotient;
+    double t = std::fabs(tN) < eps ? 0.0 : t_quotient;
+    s = e <= eps ? s_quotient : s;
+    t = e <= eps ? 0.0 : t;
+    s = s < 0.0 ? 0.0 : s;
+    t = t < 0.0 ? 0.0 : t;
+    s = s > 1.0 ? 1.0 : s;
+    t = t > 1.0 ? 1.0 : t;
 
-    const double wx = (p0[0] + s * d1[0]) - (point ? qx : qx + t * dx);
-    const double wy = (p0[1] + s * d1[1]) - (point ? qy : qy + t * dy);
-    const double wz = (p0[2] + s * d1[2]) - (point ? qz : qz + t * dz);
+    const double wx = (p0[0] + s * d1[0]) - (qx + t * dx);
+    const double wy = (p0[1] + s * d1[1]) - (qy + t * dy);
+    const double wz = (p0[2] + s * d1[2]) - (qz + t * dz);
     out.distance[lane] = std::sqrt(wx * wx + wy * wy + wz * wz);
     out.s[lane] = s;
     out.t[lane] = t;
@@ -133,26 +139,39 @@ VKM_INLINE void lane_distances(const Vec3& p0, const Vec3& p1, const EdgePairSea
 
 }  // namespace
 
-/// One pass over the leaves: it keeps the pairs up to the limit, or lowers the limit to the least distance.
+/// One pass over the leaves.
 struct EdgePairSearch::Scan {
-  double limit;
-  bool lowering;
-  std::vector<SegmentPair> pairs;
-  std::vector<std::size_t> leaves;  ///< that the current leaf may be near to, ascending
-
-  double limit2() const { return limit * limit * (1.0 + 1e-13); }
+  const std::function<double(double)>& keep_up_to;
+  double least = infinity;
+  double keep = keep_up_to(infinity);
+  double reach2 = infinity;  ///< square of the largest distance that matters, and its rounding
+  std::vector<SegmentPair> pairs = {};
+  std::size_t crowded = 1024;               ///< so many pairs call for a look at the outdated
+  std::vector<std::size_t> leaves = {};  ///< that the current leaf may be near to, ascending
 
   VKM_INLINE void meet(std::size_t i, std::size_t j, double distance, double s, double t) {
-    if (lowering) {
-      if (distance < limit) limit = distance;
-    } else if (distance <= limit) {
-      keep({i, j, s, t, distance, 0.0, 0.0});
-    }
+    if (distance < least) lower(distance);
+    if (distance <= keep) add({i, j, s, t, distance, 0.0, 0.0});
   }
 
-  void keep(const SegmentPair& pair) {
-    if (pairs.size() == pairs.capacity()) require_memory(2 * pairs.size(), sizeof(SegmentPair));
+  void lower(double distance) {
+    least = distance;
+    keep = keep_up_to(least);
+    const double reach = std::max(least, keep);  // `keep` second: it may be no number
+    reach2 = reach * reach * (1.0 + 1e-13);
+  }
+
+  void add(const SegmentPair& pair) {
+    if (pairs.size() >= crowded) {
+      drop_outdated();
+      crowded = std::max(crowded, 2 * pairs.size());
+      require_memory(crowded, sizeof(SegmentPair));
+    }
     pairs.push_back(pair);
+  }
+
+  void drop_outdated() {
+    std::erase_if(pairs, [this](const SegmentPair& pair) { return !(pair.distance <= keep); });
   }
 };
 
@@ -220,24 +239,16 @@ EdgePairSearch::EdgePairSearch(std::span<const Vec3> points, std::int32_t skip_n
   }
 }
 
-double EdgePairSearch::least_distance(Heartbeat& heartbeat) const {
-  Scan scan{infinity, true, {}, {}};
-  for (std::size_t leaf = 0; leaf < edges_.size(); ++leaf) {
-    if (leaf % 16 == 0 || scan.leaves.size() > 64) heartbeat.tick();
-    scan_leaf(leaf, scan);
-    if (scan.limit == 0.0) break;
-  }
-  return scan.limit;
-}
-
-std::vector<SegmentPair> EdgePairSearch::pairs_within(double limit, Heartbeat& heartbeat) const {
-  Scan scan{limit, false, {}, {}};
-  if (!(limit >= 0.0)) return scan.pairs;
-  for (std::size_t leaf = 0; leaf < edges_.size(); ++leaf) {
-    if (leaf % 16 == 0 || scan.leaves.size() > 64) heartbeat.tick();
-    scan_leaf(leaf, scan);
-  }
+EdgePairSearch::Found EdgePairSearch::near_pairs(const std::function<double(double)>& keep,
+                                                 Heartbeat& heartbeat) const {
+  Scan scan{keep};
   const std::size_t n = points_.size();
+  for (std::size_t leaf = 0; leaf < edges_.size() && n > 2 * skip_ + 1; ++leaf) {
+    if (leaf % 16 == 0 || scan.leaves.size() > 64) heartbeat.tick();
+    if (scan.least == 0.0 && !(scan.keep >= 0.0)) break;
+    scan_leaf(leaf, scan);
+  }
+  scan.drop_outdated();
   const auto arclength = [&](std::size_t k, double parameter) {
     return arclength_[k] + norm(points_[k] - points_[k + 1 == n ? 0 : k + 1]) * parameter;
   };
@@ -245,17 +256,14 @@ std::vector<SegmentPair> EdgePairSearch::pairs_within(double limit, Heartbeat& h
     pair.arclength_i = arclength(pair.i, pair.s);
     pair.arclength_j = arclength(pair.j, pair.t);
   }
-  return std::move(scan.pairs);
+  return {scan.least, std::move(scan.pairs)};
 }
 
 /// Meets all pairs of an edge i of the leaf and an admissible later edge j that the boxes leave.
 VKM_KERNEL void EdgePairSearch::scan_leaf(std::size_t leaf, Scan& scan) const {
-  const std::size_t n = points_.size();
-  if (n <= 2 * skip_ + 1) return;
-
   // Descend to the leaves at or after this one, in their order.
+  const std::size_t n = points_.size();
   scan.leaves.clear();
-  double limit2 = scan.limit2();
   if (levels_.size() == 1) {
     scan.leaves.push_back(0);
   } else {
@@ -265,7 +273,7 @@ VKM_KERNEL void EdgePairSearch::scan_leaf(std::size_t leaf, Scan& scan) const {
     unsigned left[16];
     const auto enter = [&](std::size_t level, std::size_t index) __attribute__((always_inline)) {
       node[level] = index;
-      unsigned lanes = near_lanes(levels_[level][index], box, limit2);
+      unsigned lanes = near_lanes(levels_[level][index], box, scan.reach2);
       const std::size_t first = leaf >> (3 * (level - 1));  // the child that holds this leaf
       if (index * width < first) lanes &= all_lanes << std::min(first - index * width, width);
       const std::size_t count = levels_[level - 1].size() - index * width;
@@ -307,7 +315,7 @@ VKM_KERNEL void EdgePairSearch::scan_leaf(std::size_t leaf, Scan& scan) const {
       const std::size_t base = other * width;
       if (base + width <= first) continue;
       if (base > last) break;
-      unsigned lanes = near_lanes(levels_[0][other], box, limit2);
+      unsigned lanes = near_lanes(levels_[0][other], box, scan.reach2);
       if (first > base) lanes &= all_lanes << (first - base);
       if (last < base + width - 1) lanes &= all_lanes >> (base + width - 1 - last);
       lanes &= all_lanes;
@@ -326,7 +334,6 @@ VKM_KERNEL void EdgePairSearch::scan_leaf(std::size_t leaf, Scan& scan) const {
           scan.meet(i, j, found.distance, found.s, found.t);
         }
       }
-      if (scan.lowering) limit2 = scan.limit2();
     }
   }
 }

@@ -11,10 +11,11 @@
 /// Distances themselves come from the one formula (segment_distance.hpp), one pair a lane where many are due. Pairs
 /// with a coordinate that is not a number or infinite have a distance that is not a number, and are never found.
 ///
-/// Time is n log n and memory 13 doubles an edge on curves; edges that are long against the body (random chords)
+/// Time is n log n and memory 14 doubles an edge on curves; edges that are long against the body (random chords)
 /// overlap in their boxes and cost up to all pairs, eight at a time.
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -31,11 +32,14 @@ class EdgePairSearch {
   /// Admissible are the pairs more than max(skip_neighbors, 0) edges apart, both ways around the loop.
   EdgePairSearch(std::span<const Vec3> points, std::int32_t skip_neighbors);
 
-  /// Least distance of the admissible pairs, +infinity if there is none.
-  double least_distance(Heartbeat& heartbeat) const;
+  struct Found {
+    double least;                    ///< distance of the nearest admissible pair, +infinity if there is none
+    std::vector<SegmentPair> pairs;  ///< all at a distance up to keep(least), by i, then j
+  };
 
-  /// All admissible pairs at a distance up to the limit, by i, then j.
-  std::vector<SegmentPair> pairs_within(double limit, Heartbeat& heartbeat) const;
+  /// One pass finds both: it keeps the pairs up to keep(least so far) and drops the outdated. `keep` must not decrease
+  /// with its argument, but where it is negative or not a number: then nothing is kept.
+  Found near_pairs(const std::function<double(double)>& keep, Heartbeat& heartbeat) const;
 
   /// Eight boxes, or the eight edges of a leaf, lane by lane.
   struct alignas(64) Boxes {

@@ -6,50 +6,47 @@
 #include <stdexcept>
 
 #include "tube/corner.hpp"
+#include "tube/edge_lengths.hpp"
 #include "tube/polygon_index.hpp"
 #include "tube/segment_distance.hpp"
 
 namespace vkm {
 
-namespace {
-
-double edge_length(std::span<const Vec3> points, std::size_t k) {
-  return norm(points[k] - points[k + 1 == points.size() ? 0 : k + 1]);
+std::vector<double> edge_lengths(std::span<const Vec3> points) {
+  const std::size_t n = points.size();
+  std::vector<double> lengths(n);
+  for (std::size_t k = 0; k + 1 < n; ++k) lengths[k] = norm(points[k] - points[k + 1]);
+  if (n > 0) lengths[n - 1] = norm(points[n - 1] - points[0]);
+  return lengths;
 }
 
-}  // namespace
-
-double ResolvedTubeGeometry::length(Points points) {
-  if (points.size() < 2) return 0.0;
-  double sum = 0.0;
-  for (std::size_t k = 0; k < points.size(); ++k) sum += edge_length(points, k);
-  return sum;
+EdgeStatistics edge_statistics(std::span<const double> lengths) {
+  EdgeStatistics found;
+  if (lengths.size() < 2) return found;
+  const auto n = static_cast<double>(lengths.size());
+  for (const double length : lengths) found.sum += length;
+  found.mean = found.sum / n;
+  if (!(found.mean > 0.0)) return found;
+  double squares = 0.0;
+  for (const double length : lengths) {
+    const double deviation = length - found.mean;
+    squares += deviation * deviation;
+    found.max_relative_deviation = std::max(found.max_relative_deviation, std::fabs(length / found.mean - 1.0));
+  }
+  found.relative_std = std::sqrt(squares / n) / found.mean;
+  return found;
 }
 
-double ResolvedTubeGeometry::edge_length_mean(Points points) {
-  if (points.size() < 2) return 0.0;
-  return length(points) / static_cast<double>(points.size());
-}
+double ResolvedTubeGeometry::length(Points points) { return edge_statistics(edge_lengths(points)).sum; }
+
+double ResolvedTubeGeometry::edge_length_mean(Points points) { return edge_statistics(edge_lengths(points)).mean; }
 
 double ResolvedTubeGeometry::edge_length_relative_std(Points points) {
-  const double mean = edge_length_mean(points);
-  if (points.size() < 2 || !(mean > 0.0)) return 0.0;
-  double sum = 0.0;
-  for (std::size_t k = 0; k < points.size(); ++k) {
-    const double deviation = edge_length(points, k) - mean;
-    sum += deviation * deviation;
-  }
-  return std::sqrt(sum / static_cast<double>(points.size())) / mean;
+  return edge_statistics(edge_lengths(points)).relative_std;
 }
 
 double ResolvedTubeGeometry::edge_length_max_relative_deviation(Points points) {
-  const double mean = edge_length_mean(points);
-  if (points.size() < 2 || !(mean > 0.0)) return 0.0;
-  double worst = 0.0;
-  for (std::size_t k = 0; k < points.size(); ++k) {
-    worst = std::max(worst, std::fabs(edge_length(points, k) / mean - 1.0));
-  }
-  return worst;
+  return edge_statistics(edge_lengths(points)).max_relative_deviation;
 }
 
 double ResolvedTubeGeometry::turning_angle(const Vec3& a, const Vec3& b, const Vec3& c) {

@@ -6,7 +6,7 @@
 /// edge included. All lengths come out in the unit of the points. The thickness is the smaller of
 ///
 ///   minrad   the least vertex radius: min(l-, l+) / (2 tan(theta/2)), the circle tangent to both edges of a corner
-///            of turning angle theta (E. J. Rawdon, Approximating smooth thickness, J. Knot Theory Ramif. 7, 1998),
+///            of turning angle theta (E. J. Rawdon, Approximating smooth thickness, J. Knot Theory Ramif. 9, 2000),
 ///   dcsd/2   half the least distance of two edges that are more than `skip_neighbors` apart around the loop.
 ///
 /// The ropelength is length / thickness. Struts are the edge pairs and kinks the corners that hold the thickness,
@@ -113,7 +113,8 @@ struct ResolvedTubeGeometry {
   static FlatGradient kink_minrad_gradient_flat(Points points, const KinkRecord& kink, bool use_analytic = true,
                                                 double finite_difference_step = 1e-6);
 
-  /// (4 + 2 sqrt(2)) pi, a lower bound of the ropelength (length over radius) of any non-trivial knot.
+  /// (4 + 2 sqrt(2)) pi, a lower bound of the ropelength (length over radius) of any non-trivial knot (J. Cantarella,
+  /// R. B. Kusner, J. M. Sullivan, On the minimum ropelength of knots and links, Invent. Math. 150, 2002).
   static double nontrivial_knot_lower_bound_rad();
   static double radius_to_diameter_ropelength(double ropelength_rad);
   static double diameter_to_radius_ropelength(double ropelength_diam);
