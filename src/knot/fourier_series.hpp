@@ -6,9 +6,13 @@
 ///
 /// and the same for y and z. There is no constant term: the first row of a block is harmonic 1, whatever the file says.
 
+#include <array>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "core/poll.hpp"
 #include "core/vec3.hpp"
 
 namespace vkm {
@@ -23,5 +27,26 @@ struct FourierBlock {
   std::vector<double> a_z;
   std::vector<double> b_z;
 };
+
+/// The blocks of a `.fseries` text.
+///
+/// Lines lose their trailing white space. An empty line ends the block; a line whose first character is `%` ends it
+/// too and is the header of the next; any other line is a row of six numbers a_x b_x a_y b_y a_z b_z, what follows
+/// them is ignored, and a line that does not begin with six numbers is dropped. A block without rows is none.
+std::vector<FourierBlock> parse_fseries_from_string(std::string_view content);
+
+/// The blocks of a `.fseries` file; none if it cannot be opened.
+std::vector<FourierBlock> parse_fseries_multi(const std::string& path);
+
+/// Index of the first block with the most rows, -1 for no blocks.
+int index_of_largest_block(std::span<const FourierBlock> blocks);
+
+/// The points r(s), with the length of a_x for the number of harmonics. Throws std::invalid_argument if another
+/// vector is shorter than a_x.
+std::vector<Vec3> evaluate_fourier_block(const FourierBlock& block, std::span<const double> s, const Poll& poll = {});
+
+/// r and its first three derivatives by s. The longest vector gives the number of harmonics; entries missing in a
+/// shorter one count as 0.
+std::array<Vec3, 4> evaluate_with_derivatives(const FourierBlock& block, double s);
 
 }  // namespace vkm

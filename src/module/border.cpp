@@ -12,6 +12,16 @@ std::vector<Vec3> points_from(const DoubleArray& array, const char* text) {
   return points;
 }
 
+Lanes lanes_from(const DoubleArray& array, const char* text) {
+  if (array.ndim() != 2 || array.shape(1) != 3) throw std::invalid_argument(text);
+  const auto view = array.unchecked<2>();
+  Lanes lanes(static_cast<std::size_t>(view.shape(0)));
+  for (py::ssize_t i = 0; i < view.shape(0); ++i) {
+    lanes.set(static_cast<std::size_t>(i), {view(i, 0), view(i, 1), view(i, 2)});
+  }
+  return lanes;
+}
+
 std::vector<double> values_from(const DoubleArray& array, const char* text) {
   if (array.ndim() != 1) throw std::invalid_argument(text);
   const auto view = array.unchecked<1>();
@@ -25,6 +35,15 @@ py::array_t<double> array_from(std::span<const Vec3> points) {
   double* out = array.mutable_data();
   for (const Vec3& point : points) {
     for (const double coordinate : point) *out++ = coordinate;
+  }
+  return array;
+}
+
+py::array_t<double> array_from(const Lanes& points) {
+  py::array_t<double> array({static_cast<py::ssize_t>(points.size()), py::ssize_t{3}});
+  double* out = array.mutable_data();
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    for (std::size_t a = 0; a < 3; ++a) *out++ = points.axis(a)[i];
   }
   return array;
 }

@@ -9,6 +9,7 @@
 #include <pybind11/numpy.h>
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
+#include <pybind11/typing.h>
 
 #include <memory>
 #include <span>
@@ -17,6 +18,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/lanes.hpp"
 #include "core/poll.hpp"
 #include "core/vec3.hpp"
 
@@ -32,11 +34,15 @@ using ContiguousArray = py::array_t<double, py::array::c_style | py::array::forc
 /// The rows of an (N, 3) array; std::invalid_argument(text) for any other shape.
 std::vector<Vec3> points_from(const DoubleArray& array, const char* text);
 
+/// The same, coordinate by coordinate for a kernel.
+Lanes lanes_from(const DoubleArray& array, const char* text);
+
 /// The entries of a 1-D array; std::invalid_argument(text) for any other rank.
 std::vector<double> values_from(const DoubleArray& array, const char* text);
 
 /// A new (N, 3) array.
 py::array_t<double> array_from(std::span<const Vec3> points);
+py::array_t<double> array_from(const Lanes& points);
 
 /// A 1-D array that takes over the vector's memory.
 py::array_t<double> array_from(std::vector<double>&& values);

@@ -1,0 +1,5 @@
+"""`python -m vkmcore`: the command line."""
+
+from vkmcore.cli import main
+
+main()

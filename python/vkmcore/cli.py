@@ -1,0 +1,357 @@
+"""The command line: `vkmcore mass`, `vkmcore knots`, `vkmcore info`.
+
+Results go to standard output, everything else to standard error. Failures end with a line on standard error and exit
+code 1 (2 for wrong usage, 130 after Ctrl-C). Libraries that only one command needs are imported where it needs them.
+"""
+
+from __future__ import annotations
+
+import json
+import math
+import sys
+from collections.abc import Iterator
+from contextlib import contextmanager
+from pathlib import Path
+from typing import IO, TYPE_CHECKING, Any
+
+import click
+
+if TYPE_CHECKING:
+    from collections.abc import Callable
+
+    from rich.console import Console
+    from rich.table import Table
+
+    from vkmcore.mass_table import Weight
+
+
+class Failure(click.ClickException):
+    """A failure whose text stands for itself on standard error."""
+
+    def show(self, file: IO[Any] | None = None) -> None:
+        click.echo(self.message, err=True, file=file)
+
+
+class Program(click.Group):
+    """A group whose commands fail with a text and an exit code, never with a traceback."""
+
+    def invoke(self, ctx: click.Context) -> Any:
+        try:
+            result = super().invoke(ctx)
+            if sys.stdout is not None:
+                sys.stdout.flush()
+            return result
+        except (click.ClickException, click.exceptions.Exit, click.Abort, BrokenPipeError):
+            raise  # click's own; a reader that has gone away ends the program quietly
+        except KeyboardInterrupt:
+            click.echo("Interrupted.", err=True)
+            ctx.exit(130)
+        except MemoryError:
+            raise Failure("vkmcore: not enough memory for this size") from None
+        except (RuntimeError, ValueError, OSError) as error:
+            raise Failure(str(error)) from error
+
+
+def show_version(context: click.Context, parameter: click.Parameter, wanted: bool) -> None:
+    if wanted:
+        import vkmcore
+
+        click.echo(f"vkmcore {vkmcore.__version__}")
+        context.exit()
+
+
+@click.group(cls=Program, context_settings={"help_option_names": ["-h", "--help"]})
+@click.option(
+    "--version", is_flag=True, is_eager=True, expose_value=False, callback=show_version, help="Show the version."
+)
+def cli() -> None:
+    """Masses of knotted vortex filaments, from the catalogue inside the library."""
+
+
+def main() -> None:
+    """Entry of the console script."""
+    cli()
+
+
+def check_ids(context: click.Context, parameter: click.Parameter, ids: tuple[str, ...]) -> tuple[str, ...]:
+    """Refuse what is no text; every other id is the library's to judge."""
+    for knot_id in ids:
+        try:
+            knot_id.encode()
+        except UnicodeEncodeError:
+            raise click.BadParameter(f"{knot_id!a} is not valid text") from None
+    return ids
+
+
+@cli.command()
+@click.argument("ids", nargs=-1, required=True, metavar="ID...", callback=check_ids)
+@click.option(
+    "--resolution", type=click.IntRange(3, 2**31 - 1), default=4000, show_default=True, help="Points a filament."
+)
+@click.option(
+    "--iterations", type=click.IntRange(0, 2**31 - 1), default=1000, show_default=True, help="Sweeps of the relaxation."
+)
+@click.option("--timestep", type=float, default=0.01, show_default=True, help="Time step of a sweep, dimensionless.")
+@click.option(
+    "--stretch",
+    type=float,
+    default=1.0,
+    show_default=True,
+    help="Stretch lambda; divides the dimensionless ropelength twice.",
+)
+@click.option("--tail/--no-tail", default=True, show_default=True, help="Weigh the flow outside the core too.")
+@click.option("--radial-samples", type=click.IntRange(1, 2**31 - 1), help="Tail: shells around the filament.")
+@click.option("--azimuth-samples", type=click.IntRange(1, 2**31 - 1), help="Tail: samples around each shell.")
+@click.option("--r-min-factor", type=float, help="Tail: inner radius in core radii.")
+@click.option("--r-max-factor", type=float, help="Tail: outer radius in core radii.")
+@click.option("--exclusion-ds-factor", type=float, help="Tail: excluded arc in mean segment lengths.")
+@click.option("--json", "as_json", is_flag=True, help="A JSON list of records, in full precision.")
+@click.option(
+    "--plot", type=click.Path(path_type=Path), metavar="FILE", help="Draw the relaxed filaments (PNG, PDF, SVG)."
+)
+def mass(
+    ids: tuple[str, ...],
+    resolution: int,
+    iterations: int,
+    timestep: float,
+    stretch: float,
+    tail: bool,
+    as_json: bool,
+    plot: Path | None,
+    **tail_options: float | None,
+) -> None:
+    """Relax the knots with these catalogue IDs (as 3:1:1) and weigh them."""
+    from vkmcore import TailApproxConfig
+    from vkmcore.mass_table import RelaxSettings, weigh
+
+    if plot is not None:
+        check_plot(plot)
+    config = TailApproxConfig()
+    config.enabled = tail
+    for name, value in tail_options.items():
+        if value is not None:
+            setattr(config, name, value)
+    settings = RelaxSettings(resolution, iterations, timestep, stretch)
+
+    stages = len(ids) * (4 if tail else 3)
+    with progress_line(stages, visible=sys.stderr is not None and sys.stderr.isatty()) as tell:
+        weighed = weigh(ids, settings, config if tail else None, tell)
+
+    weights = [weight for weight, _ in weighed]
+    if as_json:
+        print_json([{**weight.record(), "settings": settings_record(settings, config)} for weight in weights])
+    else:
+        print_table(mass_table(weights, console().width))
+    for weight in weights:
+        if not math.isfinite(weight.length_m):
+            click.echo(f"{weight.id}: the relaxation ran away; try a smaller --timestep", err=True)
+    if plot is not None:
+        draw(plot, weighed)
+
+
+@cli.command()
+@click.option("--json", "as_json", is_flag=True, help="A JSON object with the lists 'fourier' and 'ideal'.")
+def knots(as_json: bool) -> None:
+    """List what the catalogue holds."""
+    from vkmcore.knot_list import fourier_entries, ideal_entries
+
+    fourier, ideal = fourier_entries(), ideal_entries()
+    if as_json:
+        print_json({"fourier": fourier, "ideal": ideal})
+        return
+    table = plain_table("Ideal knots and links")
+    for heading in ("id", "Conway", "L", "D", "n", "components", "harmonics", "tag", "source"):
+        table.add_column(heading, justify="left" if heading in ("id", "Conway", "tag", "source") else "right")
+    for entry in ideal:
+        table.add_row(
+            entry["id"],
+            entry["conway"],
+            f"{entry['L']:.6f}" if entry["L"] else "-",
+            f"{entry['D']:.6f}" if entry["D"] else "-",
+            str(entry["n"]),
+            str(entry["components"]),
+            str(entry["harmonics"]),
+            entry["tag"],
+            entry["source"],
+        )
+    print_table(table)
+    table = plain_table("Fourier series")
+    for heading in ("id", "blocks", "harmonics", "header"):
+        table.add_column(heading, justify="left" if heading in ("id", "header") else "right")
+    for series in fourier:
+        table.add_row(series["id"], str(series["blocks"]), str(series["harmonics"]), series["header"])
+    print_table(table)
+
+
+@cli.command()
+@click.option("--json", "as_json", is_flag=True, help="A JSON object.")
+def info(as_json: bool) -> None:
+    """Version, interpreter, compiler and vector width in use."""
+    import platform
+
+    from vkmcore.build import build_info
+
+    build = build_info()
+    facts: dict[str, object] = {
+        "version": build.version,
+        "python": platform.python_version(),
+        "numpy": installed("numpy"),
+        "matplotlib": installed("matplotlib"),
+        "compiler": build.compiler,
+        "vector_bits": build.vector_bits,
+        "machine": platform.machine(),
+        "extension": build.path,
+    }
+    if as_json:
+        print_json(facts)
+        return
+    width = max(map(len, facts))
+    for name, value in facts.items():
+        click.echo(f"{name.replace('_', ' '):{width}}  {'not installed' if value is None else value}")
+
+
+def installed(package: str) -> str | None:
+    """Version of an installed package, without importing it."""
+    from importlib.metadata import PackageNotFoundError, version
+
+    try:
+        return version(package)
+    except PackageNotFoundError:
+        return None
+
+
+# --- mass: the parts of the command -------------------------------------------------------------------------------
+
+# Row of the table: its title, and how a weight fills it.
+MASS_ROWS: tuple[tuple[str, Callable[[Weight], str]], ...] = (
+    ("filaments", lambda weight: str(weight.filaments)),
+    ("points", lambda weight: str(weight.points)),
+    ("ropelength, dimensionless", lambda weight: digits(weight.ropelength)),
+    ("length / m", lambda weight: digits(weight.length_m)),
+    ("core energy / J", lambda weight: digits(weight.core_energy_J)),
+    ("tail energy / J", lambda weight: digits(weight.tail_energy_J)),
+    ("mass / MeV", lambda weight: digits(weight.core_mass_MeV)),
+    ("mass with tail / MeV", lambda weight: digits(weight.mass_with_tail_MeV)),
+    ("helicity / (m/s^2)", lambda weight: digits(weight.helicity_m_per_s2)),
+    ("core time dilation", lambda weight: digits(weight.core_time_dilation)),
+)
+
+
+def digits(value: float | None) -> str:
+    """Ten significant digits, the last ones kept where they are zero."""
+    if value is None:
+        return "-"
+    return f"{value:#.10g}" if 1e-3 <= abs(value) < 1e7 or value == 0.0 else f"{value:.9e}"
+
+
+def mass_table(weights: list[Weight], width: int) -> Table:
+    """A column a knot where that fits into `width`, else a row a knot."""
+    columns = [[row(weight) for _, row in MASS_ROWS] for weight in weights]
+    upright = plain_table()
+    upright.add_column("id")
+    for weight in weights:
+        upright.add_column(weight.id, justify="right")
+    for place, (title, _) in enumerate(MASS_ROWS):
+        upright.add_row(title, *(column[place] for column in columns))
+    if len(weights) == 1 or natural_width(upright) <= width:
+        return upright
+    table = plain_table()
+    table.add_column("id")
+    for title, _ in MASS_ROWS:
+        table.add_column(title.replace(", ", "\n").replace(" / ", "\n/ "), justify="right")
+    for weight, column in zip(weights, columns, strict=True):
+        table.add_row(weight.id, *column)
+    return table
+
+
+def settings_record(settings: Any, config: Any) -> dict[str, object]:
+    """What the measures depend on, for the record."""
+    names = ("radial_samples", "azimuth_samples", "r_min_factor", "r_max_factor", "exclusion_ds_factor")
+    tail = {name: getattr(config, name) for name in names} if config.enabled else None
+    return {**vars(settings), "tail": tail}
+
+
+def check_plot(path: Path) -> None:
+    """Fail before the long work rather than after it."""
+    from vkmcore.plots import PlotError, check_plot_target
+
+    try:
+        check_plot_target(path)
+    except PlotError as error:
+        raise Failure(f"vkmcore: {error}") from error
+
+
+def draw(path: Path, weighed: list[tuple[Weight, list[list[list[float]]]]]) -> None:
+    from vkmcore.plots import PlotError, plot_filaments
+
+    try:
+        plot_filaments(path, [(f"{w.id}   {w.core_mass_MeV:.6g} MeV", filaments) for w, filaments in weighed])
+    except PlotError as error:
+        raise Failure(f"vkmcore: {error}") from error
+    click.echo(f"wrote {path}", err=True)
+
+
+@contextmanager
+def progress_line(total: int, visible: bool) -> Iterator[Callable[[str, str], None]]:
+    """A line on standard error that names the stage at work, or nothing where nobody looks.
+
+    It is drawn at each change of stage: the interpreter has no moment to turn a spinner while the library computes.
+    """
+    if not visible:
+        yield lambda knot_id, stage: None
+        return
+    from rich.console import Console
+    from rich.progress import BarColumn, MofNCompleteColumn, Progress, TextColumn
+
+    columns = (TextColumn("{task.description}", markup=False), BarColumn(bar_width=24), MofNCompleteColumn())
+    with Progress(*columns, console=Console(stderr=True), transient=True, auto_refresh=False) as progress:
+        task = progress.add_task("", total=total)
+        done = -1
+
+        def tell(knot_id: str, stage: str) -> None:
+            nonlocal done
+            done += 1
+            progress.update(task, description=f"{knot_id}: {stage}", completed=done, refresh=True)
+
+        yield tell
+
+
+# --- output -------------------------------------------------------------------------------------------------------
+
+
+def print_json(value: object) -> None:
+    """JSON on standard output, numbers in full precision; what is not a finite number is null."""
+    click.echo(json.dumps(finite(value), indent=2, ensure_ascii=False, allow_nan=False))
+
+
+def finite(value: object) -> object:
+    if isinstance(value, float) and not math.isfinite(value):
+        return None
+    if isinstance(value, dict):
+        return {name: finite(item) for name, item in value.items()}
+    if isinstance(value, list | tuple):
+        return [finite(item) for item in value]
+    return value
+
+
+def plain_table(title: str | None = None) -> Table:
+    from rich import box
+    from rich.table import Table
+
+    return Table(title=title, box=box.SIMPLE_HEAD, title_justify="left", title_style="bold", header_style="bold")
+
+
+def console(width: int | None = None) -> Console:
+    """A console that shows texts as they are: an id such as "3:100:1" holds the name of an emoji."""
+    from rich.console import Console
+
+    return Console(width=width, markup=False, emoji=False, highlight=False)
+
+
+def natural_width(table: Table) -> int:
+    return console(width=10**6).measure(table).maximum
+
+
+def print_table(table: Table) -> None:
+    """Print it at its natural width: a digit that is cut off is worse than a line that wraps."""
+    console(width=natural_width(table)).print(table)

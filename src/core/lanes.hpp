@@ -1,0 +1,45 @@
+#pragma once
+
+/// Points laid out coordinate by coordinate for kernels that work on a block of points at a time, one lane a point.
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include "core/vec3.hpp"
+
+namespace vkm {
+
+/// Points in a kernel's block. Thirty-two of them with their sums fill the widest registers and stay in the nearest
+/// cache; the time is flat from 16 to 128.
+inline constexpr std::size_t lane_block = 32;
+
+/// Coordinates of points in three runs of memory, filled up with zeros to whole blocks.
+class Lanes {
+ public:
+  explicit Lanes(std::size_t size)
+      : size_(size), stride_((size + lane_block - 1) / lane_block * lane_block), values_(3 * stride_, 0.0) {}
+
+  explicit Lanes(std::span<const Vec3> points) : Lanes(points.size()) {
+    for (std::size_t i = 0; i < size_; ++i) set(i, points[i]);
+  }
+
+  std::size_t size() const { return size_; }
+  std::size_t blocks() const { return stride_ / lane_block; }
+
+  const double* axis(std::size_t a) const { return values_.data() + a * stride_; }
+  double* axis(std::size_t a) { return values_.data() + a * stride_; }
+
+  Vec3 operator[](std::size_t i) const { return {axis(0)[i], axis(1)[i], axis(2)[i]}; }
+
+  void set(std::size_t i, const Vec3& point) {
+    for (std::size_t a = 0; a < 3; ++a) axis(a)[i] = point[a];
+  }
+
+ private:
+  std::size_t size_;
+  std::size_t stride_;
+  std::vector<double> values_;
+};
+
+}  // namespace vkm

@@ -1,0 +1,47 @@
+"""A signal ends a long computation at once, with the handler's exception."""
+
+import signal
+
+import _native
+import numpy as np
+import pytest
+
+MANY = np.random.default_rng(0).normal(size=(400000, 3))
+CIRCLE = _native.parse_fseries_from_string("1 0 0 1 0 0\n")[0]
+
+
+class Stopped(Exception):
+    pass
+
+
+@pytest.mark.parametrize(
+    "call",
+    [
+        lambda: _native.length_exact(CIRCLE, 2**60),
+        lambda: _native.bending_energy_exact(CIRCLE, 2**60),
+        lambda: _native.compute_writhe(MANY),
+        lambda: _native.compute_linking_number(MANY, MANY),
+        lambda: _native.writhe_gauss_curve(MANY, MANY),
+        lambda: _native.detect_reconnection_candidates(MANY, 0.0),
+        lambda: _native.compute_polygonal_gauss(MANY),
+        lambda: _native.compute_polygonal_gauss(MANY, MANY, False),
+        lambda: _native.min_self_distance_sampled(np.vstack([sphere(200000), -sphere(200000)]), 199999),
+    ],
+)
+def test_a_signal_ends_the_call(call):
+    def stop(*_):
+        raise Stopped
+
+    before = signal.signal(signal.SIGALRM, stop)
+    signal.setitimer(signal.ITIMER_REAL, 0.3)
+    try:
+        with pytest.raises(Stopped):
+            call()
+    finally:
+        signal.setitimer(signal.ITIMER_REAL, 0)
+        signal.signal(signal.SIGALRM, before)
+
+
+def sphere(n):
+    points = MANY[:n]
+    return points / np.linalg.norm(points, axis=1)[:, None]

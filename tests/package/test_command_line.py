@@ -1,0 +1,206 @@
+"""The command line: tables, JSON, plots, and how it fails."""
+
+import json
+import os
+import signal
+import struct
+import subprocess
+import sys
+
+import pytest
+from click.testing import CliRunner
+from vkmcore import ParticleEvaluator, TailApproxConfig, get_embedded_knot_files, load_embedded_ideal_text
+from vkmcore.cli import cli
+
+QUICK = ["--resolution", "120", "--iterations", "20"]
+
+
+def run(*arguments):
+    return CliRunner().invoke(cli, list(arguments))
+
+
+def spawn(*arguments, **options):
+    command = [sys.executable, "-m", "vkmcore", *arguments]
+    return subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, **options)
+
+
+def weigh_by_hand(knot_id, tail=None):
+    knot = ParticleEvaluator(knot_id, 120)
+    knot.relax(20)
+    if tail is not None:
+        knot.set_tail_approx_config(tail)
+    return knot
+
+
+def test_mass_records_are_the_library_s_numbers_to_the_last_bit():
+    result = run("mass", "3:1:1", "4:1:1", *QUICK, "--stretch", "2", "--azimuth-samples", "5", "--json")
+    assert result.exit_code == 0, result.stderr
+    records = json.loads(result.stdout)
+    assert [record["id"] for record in records] == ["3:1:1", "4:1:1"]
+    tail = TailApproxConfig()
+    tail.enabled = True
+    tail.azimuth_samples = 5
+    for record in records:
+        knot = weigh_by_hand(record["id"], tail)
+        metrics = knot.compute_relativistic_metrics()
+        filaments = knot.get_filaments()
+        settings = record.pop("settings")
+        assert record == {
+            "id": record["id"],
+            "filaments": len(filaments),
+            "points": sum(map(len, filaments)),
+            "ropelength": knot.get_dimless_ropelength(2.0),
+            "length_m": knot.get_physical_length_m(),
+            "core_energy_J": knot.compute_core_energy_J(),
+            "tail_energy_J": knot.compute_tail_energy_J(True),
+            "core_mass_MeV": knot.get_core_mass_mev_only(),
+            "mass_with_tail_MeV": knot.get_mass_mev_ab_initio(True),
+            "helicity_m_per_s2": metrics.helicity,
+            "core_time_dilation": metrics.core_time_dilation,
+        }
+        assert record["tail_energy_J"] > 0.0
+        assert record["core_mass_MeV"] == record["core_energy_J"] / 1.602176634e-13
+        assert (settings["resolution"], settings["iterations"], settings["stretch"]) == (120, 20, 2.0)
+        assert settings["tail"]["azimuth_samples"] == 5
+
+
+def test_mass_without_tail():
+    [record] = json.loads(run("mass", "3:1:1", *QUICK, "--no-tail", "--json").stdout)
+    assert record["tail_energy_J"] is None and record["mass_with_tail_MeV"] is None
+    assert record["settings"]["tail"] is None
+    assert record["core_mass_MeV"] == weigh_by_hand("3:1:1").get_core_mass_mev_only()
+
+
+@pytest.mark.parametrize("ids", [["3:1:1"], ["3:1:1"] * 7])
+def test_mass_table_cuts_no_digit_off(ids):
+    result = run("mass", *ids, *QUICK)
+    assert result.exit_code == 0 and result.stderr == ""
+    length = weigh_by_hand("3:1:1").get_physical_length_m()
+    assert result.stdout.count(f"{length:.9e}") == len(ids)
+    assert result.stdout.count("3:1:1") == len(ids)
+
+
+def test_numbers_that_are_not_finite_are_null_in_json():
+    result = run("mass", "3:1:1", *QUICK, "--timestep", "1e200", "--no-tail", "--json")
+    [record] = json.loads(result.stdout, parse_constant=pytest.fail)
+    assert record["core_mass_MeV"] is None
+    assert "ran away" in result.stderr
+
+
+@pytest.mark.parametrize("knot_id", ["3_1", "3:1:", "", "999:1:1"])
+def test_a_wrong_id_gets_the_library_s_message(knot_id):
+    with pytest.raises(RuntimeError) as library:
+        ParticleEvaluator(knot_id)
+    result = run("mass", "3:1:1", knot_id, "--json")
+    assert (result.exit_code, result.stdout) == (1, "")
+    assert result.stderr == f"{library.value}\n"
+
+
+def test_knots_lists_both_tables():
+    listed = json.loads(run("knots", "--json").stdout)
+    assert [entry["id"] for entry in listed["fourier"]] == sorted(get_embedded_knot_files())
+    assert next(entry for entry in listed["fourier"] if entry["id"] == "1_1")["harmonics"] == 1
+    main_text = [entry for entry in listed["ideal"] if entry["source"] == "ideal/ideal.txt"]
+    assert len(main_text) == load_embedded_ideal_text().count("<AB ")
+    assert {"0:1:1", "3:1:1", "4:1:1"} <= {entry["id"] for entry in main_text}
+    circle = next(entry for entry in main_text if entry["id"] == "0:1:1")
+    assert (circle["conway"], circle["L"], circle["D"], circle["n"]) == ("0", 6.283185, 1.0, 1)
+    assert (circle["components"], circle["harmonics"], circle["tag"]) == (1, 1, "AB")
+    table = run("knots").stdout
+    assert all(entry["id"] in table for entry in listed["ideal"] + listed["fourier"])
+
+
+def test_info_tells_versions():
+    import numpy
+
+    facts = json.loads(run("info", "--json").stdout)
+    assert facts["version"] == "0.8.36" and facts["numpy"] == numpy.__version__
+    assert facts["python"].startswith("3.10.") and facts["vector_bits"] in (64, 128, 256, 512)
+    assert facts["compiler"] in run("info").stdout
+    assert run("--version").stdout == "vkmcore 0.8.36\n"
+
+
+def test_plot_is_a_picture(tmp_path):
+    pytest.importorskip("matplotlib")
+    plain = tmp_path / "picture"
+    result = run("mass", "3:1:1", "0:1:1", *QUICK, "--no-tail", "--plot", str(plain))
+    assert result.exit_code == 0, result.stderr
+    data = plain.read_bytes()
+    assert data[:8] == b"\x89PNG\r\n\x1a\n" and len(data) > 20_000
+    width, height = struct.unpack(">II", data[16:24])
+    assert 1200 < width < 2400 and 600 < height < 1200
+    vectors = tmp_path / "picture.svg"
+    assert run("mass", "0:1:1", *QUICK, "--no-tail", "--plot", str(vectors)).exit_code == 0
+    assert b"<svg" in vectors.read_bytes()
+
+
+@pytest.mark.parametrize("target", ["missing/picture.png", ".", "picture.xyz"])
+def test_a_plot_that_cannot_be_written_fails_before_the_work(tmp_path, target):
+    pytest.importorskip("matplotlib")
+    result = run("mass", "3:1:1", "--iterations", "2000000", "--plot", str(tmp_path / target))
+    assert (result.exit_code, result.stdout) == (1, "")
+    assert result.stderr.startswith("vkmcore: ") and result.stderr.count("\n") == 1
+
+
+def test_a_plot_without_matplotlib_says_how_to_get_it(monkeypatch):
+    monkeypatch.setitem(sys.modules, "matplotlib", None)
+    for name in [name for name in sys.modules if name.startswith("matplotlib.")]:
+        monkeypatch.delitem(sys.modules, name)
+    result = run("mass", "3:1:1", "--plot", "picture.png")
+    assert result.exit_code == 1 and "pip install vkmcore[plot]" in result.stderr
+
+
+def test_the_program_writes_json_and_nothing_else():
+    process = spawn("mass", "3:1:1", *QUICK, "--json")
+    stdout, stderr = process.communicate()
+    assert (process.returncode, stderr) == (0, "")
+    assert json.loads(stdout)[0]["id"] == "3:1:1"
+
+
+def test_ctrl_c_ends_with_130_and_no_traceback():
+    # The library polls for signals while it relaxes; the message tells that the loop is entered.
+    program = (
+        "import vkmcore.mass_table as table, vkmcore.cli as cli, sys\n"
+        "relax = table.ParticleEvaluator.relax\n"
+        "def told(self, *rest):\n"
+        "    print('relaxing', flush=True)\n"
+        "    relax(self, *rest)\n"
+        "table.ParticleEvaluator.relax = told\n"
+        "cli.cli(['mass', '3:1:1', '--iterations', '2000000000'])\n"
+    )
+    process = subprocess.Popen(
+        [sys.executable, "-c", program], stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True
+    )
+    assert process.stdout.readline() == "relaxing\n"
+    process.send_signal(signal.SIGINT)
+    _, stderr = process.communicate(timeout=60)
+    assert (process.returncode, stderr) == (130, "Interrupted.\n")
+
+
+@pytest.mark.skipif(not hasattr(os, "mkfifo"), reason="pipes of POSIX")
+def test_a_reader_that_goes_away_is_no_fault_to_speak_of():
+    reader, writer = os.pipe()
+    os.close(reader)
+    for arguments in (["knots"], ["knots", "--json"], ["info"]):
+        process = subprocess.run(
+            [sys.executable, "-m", "vkmcore", *arguments], stdout=writer, stderr=subprocess.PIPE, text=True
+        )
+        assert (process.returncode, process.stderr) == (1, "")
+    os.close(writer)
+
+
+def test_a_crumpled_filament_is_drawn_through_all_its_points(tmp_path):
+    pytest.importorskip("matplotlib")
+    import numpy as np
+    from vkmcore.plots import plot_filaments
+
+    angle = np.linspace(0.0, 2.0 * np.pi, 1200, endpoint=False)
+    circle = 1e-15 * np.stack([np.cos(angle), np.sin(angle), 0.0 * angle], axis=1)
+    crumpled = circle + 1e-15 * np.random.default_rng(1).uniform(-0.3, 0.3, circle.shape)
+    paths = {}
+    for name, filament in (("circle", circle), ("crumpled", crumpled)):
+        file = tmp_path / f"{name}.svg"
+        plot_filaments(file, [(name, [filament])])
+        groups = file.read_text().split('<g id="')
+        paths[name] = max(group.count("<path") for group in groups if "3DCollection" in group.split('"', 1)[0])
+    assert paths == {"circle": 360 * 14, "crumpled": 1200}

@@ -1,0 +1,86 @@
+"""Write `python/vkmcore/_native.pyi` from the built extension, or check that it is current.
+
+    python tools/make_stubs.py            write
+    python tools/make_stubs.py --check    print what differs and exit with 1 if the file is stale
+
+The extension is the `_native` that this interpreter imports (say PYTHONPATH=build/dev). Needs pybind11-stubgen. The
+text depends on the extension's interface alone: neither on the build's options nor on the machine.
+"""
+
+from __future__ import annotations
+
+import argparse
+import ast
+import difflib
+import re
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+STUB = Path(__file__).resolve().parents[1] / "python" / "vkmcore" / "_native.pyi"
+HEADING = "# Types of the extension module. Made by tools/make_stubs.py from the built module; do not edit.\n"
+
+
+class Normaliser(ast.NodeTransformer):
+    """Say what the generator leaves open."""
+
+    def visit_FunctionDef(self, node: ast.FunctionDef) -> ast.FunctionDef:
+        """Arguments bound without a name (arg0, arg1, ...) are positional only."""
+        self.generic_visit(node)
+        arguments = node.args.args
+        unnamed = [place for place, argument in enumerate(arguments) if re.fullmatch(r"arg\d+", argument.arg)]
+        if unnamed:
+            node.args.posonlyargs = arguments[: unnamed[-1] + 1]
+            node.args.args = arguments[unnamed[-1] + 1 :]
+        return node
+
+    def visit_Subscript(self, node: ast.Subscript) -> ast.Subscript:
+        node.slice = self.visit(node.slice)
+        return node
+
+    def visit_Name(self, node: ast.Name) -> ast.expr:
+        """Containers of anything say so."""
+        items = {"list": "typing.Any", "dict": "typing.Any, typing.Any", "tuple": "typing.Any, ..."}.get(node.id)
+        return ast.parse(f"{node.id}[{items}]", mode="eval").body if items else node
+
+
+def generate() -> str:
+    """The stub of the extension that this interpreter imports."""
+    with tempfile.TemporaryDirectory() as folder:
+        command = [sys.executable, "-m", "pybind11_stubgen", "_native", "--output-dir", folder]
+        run = subprocess.run(command, capture_output=True, text=True)
+        if run.returncode:
+            raise SystemExit(run.stderr)
+        # Defaults that are objects have no expression and come out as `...`; a C++ name is a signature gone wrong,
+        # made before the type it names was registered.
+        wrong = [line for line in run.stderr.splitlines() if "Invalid expression" in line and "::" in line]
+        if wrong:
+            raise SystemExit("\n".join(wrong))
+        text = (Path(folder) / "_native.pyi").read_text(encoding="utf-8")
+    tree = Normaliser().visit(ast.parse(text))
+    text = ast.unparse(ast.fix_missing_locations(tree))
+    return HEADING + re.sub(r"[ \t]+$", "", text, flags=re.MULTILINE).strip() + "\n"
+
+
+def main() -> int:
+    parser = argparse.ArgumentParser(description="Write or check the types of the extension.")
+    parser.add_argument("--check", action="store_true", help="compare only; exit with 1 if stale")
+    arguments = parser.parse_args()
+    wanted = generate()
+    if not arguments.check:
+        STUB.write_text(wanted, encoding="utf-8")
+        return 0
+    present = STUB.read_text(encoding="utf-8") if STUB.exists() else ""
+    if present == wanted:
+        return 0
+    lines = difflib.unified_diff(
+        present.splitlines(True), wanted.splitlines(True), f"{STUB.name} as it is", f"{STUB.name} as built"
+    )
+    sys.stdout.writelines(lines)
+    print("the stubs are stale: run tools/make_stubs.py", file=sys.stderr)
+    return 1
+
+
+if __name__ == "__main__":
+    raise SystemExit(main())
