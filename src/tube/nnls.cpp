@@ -154,9 +154,10 @@ class ActiveSet {
       heartbeat_.tick();
       system_.reset(k);
       for (std::size_t i = 0; i < k; ++i) {
-        const double* row = equations_.gram_row(passive_[i]);
-        for (std::size_t j = 0; j < k; ++j) system_.at(i, j) = row[passive_[j]];
-        system_.rhs(i) = equations_.c()[passive_[i]];
+        const double* gram_row = equations_.gram_row(passive_[i]);
+        double* row = system_.row(i);
+        for (std::size_t j = 0; j < k; ++j) row[j] = gram_row[passive_[j]];
+        row[k] = equations_.c()[passive_[i]];
       }
       if (system_.solve(ridge, block_solution_)) {
         for (std::size_t i = 0; i < k; ++i) z_[passive_[i]] = block_solution_[i];

@@ -60,8 +60,8 @@ bool newton_step(std::vector<Vec3>& points, const ResolvedTubeMetrics& tube, dou
   LinearSystem system;
   system.reset(k);
   for (std::size_t i = 0; i < k; ++i) {
-    std::copy_n(equations.gram_row(i), k, &system.at(i, 0));
-    system.rhs(i) = deficit[i];
+    std::copy_n(equations.gram_row(i), k, system.row(i));
+    system.row(i)[k] = deficit[i];
   }
   std::vector<double> y(k);
   if (!system.solve(options.newton_ridge, y)) return false;
