@@ -103,9 +103,8 @@ ContactGradient kink_minrad_minus_gradient(std::span<const Vec3> points, const K
   reversed.vertex = 1;
   reversed.minrad_plus = reversed.minrad = kink.minrad_minus;
   reversed.turning_angle = kink.turning_angle;
-  for (const auto& part : kink_minrad_plus_gradient(corner, reversed).parts()) {
-    gradient.add(vertices[part.vertex], part.value);
-  }
+  const ContactGradient plus = kink_minrad_plus_gradient(corner, reversed);
+  for (const auto& part : plus.parts()) gradient.add(vertices[part.vertex], part.value);
   return gradient;
 }
 

@@ -26,7 +26,8 @@ class ContactGradient {
   void set(std::uint64_t vertex, std::size_t axis, double value) { entry(vertex)[axis] = value; }
 
   /// The touched vertices, ascending.
-  std::span<const Part> parts() const { return {parts_.data(), count_}; }
+  std::span<const Part> parts() const& { return {parts_.data(), count_}; }
+  std::span<const Part> parts() && = delete;
 
   /// Euclidean norm, summed in order of the rows.
   double norm() const;
