@@ -16,7 +16,9 @@ void bind_field_grids(py::module_& m);
 void bind_curl3d(py::module_& m);
 void bind_knot(py::module_& m);
 void bind_frenet_helicity(py::module_& m);
+void bind_hyperbolic_volume(py::module_& m);
 void bind_time_evolution(py::module_& m);
+void bind_vkm_mass(py::module_& m);
 void bind_filament_dynamics(py::module_& m);
 
 }  // namespace vkm
