@@ -96,7 +96,7 @@ def test_short_curves_and_bad_shapes(name):
     assert call(strided, *FUNCTIONALS[name]) == call(strided.tolist(), *FUNCTIONALS[name])
     with pytest.raises(RuntimeError, match=rf"^{name}: points must have shape \(N, 3\)$"):
         call(np.zeros((3, 4)), *FUNCTIONALS[name])
-    with pytest.raises(RuntimeError, match="^array has incorrect number of dimensions: 1; expected 2$"):
+    with pytest.raises(RuntimeError, match=r"^array has incorrect number of dimensions: 1; expected 2$"):
         call(np.zeros(3), *FUNCTIONALS[name])
 
 
@@ -164,7 +164,7 @@ def test_cutoff_shapes(name, last):
             call(points, tangents, ds, last)
     with pytest.raises(RuntimeError, match=rf"^{name}: points/tangents must have shape \(N, 3\)$"):
         call(good, np.zeros((5, 2)), np.zeros(5), last)
-    with pytest.raises(RuntimeError, match="^array has incorrect number of dimensions: 2; expected 1$"):
+    with pytest.raises(RuntimeError, match=r"^array has incorrect number of dimensions: 2; expected 1$"):
         call(good, good, good, last)
 
 

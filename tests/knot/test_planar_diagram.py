@@ -178,7 +178,7 @@ def test_curves_without_a_diagram():
     ):
         with pytest.raises(RuntimeError, match=failure):
             _native.pd_from_curve(points, **options)
-    with pytest.raises(ValueError, match="^pd_from_curve: need at least 4 points$"):
+    with pytest.raises(ValueError, match=r"^pd_from_curve: need at least 4 points$"):
         _native.pd_from_curve(np.zeros((3, 3)))
     for function in (_native.pd_from_curve, _native.compute_curvature):  # one text for both
         with pytest.raises(ValueError, match=r"^pd_from_curve: expected array with shape \(N,3\)$"):
