@@ -10,6 +10,7 @@ void bind_knot(py::module_& m) {
   register_catalogue(m);
   register_curve_descriptors(m);
   register_topology_measures(m);
+  register_planar_diagram(m);
   register_fourier_helicity(m);
   register_vortex_knot_system(m);
 }
