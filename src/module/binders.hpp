@@ -19,5 +19,6 @@ void bind_frenet_helicity(py::module_& m);
 void bind_time_evolution(py::module_& m);
 void bind_resolved_tube(py::module_& m);
 void bind_filament_dynamics(py::module_& m);
+void bind_evidence_report(py::module_& m);
 
 }  // namespace vkm

@@ -57,7 +57,7 @@ constexpr Binder binders[] = {
     {"core_torsion", pending},
     {"kam_diagnostics", pending},
     {"value_origin", pending},
-    {"evidence_report", pending},
+    {"evidence_report", bind_evidence_report},
     {"action_phase", pending},
     {"density_ontology", pending},
     {"rotor_participation", pending},
