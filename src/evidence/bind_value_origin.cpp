@@ -32,8 +32,8 @@ void bind_value_origin(py::module_& m) {
                   "The maximal swirl force of VKMCanonicalConstants.values(), N.")
       .def_static("fmax_rydberg_16pi2", &API::fmax_rydberg_16pi2, py::arg("hbar"), py::arg("R_infty"), py::arg("c"),
                   py::arg("alpha"),
-                  "16 pi^2 hbar R_infty^2 c / alpha^5: the force hbar c / (4 r^2) of the radius r = alpha^2 / (8 pi\n"
-                  "R_infty) times 1 / alpha, in N for SI arguments. NaN unless all are positive.")
+                  "16 pi^2 hbar R_infty^2 c / alpha^5, N in SI units: hbar omega_c / (2 r_c) with omega_c = 4 pi c\n"
+                  "R_infty / alpha^2 and r_c = alpha^3 / (8 pi R_infty). NaN unless all are positive.")
       .def_static("fmax_rydberg_32pi2", &API::fmax_rydberg_32pi2, py::arg("hbar"), py::arg("R_infty"), py::arg("c"),
                   py::arg("alpha"), "Twice fmax_rydberg_16pi2.")
       .def_static("compare_fmax_snapshot_to_recomputed", &API::compare_fmax_snapshot_to_recomputed,
