@@ -234,7 +234,7 @@ def provenance_new(chain: Path, stage: str, certification: str, **fields: Any) -
     A record that breaks the chain is refused.
     """
     from vkmcore import PipelineCertificationStatus, PipelineStage
-    from vkmcore.provenance import first_fault, new_record, read_chain, write_chain
+    from vkmcore.provenance import first_break, first_fault, new_record, read_chain, write_chain
 
     records = read_chain(chain) if chain.exists() else []
     record = new_record(
@@ -244,11 +244,10 @@ def provenance_new(chain: Path, stage: str, certification: str, **fields: Any) -
         **fields,
     )
     records.append(record)
-    fault = first_fault(records)
-    if fault is not None and not fault.startswith(f"record {len(records)}: a chain ends"):
+    if fault := first_break(records):
         raise Failure(f"vkmcore: {fault}; {chain} is left as it was")
     write_chain(chain, records)
-    click.echo(f"{chain}: record {len(records)}, {'certified' if fault is None else 'not yet complete'}")
+    click.echo(f"{chain}: record {len(records)}, {'certified' if first_fault(records) is None else 'not yet complete'}")
 
 
 @provenance.command("verify")

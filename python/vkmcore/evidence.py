@@ -17,7 +17,7 @@ import hashlib
 import math
 import platform
 import subprocess
-from collections.abc import Callable, Iterator
+from collections.abc import Iterator
 from pathlib import Path
 
 import numpy as np
@@ -88,21 +88,10 @@ def git_commit(package: Path = Path(__file__).parent) -> str:
     return "" if commit.returncode else commit.stdout.strip() + ("-dirty" if dirty else "")
 
 
-def self_checks(progress: Callable[[str], None] | None = None) -> list[CheckResult]:
-    """The fixed checks of this installation, in order; a few seconds. `progress` is told each group's name before."""
-    groups: tuple[tuple[str, Callable[[], Iterator[CheckResult]]], ...] = (
-        ("constants", constant_checks),
-        ("closed forms", closed_form_checks),
-        ("convergence", convergence_checks),
-        ("evaluator", evaluator_checks),
-        ("fingerprints", fingerprint_checks),
-    )
-    checks = []
-    for name, group in groups:
-        if progress is not None:
-            progress(name)
-        checks.extend(group())
-    return checks
+def self_checks() -> list[CheckResult]:
+    """The fixed checks of this installation, in order; they take a second or two."""
+    groups = (constant_checks, closed_form_checks, convergence_checks, evaluator_checks, fingerprint_checks)
+    return [result for group in groups for result in group()]
 
 
 def constant_checks() -> Iterator[CheckResult]:

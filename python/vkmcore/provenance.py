@@ -8,6 +8,7 @@ library's verdict (`PipelineProvenanceAPI.evaluate_chain`); here the rule that f
 from __future__ import annotations
 
 import hashlib
+import itertools
 import json
 import os
 import re
@@ -130,6 +131,14 @@ def first_fault(records: Sequence[ProvenanceRecord]) -> str | None:
     The order is that of the library's evaluation: completeness of all records, their form, the first record, the links
     one by one, the last record.
     """
+    fault = first_break(records)
+    if fault is None and records[-1].stage not in (PipelineStage.VKMcore, PipelineStage.EddyLab):
+        return f"record {len(records)}: a chain ends at VKMcore or EddyLab, not {_stage(records[-1])}"
+    return fault
+
+
+def first_break(records: Sequence[ProvenanceRecord]) -> str | None:
+    """The first fault that no further record can mend; None for a chain that may yet be certified."""
     if not records:
         return "the chain is empty"
     numbered = list(enumerate(records, 1))
@@ -145,11 +154,9 @@ def first_fault(records: Sequence[ProvenanceRecord]) -> str | None:
         return f"record 1: a chain starts at KnotPlot, not {_stage(first)}"
     if first.parent_record_sha256:
         return "record 1: the first record has no parent"
-    for (_, before), (place, record) in zip(numbered, numbered[1:], strict=False):
+    for (_, before), (place, record) in itertools.pairwise(numbered):
         if fault := _broken_link(before, record):
             return f"record {place}: {fault}"
-    if records[-1].stage not in (PipelineStage.VKMcore, PipelineStage.EddyLab):
-        return f"record {len(records)}: a chain ends at VKMcore or EddyLab, not {_stage(records[-1])}"
     return None
 
 
