@@ -47,7 +47,7 @@ constexpr Binder binders[] = {
     {"vkm_mass", pending},
     {"workbench", pending},
     {"spectral_operator", pending},
-    {"resolved_tube", pending},
+    {"resolved_tube", bind_resolved_tube},
     {"filament_dynamics", bind_filament_dynamics},
     {"geometry_certificate", pending},
     {"gate_certificates", pending},

@@ -1,0 +1,7 @@
+#include "tube/tube_registrars.hpp"
+
+namespace vkm {
+
+void register_nnls(py::module_&) {}
+
+}  // namespace vkm

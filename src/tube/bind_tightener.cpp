@@ -1,0 +1,7 @@
+#include "tube/tube_registrars.hpp"
+
+namespace vkm {
+
+void register_tightener(py::module_&) {}
+
+}  // namespace vkm
