@@ -17,6 +17,7 @@ void bind_curl3d(py::module_& m);
 void bind_knot(py::module_& m);
 void bind_frenet_helicity(py::module_& m);
 void bind_time_evolution(py::module_& m);
+void bind_workbench(py::module_& m);
 void bind_resolved_tube(py::module_& m);
 void bind_filament_dynamics(py::module_& m);
 

@@ -45,7 +45,7 @@ constexpr Binder binders[] = {
     {"vorticity_tools", pending},
     {"vkm_gravity", pending},
     {"vkm_mass", pending},
-    {"workbench", pending},
+    {"workbench", bind_workbench},
     {"spectral_operator", pending},
     {"resolved_tube", bind_resolved_tube},
     {"filament_dynamics", bind_filament_dynamics},
