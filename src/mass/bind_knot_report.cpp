@@ -33,21 +33,20 @@ void register_records(py::module_& m) {
 /// The two evaluators of a model.
 template <class Model, class Params>
 void def_evaluators(py::module_& m, const char* single, const char* single_doc, const char* dataset,
-                    const char* dataset_doc, const char* params_name) {
-  const std::string default_params = std::string(params_name) + "()";
+                    const char* dataset_doc, const char* params_default) {
   const auto constants = [] { return py::arg_v("constants", CanonicalConstants{}, "CanonicalConstants()"); };
   m.def(
       single,
       [](const KnotInvariants& K, const Params& params, const CanonicalConstants& values) {
         return MassFunctional(values).evaluate(K, Model(params));
       },
-      py::arg("K"), py::arg_v("params", Params{}, default_params), constants(), single_doc);
+      py::arg("K"), py::arg_v("params", Params{}, params_default), constants(), single_doc);
   m.def(
       dataset,
       [](const std::vector<KnotState>& states, const Params& params, const CanonicalConstants& values) {
         return evaluate_knot_dataset(states, Model(params), values, python_poll());
       },
-      py::arg("dataset"), py::arg_v("params", Params{}, default_params), constants(), dataset_doc);
+      py::arg("dataset"), py::arg_v("params", Params{}, params_default), constants(), dataset_doc);
 }
 
 }  // namespace
@@ -66,7 +65,7 @@ Returns the KnotDerived of MassFunctional.evaluate. Raises ValueError for consta
 
 One KnotReportRow an entry, in order, by MassFunctional.evaluate and SimpleInvariantXiModel. Raises ValueError for
 constants that are not positive, even without entries.)",
-      "SimpleInvariantXiModelParams");
+      "SimpleInvariantXiModelParams()");
   def_evaluators<VKMCanonicalXiModel, VKMCanonicalXiModelParams>(
       m, "evaluate_single_knot_vkm_canonical",
       R"(Evaluate one knot using VKMCanonicalXiModel and canonical constants.
@@ -76,7 +75,7 @@ Returns the KnotDerived of MassFunctional.evaluate. Raises ValueError for consta
       R"(Evaluate a dataset of KnotState entries using VKMCanonicalXiModel.
 
 One KnotReportRow an entry, in order. Raises ValueError for constants that are not positive, even without entries.)",
-      "VKMCanonicalXiModelParams");
+      "VKMCanonicalXiModelParams()");
 }
 
 }  // namespace vkm

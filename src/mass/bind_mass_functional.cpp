@@ -33,11 +33,10 @@ void register_records(py::module_& m) {
 }
 
 template <class Model, class Params>
-void register_model(py::module_& m, const char* name, const char* params_name, const char* doc, const char* xi_doc,
+void register_model(py::module_& m, const char* name, const char* params_default, const char* doc, const char* xi_doc,
                     const char* gate_doc) {
-  const std::string default_params = std::string(params_name) + "()";
   py::class_<Model>(m, name, doc)
-      .def(py::init<const Params&>(), py::arg_v("params", Params{}, default_params))
+      .def(py::init<const Params&>(), py::arg_v("params", Params{}, params_default))
       .def("compute_xi", &Model::compute_xi, py::arg("K"), xi_doc)
       .def("assign_gate", &Model::assign_gate, py::arg("K"), gate_doc);
 }
@@ -53,7 +52,7 @@ void register_models(py::module_& m) {
       .def_readwrite("a_L", &S::a_L, "Of the effective ropelength.")
       .def_readwrite("a_chi", &S::a_chi, "Of the chirality.");
   register_model<SimpleInvariantXiModel, S>(
-      m, "SimpleInvariantXiModel", "SimpleInvariantXiModelParams", "Xi as the exponential of a weighted sum.",
+      m, "SimpleInvariantXiModel", "SimpleInvariantXiModelParams()", "Xi as the exponential of a weighted sum.",
       "exp(a_vol V + a_b b + a_k k + a_g g + a_L L + a_chi chi), V and L the effective volume and ropelength.",
       "Exposed above four crossings, else Shielded.");
 
@@ -68,7 +67,7 @@ void register_models(py::module_& m) {
       .def_readwrite("use_crossing_number_as_C", &V::use_crossing_number_as_C, "C is the crossing number, else 0.")
       .def_readwrite("use_writhe_as_H", &V::use_writhe_as_H, "H is the writhe, else 0.");
   register_model<VKMCanonicalXiModel, V>(
-      m, "VKMCanonicalXiModel", "VKMCanonicalXiModelParams", "Xi as a weighted sum on a golden layer.",
+      m, "VKMCanonicalXiModel", "VKMCanonicalXiModelParams()", "Xi as a weighted sum on a golden layer.",
       "phi^(-2 golden_layer) (alpha_C C + beta_L L + gamma_H H + delta_V V), phi the golden ratio.",
       "Exposed for a hyperbolic knot above four crossings, else Shielded.");
 }
