@@ -20,6 +20,7 @@ void bind_multisector(py::module_& m);
 void bind_hyperbolic_volume(py::module_& m);
 void bind_time_evolution(py::module_& m);
 void bind_vkm_mass(py::module_& m);
+void bind_workbench(py::module_& m);
 void bind_spectral_operator(py::module_& m);
 void bind_resolved_tube(py::module_& m);
 void bind_filament_dynamics(py::module_& m);

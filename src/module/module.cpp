@@ -45,7 +45,7 @@ constexpr Binder binders[] = {
     {"vorticity_tools", pending},
     {"vkm_gravity", pending},
     {"vkm_mass", bind_vkm_mass},
-    {"workbench", pending},
+    {"workbench", bind_workbench},
     {"spectral_operator", bind_spectral_operator},
     {"resolved_tube", bind_resolved_tube},
     {"filament_dynamics", bind_filament_dynamics},
