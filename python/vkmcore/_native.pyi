@@ -7,7 +7,7 @@ import collections.abc
 import numpy
 import numpy.typing
 import typing
-__all__: list[str] = ['FourierBlock', 'FourierResult', 'GeometricDescriptors', 'IdealABBlock', 'IdealABComponent', 'LoadedKnot', 'ParticleEvaluator', 'RelativisticMetrics', 'TailApproxConfig', 'VKMCanonicalConstants', 'VKMCanonicalValues', 'VKMMasterEquation', 'VKMMasterEquationInput', 'VKMMasterEquationOutput', 'VKMTensionScales', 'VKMTopologyKernelInput', 'bending_energy_exact', 'compute_centerline_helicity', 'compute_curvature', 'compute_linking_number', 'compute_polygonal_gauss', 'compute_twist', 'compute_writhe', 'curvature_exact', 'describe_fourier_block', 'detect_reconnection_candidates', 'evaluate_fourier_block', 'evaluate_fourier_series', 'evaluate_ideal_ab_components', 'evaluate_ideal_component', 'evaluate_with_derivatives', 'find_ideal_ab_block_by_id', 'find_ideal_block_by_id', 'format_ideal_ab_header', 'fourier_knot', 'fourier_knot_eval', 'get_embedded_ideal_files', 'get_embedded_knot_files', 'index_of_ideal_id', 'index_of_largest_block', 'length_exact', 'list_bindings', 'load_all_knots', 'load_embedded_ideal_text', 'load_embedded_knot_block', 'min_self_distance_exactish', 'min_self_distance_sampled', 'mode_energies', 'parse_embedded_ideal_ab_by_id', 'parse_embedded_ideal_txt', 'parse_fseries_from_string', 'parse_fseries_multi', 'parse_ideal_ab_by_id_from_string', 'parse_ideal_halvard_from_string', 'parse_ideal_txt_from_string', 'parse_ideal_txt_multi', 'writhe_gauss_curve']
+__all__: list[str] = ['BiotSavart', 'BoundaryOptions', 'ContactStressDiagnostics', 'ContactStressMap', 'FourierBlock', 'FourierResult', 'GeometricDescriptors', 'Grid1D', 'IdealABBlock', 'IdealABComponent', 'KinkRecord', 'LoadedKnot', 'MultisectorFitter', 'MultisectorFitterV2', 'NodeAnalyzer', 'ParticleEvaluator', 'PotentialGaussianWell', 'PotentialOptions', 'RelativisticMetrics', 'ResolvedTubeGeometry', 'ResolvedTubeMetrics', 'RigidityColumn', 'RigidityMatrix', 'SegmentPair', 'SparseEntry', 'SparseRigidityColumn', 'SparseRigidityMatrix', 'TailApproxConfig', 'TimeEvolution', 'TraceFormula', 'TrefoilOperator', 'VKMCanonicalConstants', 'VKMCanonicalValues', 'VKMMasterEquation', 'VKMMasterEquationInput', 'VKMMasterEquationOutput', 'VKMTensionScales', 'VKMTopologyKernelInput', 'VortexKnotSystem', 'bending_energy_exact', 'biot_savart_vector_potential_grid', 'biot_savart_velocity', 'biot_savart_velocity_grid', 'biot_savart_wire_grid', 'compute_biot_savart_velocity_grid', 'compute_centerline_helicity', 'compute_curvature', 'compute_curvature_torsion', 'compute_frenet_frames', 'compute_helicity', 'compute_helicity_from_fourier_block', 'compute_helicity_invariants', 'compute_linking_number', 'compute_polygonal_gauss', 'compute_twist', 'compute_vorticity_grid', 'compute_writhe', 'curl3d_central', 'curvature_exact', 'describe_fourier_block', 'detect_reconnection_candidates', 'dipole_field_at_point', 'dipole_ring_field_grid', 'evaluate_fourier_block', 'evaluate_fourier_series', 'evaluate_ideal_ab_components', 'evaluate_ideal_component', 'evaluate_with_derivatives', 'evolve_positions_euler', 'evolve_vortex_knot', 'extract_interior_field', 'find_ideal_ab_block_by_id', 'find_ideal_block_by_id', 'format_ideal_ab_header', 'fourier_knot', 'fourier_knot_eval', 'get_embedded_ideal_files', 'get_embedded_knot_files', 'index_of_ideal_id', 'index_of_largest_block', 'length_exact', 'list_bindings', 'load_all_knots', 'load_embedded_ideal_text', 'load_embedded_knot_block', 'min_self_distance_exactish', 'min_self_distance_sampled', 'mode_energies', 'parse_embedded_ideal_ab_by_id', 'parse_embedded_ideal_txt', 'parse_fseries_from_string', 'parse_fseries_multi', 'parse_ideal_ab_by_id_from_string', 'parse_ideal_halvard_from_string', 'parse_ideal_txt_from_string', 'parse_ideal_txt_multi', 'resolved_tube_analyze', 'resolved_tube_build_rigidity_matrix', 'resolved_tube_build_sparse_rigidity_matrix', 'resolved_tube_kkt_diagnostics', 'resolved_tube_length', 'resolved_tube_length_gradient_flat', 'resolved_tube_lower_bound_rad', 'resolved_tube_minrad', 'resolved_tube_write_matrix_market', 'resolved_tube_write_vector_market', 'rk4_integrate', 'writhe_gauss_curve']
 
 class TailApproxConfig:
     """
@@ -979,6 +979,49 @@ class VKMTensionScales:
         Ratio 4 alpha_g / alpha of the swirl to the gravitational force scale. ValueError unless alpha is positive.
         """
 
+class BiotSavart:
+    """
+    Biot-Savart sums over closed polylines and the helicity pipeline on grids.
+    """
+
+    @staticmethod
+    def compute_invariants(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg2: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], /) -> tuple[float, float, float]:
+        """
+        compute_invariants(velocity, vorticity, r_sq): (H_charge, H_mass, a_mu).
+
+        H_charge = sum v.w, H_mass = sum |w|^2 r_sq, a_mu = (H_charge / H_mass - 1) / 2. ValueError if the vorticity is shorter
+        than the velocity, or r_sq shorter than the vorticity.
+        """
+
+    @staticmethod
+    def compute_velocity(curve: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], grid_points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], circulation: typing.SupportsFloat | typing.SupportsIndex=1.0) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Velocity of a closed vortex polyline at grid points.
+
+        Backward compatible with the historical 2-argument call; circulation defaults to 1.0.
+
+        u(x) = circulation / (4 pi) sum dl x R / (|R|^3 + 1e-12), R from the midpoint of each of the N segments (Biot-Savart
+        law). `curve` is a list of N points in m, closed by its last segment; `grid_points` a list of M points; `circulation` in
+        m^2/s. Returns a list of M velocities in m/s; zeros for fewer than two curve points.
+        """
+
+    @staticmethod
+    def compute_vorticity(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: typing.Annotated[collections.abc.Sequence[typing.SupportsInt | typing.SupportsIndex], 'FixedSize(3)'], arg2: typing.SupportsFloat | typing.SupportsIndex, /) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        compute_vorticity(velocity, shape, spacing): central differences on a periodic grid.
+
+        The result is minus the textbook curl; the helicity invariants rest on this sign. `velocity` holds nx*ny*nz vectors,
+        cell (i, j, k) at (i*ny + j)*nz + k; `shape` is (nx, ny, nz). ValueError if the list does not fit the shape.
+        """
+
+    @staticmethod
+    def extract_interior(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: typing.Annotated[collections.abc.Sequence[typing.SupportsInt | typing.SupportsIndex], 'FixedSize(3)'], arg2: typing.SupportsInt | typing.SupportsIndex, /) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        extract_interior(field, shape, margin): cells at least `margin` cells away from every face.
+
+        Empty if the margin is half an extent or more. ValueError for a negative margin or a list that does not fit.
+        """
+
 class FourierBlock:
     """
     A closed curve as a truncated Fourier series.
@@ -1344,12 +1387,1540 @@ class LoadedKnot:
         Centred samples; the first point is repeated as the last.
         """
 
+class VortexKnotSystem:
+    """
+    A closed vortex filament evolved by explicit Euler under the Biot-Savart law.
+    """
+
+    def __init__(self, circulation: typing.SupportsFloat | typing.SupportsIndex=1.0) -> None:
+        """
+        An empty system with a circulation in m^2/s.
+        """
+
+    def evolve(self, dt: typing.SupportsFloat | typing.SupportsIndex, steps: typing.SupportsInt | typing.SupportsIndex) -> None:
+        """
+        Take `steps` Euler steps of `dt` seconds under the filament's own Biot-Savart velocity.
+
+        An interrupted call leaves the state as it was.
+        """
+
+    def get_positions(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Positions in m, a new list.
+        """
+
+    def get_tangents(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Element vectors in m: half of the difference of the neighbours. A new list.
+        """
+
+    def initialize_figure8_knot(self, resolution: typing.SupportsInt | typing.SupportsIndex=400) -> None:
+        """
+        Put the filament on the figure-eight knot (cos 3t (cos 2t + 2), sin 3t (cos 2t + 2), sin 4t).
+        """
+
+    def initialize_knot_from_name(self, knot_id: str, resolution: typing.SupportsInt | typing.SupportsIndex=1000) -> None:
+        """
+        Put the filament on a knot of the catalogue, as "3_1", or of a .fseries file found on disk.
+
+        The curve is centred and sampled at both ends of its period: the last point repeats the first. RuntimeError if the knot
+        cannot be found or read; the system then keeps its state.
+        """
+
+    def initialize_trefoil_knot(self, resolution: typing.SupportsInt | typing.SupportsIndex=400) -> None:
+        """
+        Put the filament on the torus-knot trefoil (cos 2t (cos 3t + 2), sin 2t (cos 3t + 2), sin 3t).
+        """
+
+class MultisectorFitter:
+    """
+    Multisector primitive-cycle products and an objective for fitting them.
+    """
+
+    @staticmethod
+    def evaluate_multisector(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.complex128]:
+        """
+        Evaluate the full multisector primitive-cycle product Phi_pc(t).
+        t_values (n,), sectors and thetas / rad (k,), sector_weights (k,) or None for 1. Each sector nu contributes
+        prod over m <= truncation_M of (1 - 2 cos(m theta) z + z^2)^-w, z = exp(-s nu m ell_trefoil), s = 1/2 + i t; the
+        completion factor is 1 (mode 0) or exp(alpha s + beta) (mode 1). RuntimeError for arrays that are not 1-D,
+        lengths that differ and other modes.
+        """
+
+    @staticmethod
+    def evaluate_multisector_abs(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        Evaluate |Phi_pc(t)| for the full multisector primitive-cycle product.
+        t_values (n,), sectors and thetas / rad (k,), sector_weights (k,) or None for 1. Each sector nu contributes
+        prod over m <= truncation_M of (1 - 2 cos(m theta) z + z^2)^-w, z = exp(-s nu m ell_trefoil), s = 1/2 + i t; the
+        completion factor is 1 (mode 0) or exp(alpha s + beta) (mode 1). RuntimeError for arrays that are not 1-D,
+        lengths that differ and other modes.
+        """
+
+    @staticmethod
+    def evaluate_sector(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], nu: typing.SupportsInt | typing.SupportsIndex, theta_nu: typing.SupportsFloat | typing.SupportsIndex, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.complex128]:
+        """
+        Evaluate one sector zeta Z_nu(1/2 + i t).
+        The product over m <= truncation_M of 1 / (1 - 2 cos(m theta) z + z^2), z = exp(-s nu m ell_trefoil),
+        s = 1/2 + i t, at each of t_values (n,). RuntimeError for t_values that are not 1-D.
+        """
+
+    @staticmethod
+    def objective_near_nodes(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]=..., node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None) -> float:
+        """
+        Objective function for fitting multisector phases against near-node targets.
+        The weighted sum of squared distances between the deepest minima of |Phi_pc|, in ascending t, and
+        target_nodes, which are paired by position; 1e300 for fewer minima than targets. RuntimeError as in
+        evaluate_multisector.
+        """
+
+class NodeAnalyzer:
+    """
+    Local minima of a sampled curve, ranked by depth.
+    """
+
+    @staticmethod
+    def extra_minima_penalty(t: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], y: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], target_halfwidth: typing.SupportsFloat | typing.SupportsIndex, sigma_extra: typing.SupportsFloat | typing.SupportsIndex, penalize_all_extra_minima: bool=True) -> float:
+        """
+        The sum of exp(-y / sigma_extra) over the local minima outside all target windows, or its first term alone
+        unless penalize_all_extra_minima.
+        """
+
+    @staticmethod
+    def local_maxima_indices(y: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> numpy.typing.NDArray[numpy.int64]:
+        """
+        Indices 1 .. n - 2 with y(i) at least both neighbours. Inclusive.
+        """
+
+    @staticmethod
+    def local_minima_indices(y: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> numpy.typing.NDArray[numpy.int64]:
+        """
+        Indices 1 .. n - 2 with both neighbours at least y(i). Inclusive: every inner point of a flat stretch counts.
+        """
+
+    @staticmethod
+    def strongest_minima_t(t: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], y: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], keep_count: typing.SupportsInt | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        The t of the keep_count deepest local minima of y, ascending. t and y have the same shape (n,).
+        """
+
+    @staticmethod
+    def strongest_minima_t_with_neighborhood_exclusion(t: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], y: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], target_halfwidth: typing.SupportsFloat | typing.SupportsIndex, keep_only_outside: bool, keep_count: typing.SupportsInt | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        strongest_minima_t of the minima outside all windows [target - target_halfwidth, target + target_halfwidth],
+        bounds included, or inside any of them unless keep_only_outside.
+        """
+
+    @staticmethod
+    def strongest_minima_values(y: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], keep_count: typing.SupportsInt | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        The keep_count least values at local minima of y, ascending.
+        """
+
+class TraceFormula:
+    """
+    Logarithm of the multisector product, its derivative, and phase densities.
+    """
+
+    @staticmethod
+    def evaluate_multisector_dlogz_ds(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=...) -> numpy.typing.NDArray[numpy.complex128]:
+        """
+        d ln Phi_pc / ds at s = 1/2 + i t for each of t_values (n,), without the completion factor. NaN where a factor
+        is not finite; not finite where a factor vanishes.
+        """
+
+    @staticmethod
+    def evaluate_multisector_logz(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=...) -> numpy.typing.NDArray[numpy.complex128]:
+        """
+        ln Phi_pc without the completion factor at each of t_values (n,): -sum of w (ln|D| + i arg D) over sectors and
+        m <= truncation_M, D = 1 - 2 cos(m theta) z + z^2. The imaginary part is a sum of principal values, not reduced.
+        """
+
+    @staticmethod
+    def phase_derivative_from_xi(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], xi_values: typing.Annotated[numpy.typing.ArrayLike, numpy.complex128]) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        -d arg(xi) / dt by central differences of the unwrapped phase, shape (n,); the ends copy their neighbours.
+        Zero where both neighbours have the same t, and all zeros for n < 3.
+        """
+
+class MultisectorFitterV2:
+    """
+    Multisector primitive-cycle products, truncation scans, and objectives that suppress extra minima.
+    """
+
+    @staticmethod
+    def completion_factor(s: complex | typing.SupportsComplex | typing.SupportsFloat | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> complex:
+        """
+        1 (mode 0) or exp(alpha s + beta) (mode 1); RuntimeError for another mode.
+        """
+
+    @staticmethod
+    def evaluate_multisector(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.complex128]:
+        """
+        Evaluate the full multisector primitive-cycle product Phi_pc(t).
+        t_values (n,), sectors and thetas / rad (k,), sector_weights (k,) or None for 1. Each sector nu contributes
+        prod over m <= truncation_M of (1 - 2 cos(m theta) z + z^2)^-w, z = exp(-s nu m ell_trefoil), s = 1/2 + i t; the
+        completion factor is 1 (mode 0) or exp(alpha s + beta) (mode 1). RuntimeError for arrays that are not 1-D,
+        lengths that differ and other modes.
+        """
+
+    @staticmethod
+    def evaluate_multisector_abs(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        Evaluate |Phi_pc(t)| for the full multisector primitive-cycle product.
+        t_values (n,), sectors and thetas / rad (k,), sector_weights (k,) or None for 1. Each sector nu contributes
+        prod over m <= truncation_M of (1 - 2 cos(m theta) z + z^2)^-w, z = exp(-s nu m ell_trefoil), s = 1/2 + i t; the
+        completion factor is 1 (mode 0) or exp(alpha s + beta) (mode 1). RuntimeError for arrays that are not 1-D,
+        lengths that differ and other modes.
+        """
+
+    @staticmethod
+    def evaluate_multisector_abs_batch_M(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_values: typing.Annotated[numpy.typing.ArrayLike, numpy.int64]=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.ndarray:
+        """
+        evaluate_multisector_abs for each of truncation_values (r,), shape (r, n). Each row has the bits of an
+        evaluation of its own, but each term is computed once for all rows. ValueError for a negative truncation.
+        """
+
+    @staticmethod
+    def evaluate_sector(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], nu: typing.SupportsInt | typing.SupportsIndex, theta_nu: typing.SupportsFloat | typing.SupportsIndex, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.complex128]:
+        """
+        One sector zeta at each of t_values (n,). The completion arguments are accepted and have no effect: a single
+        sector is never multiplied by the completion factor.
+        """
+
+    @staticmethod
+    def evaluate_sector_abs(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], nu: typing.SupportsInt | typing.SupportsIndex, theta_nu: typing.SupportsFloat | typing.SupportsIndex, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        Magnitude of evaluate_sector. The completion arguments are accepted and have no effect.
+        """
+
+    @staticmethod
+    def objective_near_nodes(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]=..., node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None) -> float:
+        """
+        Objective function for fitting multisector phases against near-node targets.
+        The weighted sum of squared distances between the deepest minima of |Phi_pc|, in ascending t, and
+        target_nodes, which are paired by position; 1e300 for fewer minima than targets. RuntimeError as in
+        evaluate_multisector.
+        """
+
+    @staticmethod
+    def objective_suppressed(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]=..., node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, lambda_extra: typing.SupportsFloat | typing.SupportsIndex=0.5, sigma_extra: typing.SupportsFloat | typing.SupportsIndex=0.05, lambda_reg: typing.SupportsFloat | typing.SupportsIndex=0.01, target_halfwidth: typing.SupportsFloat | typing.SupportsIndex=0.35, penalize_all_extra_minima: bool=True) -> float:
+        """
+        objective_near_nodes + lambda_extra times a penalty for minima outside the target windows
+        + lambda_reg times the sum of (w - 1)^2; the "total" of objective_suppressed_breakdown.
+        """
+
+    @staticmethod
+    def objective_suppressed_breakdown(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]=..., node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, lambda_extra: typing.SupportsFloat | typing.SupportsIndex=0.5, sigma_extra: typing.SupportsFloat | typing.SupportsIndex=0.05, lambda_reg: typing.SupportsFloat | typing.SupportsIndex=0.01, target_halfwidth: typing.SupportsFloat | typing.SupportsIndex=0.35, penalize_all_extra_minima: bool=True) -> dict[typing.Any, typing.Any]:
+        """
+        Dict with "total", "mismatch" (objective_near_nodes), "extra_penalty" (the sum of
+        exp(-|Phi_pc| / sigma_extra) over the minima outside the windows target_nodes +- target_halfwidth,
+        or its first term alone unless penalize_all_extra_minima) and "reg_penalty" (the sum of (w - 1)^2).
+        For fewer minima than targets total is 1e300 and the others are 0.
+        """
+
+    @staticmethod
+    def phase_invariants(thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> dict[typing.Any, typing.Any]:
+        """
+        Dict with "delta23" = theta(0) - theta(1), "delta35" = theta(1) - theta(2) and "theta_sum_mod", their sum
+        modulo 2 pi, from the first three phases / rad; all NaN for fewer.
+        """
+
+class TimeEvolution:
+    """
+    A closed vortex filament evolved from a given state.
+    """
+
+    def __init__(self, initial_positions: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], initial_tangents: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], gamma: typing.SupportsFloat | typing.SupportsIndex=1.0) -> None:
+        """
+        Start from positions (m), their element vectors (m) and a circulation gamma (m^2/s).
+
+        The tangents stay as given until the first step.
+        """
+
+    def evolve(self, dt: typing.SupportsFloat | typing.SupportsIndex, steps: typing.SupportsInt | typing.SupportsIndex) -> None:
+        """
+        Take `steps` Euler steps of `dt` seconds under the filament's own Biot-Savart velocity.
+
+        An interrupted call leaves the state as it was. ValueError if there are fewer tangents than positions.
+        """
+
+    def get_positions(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Positions in m, a new list.
+        """
+
+    def get_tangents(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Element vectors in m, a new list.
+        """
+
+class Grid1D:
+    """
+    A uniform grid of n points from u_min to u_max, both included.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def n(self) -> int:
+        ...
+
+    @n.setter
+    def n(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def spacing(self) -> float:
+        """
+        (u_max - u_min) / (n - 1), or 0 for n below 2.
+        """
+
+    @property
+    def u_max(self) -> float:
+        ...
+
+    @u_max.setter
+    def u_max(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def u_min(self) -> float:
+        ...
+
+    @u_min.setter
+    def u_min(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class BoundaryOptions:
+    """
+    Boundary rows of an operator: mode 0 Dirichlet, 1 Dirichlet with a centre node, 2 reflecting ends.
+    """
+    force_center_dirichlet: bool
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def mode(self) -> int:
+        ...
+
+    @mode.setter
+    def mode(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+class PotentialGaussianWell:
+    """
+    amplitude exp(-(u - center)^2 / (2 sigma^2)), a well for a negative amplitude.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def amplitude(self) -> float:
+        ...
+
+    @amplitude.setter
+    def amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def center(self) -> float:
+        ...
+
+    @center.setter
+    def center(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def sigma(self) -> float:
+        ...
+
+    @sigma.setter
+    def sigma(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class PotentialOptions:
+    """
+    constant_shift + harmonic_coeff u^2 + quartic_coeff u^4 + the sum of the gaussians.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def constant_shift(self) -> float:
+        ...
+
+    @constant_shift.setter
+    def constant_shift(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def gaussians(self) -> list[PotentialGaussianWell]:
+        """
+        List of PotentialGaussianWell.
+        """
+
+    @gaussians.setter
+    def gaussians(self, arg1: collections.abc.Sequence[PotentialGaussianWell], /) -> None:
+        ...
+
+    @property
+    def harmonic_coeff(self) -> float:
+        ...
+
+    @harmonic_coeff.setter
+    def harmonic_coeff(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def quartic_coeff(self) -> float:
+        ...
+
+    @quartic_coeff.setter
+    def quartic_coeff(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class TrefoilOperator:
+    """
+    One-dimensional spectral operators on a uniform grid, their potentials and spectra.
+    """
+
+    @staticmethod
+    def apply_diagonal_shift(matrix: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], shift: typing.SupportsFloat | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        A copy of the matrix with shift added to each diagonal element.
+        """
+
+    @staticmethod
+    def assemble_schrodinger_matrix(u_min: typing.SupportsFloat | typing.SupportsIndex, u_max: typing.SupportsFloat | typing.SupportsIndex, n: typing.SupportsInt | typing.SupportsIndex, boundary_mode: typing.SupportsInt | typing.SupportsIndex, force_center_dirichlet: bool, potential: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], kinetic_prefactor: typing.SupportsFloat | typing.SupportsIndex=1.0) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        Kinetic matrix with potential(i) added to the diagonal, boundary rows included, shape (n, n).
+        RuntimeError for n < 3, another mode or a potential of another length.
+        """
+
+    @staticmethod
+    def assemble_transfer_kernel(u_min: typing.SupportsFloat | typing.SupportsIndex, u_max: typing.SupportsFloat | typing.SupportsIndex, n: typing.SupportsInt | typing.SupportsIndex, potential: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], diffusion_scale: typing.SupportsFloat | typing.SupportsIndex, potential_scale: typing.SupportsFloat | typing.SupportsIndex, normalize_rows: bool=True) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        K(i, j) = exp(-(u(i) - u(j))^2 / (2 s^2) - potential_scale V(j)), s = max(diffusion_scale, 1e-15), shape
+        (n, n); rows with a sum above 0 are divided by it if normalize_rows. RuntimeError for n < 2 or a potential of
+        another length.
+        """
+
+    @staticmethod
+    def build_and_solve_node_anchored_operator(u_min: typing.SupportsFloat | typing.SupportsIndex, u_max: typing.SupportsFloat | typing.SupportsIndex, n: typing.SupportsInt | typing.SupportsIndex, boundary_mode: typing.SupportsInt | typing.SupportsIndex, force_center_dirichlet: bool, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], well_amplitude: typing.SupportsFloat | typing.SupportsIndex, well_sigma: typing.SupportsFloat | typing.SupportsIndex, harmonic_coeff: typing.SupportsFloat | typing.SupportsIndex=0.0, quartic_coeff: typing.SupportsFloat | typing.SupportsIndex=0.0, constant_shift: typing.SupportsFloat | typing.SupportsIndex=0.0, kinetic_prefactor: typing.SupportsFloat | typing.SupportsIndex=1.0, max_sweeps: typing.SupportsInt | typing.SupportsIndex=100, tol: typing.SupportsFloat | typing.SupportsIndex=1e-12, sort_ascending: bool=True) -> dict[typing.Any, typing.Any]:
+        """
+        Schroedinger matrix with Gaussian wells at the target nodes, solved with eigenvectors; the dict of
+        jacobi_eigensolve_symmetric. RuntimeError for n < 3 or another boundary mode.
+        """
+
+    @staticmethod
+    def build_and_solve_trace_anchored_operator(u_min: typing.SupportsFloat | typing.SupportsIndex, u_max: typing.SupportsFloat | typing.SupportsIndex, n: typing.SupportsInt | typing.SupportsIndex, boundary_mode: typing.SupportsInt | typing.SupportsIndex, force_center_dirichlet: bool, trace_density: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], trace_scale: typing.SupportsFloat | typing.SupportsIndex, smooth_strength: typing.SupportsFloat | typing.SupportsIndex=0.0, constant_shift: typing.SupportsFloat | typing.SupportsIndex=0.0, kinetic_prefactor: typing.SupportsFloat | typing.SupportsIndex=1.0, max_sweeps: typing.SupportsInt | typing.SupportsIndex=100, tol: typing.SupportsFloat | typing.SupportsIndex=1e-12, sort_ascending: bool=True) -> dict[typing.Any, typing.Any]:
+        """
+        Schroedinger matrix with the potential of a trace density (n,), solved with eigenvectors; the dict of
+        jacobi_eigensolve_symmetric. RuntimeError for n < 3, another boundary mode or a density of another length.
+        """
+
+    @staticmethod
+    def build_identity(n: typing.SupportsInt | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        Identity matrix, shape (n, n).
+        """
+
+    @staticmethod
+    def build_laplacian_schrodinger_kinetic(u_min: typing.SupportsFloat | typing.SupportsIndex, u_max: typing.SupportsFloat | typing.SupportsIndex, n: typing.SupportsInt | typing.SupportsIndex, boundary_mode: typing.SupportsInt | typing.SupportsIndex=0, force_center_dirichlet: bool=True, kinetic_prefactor: typing.SupportsFloat | typing.SupportsIndex=1.0) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        -kinetic_prefactor times the second difference, boundary rows included, shape (n, n).
+        """
+
+    @staticmethod
+    def build_potential_from_nodes(u_min: typing.SupportsFloat | typing.SupportsIndex, u_max: typing.SupportsFloat | typing.SupportsIndex, n: typing.SupportsInt | typing.SupportsIndex, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], well_amplitude: typing.SupportsFloat | typing.SupportsIndex, well_sigma: typing.SupportsFloat | typing.SupportsIndex, harmonic_coeff: typing.SupportsFloat | typing.SupportsIndex=0.0, quartic_coeff: typing.SupportsFloat | typing.SupportsIndex=0.0, constant_shift: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        Potential with an equal Gaussian well at each target node, over a polynomial, shape (n,).
+        RuntimeError for n < 2.
+        """
+
+    @staticmethod
+    def build_potential_from_options(u_min: typing.SupportsFloat | typing.SupportsIndex, u_max: typing.SupportsFloat | typing.SupportsIndex, n: typing.SupportsInt | typing.SupportsIndex, opts: PotentialOptions) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        Potential of a PotentialOptions at the n grid points, shape (n,). RuntimeError for n < 2.
+        """
+
+    @staticmethod
+    def build_potential_from_phi_abs(phi_abs: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], scale: typing.SupportsFloat | typing.SupportsIndex, smooth_strength: typing.SupportsFloat | typing.SupportsIndex=0.0, constant_shift: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        As build_potential_from_trace_density, with smooth_strength before constant_shift.
+        """
+
+    @staticmethod
+    def build_potential_from_trace_density(trace_density: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], scale: typing.SupportsFloat | typing.SupportsIndex, constant_shift: typing.SupportsFloat | typing.SupportsIndex=0.0, smooth_strength: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        scale density + constant_shift, of the density's length. A smooth_strength above 0 takes the mean over the
+        samples i - r .. i + r, r = max(round(smooth_strength), 1), cut at both ends.
+        """
+
+    @staticmethod
+    def build_second_difference(u_min: typing.SupportsFloat | typing.SupportsIndex, u_max: typing.SupportsFloat | typing.SupportsIndex, n: typing.SupportsInt | typing.SupportsIndex, boundary_mode: typing.SupportsInt | typing.SupportsIndex=0, force_center_dirichlet: bool=True) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        Second-difference matrix, shape (n, n): rows (w, -2 w, w), w = 1 / h^2. Boundary modes 0 and 1 set identity
+        rows at both ends, 2 reflects; mode 1 with force_center_dirichlet also sets an identity row at the point
+        nearest u = 0 if that lies within h / 2. RuntimeError for n < 3 or another mode.
+        """
+
+    @staticmethod
+    def build_uniform_grid(u_min: typing.SupportsFloat | typing.SupportsIndex, u_max: typing.SupportsFloat | typing.SupportsIndex, n: typing.SupportsInt | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        The points u_min + i h, h = (u_max - u_min) / (n - 1), shape (n,). RuntimeError for n < 2.
+        """
+
+    @staticmethod
+    def eigenvalues(matrix: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], max_sweeps: typing.SupportsInt | typing.SupportsIndex=100, tol: typing.SupportsFloat | typing.SupportsIndex=1e-12, sort_ascending: bool=True) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        Eigenvalues of a symmetric matrix, shape (n,): jacobi_eigensolve_symmetric without eigenvectors. max_sweeps
+        limits single rotations.
+        """
+
+    @staticmethod
+    def generator_from_transfer_kernel(kernel: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], dt: typing.SupportsFloat | typing.SupportsIndex, subtract_identity_first: bool=True) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        (K - 1) / dt, or K / dt unless subtract_identity_first. RuntimeError for dt = 0.
+        """
+
+    @staticmethod
+    def jacobi_eigensolve_symmetric(matrix: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], compute_eigenvectors: bool=True, max_sweeps: typing.SupportsInt | typing.SupportsIndex=100, tol: typing.SupportsFloat | typing.SupportsIndex=1e-12, sort_ascending: bool=True) -> dict[typing.Any, typing.Any]:
+        """
+        Classical Jacobi solve of a symmetric matrix (n, n). Dict with "eigenvalues" (n,), "eigenvectors" (n, n) with
+        column k for eigenvalue k, or None, and "n". max_sweeps limits single rotations, not sweeps over all pairs: a
+        dense matrix needs some 2 n^2 to 4 n^2 of them. The solve stops when no off-diagonal magnitude reaches tol.
+        """
+
+    @staticmethod
+    def logdet_from_eigenvalues(eigenvalues: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], regularization: typing.SupportsFloat | typing.SupportsIndex=1e-15) -> float:
+        """
+        The sum of ln(|e| + regularization), a log-determinant of magnitudes.
+        """
+
+    @staticmethod
+    def matrix_vector_multiply(matrix: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], x: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        A x for a matrix (n, n) and a vector (n,).
+        """
+
+    @staticmethod
+    def nearest_eigenvalues_to_targets(eigenvalues: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], targets: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        The eigenvalue nearest to each target, the first on a tie, shape of targets. ValueError if there are targets
+        and no eigenvalues.
+        """
+
+    @staticmethod
+    def normalize_vector(x: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        A copy divided by its Euclidean norm, unchanged where the norm is not above 0.
+        """
+
+    @staticmethod
+    def rayleigh_quotient(matrix: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], x: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> float:
+        """
+        (x . A x) / (x . x), NaN for x = 0.
+        """
+
+    @staticmethod
+    def residual_norm(matrix: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], x: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], lambda_: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        |A x - lambda x|.
+        """
+
+    @staticmethod
+    def spectral_density_histogram(eigenvalues: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], x_min: typing.SupportsFloat | typing.SupportsIndex, x_max: typing.SupportsFloat | typing.SupportsIndex, n_bins: typing.SupportsInt | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        Counts of the eigenvalues with x_min <= e < x_max in n_bins equal bins, as floats, shape (n_bins,).
+        RuntimeError unless x_min < x_max and n_bins > 0.
+        """
+
+    @staticmethod
+    def trace_from_diagonal(matrix: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> float:
+        """
+        The sum of the diagonal.
+        """
+
+class SegmentPair:
+    """
+    The closest points of two edges i < j of a polygon.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def arclength_i(self) -> float:
+        """
+        Arc length from vertex 0 to the point on edge i.
+        """
+
+    @arclength_i.setter
+    def arclength_i(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def arclength_j(self) -> float:
+        """
+        Arc length from vertex 0 to the point on edge j.
+        """
+
+    @arclength_j.setter
+    def arclength_j(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def distance(self) -> float:
+        """
+        Distance of the two points.
+        """
+
+    @distance.setter
+    def distance(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def i(self) -> int:
+        """
+        First edge.
+        """
+
+    @i.setter
+    def i(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def j(self) -> int:
+        """
+        Second edge.
+        """
+
+    @j.setter
+    def j(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def s(self) -> float:
+        """
+        Parameter 0..1 on edge i.
+        """
+
+    @s.setter
+    def s(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def t(self) -> float:
+        """
+        Parameter 0..1 on edge j.
+        """
+
+    @t.setter
+    def t(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class KinkRecord:
+    """
+    The radius of a corner of a polygon, from either of its edges.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def minrad(self) -> float:
+        """
+        The smaller of the two.
+        """
+
+    @minrad.setter
+    def minrad(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def minrad_minus(self) -> float:
+        """
+        Radius from the incoming edge.
+        """
+
+    @minrad_minus.setter
+    def minrad_minus(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def minrad_plus(self) -> float:
+        """
+        Radius from the outgoing edge.
+        """
+
+    @minrad_plus.setter
+    def minrad_plus(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def turning_angle(self) -> float:
+        """
+        Exterior angle in radians.
+        """
+
+    @turning_angle.setter
+    def turning_angle(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def vertex(self) -> int:
+        """
+        Vertex, reduced modulo n.
+        """
+
+    @vertex.setter
+    def vertex(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+class ResolvedTubeMetrics:
+    """
+    Thickness, ropelength and contacts of a polygon; lengths in its unit.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def edge_length_max_rel_dev(self) -> float:
+        """
+        Largest relative deviation of an edge length from the mean.
+        """
+
+    @edge_length_max_rel_dev.setter
+    def edge_length_max_rel_dev(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def edge_length_mean(self) -> float:
+        """
+        Mean edge length.
+        """
+
+    @edge_length_mean.setter
+    def edge_length_mean(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def edge_length_rel_std(self) -> float:
+        """
+        Relative standard deviation of the edge lengths (population form).
+        """
+
+    @edge_length_rel_std.setter
+    def edge_length_rel_std(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def equilateral_ok(self) -> bool:
+        """
+        edge_length_max_rel_dev is within its tolerance.
+        """
+
+    @equilateral_ok.setter
+    def equilateral_ok(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def half_min_dcsd(self) -> float:
+        """
+        Half of min_dcsd.
+        """
+
+    @half_min_dcsd.setter
+    def half_min_dcsd(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def kinks(self) -> list[KinkRecord]:
+        """
+        Active curvature contacts, list of KinkRecord.
+        """
+
+    @kinks.setter
+    def kinks(self, arg1: collections.abc.Sequence[KinkRecord], /) -> None:
+        ...
+
+    @property
+    def length(self) -> float:
+        """
+        Polygon length.
+        """
+
+    @length.setter
+    def length(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def lower_bound_ok(self) -> bool:
+        """
+        The ropelength does not undercut the bound for non-trivial knots.
+        """
+
+    @lower_bound_ok.setter
+    def lower_bound_ok(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def min_dcsd(self) -> float:
+        """
+        Least distance of admissible edge pairs, +infinity if there is none.
+        """
+
+    @min_dcsd.setter
+    def min_dcsd(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def minrad(self) -> float:
+        """
+        Least vertex radius.
+        """
+
+    @minrad.setter
+    def minrad(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def reach_rad(self) -> float:
+        """
+        Equal to thickness_rad.
+        """
+
+    @reach_rad.setter
+    def reach_rad(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def ropelength_diam(self) -> float:
+        """
+        Length over tube diameter.
+        """
+
+    @ropelength_diam.setter
+    def ropelength_diam(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def ropelength_rad(self) -> float:
+        """
+        length / thickness_rad; 0 when the thickness is not positive and finite.
+        """
+
+    @ropelength_rad.setter
+    def ropelength_rad(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def struts(self) -> list[SegmentPair]:
+        """
+        Active edge contacts, list of SegmentPair.
+        """
+
+    @struts.setter
+    def struts(self, arg1: collections.abc.Sequence[SegmentPair], /) -> None:
+        ...
+
+    @property
+    def thickness_rad(self) -> float:
+        """
+        min(minrad, half_min_dcsd).
+        """
+
+    @thickness_rad.setter
+    def thickness_rad(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class ResolvedTubeGeometry:
+    """
+    Closed polygons as the centre lines of tubes of constant radius. Points are N lists of three floats or an (N, 3)
+    array in any unit of length; the closing edge is implied. A flat gradient has 3 N entries, coordinate `axis` of
+    vertex v at index 3 v + axis. Vertex numbers are taken modulo N.
+    """
+
+    @staticmethod
+    def analyze(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], skip_neighbors: typing.SupportsInt | typing.SupportsIndex=2, contact_tol: typing.SupportsFloat | typing.SupportsIndex=0.001, equilateral_tol: typing.SupportsFloat | typing.SupportsIndex=0.001) -> ResolvedTubeMetrics:
+        """
+        Thickness, ropelength and contacts of a closed polygon.
+
+        Args:
+            points: vertices, N lists of three floats or an (N, 3) array, any unit of length; the closing edge is implied.
+            skip_neighbors (int): edges up to this many apart around the loop are not tested against each other.
+            contact_tol (float): contacts up to (1 + tol) thickness + tol are active; relative and additive at once.
+            equilateral_tol (float): largest relative deviation of an edge length that still counts as equilateral.
+
+        Returns: ResolvedTubeMetrics. Raises ValueError below three points and for negative tolerances.
+        Time is n log n on curves, memory linear in the vertices and contacts.
+        """
+
+    @staticmethod
+    def dcsd_candidates(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], skip_neighbors: typing.SupportsInt | typing.SupportsIndex=2, distance_tol: typing.SupportsFloat | typing.SupportsIndex=0.0) -> list[SegmentPair]:
+        """
+        List of SegmentPair, by i, then j: the edge pairs more than skip_neighbors apart around the loop whose
+        distance is within 1e-12 of the least distance m, or within (1 + tol) m + tol for a positive tolerance.
+        """
+
+    @staticmethod
+    def diameter_to_radius_ropelength(ropelength_diam: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        Twice the argument.
+        """
+
+    @staticmethod
+    def edge_length_max_relative_deviation(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Largest |l / mean - 1| of the edge lengths l.
+        """
+
+    @staticmethod
+    def edge_length_mean(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Mean edge length; 0 for fewer than two points.
+        """
+
+    @staticmethod
+    def edge_length_relative_std(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Standard deviation (divisor N) of the edge lengths over their mean.
+        """
+
+    @staticmethod
+    def global_minrad(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Least minrad_at_vertex; 0 for fewer than three points.
+        """
+
+    @staticmethod
+    def kink_at_vertex(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], i: typing.SupportsInt | typing.SupportsIndex) -> KinkRecord:
+        """
+        KinkRecord of the corner at vertex i. Raises ValueError below three points. A collapsed edge makes the
+        angle 0 and thereby all radii infinite, unlike minrad_at_vertex.
+        """
+
+    @staticmethod
+    def kink_minrad_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], kink: KinkRecord, use_analytic: bool=True, finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06) -> list[float]:
+        """
+        Flat gradient of minrad: the active side's analytic form, ties to the minus side; central differences of
+        step max(|x|, 1) finite_difference_step where that vanishes or is not wanted.
+        """
+
+    @staticmethod
+    def kink_minrad_minus_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], kink: KinkRecord) -> list[float]:
+        """
+        Flat gradient of minrad_minus, at the record's turning angle.
+        """
+
+    @staticmethod
+    def kink_minrad_plus_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], kink: KinkRecord) -> list[float]:
+        """
+        Flat gradient of minrad_plus, at the record's turning angle.
+        """
+
+    @staticmethod
+    def length(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Polygon length; 0 for fewer than two points.
+        """
+
+    @staticmethod
+    def length_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> list[float]:
+        """
+        Flat gradient of the length.
+        """
+
+    @staticmethod
+    def minrad_at_vertex(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], i: typing.SupportsInt | typing.SupportsIndex) -> float:
+        """
+        Radius min(l-, l+) / (2 tan(theta / 2)) of the corner at vertex i (Rawdon's MinRad): 0 at a collapsed edge,
+        +infinity on a straight run.
+        """
+
+    @staticmethod
+    def nontrivial_knot_lower_bound_rad() -> float:
+        """
+        (4 + 2 sqrt(2)) pi, a lower bound of length over radius for any non-trivial knot.
+        """
+
+    @staticmethod
+    def radius_to_diameter_ropelength(ropelength_rad: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        Half of the argument.
+        """
+
+    @staticmethod
+    def segment_segment_distance(p0: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], p1: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], q0: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], q1: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> tuple[float, float, float]:
+        """
+        (distance, s, t) of the segments p0 p1 and q0 q1: the closest points are p0 + s (p1 - p0), q0 + t (q1 - q0).
+        """
+
+    @staticmethod
+    def strut_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], pair: SegmentPair) -> list[float]:
+        """
+        Flat gradient of half the distance of the pair at its fixed s and t.
+        """
+
+    @staticmethod
+    def turning_angle(a: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], b: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], c: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> float:
+        """
+        Exterior angle of the corner a b c in radians: 0 straight on, pi for a reversal; 0 for a collapsed
+        edge.
+        """
+
+class SparseEntry:
+    """
+    One stored entry of a sparse column.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def row(self) -> int:
+        """
+        Row, zero-based.
+        """
+
+    @row.setter
+    def row(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def value(self) -> float:
+        """
+        Value.
+        """
+
+    @value.setter
+    def value(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class RigidityColumn:
+    """
+    The flat gradient of one active contact.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def kind(self) -> str:
+        """
+        'strut' or 'kink'.
+        """
+
+    @kind.setter
+    def kind(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def kink_index(self) -> int:
+        """
+        Position in the tube's kinks; 0 for a strut.
+        """
+
+    @kink_index.setter
+    def kink_index(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def norm(self) -> float:
+        """
+        Euclidean norm of the gradient.
+        """
+
+    @norm.setter
+    def norm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def strut_index(self) -> int:
+        """
+        Position in the tube's struts; 0 for a kink.
+        """
+
+    @strut_index.setter
+    def strut_index(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def values(self) -> list[float]:
+        """
+        Flat gradient, 3 N floats.
+        """
+
+    @values.setter
+    def values(self, arg1: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], /) -> None:
+        ...
+
+    @property
+    def vertex(self) -> int:
+        """
+        Vertex of a kink; 0 for a strut.
+        """
+
+    @vertex.setter
+    def vertex(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+class RigidityMatrix:
+    """
+    Dense rigidity matrix, by columns.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def column_count(self) -> int:
+        """
+        Number of columns.
+        """
+
+    @column_count.setter
+    def column_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def columns(self) -> list[RigidityColumn]:
+        """
+        List of RigidityColumn.
+        """
+
+    @columns.setter
+    def columns(self, arg1: collections.abc.Sequence[RigidityColumn], /) -> None:
+        ...
+
+    @property
+    def row_count(self) -> int:
+        """
+        3 N.
+        """
+
+    @row_count.setter
+    def row_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+class SparseRigidityColumn:
+    """
+    The stored entries of one gradient.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def entries(self) -> list[SparseEntry]:
+        """
+        List of SparseEntry, rows ascending.
+        """
+
+    @entries.setter
+    def entries(self, arg1: collections.abc.Sequence[SparseEntry], /) -> None:
+        ...
+
+    @property
+    def kind(self) -> str:
+        """
+        'strut' or 'kink'.
+        """
+
+    @kind.setter
+    def kind(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def kink_index(self) -> int:
+        """
+        Position in the tube's kinks; 0 for a strut.
+        """
+
+    @kink_index.setter
+    def kink_index(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def norm(self) -> float:
+        """
+        Euclidean norm of the gradient.
+        """
+
+    @norm.setter
+    def norm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def strut_index(self) -> int:
+        """
+        Position in the tube's struts; 0 for a kink.
+        """
+
+    @strut_index.setter
+    def strut_index(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def vertex(self) -> int:
+        """
+        Vertex of a kink; 0 for a strut.
+        """
+
+    @vertex.setter
+    def vertex(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+class SparseRigidityMatrix:
+    """
+    Sparse rigidity matrix, by columns.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def column_count(self) -> int:
+        """
+        Number of columns.
+        """
+
+    @column_count.setter
+    def column_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def columns(self) -> list[SparseRigidityColumn]:
+        """
+        List of SparseRigidityColumn.
+        """
+
+    @columns.setter
+    def columns(self, arg1: collections.abc.Sequence[SparseRigidityColumn], /) -> None:
+        ...
+
+    @property
+    def nonzero_count(self) -> int:
+        """
+        Number of stored entries.
+        """
+
+    @nonzero_count.setter
+    def nonzero_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def row_count(self) -> int:
+        """
+        3 N.
+        """
+
+    @row_count.setter
+    def row_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+class ContactStressDiagnostics:
+    """
+    The fit of a length gradient by the gradients of contacts.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def contact_entropy(self) -> float:
+        """
+        Shannon entropy of the multipliers, nats.
+        """
+
+    @contact_entropy.setter
+    def contact_entropy(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def contact_residual(self) -> float:
+        """
+        Relative residual of the fit.
+        """
+
+    @contact_residual.setter
+    def contact_residual(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def gradient_norm(self) -> float:
+        """
+        Norm of the length gradient.
+        """
+
+    @gradient_norm.setter
+    def gradient_norm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def kink_count(self) -> int:
+        """
+        Kinks of the tube.
+        """
+
+    @kink_count.setter
+    def kink_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def kink_weight_sum(self) -> float:
+        """
+        Sum of positive multipliers on kinks.
+        """
+
+    @kink_weight_sum.setter
+    def kink_weight_sum(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def multipliers(self) -> list[float]:
+        """
+        One float per column.
+        """
+
+    @multipliers.setter
+    def multipliers(self, arg1: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], /) -> None:
+        ...
+
+    @property
+    def nnls_active_set_size(self) -> int:
+        """
+        Multipliers above the tolerance.
+        """
+
+    @nnls_active_set_size.setter
+    def nnls_active_set_size(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def nnls_algorithm(self) -> str:
+        """
+        Method of the fit.
+        """
+
+    @nnls_algorithm.setter
+    def nnls_algorithm(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def nnls_converged(self) -> bool:
+        """
+        The fit converged.
+        """
+
+    @nnls_converged.setter
+    def nnls_converged(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def nnls_iterations(self) -> int:
+        """
+        Iterations of the fit.
+        """
+
+    @nnls_iterations.setter
+    def nnls_iterations(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def nnls_objective(self) -> float:
+        """
+        Half the squared residual norm.
+        """
+
+    @nnls_objective.setter
+    def nnls_objective(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def residual_norm(self) -> float:
+        """
+        Norm of the residual.
+        """
+
+    @residual_norm.setter
+    def residual_norm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def rigidity_columns(self) -> int:
+        """
+        Columns of the matrix.
+        """
+
+    @rigidity_columns.setter
+    def rigidity_columns(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def rigidity_rows(self) -> int:
+        """
+        3 N.
+        """
+
+    @rigidity_rows.setter
+    def rigidity_rows(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def solved_nnls(self) -> bool:
+        """
+        A fit was run.
+        """
+
+    @solved_nnls.setter
+    def solved_nnls(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def strut_count(self) -> int:
+        """
+        Struts of the tube.
+        """
+
+    @strut_count.setter
+    def strut_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def strut_weight_sum(self) -> float:
+        """
+        Sum of positive multipliers on struts.
+        """
+
+    @strut_weight_sum.setter
+    def strut_weight_sum(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class ContactStressMap:
+    """
+    Rigidity matrices of resolved tubes and the stress that contacts carry.
+    """
+
+    @staticmethod
+    def build_rigidity_matrix(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, include_struts: bool=True, include_kinks: bool=True, kink_finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06, use_analytic_kink_gradient: bool=True) -> RigidityMatrix:
+        """
+        Rigidity matrix of a tube: one column per active contact, struts before kinks.
+
+        Args:
+            points: vertices, N lists of three floats or an (N, 3) array.
+            tube: the ResolvedTubeMetrics of these points; another's gives columns without meaning.
+            include_struts, include_kinks (bool): which contacts to take.
+            kink_finite_difference_step (float): relative step where a kink's gradient is found by differences.
+            use_analytic_kink_gradient (bool): False takes differences for all kinks.
+
+        Contacts whose gradient has a norm up to 1e-14 give no column.
+        """
+
+    @staticmethod
+    def build_sparse_rigidity_matrix(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, include_struts: bool=True, include_kinks: bool=True, kink_finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06, use_analytic_kink_gradient: bool=True) -> SparseRigidityMatrix:
+        """
+        Sparse rigidity matrix of a tube: entries above 1e-15 in magnitude, rows ascending.
+
+        Arguments as for the dense form, which holds the same numbers.
+        """
+
+    @staticmethod
+    def diagnose_length_criticality(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, solve_nnls: bool=True, max_iterations: typing.SupportsInt | typing.SupportsIndex=5000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10, use_sparse_solver: bool=True, use_analytic_kink_gradient: bool=True, use_active_set_solver: bool=True) -> ContactStressDiagnostics:
+        """
+        How far the length gradient of a tube lies from the cone of its contacts' gradients.
+
+        Args:
+            points: vertices, N lists of three floats or an (N, 3) array.
+            tube: the ResolvedTubeMetrics of these points.
+            solve_nnls (bool): False reports the counts and norms alone.
+            max_iterations, tolerance: of the non-negative fit.
+            use_sparse_solver, use_active_set_solver (bool): which of the four solvers.
+            use_analytic_kink_gradient (bool): False takes differences for all kinks.
+
+        Returns: ContactStressDiagnostics; a contact_residual of 0 is a length-critical polygon.
+        """
+
+    @staticmethod
+    def sparse_to_dense(sparse: SparseRigidityMatrix) -> RigidityMatrix:
+        """
+        The dense matrix of the same columns; entries at or beyond row_count are ignored.
+        """
+
+    @staticmethod
+    def write_sparse_matrix_market(sparse: SparseRigidityMatrix, path: str, one_based_indices: bool=True) -> None:
+        """
+        Write the matrix as a Matrix Market coordinate file, 17 significant digits. Raises RuntimeError if the file
+        cannot be opened.
+        """
+
+    @staticmethod
+    def write_vector_csv(vector: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], path: str) -> None:
+        """
+        Write the floats as CSV with the header row,value, 17 significant digits. Raises RuntimeError if
+        the file cannot be opened.
+        """
+
+    @staticmethod
+    def write_vector_market(vector: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], path: str) -> None:
+        """
+        Write the floats as a Matrix Market array file, 17 significant digits. Raises RuntimeError if the file cannot
+        be opened.
+        """
+
 def bending_energy_exact(block: FourierBlock, nsamples: typing.SupportsInt | typing.SupportsIndex=4096, eps: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> float:
     """
     Compute bending energy integral of Fourier curve.
 
     Integral of curvature squared over arc length, in 1 / length, by the rectangle rule; the speed is clamped from below at
     eps. At least 32 samples are taken.
+    """
+
+def biot_savart_vector_potential_grid(polyline: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], grid: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], current: typing.SupportsFloat | typing.SupportsIndex=1.0) -> tuple[numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64]]:
+    """
+    Vector potential of an open polyline (mu0=1): current / (4 pi) sum dl / |R|, R from each segment's midpoint.
+
+    `polyline` has shape (N, 3) and N - 1 segments, `grid` (M, 3). Returns (Ax, Ay, Az), three new arrays of shape (M,).
+    Segments nearer than 1e-12 to a grid point are left out. ValueError for other shapes.
+    """
+
+def biot_savart_velocity(r: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], filament_points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tangent_vectors: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], circulation: typing.SupportsFloat | typing.SupportsIndex=1.0) -> typing.Annotated[list[float], 'FixedSize(3)']:
+    """
+    Velocity at a point, induced by the points of a filament.
+
+    Sums circulation / (4 pi) t x R / |R|^3 over the points; the tangent vectors carry the element length. Points at a
+    distance of at most 1e-6 are skipped. ValueError if there are fewer tangents than points.
+    """
+
+def biot_savart_velocity_grid(polyline: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], grid: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], circulation: typing.SupportsFloat | typing.SupportsIndex=1.0) -> numpy.typing.NDArray[numpy.float64]:
+    """
+    Velocity of a closed vortex polyline at grid points, on arrays.
+
+    Backward compatible with the historical 2-argument call; circulation defaults to 1.0.
+
+    `polyline` has shape (N, 3), `grid` (M, 3), both in m; returns a new array (M, 3) in m/s. The formula is that of
+    BiotSavart.compute_velocity. ValueError for other shapes.
+    """
+
+def biot_savart_wire_grid(X: typing.Any, Y: typing.Any, Z: typing.Any, wire_points: typing.Any, current: typing.SupportsFloat | typing.SupportsIndex=1.0) -> tuple[numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64]]:
+    """
+    Field of an open wire by the Biot-Savart law (mu0=1).
+
+    `X`, `Y`, `Z` are arrays of one shape, `wire_points` has shape (N, 3) and N - 1 segments. Returns (Bx, By, Bz), new
+    arrays of the shape of X. Segments nearer than 1e-12 to a field point are left out. ValueError for shapes that do not
+    fit.
+    """
+
+def compute_biot_savart_velocity_grid(curve: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], grid_points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    Velocity of a closed vortex polyline of circulation 1 at grid points, as BiotSavart.compute_velocity.
     """
 
 def compute_centerline_helicity(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:
@@ -1365,6 +2936,43 @@ def compute_curvature(points: typing.Annotated[numpy.typing.ArrayLike, numpy.flo
 
     points: array (N, 3) of a closed curve, the closing point not repeated; array (N,) in 1 / length by central differences,
     |d1 x d2| / (|d1|^3 + eps). Zeros for N below 3. Raises ValueError for another shape.
+    """
+
+def compute_curvature_torsion(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> tuple[list[float], list[float]]:
+    """
+    compute_curvature_torsion(T, N): the lists (curvature, torsion), per index and not per unit length.
+
+    ValueError if the lists differ in length; fewer than three entries give zeros.
+    """
+
+def compute_frenet_frames(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> tuple[list[typing.Annotated[list[float], 'FixedSize(3)']], list[typing.Annotated[list[float], 'FixedSize(3)']], list[typing.Annotated[list[float], 'FixedSize(3)']]]:
+    """
+    compute_frenet_frames(X): the lists (T, N, B) of unit tangents, normals and binormals.
+
+    Central differences over the inner points of an open curve; the ends copy their neighbours. A straight stretch gives
+    NaN normals; fewer than three points give zero vectors.
+    """
+
+def compute_helicity(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:
+    """
+    Compute helicity H = ∫ v · ω dV.
+
+    compute_helicity(velocity, vorticity) on two lists of vectors. What it returns is the mean of the pointwise products,
+    accumulated in single precision; NaN for empty lists. ValueError if the vorticity is the shorter list.
+    """
+
+def compute_helicity_from_fourier_block(block: FourierBlock, grid_size: typing.SupportsInt | typing.SupportsIndex=32, spacing: typing.SupportsFloat | typing.SupportsIndex=0.1, interior_margin: typing.SupportsInt | typing.SupportsIndex=8, nsamples: typing.SupportsInt | typing.SupportsIndex=1000) -> tuple[float, float, float]:
+    """
+    Helicity invariants (H_charge, H_mass, a_mu) of the flow induced by a Fourier curve.
+
+    The curve is centred, sampled at `nsamples` parameters (both ends of the period) and given circulation 1; its velocity is
+    taken on a cube of grid_size^3 points `spacing` apart, and the invariants on the interior that is left when
+    `interior_margin` cells are cut from every face. An empty interior gives (0, 0, nan).
+    """
+
+def compute_helicity_invariants(v_sub: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], w_sub: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], r_sq: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex]) -> tuple[float, float, float]:
+    """
+    The tuple (H_charge, H_mass, a_mu), as BiotSavart.compute_invariants.
     """
 
 def compute_linking_number(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> int:
@@ -1400,6 +3008,11 @@ def compute_twist(arg0: collections.abc.Sequence[typing.Annotated[collections.ab
     Raises ValueError when N is shorter than T.
     """
 
+def compute_vorticity_grid(velocity: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], shape: typing.Annotated[collections.abc.Sequence[typing.SupportsInt | typing.SupportsIndex], 'FixedSize(3)'], spacing: typing.SupportsFloat | typing.SupportsIndex) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    Minus the textbook curl on a periodic grid, as BiotSavart.compute_vorticity.
+    """
+
 def compute_writhe(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:
     """
     Compute the writhe of a closed filament.
@@ -1407,6 +3020,14 @@ def compute_writhe(arg0: collections.abc.Sequence[typing.Annotated[collections.a
     The vertices X (list of N points) are read as an open list: the sum runs over the N - 1 edges X[i+1] - X[i], so repeat
     the first point at the end for the whole closed curve. Gauss sum over pairs of edges i < j, taken at the edge starts,
     over 2 pi; pairs nearer than 1e-6 are left out. Dimensionless; 0 for fewer than two edges.
+    """
+
+def curl3d_central(vel: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], spacing: typing.SupportsFloat | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.float64]:
+    """
+    Curl of a vector field on a periodic grid, by central differences.
+
+    `vel` has shape (Nx, Ny, Nz, 3), x along the first axis; `spacing` is the distance of neighbouring cells. Returns a new
+    array of the same shape. ValueError for other shapes.
     """
 
 def curvature_exact(block: FourierBlock, s: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], eps: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> list[float]:
@@ -1431,6 +3052,22 @@ def detect_reconnection_candidates(arg0: collections.abc.Sequence[typing.Annotat
     X: list of points; threshold: distance in the units of X. Returns the pairs (i, j), j >= i + 5, whose distance is
     strictly below the threshold, in lexicographic order; the neighbour exclusion does not wrap around the end.
     Raises MemoryError when the list of pairs would not fit.
+    """
+
+def dipole_field_at_point(r: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], m: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> typing.Annotated[list[float], 'FixedSize(3)']:
+    """
+    Analytical point dipole field (mu0=1).
+
+    (3 (m.r) / |r|^3 r - m) / (4 pi |r|^3): the radial term is one power of |r| weaker than the textbook's. Zero where
+    |r| < 1e-12.
+    """
+
+def dipole_ring_field_grid(X: typing.Any, Y: typing.Any, Z: typing.Any, positions: typing.Any, moments: typing.Any) -> tuple[numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64]]:
+    """
+    Sum of the fields of point dipoles (mu0=1), each as in dipole_field_at_point.
+
+    `X`, `Y`, `Z` are arrays of one shape, `positions` and `moments` have shape (N, 3). Returns (Bx, By, Bz), new arrays of
+    the shape of X. ValueError for shapes that do not fit.
     """
 
 def evaluate_fourier_block(block: FourierBlock, s: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex]) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
@@ -1468,11 +3105,30 @@ def evaluate_ideal_component(component: IdealABComponent, s: typing.Annotated[nu
     Raises ValueError if s is not one-dimensional.
     """
 
-def evaluate_with_derivatives(block: FourierBlock, s: typing.SupportsFloat | typing.SupportsIndex) -> typing.Annotated[list[typing.Annotated[list[float], 'FixedSize(3)']], 'FixedSize(4)']:
+def evaluate_with_derivatives(block: FourierBlock, s: typing.SupportsFloat | typing.SupportsIndex) -> tuple[typing.Annotated[list[float], 'FixedSize(3)'], typing.Annotated[list[float], 'FixedSize(3)'], typing.Annotated[list[float], 'FixedSize(3)'], typing.Annotated[list[float], 'FixedSize(3)']]:
     """
     Evaluate Fourier block and its first three derivatives at parameter s.
 
     s in radians. Returns r, r', r'' and r''' as [x, y, z]; entries missing in a shorter vector count as 0.
+    """
+
+def evolve_positions_euler(positions: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], velocity: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], dt: typing.SupportsFloat | typing.SupportsIndex) -> None:
+    """
+    Move positions by dt times velocity, on the copy that the call makes of the list.
+
+    The caller's list stays as it was, and None is returned. ValueError if there are fewer velocities than positions.
+    """
+
+def evolve_vortex_knot(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, /) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    evolve_vortex_knot(positions, tangents, dt, gamma): positions + (dt gamma) tangents, as a new list.
+
+    One explicit step in which the tangents play the velocity. ValueError if there are fewer tangents than positions.
+    """
+
+def extract_interior_field(field: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], shape: typing.Annotated[collections.abc.Sequence[typing.SupportsInt | typing.SupportsIndex], 'FixedSize(3)'], margin: typing.SupportsInt | typing.SupportsIndex) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    Cells at least `margin` cells away from every face, as BiotSavart.extract_interior.
     """
 
 def find_ideal_ab_block_by_id(ab_id: str) -> str:
@@ -1648,6 +3304,96 @@ def parse_ideal_txt_multi(path: str) -> list[IdealABBlock]:
     Parse an ideal.txt-style file into IdealABBlock entries.
 
     Only AB blocks. Raises RuntimeError if the file cannot be opened.
+    """
+
+def resolved_tube_analyze(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], skip_neighbors: typing.SupportsInt | typing.SupportsIndex=2, contact_tol: typing.SupportsFloat | typing.SupportsIndex=0.001, equilateral_tol: typing.SupportsFloat | typing.SupportsIndex=0.001) -> ResolvedTubeMetrics:
+    """
+    Thickness, ropelength and contacts of a closed polygon.
+
+    Args:
+        points: vertices, N lists of three floats or an (N, 3) array, any unit of length; the closing edge is implied.
+        skip_neighbors (int): edges up to this many apart around the loop are not tested against each other.
+        contact_tol (float): contacts up to (1 + tol) thickness + tol are active; relative and additive at once.
+        equilateral_tol (float): largest relative deviation of an edge length that still counts as equilateral.
+
+    Returns: ResolvedTubeMetrics. Raises ValueError below three points and for negative tolerances.
+    Time is n log n on curves, memory linear in the vertices and contacts.
+    """
+
+def resolved_tube_build_rigidity_matrix(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, include_struts: bool=True, include_kinks: bool=True, kink_finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06, use_analytic_kink_gradient: bool=True) -> RigidityMatrix:
+    """
+    Rigidity matrix of a tube: one column per active contact, struts before kinks.
+
+    Args:
+        points: vertices, N lists of three floats or an (N, 3) array.
+        tube: the ResolvedTubeMetrics of these points; another's gives columns without meaning.
+        include_struts, include_kinks (bool): which contacts to take.
+        kink_finite_difference_step (float): relative step where a kink's gradient is found by differences.
+        use_analytic_kink_gradient (bool): False takes differences for all kinks.
+
+    Contacts whose gradient has a norm up to 1e-14 give no column.
+    """
+
+def resolved_tube_build_sparse_rigidity_matrix(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, include_struts: bool=True, include_kinks: bool=True, kink_finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06, use_analytic_kink_gradient: bool=True) -> SparseRigidityMatrix:
+    """
+    Sparse rigidity matrix of a tube: entries above 1e-15 in magnitude, rows ascending.
+
+    Arguments as for the dense form, which holds the same numbers.
+    """
+
+def resolved_tube_kkt_diagnostics(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, solve_nnls: bool=True, max_iterations: typing.SupportsInt | typing.SupportsIndex=5000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10, use_sparse_solver: bool=True, use_analytic_kink_gradient: bool=True, use_active_set_solver: bool=True) -> ContactStressDiagnostics:
+    """
+    How far the length gradient of a tube lies from the cone of its contacts' gradients.
+
+    Args:
+        points: vertices, N lists of three floats or an (N, 3) array.
+        tube: the ResolvedTubeMetrics of these points.
+        solve_nnls (bool): False reports the counts and norms alone.
+        max_iterations, tolerance: of the non-negative fit.
+        use_sparse_solver, use_active_set_solver (bool): which of the four solvers.
+        use_analytic_kink_gradient (bool): False takes differences for all kinks.
+
+    Returns: ContactStressDiagnostics; a contact_residual of 0 is a length-critical polygon.
+    """
+
+def resolved_tube_length(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+    """
+    Polygon length; 0 for fewer than two points.
+    """
+
+def resolved_tube_length_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> list[float]:
+    """
+    Flat gradient of the length.
+    """
+
+def resolved_tube_lower_bound_rad() -> float:
+    """
+    (4 + 2 sqrt(2)) pi, a lower bound of length over radius for any non-trivial knot.
+    """
+
+def resolved_tube_minrad(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+    """
+    Least vertex radius; 0 for fewer than three points.
+    """
+
+def resolved_tube_write_matrix_market(sparse: SparseRigidityMatrix, path: str, one_based_indices: bool=True) -> None:
+    """
+    Write the matrix as a Matrix Market coordinate file, 17 significant digits. Raises RuntimeError if the file
+    cannot be opened.
+    """
+
+def resolved_tube_write_vector_market(vector: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], path: str) -> None:
+    """
+    Write the floats as a Matrix Market array file, 17 significant digits. Raises RuntimeError if the file cannot
+    be opened.
+    """
+
+def rk4_integrate(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, /) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    Runge-Kutta 4th order time integrator for vortex elements.
+
+    rk4_integrate(positions, tangents, dt, gamma). With velocities that do not change within the step all four stages agree:
+    the result is that of evolve_vortex_knot. The integrator of the filament equations is rk4_step.
     """
 
 def writhe_gauss_curve(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:

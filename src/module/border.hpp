@@ -6,6 +6,7 @@
 /// Conversion of an array comes first (force-cast to float64), its shape check second, computation last. The text of
 /// a failed check is the caller's, since functions differ in it. Results are fresh arrays that own their memory.
 
+#include <pybind11/complex.h>
 #include <pybind11/numpy.h>
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>

@@ -12,7 +12,9 @@ def fresh():
     """Runs a program in a fresh interpreter, where list_bindings was never called, and returns what it prints."""
 
     def run(program: str) -> str:
-        return subprocess.run([sys.executable, "-c", program], check=True, capture_output=True, text=True).stdout.strip()
+        return subprocess.run(
+            [sys.executable, "-c", program], check=True, capture_output=True, text=True
+        ).stdout.strip()
 
     return run
 

@@ -1,0 +1,124 @@
+// Thickness, ropelength and contacts of a polygon. Edge pairs come from the box tree: its results are those of the loop
+// over all pairs, bit by bit and in the same order.
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+#include <utility>
+
+#include "tube/corner.hpp"
+#include "tube/edge_lengths.hpp"
+#include "tube/edge_pair_search.hpp"
+#include "tube/resolved_tube.hpp"
+
+namespace vkm {
+
+namespace {
+
+/// Largest distance that stays beside the least one, m. The tolerance is relative and additive at once.
+double admitted_distance(double m, double distance_tol) {
+  const double tol = std::max(distance_tol, 0.0);
+  return tol == 0.0 ? m + 1e-12 : (tol + 1.0) * m + tol;
+}
+
+/// Twice the relative error of an estimated radius, and more.
+constexpr double estimate_margin = 1e-6;
+
+/// Vertex radii without the inverse cosine and the tangent, by 2 tan(theta/2) = 2 sqrt((1 - cos) / (1 + cos)). Corners
+/// too sharp for that, and collapsed ones, have their exact radius.
+std::vector<double> estimated_radii(std::span<const Vec3> points, std::span<const double> lengths) {
+  const std::size_t n = points.size();
+  std::vector<double> radii(n);
+  for (std::size_t v = 0; v < n; ++v) {
+    const std::size_t prev = v == 0 ? n - 1 : v - 1;
+    const double cosine = dot(points[v] - points[prev], points[v + 1 == n ? 0 : v + 1] - points[v]) /
+                          (lengths[prev] * lengths[v]);
+    const double shorter = std::min(lengths[prev], lengths[v]);
+    const double capped = std::min(cosine, 1.0);
+    radii[v] = 0.5 * shorter * std::sqrt((1.0 + capped) / (1.0 - capped));
+    if (shorter <= tube_epsilon || cosine < -0.999) radii[v] = ResolvedTubeGeometry::minrad_at_vertex(points, v);
+  }
+  return radii;
+}
+
+/// The exact minimum: only corners whose estimate comes close to the least estimate can hold it.
+double least_radius(std::span<const Vec3> points, std::span<const double> radii) {
+  double limit = std::numeric_limits<double>::infinity();
+  for (const double radius : radii) limit = std::min(limit, radius);
+  limit *= 1.0 + estimate_margin;
+  double least = std::numeric_limits<double>::infinity();
+  for (std::size_t v = 0; v < points.size(); ++v) {
+    if (radii[v] > limit) continue;
+    least = std::min(least, ResolvedTubeGeometry::minrad_at_vertex(points, v));
+  }
+  return least;
+}
+
+}  // namespace
+
+std::vector<SegmentPair> ResolvedTubeGeometry::dcsd_candidates(Points points, std::int32_t skip_neighbors,
+                                                               double distance_tol, const Poll& poll) {
+  if (points.size() <= 3) return {};
+  Heartbeat heartbeat(poll);
+  const auto keep = [&](double least) { return admitted_distance(least, distance_tol); };
+  return EdgePairSearch(points, skip_neighbors).near_pairs(keep, heartbeat).pairs;
+}
+
+ResolvedTubeMetrics ResolvedTubeGeometry::analyze(Points points, std::int32_t skip_neighbors, double contact_tol,
+                                                  double equilateral_tol, const Poll& poll) {
+  const std::size_t n = points.size();
+  if (n < 3) throw std::invalid_argument("analyze requires at least 3 points.");
+  if (contact_tol < 0.0) throw std::invalid_argument("contact_tol must be non-negative.");
+  if (equilateral_tol < 0.0) throw std::invalid_argument("equilateral_tol must be non-negative.");
+
+  Heartbeat heartbeat(poll);
+  ResolvedTubeMetrics tube;
+  const std::vector<double> lengths = edge_lengths(points);
+  const EdgeStatistics edges = edge_statistics(lengths);
+  tube.length = edges.sum;
+  tube.edge_length_mean = edges.mean;
+  tube.edge_length_rel_std = edges.relative_std;
+  tube.edge_length_max_rel_dev = edges.max_relative_deviation;
+  tube.equilateral_ok = tube.edge_length_max_rel_dev <= equilateral_tol;
+
+  const std::vector<double> radii = estimated_radii(points, lengths);
+  tube.minrad = least_radius(points, radii);
+
+  // Contacts are collected only at a thickness that is positive and finite; nothing is kept at any other.
+  const auto thickness_of = [&](double dcsd) { return 0.5 * dcsd < tube.minrad ? 0.5 * dcsd : tube.minrad; };
+  const auto usable = [](double thickness) { return thickness > 0.0 && std::isfinite(thickness); };
+  const auto contact_of = [&](double thickness) { return (contact_tol + 1.0) * thickness + contact_tol; };
+  const auto keep = [&](double least) {
+    const double thickness = thickness_of(least);
+    if (!usable(thickness)) return -1.0;
+    // The contact test is on half the distance; the added number keeps subnormal distances for it.
+    return std::min(admitted_distance(least, contact_tol), 2.0 * contact_of(thickness) + 1e-300);
+  };
+  EdgePairSearch::Found found = EdgePairSearch(n > 3 ? points : Points(), skip_neighbors).near_pairs(keep, heartbeat);
+
+  tube.min_dcsd = found.least;
+  tube.half_min_dcsd = 0.5 * tube.min_dcsd;
+  tube.thickness_rad = thickness_of(tube.min_dcsd);
+  tube.reach_rad = tube.thickness_rad;
+  if (usable(tube.thickness_rad)) {
+    tube.ropelength_rad = tube.length / tube.thickness_rad;
+    tube.ropelength_diam = 0.5 * tube.ropelength_rad;
+  }
+  // A degenerate polygon passes.
+  tube.lower_bound_ok =
+      tube.ropelength_rad <= 0.0 || tube.ropelength_rad + 1e-9 >= nontrivial_knot_lower_bound_rad();
+  if (!usable(tube.thickness_rad)) return tube;
+
+  const double contact = contact_of(tube.thickness_rad);
+  tube.struts = std::move(found.pairs);
+  std::erase_if(tube.struts, [&](const SegmentPair& pair) { return !(0.5 * pair.distance <= contact); });
+  for (std::size_t v = 0; v < n; ++v) {
+    if (radii[v] > contact * (1.0 + estimate_margin)) continue;
+    const KinkRecord kink = kink_at_vertex(points, v);
+    if (kink.minrad <= contact) tube.kinks.push_back(kink);
+  }
+  return tube;
+}
+
+}  // namespace vkm
