@@ -92,6 +92,11 @@ def planar_diagram(name: str, points: Points, settings: DiagramSettings | None =
 
 # --- the picture ----------------------------------------------------------------------------------------------------
 
+# In sizes of the diagram:
+GAP = 0.012  # half a gap, where strands cross at a right angle
+ASIDE = 0.02  # from a strand to its label
+LABELLED = 0.035  # least length of an arc that has one
+
 
 def richest_projection(diagram: Diagram, settings: DiagramSettings) -> Points:
     """The points (N, 3) in the frame of the projection that gave the code: two planar coordinates and the depth."""
@@ -134,12 +139,15 @@ def richest_projection(diagram: Diagram, settings: DiagramSettings) -> Points:
     return projected
 
 
-def passages(projected: Points, settings: DiagramSettings) -> tuple[Points, Points]:
-    """Where strands pass over and where under: sorted positions in units of segments, from 0 to N."""
+def passages(projected: Points, settings: DiagramSettings) -> tuple[Points, Points, Points]:
+    """Where strands pass over and where under: sorted positions in units of segments, from 0 to N.
+
+    The third array has the sines of the angles at the under passages.
+    """
     n = len(projected)
     e = projected - np.roll(projected, -1, axis=0)
     lengths = np.linalg.norm(e[:, :2], axis=1) + 1e-18
-    over, under = [], []
+    over, under, sines = [], [], []
     for i in range(n - 2):
         j = np.arange(i + 2, n - (i == 0))
         g = projected[i] - projected[j]
@@ -157,10 +165,12 @@ def passages(projected: Points, settings: DiagramSettings) -> tuple[Points, Poin
             first, second = i + t[k], j[k] + u[k]
             over.append(first if above[k] > 0.0 else second)
             under.append(second if above[k] > 0.0 else first)
-    return np.sort(over), np.sort(under)
+            sines.append(math.sin(math.radians(angle[k])))
+    order = np.argsort(under, kind="stable")
+    return np.sort(over), np.array(under)[order], np.array(sines)[order]
 
 
-def strands(projected: Points, over: Points, under: Points) -> list[Points]:
+def strands(projected: Points, over: Points, under: Points, sines: Points) -> list[Points]:
     """The pieces (K, 2) of the curve between its under passages, cut back so that the over strand stands free."""
     n = len(projected)
     plane = np.vstack([projected[:, :2], projected[:1, :2]])
@@ -171,7 +181,7 @@ def strands(projected: Points, over: Points, under: Points) -> list[Points]:
     around = np.concatenate([[every[-1] - length], every, [every[0] + length]])
     place = np.searchsorted(every, cuts) + 1
     room = np.minimum(around[place] - around[place - 1], around[place + 1] - around[place])
-    gaps = np.minimum(0.022 * np.ptp(plane, axis=0).max(), 0.4 * room)
+    gaps = np.minimum(GAP * np.ptp(plane, axis=0).max() / np.maximum(sines, 0.35), 0.4 * room)
 
     arc2, plane2 = np.concatenate([arc[:-1], arc + length]), np.vstack([plane[:-1], plane])
     pieces = []
@@ -184,8 +194,33 @@ def strands(projected: Points, over: Points, under: Points) -> list[Points]:
     return pieces
 
 
+def arc_labels(projected: Points, every: Points) -> dict[int, tuple[float, float]]:
+    """Places beside the arcs for their labels, as in the code; short and crowded arcs have none. `every` are all passages."""
+    n = len(projected)
+    plane = np.vstack([projected[:, :2], projected[:2, :2]])
+    steps = np.linalg.norm(np.diff(plane, axis=0), axis=1)
+    arc = np.concatenate([[0.0], np.cumsum(steps)])
+    size = np.ptp(plane, axis=0).max()
+    ends = np.append(every[1:], every[0] + n)
+    starts_at, ends_at = (np.interp(positions % n, np.arange(n + 2), arc) for positions in (every, ends))
+    lengths = (ends_at - starts_at) % arc[n]
+    labels: dict[int, tuple[float, float]] = {}
+    for label, (start, length) in enumerate(zip(starts_at, lengths, strict=True), start=1):
+        if length < LABELLED * size:
+            continue
+        middle = (start + length / 2.0) % arc[n]
+        segment = min(int(np.searchsorted(arc, middle, side="right")) - 1, n - 1)
+        along = (plane[segment + 1] - plane[segment]) / (steps[segment] or 1.0)
+        aside = ASIDE * size * np.array([-along[1], along[0]])
+        for spot in (plane[segment] + along * (middle - arc[segment]) + side * aside for side in (1.0, -1.0)):
+            if all(math.dist(spot, other) > 1.5 * ASIDE * size for other in labels.values()):
+                labels[label] = (float(spot[0]), float(spot[1]))
+                break
+    return labels
+
+
 def plot_diagram(path: Path, diagram: Diagram, settings: DiagramSettings) -> None:
-    """Draw the diagram of the code, the arcs numbered as in the code where there are at most 40 of them.
+    """Draw the diagram of the code, its longer arcs numbered as in the code.
 
     Raises:
         PlotError: matplotlib is missing, the points are not finite, or the file cannot be written.
@@ -201,24 +236,14 @@ def plot_diagram(path: Path, diagram: Diagram, settings: DiagramSettings) -> Non
     if not np.isfinite(diagram.points).all():
         raise PlotError(f"{diagram.name}: the points are not finite, there is nothing to draw")
     projected = richest_projection(diagram, settings)
-    over, under = passages(projected, settings)
+    over, under, sines = passages(projected, settings)
     figure = Figure(figsize=(6.0, 6.3), dpi=150, facecolor="white")
     FigureCanvasAgg(figure)
     axes: Any = figure.add_axes((0.03, 0.03, 0.94, 0.89))
-    for piece in strands(projected, over, under):
-        axes.plot(piece[:, 0], piece[:, 1], color=PALETTE[0], linewidth=2.4, solid_capstyle="round")
-    every = np.sort(np.concatenate([over, under]))
-    if len(every) <= 40:
-        n = len(projected)
-        for label, start in enumerate(every, start=1):
-            end = every[label] if label < len(every) else every[0] + n
-            middle = (start + end) / 2.0 % n
-            spot = [
-                np.interp(middle, np.arange(n + 1), np.append(projected[:, axis], projected[0, axis]))
-                for axis in (0, 1)
-            ]
-            box = {"boxstyle": "circle,pad=0.15", "facecolor": "white", "edgecolor": "none", "alpha": 0.85}
-            axes.text(*spot, str(label), fontsize=8, color=PALETTE[1], ha="center", va="center", bbox=box)
+    for piece in strands(projected, over, under, sines):
+        axes.plot(piece[:, 0], piece[:, 1], color=PALETTE[0], linewidth=1.8, solid_capstyle="round")
+    for label, (x, y) in arc_labels(projected, np.sort(np.concatenate([over, under]))).items():
+        axes.text(x, y, str(label), fontsize=7, color=PALETTE[1], ha="center", va="center")
     axes.set_title(f"{diagram.name}   {len(diagram.code)} crossings", fontsize=12, color="#30343b")
     axes.set_aspect("equal")
     axes.margins(0.05)
