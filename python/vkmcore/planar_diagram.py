@@ -114,7 +114,8 @@ def richest_projection(diagram: Diagram, settings: DiagramSettings) -> Points:
         middle = (low + high) // 2
         low, high = (low, middle) if found_within(middle) else (middle + 1, high)
 
-    # The library's stream of directions: see the notes on `pd_from_curve`'s seed.
+    # The library's stream of directions: mt19937 with its standard seeding, 53-bit uniforms from two words, low word
+    # first, and the polar method, whose second deviate of the second pair each try throws away.
     bits: Any = np.random.MT19937()
     bits._legacy_seeding(settings.seed % 2**32)
 
@@ -195,7 +196,10 @@ def strands(projected: Points, over: Points, under: Points, sines: Points) -> li
 
 
 def arc_labels(projected: Points, every: Points) -> dict[int, tuple[float, float]]:
-    """Places beside the arcs for their labels, as in the code; short and crowded arcs have none. `every` are all passages."""
+    """Places beside the arcs for their labels, as in the code; short and crowded arcs have none.
+
+    `every` are the positions of all passages, sorted.
+    """
     n = len(projected)
     plane = np.vstack([projected[:, :2], projected[:2, :2]])
     steps = np.linalg.norm(np.diff(plane, axis=0), axis=1)
