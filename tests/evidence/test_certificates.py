@@ -61,9 +61,9 @@ def test_tube_geometry_limits():
     assert API.evaluate_tube_geometry(points, small, np.nextafter(separation - 2 * small, 0) - 1e-15).status == PASS
     crowded = 0.5 * separation * 0.999
     assert API.evaluate_tube_geometry(points, crowded, 0.0, 0.0).status == PASS
-    sharp = trefoil(40)
+    sharp = [[-4, 0, 0], [-3, 1, 0], [3, 1, 0], [4, 0, 0], [3, -1, 0], [-3, -1, 0]]  # corners of radius sqrt(1/2)
     sharp_radius = API.evaluate_tube_geometry(sharp, 0.1).minimum_radius_of_curvature
-    assert 2 * sharp_radius * 1.1 < API.evaluate_tube_geometry(sharp, 0.1).minimum_separation
+    assert sharp_radius == pytest.approx(0.5**0.5, rel=1e-14)
     assert API.evaluate_tube_geometry(sharp, 1.1 * sharp_radius, 0.0, 0.05).status == FAIL
     assert API.evaluate_tube_geometry(sharp, 1.1 * sharp_radius, 0.0, 0.1001).status == PASS
     assert API.evaluate_tube_geometry(sharp, 0.1, NAN).status == FAIL
@@ -264,7 +264,7 @@ def test_the_best_verdict_is_indeterminate():
         *[(circle(9), circle(8), 0.1, *(-float(k == place) for k in range(3))) for place in range(3)],
         (circle(9), circle(8) * [NAN, 1, 1], 0.1, 0.0, 0.0, 0.0),
         (circle(9), [[INF, 0, 0], *circle(8).tolist()], 0.1, 0.0, 0.0, 0.0),
-        (circle(9), [[0, 0, 0], [1, 0, 0], [2, 0, 0], [1, 0, 0]], 0.1, 0.0, 0.0, 0.0),  # folded: no curvature radius
+        (circle(9), [[0, 0, 0], [1, 0, 0], [1, 0, 0], [1, 1, 0]], 0.1, 0.0, 0.0, 0.0),  # infinite curvature
     ],
 )
 def test_comparison_without_a_verdict(arguments):
