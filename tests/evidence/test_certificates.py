@@ -1,6 +1,7 @@
 """Certificates of geometries, pressures, series and limits."""
 
 import math
+import signal
 
 import _native
 import numpy as np
@@ -271,6 +272,31 @@ def test_comparison_without_a_verdict(arguments):
     result = SMOOTH.evaluate(*arguments)
     assert result.status == INDETERMINATE
     assert result.smooth_hash == SMOOTH.fingerprint_points(arguments[1])
+
+
+@pytest.mark.parametrize(
+    "call",
+    [
+        lambda points: API.evaluate_tube_geometry(points, 0.1),
+        lambda points: SMOOTH.evaluate(points, points, 0.1, 1.0, 1.0, 1.0),
+        lambda points: SMOOTH.evaluate(circle(9), circle(9).tolist() * 200_000, 0.1, 1.0, 1.0, 1.0),
+    ],
+)
+def test_a_signal_is_no_verdict(call):
+    """An interrupted analysis raises what the signal's handler raises; it is not Indeterminate."""
+
+    def stop(*_):
+        raise InterruptedError
+
+    points = np.random.default_rng(1).standard_normal((300_000, 3))
+    before = signal.signal(signal.SIGALRM, stop)
+    signal.setitimer(signal.ITIMER_REAL, 0.2)
+    try:
+        with pytest.raises(InterruptedError):
+            call(points)
+    finally:
+        signal.setitimer(signal.ITIMER_REAL, 0.0)
+        signal.signal(signal.SIGALRM, before)
 
 
 # --- limit of an observable ---------------------------------------------------------------------------------------
