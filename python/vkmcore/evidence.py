@@ -40,7 +40,7 @@ def check(
     message: str = "",
     supports_empirical_claim: bool = False,
 ) -> CheckResult:
-    """A check that passes if the residual is at most the tolerance, in the same unit. A NaN fails.
+    """A check that passes if the residual's size is at most the tolerance, in the same unit. A NaN fails.
 
     Only an independent prediction may support an empirical claim: ValueError for another kind that says it does.
     """
@@ -50,7 +50,7 @@ def check(
     result.name = name
     result.passed = bool(abs(residual) <= tolerance)
     result.kind = kind
-    result.residual = float(residual)
+    result.residual = abs(float(residual))
     result.tolerance = float(tolerance)
     result.supports_empirical_claim = supports_empirical_claim
     result.message = message
@@ -138,7 +138,8 @@ def closed_form_checks() -> Iterator[CheckResult]:
     forms = {
         "length of a polygon = 2 n sin(pi / n)": (tube.length, 2 * n * math.sin(math.pi / n), 1e-13),
         "vertex radius of a polygon = cos(pi / n)": (tube.minrad, math.cos(math.pi / n), 1e-10),
-        "writhe of a plane curve = 0": (gauss(circle)["signed_integral"] + 1.0, 1.0, 1e-12),
+        # Each pair of coplanar edges takes arc sines at +-1, where half the digits are lost.
+        "writhe of a plane curve = 0": (gauss(circle)["signed_integral"] + 1.0, 1.0, 1e-5),
         "linking number of a Hopf link = 1": (abs(link), 1.0, 1e-12),
         "speed at the centre of a vortex ring = Gamma / (2 R)": (velocity[2], 0.5, 1e-13),
     }
