@@ -54,7 +54,7 @@ def tighten(points: np.ndarray, published: float, steps: int):
     return start, result, diagnosis
 
 
-def main(count: int = 60, steps: int = 200) -> None:
+def main(count: int = 60, steps: int = 400) -> None:
     for name, curve in (("trefoil", trefoil), ("figure-eight", figure_eight)):
         start, result, diagnosis = tighten(equilateral(curve, count), PUBLISHED[name], steps)
         print(f"{name}, {count} vertices")

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "tube/block_solve.hpp"
 #include "tube/contact_stress.hpp"
-#include "tube/linear_solve.hpp"
 #include "tube/normal_equations.hpp"
 
 namespace vkm {
@@ -81,6 +81,7 @@ class ActiveSet {
         tolerance_(tolerance),
         ridge_(ridge),
         heartbeat_(heartbeat),
+        solver_(equations, heartbeat),
         x_(equations.size(), 0.0),
         z_(equations.size(), 0.0),
         is_passive_(equations.size(), 0) {}
@@ -97,13 +98,17 @@ class ActiveSet {
         break;
       }
       is_passive_[chosen] = 1;
+      changed_.push_back(chosen);
       if (!solve_passive()) {
         // Nothing has changed, so that each further iteration would fail in the same way, up to the limit.
         is_passive_[chosen] = 0;
         result.iterations = max_iterations;
         break;
       }
-      if (!settle()) is_passive_[chosen] = 0;
+      if (!settle()) {
+        is_passive_[chosen] = 0;
+        is_current_ = false;
+      }
     }
     finish(equations_, std::vector<double>(x_), tolerance_, result);
     if (!result.converged) {
@@ -138,31 +143,38 @@ class ActiveSet {
     return chosen;
   }
 
-  /// z: the least squares solution on the passive columns, 0 elsewhere. The ridge climbs up to five times where the
-  /// block is singular. A solution that is not finite counts as a failure: no step can be taken towards it.
+  /// z: the least squares solution on the passive columns, 0 elsewhere. Blocks that no changed column is coupled to
+  /// keep their part of it. The ridge climbs up to five times where a block is singular, for all of them. A solution
+  /// that is not finite counts as a failure: no step can be taken towards it.
   bool solve_passive() {
-    std::fill(z_.begin(), z_.end(), 0.0);
     passive_.clear();
     for (std::size_t i = 0; i < is_passive_.size(); ++i) {
       if (is_passive_[i]) passive_.push_back(i);
     }
-    const std::size_t k = passive_.size();
-    if (k == 0) return true;
-    block_solution_.resize(k);
+    const bool kept = is_current_;
+    if (kept) {
+      for (const std::size_t i : changed_) z_[i] = 0.0;
+    } else {
+      std::fill(z_.begin(), z_.end(), 0.0);
+    }
+    const bool solved = (kept && solve_changed()) || solve_whole(kept);
+    changed_.clear();
+    return solved && std::all_of(passive_.begin(), passive_.end(), [&](std::size_t i) { return std::isfinite(z_[i]); });
+  }
+
+  bool solve_changed() {
+    const std::vector<std::size_t> columns = solver_.coupled(passive_, changed_);
+    const bool entered = changed_.size() == 1 && is_passive_[changed_.front()];  // so that all hang together
+    return entered ? solver_.solve_block(columns, equations_.c(), ridge_, z_)
+                   : solver_.solve(columns, equations_.c(), ridge_, z_);
+  }
+
+  /// The whole passive set, with rising ridges; the first of them only if it has not failed before.
+  bool solve_whole(bool first_failed) {
     double ridge = ridge_;
     for (int attempt = 0; attempt < 6; ++attempt) {
-      heartbeat_.tick();
-      system_.reset(k);
-      for (std::size_t i = 0; i < k; ++i) {
-        const double* gram_row = equations_.gram_row(passive_[i]);
-        double* row = system_.row(i);
-        for (std::size_t j = 0; j < k; ++j) row[j] = gram_row[passive_[j]];
-        row[k] = equations_.c()[passive_[i]];
-      }
-      if (system_.solve(ridge, block_solution_)) {
-        for (std::size_t i = 0; i < k; ++i) z_[passive_[i]] = block_solution_[i];
-        return std::all_of(block_solution_.begin(), block_solution_.end(), [](double z) { return std::isfinite(z); });
-      }
+      is_current_ = attempt == 0;
+      if (!(first_failed && attempt == 0) && solver_.solve(passive_, equations_.c(), ridge, z_)) return true;
       ridge = ridge > 0.0 ? 10.0 * ridge : 1e-14;
     }
     return false;
@@ -185,11 +197,14 @@ class ActiveSet {
       }
       alpha = std::clamp(alpha, 0.0, 1.0);
       for (std::size_t i = 0; i < x_.size(); ++i) x_[i] += alpha * (z_[i] - x_[i]);
-      if (std::isnan(euclidean_norm(x_))) return false;  // overflow: no column would ever be freed
+      double length = euclidean_norm(x_);
+      if (std::isnan(length)) return false;  // overflow: no column would ever be freed
       for (const std::size_t i : passive_) {
-        if (x_[i] <= (euclidean_norm(x_) + 1.0) * tolerance_) {
+        if (x_[i] <= (length + 1.0) * tolerance_) {
           x_[i] = 0.0;
           is_passive_[i] = 0;
+          changed_.push_back(i);
+          length = euclidean_norm(x_);
         }
       }
       if (!solve_passive()) return false;
@@ -202,13 +217,14 @@ class ActiveSet {
   double tolerance_;
   double ridge_;
   Heartbeat& heartbeat_;
+  BlockSolver solver_;
   std::vector<double> x_;
   std::vector<double> z_;
   std::vector<double> w_;
   std::vector<char> is_passive_;
   std::vector<std::size_t> passive_;  ///< ascending
-  std::vector<double> block_solution_;
-  LinearSystem system_;
+  std::vector<std::size_t> changed_;  ///< entered or left the passive set since z was found
+  bool is_current_ = true;            ///< z solves the passive set, but for the changes, at the least ridge
 };
 
 template <class Matrix>

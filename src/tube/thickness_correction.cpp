@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <utility>
 
-#include "tube/linear_solve.hpp"
+#include "tube/block_solve.hpp"
 #include "tube/normal_equations.hpp"
 
 namespace vkm {
@@ -57,14 +58,10 @@ bool newton_step(std::vector<Vec3>& points, const ResolvedTubeMetrics& tube, dou
 
   Heartbeat heartbeat(poll);
   const NormalEquations equations(matrix, {}, heartbeat);
-  LinearSystem system;
-  system.reset(k);
-  for (std::size_t i = 0; i < k; ++i) {
-    std::copy_n(equations.gram_row(i), k, system.row(i));
-    system.row(i)[k] = deficit[i];
-  }
-  std::vector<double> y(k);
-  if (!system.solve(options.newton_ridge, y)) return false;
+  std::vector<std::size_t> all(k);
+  std::iota(all.begin(), all.end(), std::size_t{0});
+  std::vector<double> y(k, 0.0);
+  if (!BlockSolver(equations, heartbeat).solve(all, deficit, options.newton_ridge, y)) return false;
 
   std::vector<double> delta;
   equations.columns().times(y, delta);

