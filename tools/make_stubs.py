@@ -39,6 +39,11 @@ class Normaliser(ast.NodeTransformer):
         node.slice = self.visit(node.slice)
         return node
 
+    def visit_Attribute(self, node: ast.Attribute) -> ast.expr:
+        """So do arrays."""
+        bare = ast.unparse(node) == "numpy.ndarray"
+        return ast.parse("numpy.ndarray[typing.Any, typing.Any]", mode="eval").body if bare else node
+
     def visit_Name(self, node: ast.Name) -> ast.expr:
         """Containers of anything say so."""
         items = {"list": "typing.Any", "dict": "typing.Any, typing.Any", "tuple": "typing.Any, ..."}.get(node.id)

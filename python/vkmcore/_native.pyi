@@ -2615,7 +2615,7 @@ class MultisectorFitterV2:
         """
 
     @staticmethod
-    def evaluate_multisector_abs_batch_M(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_values: typing.Annotated[numpy.typing.ArrayLike, numpy.int64]=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.ndarray:
+    def evaluate_multisector_abs_batch_M(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_values: typing.Annotated[numpy.typing.ArrayLike, numpy.int64]=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.ndarray[typing.Any, typing.Any]:
         """
         evaluate_multisector_abs for each of truncation_values (r,), shape (r, n). Each row has the bits of an
         evaluation of its own, but each term is computed once for all rows. ValueError for a negative truncation.
@@ -6779,8 +6779,8 @@ def calculate_writhe(points: typing.Annotated[numpy.typing.ArrayLike, numpy.floa
     Writhe of a closed polygon by the double sum over its edges, softened by rc.
 
     1 / (4 pi) times the sum of 2 (dl[i] x dl[j]) . R / (|R|^2 + rc^2)^(3/2), R = p[j] - p[i], over all pairs i < j
-    (Calugareanu, Fuller). `rc` is no cutoff: with rc = 0 coincident points divide by zero. `points` has shape (N, 3) in m.
-    0 for N below 2. RuntimeError for another shape.
+    (Calugareanu, Fuller); with this R the sign is the opposite of compute_writhe's. `rc` is no cutoff: with rc = 0
+    coincident points divide by zero. `points` has shape (N, 3) in m. 0 for N below 2. RuntimeError for another shape.
     """
 
 def canonicalize_fseries_file_inplace(path: str) -> CanonicalizeResult:
