@@ -248,7 +248,7 @@ def test_batch_lists_by_path(tmp_path):
             _native.batch_helicity_from_dir(bad)
         assert str(error.value) == "directory does not exist: " + bad
     (tmp_path / "bad.fseries").write_text("%\n")
-    with pytest.raises(RuntimeError, match="no blocks parsed from: .*bad.fseries"):
+    with pytest.raises(RuntimeError, match=r"no blocks parsed from: .*bad\.fseries"):
         _native.batch_helicity_from_dir(str(tmp_path), **options)
 
 
