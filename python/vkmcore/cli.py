@@ -195,13 +195,15 @@ def knots(as_json: bool) -> None:
     "--samples", type=click.IntRange(64, 2**31 - 1), default=512, show_default=True, help="Vertices of a series."
 )
 @click.option(
-    "--skip", type=click.IntRange(1, 2**31 - 1), default=4, show_default=True, help="Neighbours that are no contacts."
+    "--skip",
+    type=click.IntRange(1, 2**31 - 1),
+    help="Neighbours that are no contacts.  [default: those within pi radii of curvature]",
 )
 @click.option(
     "--contact-tol", type=click.FloatRange(0.0), default=1e-3, show_default=True, help="Tolerance of active contacts."
 )
 @click.option("--json", "as_json", is_flag=True, help="A JSON object, in full precision.")
-def describe(name: str, samples: int, skip: int, contact_tol: float, as_json: bool) -> None:
+def describe(name: str, samples: int, skip: int | None, contact_tol: float, as_json: bool) -> None:
     """Describe a closed curve: descriptors, thickness as a tube, contact stress.
 
     FILE is a .fseries text or has a vertex x y z a line; KEY is of the catalogue, as 3_1 or 3:1:1.

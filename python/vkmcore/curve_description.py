@@ -2,6 +2,11 @@
 
 from __future__ import annotations
 
+import math
+
+import numpy as np
+from numpy.typing import NDArray
+
 from vkmcore import (
     ContactStressMap,
     ResolvedTubeGeometry,
@@ -35,19 +40,35 @@ STRESS_MEASURES = (
 )
 
 
-def describe(source: CurveSource, samples: int, skip: int, contact_tol: float) -> dict[str, dict[str, object]]:
+def neighbours(points: NDArray[np.float64]) -> int:
+    """How many vertices to either side of one are its neighbours and no contacts.
+
+    Two points whose chord is normal to the curve at both ends are at least pi radii of curvature apart along it, for
+    the tangent has to turn by pi in between. What is nearer along the curve is near without being a contact.
+    """
+    radius = ResolvedTubeGeometry.global_minrad(points)
+    edge = ResolvedTubeGeometry.edge_length_mean(points)
+    most = len(points) // 2
+    if not edge > 0.0 or radius >= most * edge:
+        return max(most, 1)
+    return min(max(int(math.pi * radius / edge), 1), max(most, 1))
+
+
+def describe(source: CurveSource, samples: int, skip: int | None, contact_tol: float) -> dict[str, dict[str, object]]:
     """Measures of a curve by section: "curve", "tube" and "contacts".
 
     Args:
         source: the curve. A series is sampled, a polygon is taken as it stands.
         samples: vertices of a series' polygon, at least 64.
-        skip: vertices to either side that count as neighbours, at least 1.
+        skip: vertices to either side that count as neighbours, at least 1; `neighbours` of the polygon if None.
         contact_tol: how far from the thickness an edge pair or a corner may be and still count as a contact.
 
     Raises:
         ValueError: a polygon of fewer than three vertices, or a negative tolerance.
     """
     points = source.sampled(samples)
+    if skip is None:
+        skip = neighbours(points)
     tube = ResolvedTubeGeometry.analyze(points, skip, contact_tol)
     stress = ContactStressMap.diagnose_length_criticality(points, tube)
     curve: dict[str, object] = {"kind": source.kind}
@@ -64,6 +85,7 @@ def describe(source: CurveSource, samples: int, skip: int, contact_tol: float) -
         curve["min_self_distance"] = min_self_distance_sampled(closed, skip)
         curve["writhe"] = compute_writhe(closed)
     tube_section: dict[str, object] = {name: getattr(tube, name) for name in TUBE_MEASURES}
+    tube_section["skipped_neighbours"] = skip
     tube_section["struts"] = len(tube.struts)
     tube_section["kinks"] = len(tube.kinks)
     return {

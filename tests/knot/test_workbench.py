@@ -38,7 +38,7 @@ def plain_measures(p, skip):
         "kappa_max": kappa.max(),
         "kappa_mean": kappa.mean(),
         "bend_energy": np.sum(kappa**2 * ds),
-        "min_non_neighbor_dist": distance[gap > skip].min(),
+        "min_non_neighbor_dist": distance[gap > max(skip, 0)].min(),
         "reach_proxy": ResolvedTubeGeometry.analyze(p, max(skip, 1), 0.001, 1.0).thickness_rad,
     }
 

@@ -79,20 +79,17 @@ def test_invariants_gather_descriptors_tube_and_stress(asked, window, n, w):
 
 
 def test_ropelength_falls_back_to_self_distance_and_to_the_bare_length():
-    segment = FourierBlock()  # run to and fro: its tube has no thickness, and it meets itself
-    segment.a_x = [1.0]
-    segment.b_x = segment.a_y = segment.b_y = segment.a_z = segment.b_z = [0.0]
-    found = _native.build_invariants_from_fourier_block(segment, nsamples=64)
-    assert found.thickness_rad < 1e-14 or found.ropelength_diam == 0.0
-    folded = _native.build_invariants_from_fourier_block(segment, nsamples=65)
-    for record in (found, folded):
-        length = _native.describe_fourier_block(segment, 65).length
-        if record.ropelength_diam > 0.0:
-            assert record.ropelength == record.ropelength_diam
-        elif record.min_self_distance > 1e-12:
-            assert record.ropelength == pytest.approx(length / record.min_self_distance, rel=1e-3)
-        else:
-            assert record.ropelength == pytest.approx(length, rel=1e-3)
+    fold = FourierBlock()  # to and fro on a line: no thickness, and it meets itself
+    fold.a_x = [1.0]
+    fold.b_x = fold.a_y = fold.b_y = fold.a_z = fold.b_z = [0.0]
+    found = _native.build_invariants_from_fourier_block(fold, nsamples=65)
+    assert (found.ropelength_diam, found.min_self_distance, found.thickness_rad) == (0.0, 0.0, 0.0)
+    assert found.ropelength == found.ropelength_like == _native.describe_fourier_block(fold, 65).length
+    fold.a_y, fold.b_x = [0.0], [1.0]  # still a fold, but along x alone and out of phase with the samples
+    shifted = _native.build_invariants_from_fourier_block(fold, nsamples=65)
+    assert shifted.ropelength_diam == 0.0 and shifted.min_self_distance > 1e-12
+    length = _native.describe_fourier_block(fold, 65).length
+    assert shifted.ropelength == length / shifted.min_self_distance
     empty = _native.build_invariants_from_fourier_block(FourierBlock())
     assert (empty.ropelength, empty.ropelength_like, empty.contact_residual) == (0.0, 0.0, 0.0)
 
@@ -256,9 +253,11 @@ def test_particle_model_sectors(distance, bending, crossings, gate):
     factor = 2 * math.pi * 1.054571817e-34 / (9.1093837015e-31 * 299792458.0) / (math.pi * 1.40897017e-15)
     assert prediction.gate == getattr(SectorGate, gate)
     assert prediction.gate_factor == pytest.approx(factor if gate == "Exposed" else 1.0, rel=1e-14)
-    assert prediction.xi == 1.0
-    assert prediction.mass_ratio == prediction.gate_factor
-    assert prediction.mass_kg == prediction.mass_ratio * 9.1093837015e-31
+    if math.isnan(distance):
+        assert math.isnan(prediction.xi) and math.isnan(prediction.mass_kg)
+    else:
+        assert (prediction.xi, prediction.mass_ratio) == (1.0, prediction.gate_factor)
+        assert prediction.mass_kg == prediction.mass_ratio * 9.1093837015e-31
     assert prediction.note.startswith(gate.lower() + "-sector estimate")
     assert prediction.note.endswith("(insufficient geometric separation)") == (gate == "Unknown")
 

@@ -56,7 +56,10 @@ def test_describe_takes_polygons_and_keys(trefoil, tmp_path):
         assert by_polygon["curve"][name] == by_series["curve"][name]
     for key, kind in (("3_1", "catalogue"), ("3:1:1", "ideal")):
         record = json.loads(run("describe", key, "--samples", "100", "--json").stdout)
-        assert record["curve"]["kind"] == kind and record["tube"]["ropelength_rad"] > 32.0
+        assert record["curve"]["kind"] == kind
+        # The tube of a smooth trefoil, not the nearness of neighbours: above the best ropelength known, and near it.
+        assert 32.74 < record["tube"]["ropelength_rad"] < 50.0
+        assert record["tube"]["struts"] > 0
 
 
 def test_tables_show_every_digit(trefoil):
