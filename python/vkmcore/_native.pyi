@@ -7,7 +7,7 @@ import collections.abc
 import numpy
 import numpy.typing
 import typing
-__all__: list[str] = ['FourierBlock', 'FourierResult', 'GeometricDescriptors', 'IdealABBlock', 'IdealABComponent', 'LoadedKnot', 'ParticleEvaluator', 'RelativisticMetrics', 'TailApproxConfig', 'VKMCanonicalConstants', 'VKMCanonicalValues', 'VKMMasterEquation', 'VKMMasterEquationInput', 'VKMMasterEquationOutput', 'VKMTensionScales', 'VKMTopologyKernelInput', 'bending_energy_exact', 'compute_centerline_helicity', 'compute_curvature', 'compute_linking_number', 'compute_polygonal_gauss', 'compute_twist', 'compute_writhe', 'curvature_exact', 'describe_fourier_block', 'detect_reconnection_candidates', 'evaluate_fourier_block', 'evaluate_fourier_series', 'evaluate_ideal_ab_components', 'evaluate_ideal_component', 'evaluate_with_derivatives', 'find_ideal_ab_block_by_id', 'find_ideal_block_by_id', 'format_ideal_ab_header', 'fourier_knot', 'fourier_knot_eval', 'get_embedded_ideal_files', 'get_embedded_knot_files', 'index_of_ideal_id', 'index_of_largest_block', 'length_exact', 'list_bindings', 'load_all_knots', 'load_embedded_ideal_text', 'load_embedded_knot_block', 'min_self_distance_exactish', 'min_self_distance_sampled', 'mode_energies', 'parse_embedded_ideal_ab_by_id', 'parse_embedded_ideal_txt', 'parse_fseries_from_string', 'parse_fseries_multi', 'parse_ideal_ab_by_id_from_string', 'parse_ideal_halvard_from_string', 'parse_ideal_txt_from_string', 'parse_ideal_txt_multi', 'writhe_gauss_curve']
+__all__: list[str] = ['BiotSavart', 'CanonicalConstants', 'CanonicalizeResult', 'ContactStressDiagnostics', 'ContactStressMap', 'FilamentEnergyParams', 'FilamentEnergyResult', 'FourierBlock', 'FourierResult', 'GeometricDescriptors', 'HelicityResult', 'IdealABBlock', 'IdealABComponent', 'KinkRecord', 'KnotDerived', 'KnotInvariants', 'KnotParticleModel', 'KnotParticleModelParams', 'KnotPrediction', 'KnotReportRow', 'KnotState', 'LoadedKnot', 'MassFunctional', 'NNLSResult', 'ParticleEvaluator', 'RelativisticMetrics', 'ResolvedTubeGeometry', 'ResolvedTubeMetrics', 'ResolvedTubeTightener', 'RigidityColumn', 'RigidityMatrix', 'SectorGate', 'SegmentPair', 'SimpleInvariantXiModel', 'SimpleInvariantXiModelParams', 'SparseEntry', 'SparseRigidityColumn', 'SparseRigidityMatrix', 'TailApproxConfig', 'TighteningOptions', 'TighteningResult', 'TighteningStepRecord', 'TimeEvolution', 'VKMCanonicalConstants', 'VKMCanonicalValues', 'VKMCanonicalXiModel', 'VKMCanonicalXiModelParams', 'VKMMasterEquation', 'VKMMasterEquationInput', 'VKMMasterEquationOutput', 'VKMTensionScales', 'VKMTopologyKernelInput', 'VortexKnotSystem', 'batch_helicity_from_dir', 'bending_energy_exact', 'biot_savart_vector_potential_grid', 'biot_savart_velocity', 'biot_savart_velocity_grid', 'biot_savart_wire_grid', 'build_invariants_from_fourier_block', 'build_invariants_from_fseries', 'canonicalize_fseries_file_inplace', 'compare_fseries_files', 'compute_biot_savart_velocity_grid', 'compute_centerline_helicity', 'compute_curvature', 'compute_curvature_torsion', 'compute_curve_metrics_from_fseries', 'compute_filament_energy_from_fseries', 'compute_frenet_frames', 'compute_helicity', 'compute_helicity_from_fourier_block', 'compute_helicity_from_fseries', 'compute_helicity_invariants', 'compute_linking_number', 'compute_polygonal_gauss', 'compute_twist', 'compute_vorticity_grid', 'compute_writhe', 'curl3d_central', 'curvature_exact', 'curve_length_from_fseries', 'describe_fourier_block', 'detect_reconnection_candidates', 'dipole_field_at_point', 'dipole_ring_field_grid', 'evaluate_fourier_block', 'evaluate_fourier_series', 'evaluate_ideal_ab_components', 'evaluate_ideal_component', 'evaluate_knot_dataset', 'evaluate_knot_dataset_vkm_canonical', 'evaluate_single_knot', 'evaluate_single_knot_vkm_canonical', 'evaluate_with_derivatives', 'evolve_positions_euler', 'evolve_vortex_knot', 'extract_interior_field', 'find_ideal_ab_block_by_id', 'find_ideal_block_by_id', 'format_ideal_ab_header', 'fourier_knot', 'fourier_knot_eval', 'get_embedded_ideal_files', 'get_embedded_knot_files', 'index_of_ideal_id', 'index_of_largest_block', 'length_exact', 'list_bindings', 'load_all_knots', 'load_embedded_ideal_text', 'load_embedded_knot_block', 'make_knot_report_row', 'min_non_neighbor_distance_from_fseries', 'min_self_distance_exactish', 'min_self_distance_sampled', 'mode_energies', 'parse_embedded_ideal_ab_by_id', 'parse_embedded_ideal_txt', 'parse_fseries_from_string', 'parse_fseries_multi', 'parse_ideal_ab_by_id_from_string', 'parse_ideal_halvard_from_string', 'parse_ideal_txt_from_string', 'parse_ideal_txt_multi', 'predict_particle_from_fourier_block', 'predict_particle_from_fseries', 'reach_proxy_from_fseries', 'resolved_tube_analyze', 'resolved_tube_build_rigidity_matrix', 'resolved_tube_build_sparse_rigidity_matrix', 'resolved_tube_kkt_diagnostics', 'resolved_tube_length', 'resolved_tube_length_gradient_flat', 'resolved_tube_lower_bound_rad', 'resolved_tube_metrics_from_fseries', 'resolved_tube_minrad', 'resolved_tube_projected_gradient', 'resolved_tube_solve_active_set', 'resolved_tube_tighten', 'resolved_tube_write_matrix_market', 'resolved_tube_write_vector_market', 'rk4_integrate', 'sample_curve_centered', 'writhe_gauss_curve']
 
 class TailApproxConfig:
     """
@@ -979,6 +979,49 @@ class VKMTensionScales:
         Ratio 4 alpha_g / alpha of the swirl to the gravitational force scale. ValueError unless alpha is positive.
         """
 
+class BiotSavart:
+    """
+    Biot-Savart sums over closed polylines and the helicity pipeline on grids.
+    """
+
+    @staticmethod
+    def compute_invariants(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg2: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], /) -> tuple[float, float, float]:
+        """
+        compute_invariants(velocity, vorticity, r_sq): (H_charge, H_mass, a_mu).
+
+        H_charge = sum v.w, H_mass = sum |w|^2 r_sq, a_mu = (H_charge / H_mass - 1) / 2. ValueError if the vorticity is shorter
+        than the velocity, or r_sq shorter than the vorticity.
+        """
+
+    @staticmethod
+    def compute_velocity(curve: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], grid_points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], circulation: typing.SupportsFloat | typing.SupportsIndex=1.0) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Velocity of a closed vortex polyline at grid points.
+
+        Backward compatible with the historical 2-argument call; circulation defaults to 1.0.
+
+        u(x) = circulation / (4 pi) sum dl x R / (|R|^3 + 1e-12), R from the midpoint of each of the N segments (Biot-Savart
+        law). `curve` is a list of N points in m, closed by its last segment; `grid_points` a list of M points; `circulation` in
+        m^2/s. Returns a list of M velocities in m/s; zeros for fewer than two curve points.
+        """
+
+    @staticmethod
+    def compute_vorticity(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: typing.Annotated[collections.abc.Sequence[typing.SupportsInt | typing.SupportsIndex], 'FixedSize(3)'], arg2: typing.SupportsFloat | typing.SupportsIndex, /) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        compute_vorticity(velocity, shape, spacing): central differences on a periodic grid.
+
+        The result is minus the textbook curl; the helicity invariants rest on this sign. `velocity` holds nx*ny*nz vectors,
+        cell (i, j, k) at (i*ny + j)*nz + k; `shape` is (nx, ny, nz). ValueError if the list does not fit the shape.
+        """
+
+    @staticmethod
+    def extract_interior(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: typing.Annotated[collections.abc.Sequence[typing.SupportsInt | typing.SupportsIndex], 'FixedSize(3)'], arg2: typing.SupportsInt | typing.SupportsIndex, /) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        extract_interior(field, shape, margin): cells at least `margin` cells away from every face.
+
+        Empty if the margin is half an extent or more. ValueError for a negative margin or a list that does not fit.
+        """
+
 class FourierBlock:
     """
     A closed curve as a truncated Fourier series.
@@ -1120,6 +1163,1046 @@ class fourier_knot:
     @points.setter
     def points(self, arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> None:
         ...
+
+class SectorGate:
+    """
+    Whether the gate lambda_c / (pi r_c) multiplies a knot's mass.
+
+    Members:
+
+      Shielded
+
+      Exposed
+
+      Unknown
+    """
+    Exposed: typing.ClassVar[SectorGate]
+    Shielded: typing.ClassVar[SectorGate]
+    Unknown: typing.ClassVar[SectorGate]
+    __members__: typing.ClassVar[dict[str, SectorGate]]
+
+    @typing.overload
+    def __eq__(self, other: SectorGate) -> bool:
+        ...
+
+    @typing.overload
+    def __eq__(self, other: typing.Any) -> bool:
+        ...
+
+    def __getstate__(self) -> int:
+        ...
+
+    def __hash__(self) -> int:
+        ...
+
+    def __index__(self) -> int:
+        ...
+
+    def __init__(self, value: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __int__(self) -> int:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: SectorGate) -> bool:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: typing.Any) -> bool:
+        ...
+
+    def __repr__(self) -> str:
+        ...
+
+    def __setstate__(self, state: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __str__(self) -> str:
+        ...
+
+    @property
+    def name(self) -> str:
+        ...
+
+    @property
+    def value(self) -> int:
+        ...
+
+class KnotInvariants:
+    """
+    Catalogue metadata, curve descriptors and tube measures of a knot.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def bending_energy(self) -> float:
+        """
+        Integral of curvature squared, 1 / length.
+        """
+
+    @bending_energy.setter
+    def bending_energy(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def braid_index(self) -> int:
+        """
+        Braid index b.
+        """
+
+    @braid_index.setter
+    def braid_index(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def chirality(self) -> int:
+        """
+        -1, 0 or 1.
+        """
+
+    @chirality.setter
+    def chirality(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def contact_entropy(self) -> float:
+        """
+        Entropy of the contact multipliers, nats.
+        """
+
+    @contact_entropy.setter
+    def contact_entropy(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def contact_residual(self) -> float:
+        """
+        Relative residual of the contact stress.
+        """
+
+    @contact_residual.setter
+    def contact_residual(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def crossing_number(self) -> int:
+        """
+        Crossing number k.
+        """
+
+    @crossing_number.setter
+    def crossing_number(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def dcsd_min(self) -> float:
+        """
+        Least doubly critical self-distance.
+        """
+
+    @dcsd_min.setter
+    def dcsd_min(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def hyperbolic(self) -> bool:
+        """
+        Whether the knot is hyperbolic.
+        """
+
+    @hyperbolic.setter
+    def hyperbolic(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def hyperbolic_volume(self) -> float:
+        """
+        Volume, 0 when not hyperbolic.
+        """
+
+    @hyperbolic_volume.setter
+    def hyperbolic_volume(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def hyperbolic_volume_opt(self) -> float | None:
+        """
+        Set for a hyperbolic knot only; goes before hyperbolic_volume.
+        """
+
+    @hyperbolic_volume_opt.setter
+    def hyperbolic_volume_opt(self, arg0: typing.SupportsFloat | typing.SupportsIndex | None, /) -> None:
+        ...
+
+    @property
+    def kink_count(self) -> int:
+        """
+        Active curvature contacts.
+        """
+
+    @kink_count.setter
+    def kink_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def min_self_distance(self) -> float:
+        """
+        Least distance of vertices that are not neighbours.
+        """
+
+    @min_self_distance.setter
+    def min_self_distance(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def minrad_min(self) -> float:
+        """
+        Least discrete curvature radius.
+        """
+
+    @minrad_min.setter
+    def minrad_min(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def name(self) -> str:
+        """
+        Knot name.
+        """
+
+    @name.setter
+    def name(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def ropelength(self) -> float | None:
+        """
+        Goes before ropelength_like where it is set.
+        """
+
+    @ropelength.setter
+    def ropelength(self, arg0: typing.SupportsFloat | typing.SupportsIndex | None, /) -> None:
+        ...
+
+    @property
+    def ropelength_diam(self) -> float:
+        """
+        Length over tube diameter.
+        """
+
+    @ropelength_diam.setter
+    def ropelength_diam(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def ropelength_like(self) -> float:
+        """
+        The ropelength measure that is always there.
+        """
+
+    @ropelength_like.setter
+    def ropelength_like(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def ropelength_lower_bound_ok(self) -> bool:
+        """
+        Whether the ropelength is one that a non-trivial knot can have.
+        """
+
+    @ropelength_lower_bound_ok.setter
+    def ropelength_lower_bound_ok(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def ropelength_rad(self) -> float:
+        """
+        Length over tube radius.
+        """
+
+    @ropelength_rad.setter
+    def ropelength_rad(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def seifert_genus(self) -> int:
+        """
+        Seifert genus g.
+        """
+
+    @seifert_genus.setter
+    def seifert_genus(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def strut_count(self) -> int:
+        """
+        Active edge contacts.
+        """
+
+    @strut_count.setter
+    def strut_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def thickness_rad(self) -> float:
+        """
+        Tube radius.
+        """
+
+    @thickness_rad.setter
+    def thickness_rad(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def writhe(self) -> float:
+        """
+        Writhe of the curve.
+        """
+
+    @writhe.setter
+    def writhe(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class CanonicalConstants:
+    """
+    Constants of the knot models, SI units. Independent numbers: a change of one changes no other.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def c(self) -> float:
+        """
+        Speed of light, m/s.
+        """
+
+    @c.setter
+    def c(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def lambda_c(self) -> float:
+        """
+        Compton wavelength, m.
+        """
+
+    @lambda_c.setter
+    def lambda_c(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def m_e(self) -> float:
+        """
+        Electron mass, kg.
+        """
+
+    @m_e.setter
+    def m_e(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def r_c(self) -> float:
+        """
+        Core radius, m.
+        """
+
+    @r_c.setter
+    def r_c(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def rho_f(self) -> float:
+        """
+        Fluid density, kg/m^3.
+        """
+
+    @rho_f.setter
+    def rho_f(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def rho_horn(self) -> float:
+        """
+        Horn envelope density, kg/m^3.
+        """
+
+    @rho_horn.setter
+    def rho_horn(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def rho_m(self) -> float:
+        """
+        Mass-equivalent density, kg/m^3.
+        """
+
+    @rho_m.setter
+    def rho_m(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def v_swirl(self) -> float:
+        """
+        Swirl speed, m/s.
+        """
+
+    @v_swirl.setter
+    def v_swirl(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class KnotDerived:
+    """
+    The mass of a knot, and how it came about.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def gate(self) -> SectorGate:
+        """
+        Sector.
+        """
+
+    @gate.setter
+    def gate(self, arg0: SectorGate, /) -> None:
+        ...
+
+    @property
+    def gate_factor(self) -> float:
+        """
+        Factor of the sector.
+        """
+
+    @gate_factor.setter
+    def gate_factor(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def mass_kg(self) -> float:
+        """
+        Mass, kg.
+        """
+
+    @mass_kg.setter
+    def mass_kg(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def mass_ratio(self) -> float:
+        """
+        Mass over the electron's mass.
+        """
+
+    @mass_ratio.setter
+    def mass_ratio(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def note(self) -> str:
+        """
+        The formula used.
+        """
+
+    @note.setter
+    def note(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def valid(self) -> bool:
+        """
+        True once evaluated.
+        """
+
+    @valid.setter
+    def valid(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def xi(self) -> float:
+        """
+        Topological factor.
+        """
+
+    @xi.setter
+    def xi(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class SimpleInvariantXiModelParams:
+    """
+    Weights of SimpleInvariantXiModel, all 0 by default.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def a_L(self) -> float:
+        """
+        Of the effective ropelength.
+        """
+
+    @a_L.setter
+    def a_L(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def a_b(self) -> float:
+        """
+        Of the braid index.
+        """
+
+    @a_b.setter
+    def a_b(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def a_chi(self) -> float:
+        """
+        Of the chirality.
+        """
+
+    @a_chi.setter
+    def a_chi(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def a_g(self) -> float:
+        """
+        Of the genus.
+        """
+
+    @a_g.setter
+    def a_g(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def a_k(self) -> float:
+        """
+        Of the crossing number.
+        """
+
+    @a_k.setter
+    def a_k(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def a_vol(self) -> float:
+        """
+        Of the effective volume.
+        """
+
+    @a_vol.setter
+    def a_vol(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class SimpleInvariantXiModel:
+    """
+    Xi as the exponential of a weighted sum.
+    """
+
+    def __init__(self, params: SimpleInvariantXiModelParams=...) -> None:
+        ...
+
+    def assign_gate(self, K: KnotInvariants) -> SectorGate:
+        """
+        Exposed above four crossings, else Shielded.
+        """
+
+    def compute_xi(self, K: KnotInvariants) -> float:
+        """
+        exp(a_vol V + a_b b + a_k k + a_g g + a_L L + a_chi chi), V and L the effective volume and ropelength.
+        """
+
+class VKMCanonicalXiModelParams:
+    """
+    Weights of VKMCanonicalXiModel, all 0 by default.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def alpha_C(self) -> float:
+        """
+        Of C.
+        """
+
+    @alpha_C.setter
+    def alpha_C(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def beta_L(self) -> float:
+        """
+        Of the effective ropelength.
+        """
+
+    @beta_L.setter
+    def beta_L(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def delta_V(self) -> float:
+        """
+        Of the effective volume.
+        """
+
+    @delta_V.setter
+    def delta_V(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def gamma_H(self) -> float:
+        """
+        Of H.
+        """
+
+    @gamma_H.setter
+    def gamma_H(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def golden_layer(self) -> int:
+        """
+        Powers of phi^-2.
+        """
+
+    @golden_layer.setter
+    def golden_layer(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def use_crossing_number_as_C(self) -> bool:
+        """
+        C is the crossing number, else 0.
+        """
+
+    @use_crossing_number_as_C.setter
+    def use_crossing_number_as_C(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def use_writhe_as_H(self) -> bool:
+        """
+        H is the writhe, else 0.
+        """
+
+    @use_writhe_as_H.setter
+    def use_writhe_as_H(self, arg0: bool, /) -> None:
+        ...
+
+class VKMCanonicalXiModel:
+    """
+    Xi as a weighted sum on a golden layer.
+    """
+
+    def __init__(self, params: VKMCanonicalXiModelParams=...) -> None:
+        ...
+
+    def assign_gate(self, K: KnotInvariants) -> SectorGate:
+        """
+        Exposed for a hyperbolic knot above four crossings, else Shielded.
+        """
+
+    def compute_xi(self, K: KnotInvariants) -> float:
+        """
+        phi^(-2 golden_layer) (alpha_C C + beta_L L + gamma_H H + delta_V V), phi the golden ratio.
+        """
+
+class MassFunctional:
+    """
+    Masses from invariants. Raises ValueError unless r_c, lambda_c, m_e, rho_m and c are positive.
+    """
+
+    def __init__(self, constants: CanonicalConstants=...) -> None:
+        ...
+
+    def bare_master_mass_scale(self) -> float:
+        """
+        rho_m r_c^3, kg.
+        """
+
+    def baseline_mass_from_horn_ropelength(self, L_tot: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        The same with rho_horn. Raises ValueError for a negative rho_horn.
+        """
+
+    def baseline_mass_from_ropelength(self, L_tot: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        2 pi^3 rho_m r_c^5 L_tot / lambda_c^2, kg.
+        """
+
+    @typing.overload
+    def evaluate(self, K: KnotInvariants, model: SimpleInvariantXiModel) -> KnotDerived:
+        """
+        KnotDerived by rho_m r_c^3 gate Xi / S^2, S = sqrt(1 - v_swirl^2 / c^2).
+        """
+
+    @typing.overload
+    def evaluate(self, K: KnotInvariants, model: VKMCanonicalXiModel) -> KnotDerived:
+        """
+        KnotDerived by rho_m r_c^3 gate Xi / S^2, S = sqrt(1 - v_swirl^2 / c^2).
+        """
+
+    @typing.overload
+    def evaluate_electron_normalized(self, K: KnotInvariants, model: SimpleInvariantXiModel) -> KnotDerived:
+        """
+        KnotDerived by the older form m_e gate Xi.
+        """
+
+    @typing.overload
+    def evaluate_electron_normalized(self, K: KnotInvariants, model: VKMCanonicalXiModel) -> KnotDerived:
+        """
+        KnotDerived by the older form m_e gate Xi.
+        """
+
+    def gate_factor(self, G: SectorGate) -> float:
+        """
+        lambda_c / (pi r_c) for an exposed sector, else 1.
+        """
+
+class KnotState:
+    """
+    An entry of a data set. Only `inv` enters an evaluation.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def contact_score(self) -> float | None:
+        """
+        The caller's, or None.
+        """
+
+    @contact_score.setter
+    def contact_score(self, arg0: typing.SupportsFloat | typing.SupportsIndex | None, /) -> None:
+        ...
+
+    @property
+    def derived(self) -> KnotDerived:
+        """
+        The caller's KnotDerived; the evaluators do not write it.
+        """
+
+    @derived.setter
+    def derived(self, arg0: KnotDerived, /) -> None:
+        ...
+
+    @property
+    def energy_score(self) -> float | None:
+        """
+        The caller's, or None.
+        """
+
+    @energy_score.setter
+    def energy_score(self, arg0: typing.SupportsFloat | typing.SupportsIndex | None, /) -> None:
+        ...
+
+    @property
+    def hopf_like_score(self) -> float | None:
+        """
+        The caller's, or None.
+        """
+
+    @hopf_like_score.setter
+    def hopf_like_score(self, arg0: typing.SupportsFloat | typing.SupportsIndex | None, /) -> None:
+        ...
+
+    @property
+    def inv(self) -> KnotInvariants:
+        """
+        KnotInvariants.
+        """
+
+    @inv.setter
+    def inv(self, arg0: KnotInvariants, /) -> None:
+        ...
+
+class KnotReportRow:
+    """
+    A knot and its mass in a row.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def L_tot(self) -> float:
+        """
+        Effective ropelength.
+        """
+
+    @L_tot.setter
+    def L_tot(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def b(self) -> int:
+        """
+        Braid index.
+        """
+
+    @b.setter
+    def b(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def g(self) -> int:
+        """
+        Seifert genus.
+        """
+
+    @g.setter
+    def g(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def gate(self) -> SectorGate:
+        """
+        Sector.
+        """
+
+    @gate.setter
+    def gate(self, arg0: SectorGate, /) -> None:
+        ...
+
+    @property
+    def k(self) -> int:
+        """
+        Crossing number.
+        """
+
+    @k.setter
+    def k(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def mass_kg(self) -> float:
+        """
+        Mass, kg.
+        """
+
+    @mass_kg.setter
+    def mass_kg(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def mass_ratio(self) -> float:
+        """
+        Mass over the electron's mass.
+        """
+
+    @mass_ratio.setter
+    def mass_ratio(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def name(self) -> str:
+        """
+        Knot name.
+        """
+
+    @name.setter
+    def name(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def vol_h(self) -> float:
+        """
+        Effective volume.
+        """
+
+    @vol_h.setter
+    def vol_h(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def xi(self) -> float:
+        """
+        Topological factor.
+        """
+
+    @xi.setter
+    def xi(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class KnotPrediction:
+    """
+    The estimate of KnotParticleModel.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def gate(self) -> SectorGate:
+        """
+        Sector.
+        """
+
+    @gate.setter
+    def gate(self, arg0: SectorGate, /) -> None:
+        ...
+
+    @property
+    def gate_factor(self) -> float:
+        """
+        Factor of the sector.
+        """
+
+    @gate_factor.setter
+    def gate_factor(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def mass_kg(self) -> float:
+        """
+        Mass, kg.
+        """
+
+    @mass_kg.setter
+    def mass_kg(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def mass_ratio(self) -> float:
+        """
+        Mass over the electron's mass.
+        """
+
+    @mass_ratio.setter
+    def mass_ratio(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def note(self) -> str:
+        """
+        What the estimate rests on.
+        """
+
+    @note.setter
+    def note(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def xi(self) -> float:
+        """
+        Topological factor.
+        """
+
+    @xi.setter
+    def xi(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class KnotParticleModelParams:
+    """
+    Weights of KnotParticleModel, all 0 by default.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def a_L(self) -> float:
+        """
+        Of ropelength_like.
+        """
+
+    @a_L.setter
+    def a_L(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def a_b(self) -> float:
+        """
+        Of the braid index.
+        """
+
+    @a_b.setter
+    def a_b(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def a_g(self) -> float:
+        """
+        Of the genus.
+        """
+
+    @a_g.setter
+    def a_g(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def a_k(self) -> float:
+        """
+        Of the crossing number.
+        """
+
+    @a_k.setter
+    def a_k(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def a_sep(self) -> float:
+        """
+        Of 1 / min_self_distance, a length.
+        """
+
+    @a_sep.setter
+    def a_sep(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def a_vol(self) -> float:
+        """
+        Of hyperbolic_volume.
+        """
+
+    @a_vol.setter
+    def a_vol(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def a_wr(self) -> float:
+        """
+        Of the writhe.
+        """
+
+    @a_wr.setter
+    def a_wr(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class KnotParticleModel:
+    """
+    A mass estimate with constants of its own.
+    """
+
+    def __init__(self, params: KnotParticleModelParams=...) -> None:
+        ...
+
+    def assign_gate(self, K: KnotInvariants) -> SectorGate:
+        """
+        Unknown unless min_self_distance is positive; Exposed if it is below 0.2, the bending energy above 20 or
+        the crossing number 8 or more; else Shielded.
+        """
+
+    def compute_xi(self, K: KnotInvariants) -> float:
+        """
+        exp(a_L L + a_b b + a_k k + a_g g + a_vol V + a_wr writhe + a_sep / max(min_self_distance, 1e-9)), within
+        1e-12 .. 1e12; L is ropelength_like and V is hyperbolic_volume.
+        """
+
+    def predict(self, K: KnotInvariants) -> KnotPrediction:
+        """
+        KnotPrediction: the electron's mass times gate factor and Xi.
+        """
 
 class IdealABComponent:
     """
@@ -1344,12 +2427,2259 @@ class LoadedKnot:
         Centred samples; the first point is repeated as the last.
         """
 
+class VortexKnotSystem:
+    """
+    A closed vortex filament evolved by explicit Euler under the Biot-Savart law.
+    """
+
+    def __init__(self, circulation: typing.SupportsFloat | typing.SupportsIndex=1.0) -> None:
+        """
+        An empty system with a circulation in m^2/s.
+        """
+
+    def evolve(self, dt: typing.SupportsFloat | typing.SupportsIndex, steps: typing.SupportsInt | typing.SupportsIndex) -> None:
+        """
+        Take `steps` Euler steps of `dt` seconds under the filament's own Biot-Savart velocity.
+
+        An interrupted call leaves the state as it was.
+        """
+
+    def get_positions(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Positions in m, a new list.
+        """
+
+    def get_tangents(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Element vectors in m: half of the difference of the neighbours. A new list.
+        """
+
+    def initialize_figure8_knot(self, resolution: typing.SupportsInt | typing.SupportsIndex=400) -> None:
+        """
+        Put the filament on the figure-eight knot (cos 3t (cos 2t + 2), sin 3t (cos 2t + 2), sin 4t).
+        """
+
+    def initialize_knot_from_name(self, knot_id: str, resolution: typing.SupportsInt | typing.SupportsIndex=1000) -> None:
+        """
+        Put the filament on a knot of the catalogue, as "3_1", or of a .fseries file found on disk.
+
+        The curve is centred and sampled at both ends of its period: the last point repeats the first. RuntimeError if the knot
+        cannot be found or read; the system then keeps its state.
+        """
+
+    def initialize_trefoil_knot(self, resolution: typing.SupportsInt | typing.SupportsIndex=400) -> None:
+        """
+        Put the filament on the torus-knot trefoil (cos 2t (cos 3t + 2), sin 2t (cos 3t + 2), sin 3t).
+        """
+
+class TimeEvolution:
+    """
+    A closed vortex filament evolved from a given state.
+    """
+
+    def __init__(self, initial_positions: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], initial_tangents: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], gamma: typing.SupportsFloat | typing.SupportsIndex=1.0) -> None:
+        """
+        Start from positions (m), their element vectors (m) and a circulation gamma (m^2/s).
+
+        The tangents stay as given until the first step.
+        """
+
+    def evolve(self, dt: typing.SupportsFloat | typing.SupportsIndex, steps: typing.SupportsInt | typing.SupportsIndex) -> None:
+        """
+        Take `steps` Euler steps of `dt` seconds under the filament's own Biot-Savart velocity.
+
+        An interrupted call leaves the state as it was. ValueError if there are fewer tangents than positions.
+        """
+
+    def get_positions(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Positions in m, a new list.
+        """
+
+    def get_tangents(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        Element vectors in m, a new list.
+        """
+
+class CanonicalizeResult:
+    """
+    What canonicalize_fseries_file_inplace found and did.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def changed(self) -> bool:
+        """
+        Whether the file was written.
+        """
+
+    @changed.setter
+    def changed(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def found_numeric_rows(self) -> int:
+        """
+        Rows of three or six numbers.
+        """
+
+    @found_numeric_rows.setter
+    def found_numeric_rows(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def path(self) -> str:
+        """
+        The file.
+        """
+
+    @path.setter
+    def path(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def reason(self) -> str:
+        """
+        Why, or why not.
+        """
+
+    @reason.setter
+    def reason(self, arg0: str, /) -> None:
+        ...
+
+class HelicityResult:
+    """
+    Helicity and discrete measures of a file's curve.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def Hc(self) -> float:
+        """
+        H_charge.
+        """
+
+    @Hc.setter
+    def Hc(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def Hm(self) -> float:
+        """
+        H_mass.
+        """
+
+    @Hm.setter
+    def Hm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def L(self) -> float:
+        """
+        Polygon length.
+        """
+
+    @L.setter
+    def L(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def a_mu(self) -> float:
+        """
+        Ratio of the invariants.
+        """
+
+    @a_mu.setter
+    def a_mu(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def bend_energy(self) -> float:
+        """
+        Sum of curvature squared, 1 / length.
+        """
+
+    @bend_energy.setter
+    def bend_energy(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def kappa_max(self) -> float:
+        """
+        Greatest discrete curvature, 1 / length.
+        """
+
+    @kappa_max.setter
+    def kappa_max(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def kappa_mean(self) -> float:
+        """
+        Mean discrete curvature, 1 / length.
+        """
+
+    @kappa_mean.setter
+    def kappa_mean(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def min_non_neighbor_dist(self) -> float:
+        """
+        Least distance of samples more than 3 apart.
+        """
+
+    @min_non_neighbor_dist.setter
+    def min_non_neighbor_dist(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def nsamples(self) -> int:
+        """
+        Samples.
+        """
+
+    @nsamples.setter
+    def nsamples(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def path(self) -> str:
+        """
+        The file.
+        """
+
+    @path.setter
+    def path(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def reach_proxy(self) -> float:
+        """
+        Tube radius of the polygon.
+        """
+
+    @reach_proxy.setter
+    def reach_proxy(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class FilamentEnergyParams:
+    """
+    Parameters of compute_filament_energy_from_fseries.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def Gamma(self) -> float:
+        """
+        Circulation.
+        """
+
+    @Gamma.setter
+    def Gamma(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def a_core(self) -> float:
+        """
+        Core radius.
+        """
+
+    @a_core.setter
+    def a_core(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def c_rankine_outer(self) -> float:
+        """
+        Constant of the local match.
+        """
+
+    @c_rankine_outer.setter
+    def c_rankine_outer(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def delta(self) -> float:
+        """
+        If positive, pairs within this distance do not count.
+        """
+
+    @delta.setter
+    def delta(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def include_core_int(self) -> bool:
+        """
+        Whether the core's term is taken.
+        """
+
+    @include_core_int.setter
+    def include_core_int(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def include_local_match(self) -> bool:
+        """
+        Whether the local match is taken.
+        """
+
+    @include_local_match.setter
+    def include_local_match(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def include_nonlocal(self) -> bool:
+        """
+        Whether the nonlocal term is taken.
+        """
+
+    @include_nonlocal.setter
+    def include_nonlocal(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def nsamples(self) -> int:
+        """
+        Samples.
+        """
+
+    @nsamples.setter
+    def nsamples(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def rho_local(self) -> float:
+        """
+        Density of the local terms.
+        """
+
+    @rho_local.setter
+    def rho_local(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def rho_outer(self) -> float:
+        """
+        Density of the nonlocal term.
+        """
+
+    @rho_outer.setter
+    def rho_outer(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def s_cut_local(self) -> float:
+        """
+        Arc length of the local region.
+        """
+
+    @s_cut_local.setter
+    def s_cut_local(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def skip_neighbors_base(self) -> int:
+        """
+        Least neighbour skip.
+        """
+
+    @skip_neighbors_base.setter
+    def skip_neighbors_base(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+class FilamentEnergyResult:
+    """
+    Discrete measures and energies of a file's curve.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def E_core_int(self) -> float:
+        """
+        Energy of the core.
+        """
+
+    @E_core_int.setter
+    def E_core_int(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def E_local_match(self) -> float:
+        """
+        Energy of the local match.
+        """
+
+    @E_local_match.setter
+    def E_local_match(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def E_nonlocal(self) -> float:
+        """
+        Nonlocal energy.
+        """
+
+    @E_nonlocal.setter
+    def E_nonlocal(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def E_total(self) -> float:
+        """
+        Sum of the three.
+        """
+
+    @E_total.setter
+    def E_total(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def Gamma(self) -> float:
+        """
+        As used.
+        """
+
+    @Gamma.setter
+    def Gamma(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def L(self) -> float:
+        """
+        Polygon length.
+        """
+
+    @L.setter
+    def L(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def a_core(self) -> float:
+        """
+        As used.
+        """
+
+    @a_core.setter
+    def a_core(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def bend_energy(self) -> float:
+        """
+        Sum of curvature squared, 1 / length.
+        """
+
+    @bend_energy.setter
+    def bend_energy(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def c_rankine_outer(self) -> float:
+        """
+        As used.
+        """
+
+    @c_rankine_outer.setter
+    def c_rankine_outer(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def delta(self) -> float:
+        """
+        As used.
+        """
+
+    @delta.setter
+    def delta(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def ds_avg(self) -> float:
+        """
+        Mean edge length.
+        """
+
+    @ds_avg.setter
+    def ds_avg(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def kappa_max(self) -> float:
+        """
+        Greatest discrete curvature, 1 / length.
+        """
+
+    @kappa_max.setter
+    def kappa_max(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def kappa_mean(self) -> float:
+        """
+        Mean discrete curvature, 1 / length.
+        """
+
+    @kappa_mean.setter
+    def kappa_mean(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def m_loc(self) -> int:
+        """
+        Neighbours that the nonlocal term leaves out.
+        """
+
+    @m_loc.setter
+    def m_loc(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def min_non_neighbor_dist(self) -> float:
+        """
+        Least distance of samples beyond the skip.
+        """
+
+    @min_non_neighbor_dist.setter
+    def min_non_neighbor_dist(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def nsamples(self) -> int:
+        """
+        Samples.
+        """
+
+    @nsamples.setter
+    def nsamples(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def path(self) -> str:
+        """
+        The file.
+        """
+
+    @path.setter
+    def path(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def reach_proxy(self) -> float:
+        """
+        Tube radius of the polygon.
+        """
+
+    @reach_proxy.setter
+    def reach_proxy(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def rho_local(self) -> float:
+        """
+        As used.
+        """
+
+    @rho_local.setter
+    def rho_local(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def rho_outer(self) -> float:
+        """
+        As used.
+        """
+
+    @rho_outer.setter
+    def rho_outer(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def s_cut_local(self) -> float:
+        """
+        As used.
+        """
+
+    @s_cut_local.setter
+    def s_cut_local(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class SegmentPair:
+    """
+    The closest points of two edges i < j of a polygon.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def arclength_i(self) -> float:
+        """
+        Arc length from vertex 0 to the point on edge i.
+        """
+
+    @arclength_i.setter
+    def arclength_i(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def arclength_j(self) -> float:
+        """
+        Arc length from vertex 0 to the point on edge j.
+        """
+
+    @arclength_j.setter
+    def arclength_j(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def distance(self) -> float:
+        """
+        Distance of the two points.
+        """
+
+    @distance.setter
+    def distance(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def i(self) -> int:
+        """
+        First edge.
+        """
+
+    @i.setter
+    def i(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def j(self) -> int:
+        """
+        Second edge.
+        """
+
+    @j.setter
+    def j(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def s(self) -> float:
+        """
+        Parameter 0..1 on edge i.
+        """
+
+    @s.setter
+    def s(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def t(self) -> float:
+        """
+        Parameter 0..1 on edge j.
+        """
+
+    @t.setter
+    def t(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class KinkRecord:
+    """
+    The radius of a corner of a polygon, from either of its edges.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def minrad(self) -> float:
+        """
+        The smaller of the two.
+        """
+
+    @minrad.setter
+    def minrad(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def minrad_minus(self) -> float:
+        """
+        Radius from the incoming edge.
+        """
+
+    @minrad_minus.setter
+    def minrad_minus(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def minrad_plus(self) -> float:
+        """
+        Radius from the outgoing edge.
+        """
+
+    @minrad_plus.setter
+    def minrad_plus(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def turning_angle(self) -> float:
+        """
+        Exterior angle in radians.
+        """
+
+    @turning_angle.setter
+    def turning_angle(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def vertex(self) -> int:
+        """
+        Vertex, reduced modulo n.
+        """
+
+    @vertex.setter
+    def vertex(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+class ResolvedTubeMetrics:
+    """
+    Thickness, ropelength and contacts of a polygon; lengths in its unit.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def edge_length_max_rel_dev(self) -> float:
+        """
+        Largest relative deviation of an edge length from the mean.
+        """
+
+    @edge_length_max_rel_dev.setter
+    def edge_length_max_rel_dev(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def edge_length_mean(self) -> float:
+        """
+        Mean edge length.
+        """
+
+    @edge_length_mean.setter
+    def edge_length_mean(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def edge_length_rel_std(self) -> float:
+        """
+        Relative standard deviation of the edge lengths (population form).
+        """
+
+    @edge_length_rel_std.setter
+    def edge_length_rel_std(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def equilateral_ok(self) -> bool:
+        """
+        edge_length_max_rel_dev is within its tolerance.
+        """
+
+    @equilateral_ok.setter
+    def equilateral_ok(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def half_min_dcsd(self) -> float:
+        """
+        Half of min_dcsd.
+        """
+
+    @half_min_dcsd.setter
+    def half_min_dcsd(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def kinks(self) -> list[KinkRecord]:
+        """
+        Active curvature contacts, list of KinkRecord.
+        """
+
+    @kinks.setter
+    def kinks(self, arg1: collections.abc.Sequence[KinkRecord], /) -> None:
+        ...
+
+    @property
+    def length(self) -> float:
+        """
+        Polygon length.
+        """
+
+    @length.setter
+    def length(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def lower_bound_ok(self) -> bool:
+        """
+        The ropelength does not undercut the bound for non-trivial knots.
+        """
+
+    @lower_bound_ok.setter
+    def lower_bound_ok(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def min_dcsd(self) -> float:
+        """
+        Least distance of admissible edge pairs, +infinity if there is none.
+        """
+
+    @min_dcsd.setter
+    def min_dcsd(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def minrad(self) -> float:
+        """
+        Least vertex radius.
+        """
+
+    @minrad.setter
+    def minrad(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def reach_rad(self) -> float:
+        """
+        Equal to thickness_rad.
+        """
+
+    @reach_rad.setter
+    def reach_rad(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def ropelength_diam(self) -> float:
+        """
+        Length over tube diameter.
+        """
+
+    @ropelength_diam.setter
+    def ropelength_diam(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def ropelength_rad(self) -> float:
+        """
+        length / thickness_rad; 0 when the thickness is not positive and finite.
+        """
+
+    @ropelength_rad.setter
+    def ropelength_rad(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def struts(self) -> list[SegmentPair]:
+        """
+        Active edge contacts, list of SegmentPair.
+        """
+
+    @struts.setter
+    def struts(self, arg1: collections.abc.Sequence[SegmentPair], /) -> None:
+        ...
+
+    @property
+    def thickness_rad(self) -> float:
+        """
+        min(minrad, half_min_dcsd).
+        """
+
+    @thickness_rad.setter
+    def thickness_rad(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class ResolvedTubeGeometry:
+    """
+    Closed polygons as the centre lines of tubes of constant radius. Points are N lists of three floats or an (N, 3)
+    array in any unit of length; the closing edge is implied. A flat gradient has 3 N entries, coordinate `axis` of
+    vertex v at index 3 v + axis. Vertex numbers are taken modulo N.
+    """
+
+    @staticmethod
+    def analyze(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], skip_neighbors: typing.SupportsInt | typing.SupportsIndex=2, contact_tol: typing.SupportsFloat | typing.SupportsIndex=0.001, equilateral_tol: typing.SupportsFloat | typing.SupportsIndex=0.001) -> ResolvedTubeMetrics:
+        """
+        Thickness, ropelength and contacts of a closed polygon.
+
+        Args:
+            points: vertices, N lists of three floats or an (N, 3) array, any unit of length; the closing edge is implied.
+            skip_neighbors (int): edges up to this many apart around the loop are not tested against each other.
+            contact_tol (float): contacts up to (1 + tol) thickness + tol are active; relative and additive at once.
+            equilateral_tol (float): largest relative deviation of an edge length that still counts as equilateral.
+
+        Returns: ResolvedTubeMetrics. Raises ValueError below three points and for negative tolerances.
+        Time is n log n on curves, memory linear in the vertices and contacts.
+        """
+
+    @staticmethod
+    def dcsd_candidates(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], skip_neighbors: typing.SupportsInt | typing.SupportsIndex=2, distance_tol: typing.SupportsFloat | typing.SupportsIndex=0.0) -> list[SegmentPair]:
+        """
+        List of SegmentPair, by i, then j: the edge pairs more than skip_neighbors apart around the loop whose
+        distance is within 1e-12 of the least distance m, or within (1 + tol) m + tol for a positive tolerance.
+        """
+
+    @staticmethod
+    def diameter_to_radius_ropelength(ropelength_diam: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        Twice the argument.
+        """
+
+    @staticmethod
+    def edge_length_max_relative_deviation(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Largest |l / mean - 1| of the edge lengths l.
+        """
+
+    @staticmethod
+    def edge_length_mean(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Mean edge length; 0 for fewer than two points.
+        """
+
+    @staticmethod
+    def edge_length_relative_std(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Standard deviation (divisor N) of the edge lengths over their mean.
+        """
+
+    @staticmethod
+    def global_minrad(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Least minrad_at_vertex; 0 for fewer than three points.
+        """
+
+    @staticmethod
+    def kink_at_vertex(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], i: typing.SupportsInt | typing.SupportsIndex) -> KinkRecord:
+        """
+        KinkRecord of the corner at vertex i. Raises ValueError below three points. A collapsed edge makes the
+        angle 0 and thereby all radii infinite, unlike minrad_at_vertex.
+        """
+
+    @staticmethod
+    def kink_minrad_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], kink: KinkRecord, use_analytic: bool=True, finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06) -> list[float]:
+        """
+        Flat gradient of minrad: the active side's analytic form, ties to the minus side; central differences of
+        step max(|x|, 1) finite_difference_step where that vanishes or is not wanted.
+        """
+
+    @staticmethod
+    def kink_minrad_minus_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], kink: KinkRecord) -> list[float]:
+        """
+        Flat gradient of minrad_minus, at the record's turning angle.
+        """
+
+    @staticmethod
+    def kink_minrad_plus_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], kink: KinkRecord) -> list[float]:
+        """
+        Flat gradient of minrad_plus, at the record's turning angle.
+        """
+
+    @staticmethod
+    def length(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Polygon length; 0 for fewer than two points.
+        """
+
+    @staticmethod
+    def length_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> list[float]:
+        """
+        Flat gradient of the length.
+        """
+
+    @staticmethod
+    def minrad_at_vertex(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], i: typing.SupportsInt | typing.SupportsIndex) -> float:
+        """
+        Radius min(l-, l+) / (2 tan(theta / 2)) of the corner at vertex i (Rawdon's MinRad): 0 at a collapsed edge,
+        +infinity on a straight run.
+        """
+
+    @staticmethod
+    def nontrivial_knot_lower_bound_rad() -> float:
+        """
+        (4 + 2 sqrt(2)) pi, a lower bound of length over radius for any non-trivial knot.
+        """
+
+    @staticmethod
+    def radius_to_diameter_ropelength(ropelength_rad: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        Half of the argument.
+        """
+
+    @staticmethod
+    def segment_segment_distance(p0: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], p1: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], q0: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], q1: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> tuple[float, float, float]:
+        """
+        (distance, s, t) of the segments p0 p1 and q0 q1: the closest points are p0 + s (p1 - p0), q0 + t (q1 - q0).
+        """
+
+    @staticmethod
+    def strut_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], pair: SegmentPair) -> list[float]:
+        """
+        Flat gradient of half the distance of the pair at its fixed s and t.
+        """
+
+    @staticmethod
+    def turning_angle(a: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], b: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], c: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> float:
+        """
+        Exterior angle of the corner a b c in radians: 0 straight on, pi for a reversal; 0 for a collapsed
+        edge.
+        """
+
+class SparseEntry:
+    """
+    One stored entry of a sparse column.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def row(self) -> int:
+        """
+        Row, zero-based.
+        """
+
+    @row.setter
+    def row(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def value(self) -> float:
+        """
+        Value.
+        """
+
+    @value.setter
+    def value(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class RigidityColumn:
+    """
+    The flat gradient of one active contact.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def kind(self) -> str:
+        """
+        'strut' or 'kink'.
+        """
+
+    @kind.setter
+    def kind(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def kink_index(self) -> int:
+        """
+        Position in the tube's kinks; 0 for a strut.
+        """
+
+    @kink_index.setter
+    def kink_index(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def norm(self) -> float:
+        """
+        Euclidean norm of the gradient.
+        """
+
+    @norm.setter
+    def norm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def strut_index(self) -> int:
+        """
+        Position in the tube's struts; 0 for a kink.
+        """
+
+    @strut_index.setter
+    def strut_index(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def values(self) -> list[float]:
+        """
+        Flat gradient, 3 N floats.
+        """
+
+    @values.setter
+    def values(self, arg1: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], /) -> None:
+        ...
+
+    @property
+    def vertex(self) -> int:
+        """
+        Vertex of a kink; 0 for a strut.
+        """
+
+    @vertex.setter
+    def vertex(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+class RigidityMatrix:
+    """
+    Dense rigidity matrix, by columns.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def column_count(self) -> int:
+        """
+        Number of columns.
+        """
+
+    @column_count.setter
+    def column_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def columns(self) -> list[RigidityColumn]:
+        """
+        List of RigidityColumn.
+        """
+
+    @columns.setter
+    def columns(self, arg1: collections.abc.Sequence[RigidityColumn], /) -> None:
+        ...
+
+    @property
+    def row_count(self) -> int:
+        """
+        3 N.
+        """
+
+    @row_count.setter
+    def row_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+class SparseRigidityColumn:
+    """
+    The stored entries of one gradient.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def entries(self) -> list[SparseEntry]:
+        """
+        List of SparseEntry, rows ascending.
+        """
+
+    @entries.setter
+    def entries(self, arg1: collections.abc.Sequence[SparseEntry], /) -> None:
+        ...
+
+    @property
+    def kind(self) -> str:
+        """
+        'strut' or 'kink'.
+        """
+
+    @kind.setter
+    def kind(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def kink_index(self) -> int:
+        """
+        Position in the tube's kinks; 0 for a strut.
+        """
+
+    @kink_index.setter
+    def kink_index(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def norm(self) -> float:
+        """
+        Euclidean norm of the gradient.
+        """
+
+    @norm.setter
+    def norm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def strut_index(self) -> int:
+        """
+        Position in the tube's struts; 0 for a kink.
+        """
+
+    @strut_index.setter
+    def strut_index(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def vertex(self) -> int:
+        """
+        Vertex of a kink; 0 for a strut.
+        """
+
+    @vertex.setter
+    def vertex(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+class SparseRigidityMatrix:
+    """
+    Sparse rigidity matrix, by columns.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def column_count(self) -> int:
+        """
+        Number of columns.
+        """
+
+    @column_count.setter
+    def column_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def columns(self) -> list[SparseRigidityColumn]:
+        """
+        List of SparseRigidityColumn.
+        """
+
+    @columns.setter
+    def columns(self, arg1: collections.abc.Sequence[SparseRigidityColumn], /) -> None:
+        ...
+
+    @property
+    def nonzero_count(self) -> int:
+        """
+        Number of stored entries.
+        """
+
+    @nonzero_count.setter
+    def nonzero_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def row_count(self) -> int:
+        """
+        3 N.
+        """
+
+    @row_count.setter
+    def row_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+class ContactStressDiagnostics:
+    """
+    The fit of a length gradient by the gradients of contacts.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def contact_entropy(self) -> float:
+        """
+        Shannon entropy of the multipliers, nats.
+        """
+
+    @contact_entropy.setter
+    def contact_entropy(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def contact_residual(self) -> float:
+        """
+        Relative residual of the fit.
+        """
+
+    @contact_residual.setter
+    def contact_residual(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def gradient_norm(self) -> float:
+        """
+        Norm of the length gradient.
+        """
+
+    @gradient_norm.setter
+    def gradient_norm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def kink_count(self) -> int:
+        """
+        Kinks of the tube.
+        """
+
+    @kink_count.setter
+    def kink_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def kink_weight_sum(self) -> float:
+        """
+        Sum of positive multipliers on kinks.
+        """
+
+    @kink_weight_sum.setter
+    def kink_weight_sum(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def multipliers(self) -> list[float]:
+        """
+        One float per column.
+        """
+
+    @multipliers.setter
+    def multipliers(self, arg1: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], /) -> None:
+        ...
+
+    @property
+    def nnls_active_set_size(self) -> int:
+        """
+        Multipliers above the tolerance.
+        """
+
+    @nnls_active_set_size.setter
+    def nnls_active_set_size(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def nnls_algorithm(self) -> str:
+        """
+        Method of the fit.
+        """
+
+    @nnls_algorithm.setter
+    def nnls_algorithm(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def nnls_converged(self) -> bool:
+        """
+        The fit converged.
+        """
+
+    @nnls_converged.setter
+    def nnls_converged(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def nnls_iterations(self) -> int:
+        """
+        Iterations of the fit.
+        """
+
+    @nnls_iterations.setter
+    def nnls_iterations(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def nnls_objective(self) -> float:
+        """
+        Half the squared residual norm.
+        """
+
+    @nnls_objective.setter
+    def nnls_objective(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def residual_norm(self) -> float:
+        """
+        Norm of the residual.
+        """
+
+    @residual_norm.setter
+    def residual_norm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def rigidity_columns(self) -> int:
+        """
+        Columns of the matrix.
+        """
+
+    @rigidity_columns.setter
+    def rigidity_columns(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def rigidity_rows(self) -> int:
+        """
+        3 N.
+        """
+
+    @rigidity_rows.setter
+    def rigidity_rows(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def solved_nnls(self) -> bool:
+        """
+        A fit was run.
+        """
+
+    @solved_nnls.setter
+    def solved_nnls(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def strut_count(self) -> int:
+        """
+        Struts of the tube.
+        """
+
+    @strut_count.setter
+    def strut_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def strut_weight_sum(self) -> float:
+        """
+        Sum of positive multipliers on struts.
+        """
+
+    @strut_weight_sum.setter
+    def strut_weight_sum(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class ContactStressMap:
+    """
+    Rigidity matrices of resolved tubes and the stress that contacts carry.
+    """
+
+    @staticmethod
+    def build_rigidity_matrix(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, include_struts: bool=True, include_kinks: bool=True, kink_finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06, use_analytic_kink_gradient: bool=True) -> RigidityMatrix:
+        """
+        Rigidity matrix of a tube: one column per active contact, struts before kinks.
+
+        Args:
+            points: vertices, N lists of three floats or an (N, 3) array.
+            tube: the ResolvedTubeMetrics of these points; another's gives columns without meaning.
+            include_struts, include_kinks (bool): which contacts to take.
+            kink_finite_difference_step (float): relative step where a kink's gradient is found by differences.
+            use_analytic_kink_gradient (bool): False takes differences for all kinks.
+
+        Contacts whose gradient has a norm up to 1e-14 give no column.
+        """
+
+    @staticmethod
+    def build_sparse_rigidity_matrix(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, include_struts: bool=True, include_kinks: bool=True, kink_finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06, use_analytic_kink_gradient: bool=True) -> SparseRigidityMatrix:
+        """
+        Sparse rigidity matrix of a tube: entries above 1e-15 in magnitude, rows ascending.
+
+        Arguments as for the dense form, which holds the same numbers.
+        """
+
+    @staticmethod
+    def diagnose_length_criticality(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, solve_nnls: bool=True, max_iterations: typing.SupportsInt | typing.SupportsIndex=5000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10, use_sparse_solver: bool=True, use_analytic_kink_gradient: bool=True, use_active_set_solver: bool=True) -> ContactStressDiagnostics:
+        """
+        How far the length gradient of a tube lies from the cone of its contacts' gradients.
+
+        Args:
+            points: vertices, N lists of three floats or an (N, 3) array.
+            tube: the ResolvedTubeMetrics of these points.
+            solve_nnls (bool): False reports the counts and norms alone.
+            max_iterations, tolerance: of the non-negative fit.
+            use_sparse_solver, use_active_set_solver (bool): which of the four solvers.
+            use_analytic_kink_gradient (bool): False takes differences for all kinks.
+
+        Returns: ContactStressDiagnostics; a contact_residual of 0 is a length-critical polygon.
+        """
+
+    @staticmethod
+    def solve_nonnegative_least_squares(matrix: RigidityMatrix, target: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], max_iterations: typing.SupportsInt | typing.SupportsIndex=5000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10) -> NNLSResult:
+        """
+        Multipliers x >= 0 that minimise |A x - target|, by coordinate descent.
+
+        Args:
+            matrix: rigidity matrix A, one column per contact.
+            target: list of floats, one per row; read only as far as the shorter of it and a column reaches.
+            max_iterations (int): limit of sweeps; 0 counts as 1.
+            tolerance (float): ends the sweeps when no multiplier moves by more than (|x| + 1) tolerance or the relative
+                residual is within it; 1e-10 if not positive.
+
+        Returns: NNLSResult; never raises for bad sizes, see `converged`.
+        """
+
+    @staticmethod
+    def solve_nonnegative_least_squares_active_set(matrix: RigidityMatrix, target: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], max_iterations: typing.SupportsInt | typing.SupportsIndex=2000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10, ridge: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> NNLSResult:
+        """
+        Multipliers x >= 0 that minimise |A x - target|, by Lawson and Hanson's active set.
+
+        Args:
+            matrix: rigidity matrix A, one column per contact.
+            target: list of floats, one per row; read only as far as the shorter of it and a column reaches.
+            max_iterations (int): limit of outer iterations; 0 counts as 1.
+            tolerance (float): multipliers and dual slopes up to this count as zero; 1e-10 if not positive.
+            ridge (float): added to the diagonal of each subproblem; climbs by factors of 10 where it is singular.
+
+        Returns: NNLSResult; never raises for bad sizes, see `converged`.
+        """
+
+    @staticmethod
+    def solve_nonnegative_least_squares_sparse(matrix: SparseRigidityMatrix, target: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], max_iterations: typing.SupportsInt | typing.SupportsIndex=5000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10) -> NNLSResult:
+        """
+        Multipliers x >= 0 that minimise |A x - target|, by coordinate descent.
+
+        Args:
+            matrix: rigidity matrix A, one column per contact.
+            target: list of floats, one per row; read only as far as the shorter of it and a column reaches.
+            max_iterations (int): limit of sweeps; 0 counts as 1.
+            tolerance (float): ends the sweeps when no multiplier moves by more than (|x| + 1) tolerance or the relative
+                residual is within it; 1e-10 if not positive.
+
+        Returns: NNLSResult; never raises for bad sizes, see `converged`.
+        """
+
+    @staticmethod
+    def solve_nonnegative_least_squares_sparse_active_set(matrix: SparseRigidityMatrix, target: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], max_iterations: typing.SupportsInt | typing.SupportsIndex=2000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10, ridge: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> NNLSResult:
+        """
+        Multipliers x >= 0 that minimise |A x - target|, by Lawson and Hanson's active set.
+
+        Args:
+            matrix: rigidity matrix A, one column per contact.
+            target: list of floats, one per row; read only as far as the shorter of it and a column reaches.
+            max_iterations (int): limit of outer iterations; 0 counts as 1.
+            tolerance (float): multipliers and dual slopes up to this count as zero; 1e-10 if not positive.
+            ridge (float): added to the diagonal of each subproblem; climbs by factors of 10 where it is singular.
+
+        Returns: NNLSResult; never raises for bad sizes, see `converged`.
+        """
+
+    @staticmethod
+    def sparse_to_dense(sparse: SparseRigidityMatrix) -> RigidityMatrix:
+        """
+        The dense matrix of the same columns; entries at or beyond row_count are ignored.
+        """
+
+    @staticmethod
+    def write_sparse_matrix_market(sparse: SparseRigidityMatrix, path: str, one_based_indices: bool=True) -> None:
+        """
+        Write the matrix as a Matrix Market coordinate file, 17 significant digits. Raises RuntimeError if the file
+        cannot be opened.
+        """
+
+    @staticmethod
+    def write_vector_csv(vector: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], path: str) -> None:
+        """
+        Write the floats as CSV with the header row,value, 17 significant digits. Raises RuntimeError if
+        the file cannot be opened.
+        """
+
+    @staticmethod
+    def write_vector_market(vector: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], path: str) -> None:
+        """
+        Write the floats as a Matrix Market array file, 17 significant digits. Raises RuntimeError if the file cannot
+        be opened.
+        """
+
+class NNLSResult:
+    """
+    A non-negative least squares fit of A x to b.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def active_set_size(self) -> int:
+        """
+        Multipliers above the tolerance.
+        """
+
+    @active_set_size.setter
+    def active_set_size(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def algorithm(self) -> str:
+        """
+        'coordinate_descent', 'coordinate_descent_sparse' or 'active_set'.
+        """
+
+    @algorithm.setter
+    def algorithm(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def converged(self) -> bool:
+        """
+        The method's test was met.
+        """
+
+    @converged.setter
+    def converged(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def iterations(self) -> int:
+        """
+        Sweeps or outer iterations used.
+        """
+
+    @iterations.setter
+    def iterations(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def multipliers(self) -> list[float]:
+        """
+        x, one float per column.
+        """
+
+    @multipliers.setter
+    def multipliers(self, arg1: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], /) -> None:
+        ...
+
+    @property
+    def objective(self) -> float:
+        """
+        Half the squared residual_norm.
+        """
+
+    @objective.setter
+    def objective(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def relative_residual(self) -> float:
+        """
+        residual_norm / max(|b|, 1e-14).
+        """
+
+    @relative_residual.setter
+    def relative_residual(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def residual_norm(self) -> float:
+        """
+        |A x - b|.
+        """
+
+    @residual_norm.setter
+    def residual_norm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class TighteningOptions:
+    """
+    How a polygon is tightened.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def contact_tol(self) -> float:
+        """
+        As in the analysis.
+        """
+
+    @contact_tol.setter
+    def contact_tol(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def correction_strategy(self) -> str:
+        """
+        'newton', 'scale' or 'none': how lost thickness is restored.
+        """
+
+    @correction_strategy.setter
+    def correction_strategy(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def equilateral_tol(self) -> float:
+        """
+        As in the analysis.
+        """
+
+    @equilateral_tol.setter
+    def equilateral_tol(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def line_search_shrink(self) -> float:
+        """
+        Step factor, used within 0.05..0.95.
+        """
+
+    @line_search_shrink.setter
+    def line_search_shrink(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def line_search_trials(self) -> int:
+        """
+        Trials per step.
+        """
+
+    @line_search_trials.setter
+    def line_search_trials(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def max_step_size(self) -> float:
+        """
+        First trial step.
+        """
+
+    @max_step_size.setter
+    def max_step_size(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def max_steps(self) -> int:
+        """
+        Outer step limit.
+        """
+
+    @max_steps.setter
+    def max_steps(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def min_step_size(self) -> float:
+        """
+        Smallest trial step.
+        """
+
+    @min_step_size.setter
+    def min_step_size(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def newton_correction_damping(self) -> float:
+        """
+        Factor on each correction, used within 0..1.
+        """
+
+    @newton_correction_damping.setter
+    def newton_correction_damping(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def newton_ridge(self) -> float:
+        """
+        Ridge of the correction's equations.
+        """
+
+    @newton_ridge.setter
+    def newton_ridge(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def nnls_max_iterations(self) -> int:
+        """
+        Iteration limit of the contact fit.
+        """
+
+    @nnls_max_iterations.setter
+    def nnls_max_iterations(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def nnls_tolerance(self) -> float:
+        """
+        Tolerance of the contact fit.
+        """
+
+    @nnls_tolerance.setter
+    def nnls_tolerance(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def normalize_direction(self) -> bool:
+        """
+        Scale the direction to a largest vertex move of 1.
+        """
+
+    @normalize_direction.setter
+    def normalize_direction(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def preserve_initial_thickness(self) -> bool:
+        """
+        Hold the first thickness, not the current one.
+        """
+
+    @preserve_initial_thickness.setter
+    def preserve_initial_thickness(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def ropelength_increase_tolerance(self) -> float:
+        """
+        Allowed rise of the ropelength R, relative to max(R, 1).
+        """
+
+    @ropelength_increase_tolerance.setter
+    def ropelength_increase_tolerance(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def skip_neighbors(self) -> int:
+        """
+        As in the analysis.
+        """
+
+    @skip_neighbors.setter
+    def skip_neighbors(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def target_kkt_residual(self) -> float:
+        """
+        Converged at or below this residual.
+        """
+
+    @target_kkt_residual.setter
+    def target_kkt_residual(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def thickness_floor_fraction(self) -> float:
+        """
+        Part of the thickness that a step must keep.
+        """
+
+    @thickness_floor_fraction.setter
+    def thickness_floor_fraction(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def use_active_set_solver(self) -> bool:
+        """
+        Active set rather than coordinate descent.
+        """
+
+    @use_active_set_solver.setter
+    def use_active_set_solver(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def use_analytic_kink_gradient(self) -> bool:
+        """
+        Analytic kink columns.
+        """
+
+    @use_analytic_kink_gradient.setter
+    def use_analytic_kink_gradient(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def use_sparse_solver(self) -> bool:
+        """
+        Sparse rigidity matrix.
+        """
+
+    @use_sparse_solver.setter
+    def use_sparse_solver(self, arg0: bool, /) -> None:
+        ...
+
+class TighteningStepRecord:
+    """
+    One attempted step of a tightening.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def accepted(self) -> bool:
+        """
+        A trial was accepted.
+        """
+
+    @accepted.setter
+    def accepted(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def alpha(self) -> float:
+        """
+        Step size accepted, or at which the search gave up.
+        """
+
+    @alpha.setter
+    def alpha(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def correction_strategy(self) -> str:
+        """
+        Copy of the option.
+        """
+
+    @correction_strategy.setter
+    def correction_strategy(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def kink_count(self) -> int:
+        """
+        Kinks before the step.
+        """
+
+    @kink_count.setter
+    def kink_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def kkt_residual_before(self) -> float:
+        """
+        KKT residual that started the step.
+        """
+
+    @kkt_residual_before.setter
+    def kkt_residual_before(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def length_after(self) -> float:
+        """
+        The same after it.
+        """
+
+    @length_after.setter
+    def length_after(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def length_before(self) -> float:
+        """
+        Length before the step.
+        """
+
+    @length_before.setter
+    def length_before(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def projected_gradient_norm(self) -> float:
+        """
+        Norm of the direction before normalisation.
+        """
+
+    @projected_gradient_norm.setter
+    def projected_gradient_norm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def rigidity_columns(self) -> int:
+        """
+        Columns of the rigidity matrix.
+        """
+
+    @rigidity_columns.setter
+    def rigidity_columns(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def ropelength_after(self) -> float:
+        """
+        The same after it; unchanged if rejected.
+        """
+
+    @ropelength_after.setter
+    def ropelength_after(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def ropelength_before(self) -> float:
+        """
+        ropelength_rad before the step.
+        """
+
+    @ropelength_before.setter
+    def ropelength_before(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def solver_algorithm(self) -> str:
+        """
+        Method of the contact fit; empty if none ran.
+        """
+
+    @solver_algorithm.setter
+    def solver_algorithm(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def step(self) -> int:
+        """
+        Zero-based number.
+        """
+
+    @step.setter
+    def step(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def strut_count(self) -> int:
+        """
+        Struts before the step.
+        """
+
+    @strut_count.setter
+    def strut_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def thickness_after(self) -> float:
+        """
+        The same after it.
+        """
+
+    @thickness_after.setter
+    def thickness_after(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def thickness_before(self) -> float:
+        """
+        thickness_rad before the step.
+        """
+
+    @thickness_before.setter
+    def thickness_before(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def thickness_corrected(self) -> bool:
+        """
+        The accepted trial was corrected.
+        """
+
+    @thickness_corrected.setter
+    def thickness_corrected(self, arg0: bool, /) -> None:
+        ...
+
+class TighteningResult:
+    """
+    A tightened polygon and its history.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def converged(self) -> bool:
+        """
+        The target KKT residual was reached.
+        """
+
+    @converged.setter
+    def converged(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def metrics(self) -> ResolvedTubeMetrics:
+        """
+        Its ResolvedTubeMetrics.
+        """
+
+    @metrics.setter
+    def metrics(self, arg0: ResolvedTubeMetrics, /) -> None:
+        ...
+
+    @property
+    def points(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        The last accepted polygon.
+        """
+
+    @points.setter
+    def points(self, arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> None:
+        ...
+
+    @property
+    def reason(self) -> str:
+        """
+        Why the run ended.
+        """
+
+    @reason.setter
+    def reason(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def steps(self) -> list[TighteningStepRecord]:
+        """
+        List of TighteningStepRecord.
+        """
+
+    @steps.setter
+    def steps(self, arg1: collections.abc.Sequence[TighteningStepRecord], /) -> None:
+        ...
+
+class ResolvedTubeTightener:
+    """
+    Shortens closed polygons at fixed tube thickness.
+    """
+
+    @staticmethod
+    def correct_thickness(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], target_thickness: typing.SupportsFloat | typing.SupportsIndex, options: TighteningOptions=...) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        The polygon moved up to the target thickness: by up to three Newton steps on its contacts and a scaling
+        for the rest ('newton'), by the scaling alone ('scale'), or not at all ('none').
+        """
+
+    @staticmethod
+    def projected_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, options: TighteningOptions=...) -> list[float]:
+        """
+        The part of the negative length gradient that the contacts do not balance.
+
+        Args:
+            points: vertices, N lists of three floats or an (N, 3) array.
+            tube: the ResolvedTubeMetrics of these points.
+            options: TighteningOptions, of which the nnls_... and use_... fields count.
+
+        Returns: flat direction of 3 N floats, A x - g with the rigidity matrix A, the non-negative multipliers x that fit
+        the length gradient g best.
+        """
+
+    @staticmethod
+    def rescale_to_thickness(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], target_thickness: typing.SupportsFloat | typing.SupportsIndex, skip_neighbors: typing.SupportsInt | typing.SupportsIndex=2, contact_tol: typing.SupportsFloat | typing.SupportsIndex=0.001, equilateral_tol: typing.SupportsFloat | typing.SupportsIndex=0.001) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+        """
+        The polygon scaled up about its centroid to just past the target thickness; a copy where it has that
+        already, where it has none, or where the target is not positive and finite.
+        """
+
+    @staticmethod
+    def tighten(initial_points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], options: TighteningOptions=...) -> TighteningResult:
+        """
+        Shorten a closed polygon at fixed tube thickness, towards least ropelength.
+
+        Args:
+            initial_points: vertices, N lists of three floats or an (N, 3) array, any unit of length.
+            options: TighteningOptions; its step sizes and contact_tol are in the unit of the points.
+
+        Returns: TighteningResult. Its `reason` is one of max_steps_zero, nonpositive_initial_thickness, target_kkt_residual
+        (the one with `converged` true), zero_projected_gradient, line_search_failed, max_steps.
+        Raises ValueError below three points and for negative contact_tol or equilateral_tol. Ctrl-C ends the run.
+        After Ashton, Cantarella, Piatek and Rawdon, Knot tightening by constrained gradient descent (2011).
+        """
+
+def batch_helicity_from_dir(root_dir: str, grid_size: typing.SupportsInt | typing.SupportsIndex=32, spacing: typing.SupportsFloat | typing.SupportsIndex=0.1, interior_margin: typing.SupportsInt | typing.SupportsIndex=8, nsamples: typing.SupportsInt | typing.SupportsIndex=1000, recurse: bool=False) -> list[HelicityResult]:
+    """
+    compute_helicity_from_fseries of every *.fseries file of a directory, a list sorted by path. Links to directories
+    are not followed. Raises RuntimeError for a missing directory; the first error ends the batch.
+    """
+
 def bending_energy_exact(block: FourierBlock, nsamples: typing.SupportsInt | typing.SupportsIndex=4096, eps: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> float:
     """
     Compute bending energy integral of Fourier curve.
 
     Integral of curvature squared over arc length, in 1 / length, by the rectangle rule; the speed is clamped from below at
     eps. At least 32 samples are taken.
+    """
+
+def biot_savart_vector_potential_grid(polyline: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], grid: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], current: typing.SupportsFloat | typing.SupportsIndex=1.0) -> tuple[numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64]]:
+    """
+    Vector potential of an open polyline (mu0=1): current / (4 pi) sum dl / |R|, R from each segment's midpoint.
+
+    `polyline` has shape (N, 3) and N - 1 segments, `grid` (M, 3). Returns (Ax, Ay, Az), three new arrays of shape (M,).
+    Segments nearer than 1e-12 to a grid point are left out. ValueError for other shapes.
+    """
+
+def biot_savart_velocity(r: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], filament_points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tangent_vectors: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], circulation: typing.SupportsFloat | typing.SupportsIndex=1.0) -> typing.Annotated[list[float], 'FixedSize(3)']:
+    """
+    Velocity at a point, induced by the points of a filament.
+
+    Sums circulation / (4 pi) t x R / |R|^3 over the points; the tangent vectors carry the element length. Points at a
+    distance of at most 1e-6 are skipped. ValueError if there are fewer tangents than points.
+    """
+
+def biot_savart_velocity_grid(polyline: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], grid: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], circulation: typing.SupportsFloat | typing.SupportsIndex=1.0) -> numpy.typing.NDArray[numpy.float64]:
+    """
+    Velocity of a closed vortex polyline at grid points, on arrays.
+
+    Backward compatible with the historical 2-argument call; circulation defaults to 1.0.
+
+    `polyline` has shape (N, 3), `grid` (M, 3), both in m; returns a new array (M, 3) in m/s. The formula is that of
+    BiotSavart.compute_velocity. ValueError for other shapes.
+    """
+
+def biot_savart_wire_grid(X: typing.Any, Y: typing.Any, Z: typing.Any, wire_points: typing.Any, current: typing.SupportsFloat | typing.SupportsIndex=1.0) -> tuple[numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64]]:
+    """
+    Field of an open wire by the Biot-Savart law (mu0=1).
+
+    `X`, `Y`, `Z` are arrays of one shape, `wire_points` has shape (N, 3) and N - 1 segments. Returns (Bx, By, Bz), new
+    arrays of the shape of X. Segments nearer than 1e-12 to a field point are left out. ValueError for shapes that do not
+    fit.
+    """
+
+def build_invariants_from_fourier_block(block: FourierBlock, knot_name: str='', crossing_number: typing.SupportsInt | typing.SupportsIndex=0, braid_index: typing.SupportsInt | typing.SupportsIndex=0, seifert_genus: typing.SupportsInt | typing.SupportsIndex=0, chirality: typing.SupportsInt | typing.SupportsIndex=0, hyperbolic: bool=False, hyperbolic_volume: typing.SupportsFloat | typing.SupportsIndex=0.0, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, exclude_window: typing.SupportsInt | typing.SupportsIndex=4) -> KnotInvariants:
+    """
+    Build KnotInvariants from Fourier coefficients plus optional catalog metadata.
+
+    Args:
+        block: the curve; lengths come out in the units of its coefficients.
+        knot_name, crossing_number, braid_index, seifert_genus: taken as given.
+        chirality: clamped to -1 .. 1.
+        hyperbolic, hyperbolic_volume: the volume counts for a hyperbolic knot only, and is at least 0.
+        nsamples: vertices of the polygon that is measured, at least 64.
+        exclude_window: vertices to either side that count as neighbours, at least 1.
+
+    Raises ValueError when a coefficient vector is shorter than a_x, MemoryError for absurd sample counts.
+    """
+
+def build_invariants_from_fseries(path: str, knot_name: str='', crossing_number: typing.SupportsInt | typing.SupportsIndex=0, braid_index: typing.SupportsInt | typing.SupportsIndex=0, seifert_genus: typing.SupportsInt | typing.SupportsIndex=0, chirality: typing.SupportsInt | typing.SupportsIndex=0, hyperbolic: bool=False, hyperbolic_volume: typing.SupportsFloat | typing.SupportsIndex=0.0, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, exclude_window: typing.SupportsInt | typing.SupportsIndex=4) -> KnotInvariants:
+    """
+    Load a .fseries file, build KnotInvariants from its largest block, and return the payload.
+
+    Arguments from knot_name on as for build_invariants_from_fourier_block; an empty name becomes the file's. Raises
+    RuntimeError when the file cannot be read or holds no block.
+    """
+
+def canonicalize_fseries_file_inplace(path: str) -> CanonicalizeResult:
+    """
+    Replace the leading three-column row of a legacy file by a six-column row of zeros, whatever stood in it.
+
+    The file is written in that one case only, with line feeds for line ends. Returns a CanonicalizeResult; raises
+    RuntimeError when the file cannot be read or written.
+    """
+
+def compare_fseries_files(path_a: str, path_b: str, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, skip: typing.SupportsInt | typing.SupportsIndex=3) -> dict[str, float]:
+    """
+    Measures of two files, their differences b - a, and the root mean square distance of samples with the same index:
+    no alignment of phase or direction.
+    """
+
+def compute_biot_savart_velocity_grid(curve: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], grid_points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    Velocity of a closed vortex polyline of circulation 1 at grid points, as BiotSavart.compute_velocity.
     """
 
 def compute_centerline_helicity(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:
@@ -1365,6 +4695,60 @@ def compute_curvature(points: typing.Annotated[numpy.typing.ArrayLike, numpy.flo
 
     points: array (N, 3) of a closed curve, the closing point not repeated; array (N,) in 1 / length by central differences,
     |d1 x d2| / (|d1|^3 + eps). Zeros for N below 3. Raises ValueError for another shape.
+    """
+
+def compute_curvature_torsion(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> tuple[list[float], list[float]]:
+    """
+    compute_curvature_torsion(T, N): the lists (curvature, torsion), per index and not per unit length.
+
+    ValueError if the lists differ in length; fewer than three entries give zeros.
+    """
+
+def compute_curve_metrics_from_fseries(path: str, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, skip: typing.SupportsInt | typing.SupportsIndex=3) -> FilamentEnergyResult:
+    """
+    FilamentEnergyResult with the measures of the samples; its energies and parameters are 0.
+    """
+
+def compute_filament_energy_from_fseries(path: str, params: FilamentEnergyParams) -> FilamentEnergyResult:
+    """
+    FilamentEnergyResult: rho_outer Gamma^2 ds^2 / (8 pi) times the sum of t_i . t_j / |p_j - p_i| over ordered pairs
+    more than m_loc apart, (ln(s_cut_local / a_core) + c_rankine_outer) rho_local Gamma^2 L / (4 pi), and
+    rho_local Gamma^2 L / (16 pi).
+    """
+
+def compute_frenet_frames(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> tuple[list[typing.Annotated[list[float], 'FixedSize(3)']], list[typing.Annotated[list[float], 'FixedSize(3)']], list[typing.Annotated[list[float], 'FixedSize(3)']]]:
+    """
+    compute_frenet_frames(X): the lists (T, N, B) of unit tangents, normals and binormals.
+
+    Central differences over the inner points of an open curve; the ends copy their neighbours. A straight stretch gives
+    NaN normals; fewer than three points give zero vectors.
+    """
+
+def compute_helicity(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:
+    """
+    Compute helicity H = ∫ v · ω dV.
+
+    compute_helicity(velocity, vorticity) on two lists of vectors. What it returns is the mean of the pointwise products,
+    accumulated in single precision; NaN for empty lists. ValueError if the vorticity is the shorter list.
+    """
+
+def compute_helicity_from_fourier_block(block: FourierBlock, grid_size: typing.SupportsInt | typing.SupportsIndex=32, spacing: typing.SupportsFloat | typing.SupportsIndex=0.1, interior_margin: typing.SupportsInt | typing.SupportsIndex=8, nsamples: typing.SupportsInt | typing.SupportsIndex=1000) -> tuple[float, float, float]:
+    """
+    Helicity invariants (H_charge, H_mass, a_mu) of the flow induced by a Fourier curve.
+
+    The curve is centred, sampled at `nsamples` parameters (both ends of the period) and given circulation 1; its velocity is
+    taken on a cube of grid_size^3 points `spacing` apart, and the invariants on the interior that is left when
+    `interior_margin` cells are cut from every face. An empty interior gives (0, 0, nan).
+    """
+
+def compute_helicity_from_fseries(path: str, grid_size: typing.SupportsInt | typing.SupportsIndex=32, spacing: typing.SupportsFloat | typing.SupportsIndex=0.1, interior_margin: typing.SupportsInt | typing.SupportsIndex=8, nsamples: typing.SupportsInt | typing.SupportsIndex=1000) -> HelicityResult:
+    """
+    HelicityResult: compute_helicity_from_fourier_block of the largest block, and the measures of its centred samples.
+    """
+
+def compute_helicity_invariants(v_sub: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], w_sub: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], r_sq: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex]) -> tuple[float, float, float]:
+    """
+    The tuple (H_charge, H_mass, a_mu), as BiotSavart.compute_invariants.
     """
 
 def compute_linking_number(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> int:
@@ -1400,6 +4784,11 @@ def compute_twist(arg0: collections.abc.Sequence[typing.Annotated[collections.ab
     Raises ValueError when N is shorter than T.
     """
 
+def compute_vorticity_grid(velocity: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], shape: typing.Annotated[collections.abc.Sequence[typing.SupportsInt | typing.SupportsIndex], 'FixedSize(3)'], spacing: typing.SupportsFloat | typing.SupportsIndex) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    Minus the textbook curl on a periodic grid, as BiotSavart.compute_vorticity.
+    """
+
 def compute_writhe(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:
     """
     Compute the writhe of a closed filament.
@@ -1409,11 +4798,24 @@ def compute_writhe(arg0: collections.abc.Sequence[typing.Annotated[collections.a
     over 2 pi; pairs nearer than 1e-6 are left out. Dimensionless; 0 for fewer than two edges.
     """
 
+def curl3d_central(vel: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], spacing: typing.SupportsFloat | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.float64]:
+    """
+    Curl of a vector field on a periodic grid, by central differences.
+
+    `vel` has shape (Nx, Ny, Nz, 3), x along the first axis; `spacing` is the distance of neighbouring cells. Returns a new
+    array of the same shape. ValueError for other shapes.
+    """
+
 def curvature_exact(block: FourierBlock, s: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], eps: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> list[float]:
     """
     Compute exact curvature from Fourier coefficients at sample parameters.
 
     |r' x r''| / max(eps, |r'|)^3 at each parameter s (radians), in 1 / length. A stopped point gives a finite value.
+    """
+
+def curve_length_from_fseries(path: str, nsamples: typing.SupportsInt | typing.SupportsIndex=2048) -> float:
+    """
+    Length of the closed polygon of the samples.
     """
 
 def describe_fourier_block(block: FourierBlock, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, exclude_window: typing.SupportsInt | typing.SupportsIndex=4) -> GeometricDescriptors:
@@ -1431,6 +4833,22 @@ def detect_reconnection_candidates(arg0: collections.abc.Sequence[typing.Annotat
     X: list of points; threshold: distance in the units of X. Returns the pairs (i, j), j >= i + 5, whose distance is
     strictly below the threshold, in lexicographic order; the neighbour exclusion does not wrap around the end.
     Raises MemoryError when the list of pairs would not fit.
+    """
+
+def dipole_field_at_point(r: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], m: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> typing.Annotated[list[float], 'FixedSize(3)']:
+    """
+    Analytical point dipole field (mu0=1).
+
+    (3 (m.r) / |r|^3 r - m) / (4 pi |r|^3): the radial term is one power of |r| weaker than the textbook's. Zero where
+    |r| < 1e-12.
+    """
+
+def dipole_ring_field_grid(X: typing.Any, Y: typing.Any, Z: typing.Any, positions: typing.Any, moments: typing.Any) -> tuple[numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64]]:
+    """
+    Sum of the fields of point dipoles (mu0=1), each as in dipole_field_at_point.
+
+    `X`, `Y`, `Z` are arrays of one shape, `positions` and `moments` have shape (N, 3). Returns (Bx, By, Bz), new arrays of
+    the shape of X. ValueError for shapes that do not fit.
     """
 
 def evaluate_fourier_block(block: FourierBlock, s: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex]) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
@@ -1468,11 +4886,59 @@ def evaluate_ideal_component(component: IdealABComponent, s: typing.Annotated[nu
     Raises ValueError if s is not one-dimensional.
     """
 
-def evaluate_with_derivatives(block: FourierBlock, s: typing.SupportsFloat | typing.SupportsIndex) -> typing.Annotated[list[typing.Annotated[list[float], 'FixedSize(3)']], 'FixedSize(4)']:
+def evaluate_knot_dataset(dataset: collections.abc.Sequence[KnotState], params: SimpleInvariantXiModelParams=..., constants: CanonicalConstants=...) -> list[KnotReportRow]:
+    """
+    Evaluate a dataset of KnotState entries into report rows.
+
+    One KnotReportRow an entry, in order, by MassFunctional.evaluate and SimpleInvariantXiModel. Raises ValueError for
+    constants that are not positive, even without entries.
+    """
+
+def evaluate_knot_dataset_vkm_canonical(dataset: collections.abc.Sequence[KnotState], params: VKMCanonicalXiModelParams=..., constants: CanonicalConstants=...) -> list[KnotReportRow]:
+    """
+    Evaluate a dataset of KnotState entries using VKMCanonicalXiModel.
+
+    One KnotReportRow an entry, in order. Raises ValueError for constants that are not positive, even without entries.
+    """
+
+def evaluate_single_knot(K: KnotInvariants, params: SimpleInvariantXiModelParams=..., constants: CanonicalConstants=...) -> KnotDerived:
+    """
+    Evaluate one knot using SimpleInvariantXiModel and canonical constants.
+
+    Returns the KnotDerived of MassFunctional.evaluate. Raises ValueError for constants that are not positive.
+    """
+
+def evaluate_single_knot_vkm_canonical(K: KnotInvariants, params: VKMCanonicalXiModelParams=..., constants: CanonicalConstants=...) -> KnotDerived:
+    """
+    Evaluate one knot using VKMCanonicalXiModel and canonical constants.
+
+    Returns the KnotDerived of MassFunctional.evaluate. Raises ValueError for constants that are not positive.
+    """
+
+def evaluate_with_derivatives(block: FourierBlock, s: typing.SupportsFloat | typing.SupportsIndex) -> tuple[typing.Annotated[list[float], 'FixedSize(3)'], typing.Annotated[list[float], 'FixedSize(3)'], typing.Annotated[list[float], 'FixedSize(3)'], typing.Annotated[list[float], 'FixedSize(3)']]:
     """
     Evaluate Fourier block and its first three derivatives at parameter s.
 
     s in radians. Returns r, r', r'' and r''' as [x, y, z]; entries missing in a shorter vector count as 0.
+    """
+
+def evolve_positions_euler(positions: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], velocity: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], dt: typing.SupportsFloat | typing.SupportsIndex) -> None:
+    """
+    Move positions by dt times velocity, on the copy that the call makes of the list.
+
+    The caller's list stays as it was, and None is returned. ValueError if there are fewer velocities than positions.
+    """
+
+def evolve_vortex_knot(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, /) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    evolve_vortex_knot(positions, tangents, dt, gamma): positions + (dt gamma) tangents, as a new list.
+
+    One explicit step in which the tangents play the velocity. ValueError if there are fewer tangents than positions.
+    """
+
+def extract_interior_field(field: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], shape: typing.Annotated[collections.abc.Sequence[typing.SupportsInt | typing.SupportsIndex], 'FixedSize(3)'], margin: typing.SupportsInt | typing.SupportsIndex) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    Cells at least `margin` cells away from every face, as BiotSavart.extract_interior.
     """
 
 def find_ideal_ab_block_by_id(ab_id: str) -> str:
@@ -1568,6 +5034,17 @@ def load_embedded_knot_block(knot_id: str) -> FourierBlock:
     Raises RuntimeError if the id is unknown or its text holds no block.
     """
 
+def make_knot_report_row(K: KnotInvariants, D: KnotDerived) -> KnotReportRow:
+    """
+    Create a compact report row from invariants and derived quantities.
+    """
+
+def min_non_neighbor_distance_from_fseries(path: str, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, skip: typing.SupportsInt | typing.SupportsIndex=3) -> float:
+    """
+    Least distance of samples more than `skip` apart along the curve: 0 for fewer than four samples, 1e300 when no
+    pair counts.
+    """
+
 def min_self_distance_exactish(block: FourierBlock, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, exclude_window: typing.SupportsInt | typing.SupportsIndex=4) -> float:
     """
     Estimate minimum self-distance of Fourier curve via sampling.
@@ -1648,6 +5125,168 @@ def parse_ideal_txt_multi(path: str) -> list[IdealABBlock]:
     Parse an ideal.txt-style file into IdealABBlock entries.
 
     Only AB blocks. Raises RuntimeError if the file cannot be opened.
+    """
+
+def predict_particle_from_fourier_block(block: FourierBlock, params: KnotParticleModelParams=..., knot_name: str='', crossing_number: typing.SupportsInt | typing.SupportsIndex=0, braid_index: typing.SupportsInt | typing.SupportsIndex=0, seifert_genus: typing.SupportsInt | typing.SupportsIndex=0, chirality: typing.SupportsInt | typing.SupportsIndex=0, hyperbolic: bool=False, hyperbolic_volume: typing.SupportsFloat | typing.SupportsIndex=0.0, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, exclude_window: typing.SupportsInt | typing.SupportsIndex=4) -> KnotPrediction:
+    """
+    Predict particle quantities directly from a Fourier block and optional metadata.
+
+    KnotParticleModel(params).predict of build_invariants_from_fourier_block, whose arguments and errors hold.
+    """
+
+def predict_particle_from_fseries(path: str, params: KnotParticleModelParams=..., knot_name: str='', crossing_number: typing.SupportsInt | typing.SupportsIndex=0, braid_index: typing.SupportsInt | typing.SupportsIndex=0, seifert_genus: typing.SupportsInt | typing.SupportsIndex=0, chirality: typing.SupportsInt | typing.SupportsIndex=0, hyperbolic: bool=False, hyperbolic_volume: typing.SupportsFloat | typing.SupportsIndex=0.0, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, exclude_window: typing.SupportsInt | typing.SupportsIndex=4) -> KnotPrediction:
+    """
+    Predict particle quantities from a .fseries file using its largest Fourier block.
+
+    KnotParticleModel(params).predict of build_invariants_from_fseries, whose arguments and errors hold.
+    """
+
+def reach_proxy_from_fseries(path: str, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, skip: typing.SupportsInt | typing.SupportsIndex=3) -> float:
+    """
+    Tube radius of the polygon of the samples; 0 for fewer than four.
+    """
+
+def resolved_tube_analyze(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], skip_neighbors: typing.SupportsInt | typing.SupportsIndex=2, contact_tol: typing.SupportsFloat | typing.SupportsIndex=0.001, equilateral_tol: typing.SupportsFloat | typing.SupportsIndex=0.001) -> ResolvedTubeMetrics:
+    """
+    Thickness, ropelength and contacts of a closed polygon.
+
+    Args:
+        points: vertices, N lists of three floats or an (N, 3) array, any unit of length; the closing edge is implied.
+        skip_neighbors (int): edges up to this many apart around the loop are not tested against each other.
+        contact_tol (float): contacts up to (1 + tol) thickness + tol are active; relative and additive at once.
+        equilateral_tol (float): largest relative deviation of an edge length that still counts as equilateral.
+
+    Returns: ResolvedTubeMetrics. Raises ValueError below three points and for negative tolerances.
+    Time is n log n on curves, memory linear in the vertices and contacts.
+    """
+
+def resolved_tube_build_rigidity_matrix(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, include_struts: bool=True, include_kinks: bool=True, kink_finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06, use_analytic_kink_gradient: bool=True) -> RigidityMatrix:
+    """
+    Rigidity matrix of a tube: one column per active contact, struts before kinks.
+
+    Args:
+        points: vertices, N lists of three floats or an (N, 3) array.
+        tube: the ResolvedTubeMetrics of these points; another's gives columns without meaning.
+        include_struts, include_kinks (bool): which contacts to take.
+        kink_finite_difference_step (float): relative step where a kink's gradient is found by differences.
+        use_analytic_kink_gradient (bool): False takes differences for all kinks.
+
+    Contacts whose gradient has a norm up to 1e-14 give no column.
+    """
+
+def resolved_tube_build_sparse_rigidity_matrix(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, include_struts: bool=True, include_kinks: bool=True, kink_finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06, use_analytic_kink_gradient: bool=True) -> SparseRigidityMatrix:
+    """
+    Sparse rigidity matrix of a tube: entries above 1e-15 in magnitude, rows ascending.
+
+    Arguments as for the dense form, which holds the same numbers.
+    """
+
+def resolved_tube_kkt_diagnostics(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, solve_nnls: bool=True, max_iterations: typing.SupportsInt | typing.SupportsIndex=5000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10, use_sparse_solver: bool=True, use_analytic_kink_gradient: bool=True, use_active_set_solver: bool=True) -> ContactStressDiagnostics:
+    """
+    How far the length gradient of a tube lies from the cone of its contacts' gradients.
+
+    Args:
+        points: vertices, N lists of three floats or an (N, 3) array.
+        tube: the ResolvedTubeMetrics of these points.
+        solve_nnls (bool): False reports the counts and norms alone.
+        max_iterations, tolerance: of the non-negative fit.
+        use_sparse_solver, use_active_set_solver (bool): which of the four solvers.
+        use_analytic_kink_gradient (bool): False takes differences for all kinks.
+
+    Returns: ContactStressDiagnostics; a contact_residual of 0 is a length-critical polygon.
+    """
+
+def resolved_tube_length(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+    """
+    Polygon length; 0 for fewer than two points.
+    """
+
+def resolved_tube_length_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> list[float]:
+    """
+    Flat gradient of the length.
+    """
+
+def resolved_tube_lower_bound_rad() -> float:
+    """
+    (4 + 2 sqrt(2)) pi, a lower bound of length over radius for any non-trivial knot.
+    """
+
+def resolved_tube_metrics_from_fseries(path: str, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, skip: typing.SupportsInt | typing.SupportsIndex=3) -> ResolvedTubeMetrics:
+    """
+    ResolvedTubeMetrics of the samples, with at least one neighbour skipped. Raises ValueError for fewer than three
+    samples.
+    """
+
+def resolved_tube_minrad(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+    """
+    Least vertex radius; 0 for fewer than three points.
+    """
+
+def resolved_tube_projected_gradient(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, options: TighteningOptions=...) -> list[float]:
+    """
+    The part of the negative length gradient that the contacts do not balance.
+
+    Args:
+        points: vertices, N lists of three floats or an (N, 3) array.
+        tube: the ResolvedTubeMetrics of these points.
+        options: TighteningOptions, of which the nnls_... and use_... fields count.
+
+    Returns: flat direction of 3 N floats, A x - g with the rigidity matrix A, the non-negative multipliers x that fit
+    the length gradient g best.
+    """
+
+def resolved_tube_solve_active_set(matrix: SparseRigidityMatrix, target: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], max_iterations: typing.SupportsInt | typing.SupportsIndex=2000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10, ridge: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> NNLSResult:
+    """
+    Multipliers x >= 0 that minimise |A x - target|, by Lawson and Hanson's active set.
+
+    Args:
+        matrix: rigidity matrix A, one column per contact.
+        target: list of floats, one per row; read only as far as the shorter of it and a column reaches.
+        max_iterations (int): limit of outer iterations; 0 counts as 1.
+        tolerance (float): multipliers and dual slopes up to this count as zero; 1e-10 if not positive.
+        ridge (float): added to the diagonal of each subproblem; climbs by factors of 10 where it is singular.
+
+    Returns: NNLSResult; never raises for bad sizes, see `converged`.
+    """
+
+def resolved_tube_tighten(initial_points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], options: TighteningOptions=...) -> TighteningResult:
+    """
+    Shorten a closed polygon at fixed tube thickness, towards least ropelength.
+
+    Args:
+        initial_points: vertices, N lists of three floats or an (N, 3) array, any unit of length.
+        options: TighteningOptions; its step sizes and contact_tol are in the unit of the points.
+
+    Returns: TighteningResult. Its `reason` is one of max_steps_zero, nonpositive_initial_thickness, target_kkt_residual
+    (the one with `converged` true), zero_projected_gradient, line_search_failed, max_steps.
+    Raises ValueError below three points and for negative contact_tol or equilateral_tol. Ctrl-C ends the run.
+    After Ashton, Cantarella, Piatek and Rawdon, Knot tightening by constrained gradient descent (2011).
+    """
+
+def resolved_tube_write_matrix_market(sparse: SparseRigidityMatrix, path: str, one_based_indices: bool=True) -> None:
+    """
+    Write the matrix as a Matrix Market coordinate file, 17 significant digits. Raises RuntimeError if the file
+    cannot be opened.
+    """
+
+def resolved_tube_write_vector_market(vector: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], path: str) -> None:
+    """
+    Write the floats as a Matrix Market array file, 17 significant digits. Raises RuntimeError if the file cannot
+    be opened.
+    """
+
+def rk4_integrate(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, /) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    Runge-Kutta 4th order time integrator for vortex elements.
+
+    rk4_integrate(positions, tangents, dt, gamma). With velocities that do not change within the step all four stages agree:
+    the result is that of evolve_vortex_knot. The integrator of the filament equations is rk4_step.
+    """
+
+def sample_curve_centered(path: str, nsamples: typing.SupportsInt | typing.SupportsIndex=1024) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
+    """
+    Samples of a file's largest block at s = 2 pi k / nsamples, less their mean; a list of points, empty for
+    nsamples below 1. Raises RuntimeError for a missing file or one without blocks, as do all tools over files here.
     """
 
 def writhe_gauss_curve(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:

@@ -192,7 +192,11 @@ def knots(as_json: bool) -> None:
 @cli.command()
 @click.argument("name", metavar="FILE|KEY", callback=check_name)
 @click.option(
-    "--samples", type=click.IntRange(64, 2**31 - 1), default=512, show_default=True, help="Vertices of a series."
+    "--samples",
+    type=click.IntRange(64, 2**31 - 1),
+    default=512,
+    show_default=True,
+    help="Vertices of a series. The fit of the contacts takes minutes from some 2000 on.",
 )
 @click.option(
     "--skip",

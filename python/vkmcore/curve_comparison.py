@@ -16,10 +16,10 @@ def compare(a: str, b: str, samples: int, skip: int) -> dict[str, float]:
     Raises:
         RuntimeError: there is no such curve, or it is a polygon.
     """
-    sources = [find_curve(name) for name in (a, b)]
     with tempfile.TemporaryDirectory() as folder:
-        paths = [_file_of(source, Path(folder) / f"{place}.fseries") for place, source in enumerate(sources)]
-        return compare_fseries_files(*paths, samples, skip)
+        path_a = _file_of(find_curve(a), Path(folder) / "a.fseries")
+        path_b = _file_of(find_curve(b), Path(folder) / "b.fseries")
+        return compare_fseries_files(path_a, path_b, samples, skip)
 
 
 def _file_of(source: CurveSource, path: Path) -> str:

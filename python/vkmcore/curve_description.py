@@ -4,9 +4,6 @@ from __future__ import annotations
 
 import math
 
-import numpy as np
-from numpy.typing import NDArray
-
 from vkmcore import (
     ContactStressMap,
     ResolvedTubeGeometry,
@@ -40,7 +37,7 @@ STRESS_MEASURES = (
 )
 
 
-def neighbours(points: NDArray[np.float64]) -> int:
+def neighbours(points: list[list[float]]) -> int:
     """How many vertices to either side of one are its neighbours and no contacts.
 
     Two points whose chord is normal to the curve at both ends are at least pi radii of curvature apart along it, for
@@ -79,11 +76,10 @@ def describe(source: CurveSource, samples: int, skip: int | None, contact_tol: f
         for name in ("length", "bending_energy", "min_self_distance", "writhe"):
             curve[name] = getattr(found, name)
     else:
-        closed = points.tolist()
         curve["vertices"] = len(points)
         curve["length"] = tube.length
-        curve["min_self_distance"] = min_self_distance_sampled(closed, skip)
-        curve["writhe"] = compute_writhe(closed)
+        curve["min_self_distance"] = min_self_distance_sampled(points, skip)
+        curve["writhe"] = compute_writhe(points)
     tube_section: dict[str, object] = {name: getattr(tube, name) for name in TUBE_MEASURES}
     tube_section["skipped_neighbours"] = skip
     tube_section["struts"] = len(tube.struts)

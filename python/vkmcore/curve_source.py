@@ -6,9 +6,6 @@ import math
 from dataclasses import dataclass
 from pathlib import Path
 
-import numpy as np
-from numpy.typing import NDArray
-
 from vkmcore import (
     FourierBlock,
     evaluate_fourier_block,
@@ -27,16 +24,16 @@ class CurveSource:
     name: str  # as given
     kind: str  # "fseries", "catalogue", "ideal" or "polygon"
     block: FourierBlock | None
-    vertices: NDArray[np.float64] | None  # (N, 3)
+    vertices: list[list[float]] | None  # N points
 
-    def sampled(self, samples: int) -> NDArray[np.float64]:
-        """The polygon itself, or `samples` points of the series at uniform parameters; an array (N, 3)."""
+    def sampled(self, samples: int) -> list[list[float]]:
+        """The polygon itself, or `samples` points of the series at uniform parameters."""
         if self.block is None:
             assert self.vertices is not None
             return self.vertices
         # The product before the division, as the library takes it: the same points to the last bit.
         parameters = [k * (2.0 * math.pi) / samples for k in range(samples)]
-        return np.array(evaluate_fourier_block(self.block, parameters))
+        return evaluate_fourier_block(self.block, parameters)
 
 
 def find_curve(name: str) -> CurveSource:
@@ -70,12 +67,12 @@ def _from_file(name: str, path: Path) -> CurveSource:
         line.replace(",", " ").split() for line in text.splitlines() if line.strip() and line.strip()[0] not in "#%"
     ]
     try:
-        vertices = np.array([[float(word) for word in row] for row in rows])
+        vertices = [[float(word) for word in row] for row in rows]
     except ValueError:
-        vertices = np.empty(0)
-    if vertices.ndim != 2 or vertices.shape[1] != 3:
+        vertices = []
+    if not vertices or any(len(vertex) != 3 for vertex in vertices):
         raise RuntimeError(f"{name}: neither Fourier rows of six numbers nor vertices of three")
-    if not np.all(np.isfinite(vertices)):
+    if not all(math.isfinite(coordinate) for vertex in vertices for coordinate in vertex):
         raise RuntimeError(f"{name}: a coordinate is not a finite number")
     return CurveSource(name, "polygon", None, vertices)
 
