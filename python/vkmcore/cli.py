@@ -90,11 +90,17 @@ def main() -> None:
 def check_ids(context: click.Context, parameter: click.Parameter, ids: tuple[str, ...]) -> tuple[str, ...]:
     """Refuse what is no text; every other id is the library's to judge."""
     for knot_id in ids:
-        try:
-            knot_id.encode()
-        except UnicodeEncodeError:
-            raise click.BadParameter(f"{knot_id!a} is not valid text") from None
+        check_name(context, parameter, knot_id)
     return ids
+
+
+def check_name(context: click.Context, parameter: click.Parameter, name: str) -> str:
+    """Refuse what is no text."""
+    try:
+        name.encode()
+    except UnicodeEncodeError:
+        raise click.BadParameter(f"{name!a} is not valid text") from None
+    return name
 
 
 @cli.command()
@@ -288,6 +294,78 @@ def provenance_verify(chain: Path, output_file: Path | None) -> None:
 
 
 @cli.command()
+@click.argument("name", metavar="FILE|KEY", callback=check_name)
+@click.option(
+    "--samples",
+    type=click.IntRange(64, 2**31 - 1),
+    default=512,
+    show_default=True,
+    help="Vertices of a series. The fit of the contacts takes minutes from some 2000 on.",
+)
+@click.option(
+    "--skip",
+    type=click.IntRange(1, 2**31 - 1),
+    help="Neighbours that are no contacts.  [default: those within pi radii of curvature]",
+)
+@click.option(
+    "--contact-tol", type=click.FloatRange(0.0), default=1e-3, show_default=True, help="Tolerance of active contacts."
+)
+@click.option("--json", "as_json", is_flag=True, help="A JSON object, in full precision.")
+def describe(name: str, samples: int, skip: int | None, contact_tol: float, as_json: bool) -> None:
+    """Describe a closed curve: descriptors, thickness as a tube, contact stress.
+
+    FILE is a .fseries text or has a vertex x y z a line; KEY is of the catalogue, as 3_1 or 3:1:1.
+    """
+    from vkmcore.curve_description import describe as describe_curve
+    from vkmcore.curve_source import find_curve
+
+    sections = describe_curve(find_curve(name), samples, skip, contact_tol)
+    if as_json:
+        settings = {"samples": samples, "skip": skip, "contact_tol": contact_tol}
+        print_json({"name": name, **sections, "settings": settings})
+        return
+    table = plain_table()
+    table.add_column(name)
+    table.add_column("", justify="right")
+    for place, measures in enumerate(sections.values()):
+        if place:
+            table.add_section()
+        for title, value in measures.items():
+            table.add_row(title.replace("_", " "), shown(value))
+    print_table(table)
+
+
+@cli.command()
+@click.argument("a", metavar="A", callback=check_name)
+@click.argument("b", metavar="B", callback=check_name)
+@click.option(
+    "--samples", type=click.IntRange(1, 2**31 - 1), default=2048, show_default=True, help="Samples of a series."
+)
+@click.option(
+    "--skip", type=click.IntRange(1, 2**31 - 1), default=3, show_default=True, help="Neighbours that are no contacts."
+)
+@click.option("--json", "as_json", is_flag=True, help="A JSON object, in full precision.")
+def compare(a: str, b: str, samples: int, skip: int, as_json: bool) -> None:
+    """Compare two Fourier curves, each a .fseries file or a key of the catalogue."""
+    from vkmcore.curve_comparison import compare as compare_curves
+
+    measures = compare_curves(a, b, samples, skip)
+    if as_json:
+        print_json({"a": a, "b": b, **measures, "settings": {"samples": samples, "skip": skip}})
+        return
+    table = plain_table()
+    table.add_column("")
+    for heading in (a, b, "difference"):
+        table.add_column(heading, justify="right")
+    for title in ("L", "kappa_max", "kappa_mean", "bend_energy", "reach_proxy"):
+        table.add_row(
+            title.replace("_", " "), *(digits(measures[key]) for key in (f"{title}_a", f"{title}_b", f"d{title}"))
+        )
+    table.add_row("rms point delta", "", "", digits(measures["rms_point_delta"]))
+    print_table(table)
+
+
+@cli.command()
 @click.option("--json", "as_json", is_flag=True, help="A JSON object.")
 def info(as_json: bool) -> None:
     """Version, interpreter, compiler and vector width in use."""
@@ -418,6 +496,13 @@ def progress_line(total: int, visible: bool) -> Iterator[Callable[[str, str], No
             progress.update(task, description=f"{knot_id}: {stage}", completed=done, refresh=True)
 
         yield tell
+
+
+def shown(value: object) -> str:
+    """A measure as a table shows it."""
+    if isinstance(value, bool):
+        return "yes" if value else "no"
+    return digits(value) if isinstance(value, float) else str(value)
 
 
 # --- output -------------------------------------------------------------------------------------------------------

@@ -120,12 +120,13 @@ HelicityResult compute_helicity_from_fseries(const std::string& path, const Heli
 FilamentEnergyResult compute_filament_energy_from_fseries(const std::string& path, const FilamentEnergyParams& params,
                                                           const Poll& poll) {
   const std::vector<Vec3> points = sample_curve_centered(path, params.nsamples, poll);
-  FilamentEnergyResult result = metrics_of(path, points, params.nsamples, std::max(params.skip_neighbors_base, 1), poll);
+  const std::int32_t m0 = std::max(params.skip_neighbors_base, 1);
+  FilamentEnergyResult result = metrics_of(path, points, params.nsamples, m0, poll);
   const double ds = result.ds_avg;
   result.m_loc = local_neighbours(params.s_cut_local, ds, params.skip_neighbors_base);
   if (params.include_nonlocal && points.size() >= 2) {
-    const double sum = nonlocal_pair_sum(points, forward_tangents(points), result.m_loc, params.delta, poll) * (ds * ds);
-    result.E_nonlocal = sum * ((params.Gamma * params.Gamma * params.rho_outer) / eight_pi);
+    const double sum = nonlocal_pair_sum(points, forward_tangents(points), result.m_loc, params.delta, poll);
+    result.E_nonlocal = sum * (ds * ds) * ((params.Gamma * params.Gamma * params.rho_outer) / eight_pi);
   }
   const double local = params.Gamma * params.Gamma * params.rho_local;
   if (params.include_local_match && params.s_cut_local > 0.0 && params.a_core > 0.0) {
