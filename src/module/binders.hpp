@@ -21,5 +21,12 @@ void bind_time_evolution(py::module_& m);
 void bind_spectral_operator(py::module_& m);
 void bind_resolved_tube(py::module_& m);
 void bind_filament_dynamics(py::module_& m);
+void bind_geometry_certificate(py::module_& m);
+void bind_gate_certificates(py::module_& m);
+void bind_pipeline_provenance(py::module_& m);
+void bind_value_origin(py::module_& m);
+void bind_evidence_report(py::module_& m);
+void bind_density_ontology(py::module_& m);
+void bind_scaling_audit(py::module_& m);
 
 }  // namespace vkm
