@@ -23,14 +23,14 @@ void bind_core_torsion(py::module_& m) {
   py::class_<CoreTorsionAPI>(m, "CoreTorsionAPI", "Torsional mass and anisotropy of a core. Nothing here raises.")
       .def_static("torsion_inertial_mass", &CoreTorsionAPI::torsion_inertial_mass, py::arg("E0"), py::arg("I"),
                   py::arg("c_T"),
-                  "TorsionMassResult of E0 I / c_T^2: energy in J, dimensionless factor, wave speed in m/s. NaN and not\n"
-                  "ok unless E0 >= 0, I >= 0, c_T > 0 and all are finite.")
+                  "TorsionMassResult of E0 I / c_T^2: energy in J, dimensionless factor, wave speed in m/s. NaN and\n"
+                  "not ok unless E0 >= 0, I >= 0, c_T > 0 and all are finite.")
       .def_static("torsion_inertial_mass_legacy_factor2", &CoreTorsionAPI::torsion_inertial_mass_legacy_factor2,
                   py::arg("E0"), py::arg("I"), py::arg("c_T"), "The same with twice the mass, an older convention.")
       .def_static("anisotropy_residuals", &CoreTorsionAPI::anisotropy_residuals, py::arg("M_row_major"),
                   py::arg("E0"), py::arg("c_T"),
-                  "AnisotropyResiduals of a symmetric 3 x 3 matrix, nine floats row by row. All zero and not ok unless\n"
-                  "E0 > 0, c_T > 0 and M is finite; delta_aniso is NaN for a matrix that is not symmetric.");
+                  "AnisotropyResiduals of a symmetric 3 x 3 matrix, nine floats row by row. All zero and not ok\n"
+                  "unless E0 > 0, c_T > 0 and M is finite; delta_aniso is NaN for a matrix that is not symmetric.");
 
   py::enum_<LinkGateFailure>(m, "LinkGateFailure", "The first step of the link field gate that fails.")
       .value("None_", LinkGateFailure::None, "None.")
@@ -54,8 +54,8 @@ void bind_core_torsion(py::module_& m) {
                   "\"None\", \"E\", \"T\", \"N\" or \"M\"; \"None\" for other values.")
       .def_static("evaluate", &LinkFieldGateAPI::evaluate, py::arg("rho_star"), py::arg("Gamma_star"),
                   py::arg("r_star"), py::arg("phase_residual"), py::arg("tol") = 1e-6,
-                  "LinkFieldGateResult. In this order: E, T, N if rho_star, Gamma_star, r_star is not positive, M unless\n"
-                  "|phase_residual| <= tol. A NaN fails the step that tests it.");
+                  "LinkFieldGateResult. In this order: E, T, N if rho_star, Gamma_star, r_star is not positive, M\n"
+                  "unless |phase_residual| <= tol. A NaN fails the step that tests it.");
 }
 
 }  // namespace vkm

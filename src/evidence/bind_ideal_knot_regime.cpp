@@ -30,11 +30,12 @@ void bind_ideal_knot_regime(py::module_& m) {
                   "KnotRegime: Compact if either number is at least order_one, Slender if both are below,\n"
                   "Indeterminate if one of them is not finite.")
       .def_static("moffatt_ricca_helicity", &API::moffatt_ricca_helicity,
-                  "Of (gamma, writhe, twist): gamma^2 (writhe + twist) (Moffatt & Ricca 1992); NaN unless all are finite.")
+                  "Of (gamma, writhe, twist): gamma^2 (writhe + twist) (Moffatt & Ricca 1992);\n"
+                  "NaN unless all are finite.")
       .def_static("evaluate", &API::evaluate, py::arg("a_core"), py::arg("kappa_max"), py::arg("d_sep"),
                   py::arg("gamma"), py::arg("writhe"), py::arg("twist"), py::arg("kkt_residual") = 0.0,
-                  "IdealKnotRegimeResult of a core radius, the largest curvature, the least separation of strands, the\n"
-                  "circulation, writhe and twist; classified with order_one = 0.3.")
+                  "IdealKnotRegimeResult of a core radius, the largest curvature, the least separation of strands,\n"
+                  "the circulation, writhe and twist; classified with order_one = 0.3.")
       .def_static("regime_name", &API::regime_name,
                   "\"compact\" or \"slender\"; \"indeterminate\" for all other values.");
 }

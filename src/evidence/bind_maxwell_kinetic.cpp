@@ -16,13 +16,13 @@ void bind_maxwell_kinetic(py::module_& m) {
   using API = MaxwellKineticAPI;
   py::class_<API>(m, "MaxwellKineticAPI", "Activation of a kinetic relaxation channel. Nothing here raises.")
       .def_static("three_gate_condition", &API::three_gate_condition,
-                  "Of (coupling, drive, gap, lifetime threshold, lifetime): all finite, the coupling not 0, drive >= gap\n"
-                  "and lifetime >= threshold.")
+                  "Of (coupling, drive, gap, lifetime threshold, lifetime): all finite, the coupling not 0, drive >=\n"
+                  "gap and lifetime >= threshold.")
       .def_static("collision_rate_inv", &API::collision_rate_inv,
                   "Product of three factors, such as density, cross section and speed; NaN unless all are finite.")
       .def_static("evaluate", &API::evaluate,
-                  "MaxwellKineticResult of (coupling, drive, gap, lifetime threshold, lifetime) and the three factors of\n"
-                  "the collision rate.");
+                  "MaxwellKineticResult of (coupling, drive, gap, lifetime threshold, lifetime) and the three factors\n"
+                  "of the collision rate.");
 }
 
 }  // namespace vkm

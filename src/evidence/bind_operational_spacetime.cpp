@@ -23,8 +23,8 @@ void bind_operational_spacetime(py::module_& m) {
                   "Radar times and Lorentz boosts of events [t, x, y, z], in any consistent units. No number raises.")
       .def_static("radar_interval", &API::radar_interval, py::arg("emission_time"), py::arg("reception_time"),
                   py::arg("c") = 1.0,
-                  "RadarInterval of the times at which a signal leaves and comes back. Not causal, with NaN results, if\n"
-                  "it comes back earlier, c is not positive or a time is not finite.")
+                  "RadarInterval of the times at which a signal leaves and comes back. Not causal, with NaN results,\n"
+                  "if it comes back earlier, c is not positive or a time is not finite.")
       .def_static("lorentz_boost_x", &API::lorentz_boost_x, py::arg("event"), py::arg("velocity"), py::arg("c") = 1.0,
                   "lorentz_boost along x: velocity is one float.")
       .def_static("lorentz_boost", &API::lorentz_boost, py::arg("event"), py::arg("velocity"), py::arg("c") = 1.0,

@@ -19,7 +19,7 @@ void bind_qss_spectroscopy(py::module_& m) {
   py::class_<S>(m, "QSSPseudospectrumSample", "A resolvent norm at one point of the complex plane.")
       .def_readonly("real_z", &S::real_z, "Real part.")
       .def_readonly("imag_z", &S::imag_z, "Imaginary part.")
-      .def_readonly("resolvent_norm", &S::resolvent_norm, "1 over the distance to the nearer eigenvalue, at most 1e30.");
+      .def_readonly("resolvent_norm", &S::resolvent_norm, "Inverse distance to the nearer eigenvalue; at most 1e30.");
 
   using P = QSSPseudospectrumResult;
   auto pseudospectrum = py::class_<P>(m, "QSSPseudospectrumResult", "Resolvent norms on a grid.");
@@ -31,8 +31,9 @@ void bind_qss_spectroscopy(py::module_& m) {
   using API = QSSSpectroscopyAPI;
   py::class_<API>(m, "QSSSpectroscopyAPI", "Diagnostics on made-up 2 x 2 operators. Bad numbers do not raise.")
       .def_static("eigen_2x2", &API::eigen_2x2, py::arg("matrix_row_major"),
-                  "QSSSpectrumResult of four floats, row by row: of real eigenvalues the larger comes first, of complex\n"
-                  "ones that with positive imaginary part. A list of another length gives NaN and no eigenvalues.")
+                  "QSSSpectrumResult of four floats, row by row: of real eigenvalues the larger comes first, of\n"
+                  "complex ones that with positive imaginary part. A list of another length gives NaN and no\n"
+                  "eigenvalues.")
       .def_static(
           "pseudospectrum_diag_2x2",
           [](double a00, double a11, double real_min, double real_max, std::int64_t n_real, double imag_min,
@@ -42,8 +43,8 @@ void bind_qss_spectroscopy(py::module_& m) {
           },
           py::arg("a00"), py::arg("a11"), py::arg("real_min"), py::arg("real_max"), py::arg("n_real"),
           py::arg("imag_min"), py::arg("imag_max"), py::arg("n_imag"),
-          "QSSPseudospectrumResult of diag(a00, a11) on n_real x n_imag points, ends included; one point stands at the\n"
-          "lower bound. No points or bounds out of order give NaN and no samples. MemoryError for absurd grids.");
+          "QSSPseudospectrumResult of diag(a00, a11) on n_real x n_imag points, ends included; one point stands at\n"
+          "the lower bound. No points or bounds out of order give NaN and no samples. MemoryError for absurd grids.");
 }
 
 }  // namespace vkm

@@ -20,8 +20,8 @@ void bind_spectro_response(py::module_& m) {
       .def_static("transition_frequency", &API::transition_frequency,
                   "Of (delta_E, h): delta_E / h; NaN unless h > 0 and delta_E is finite.")
       .def_static("linear_response_delta_nu", &API::linear_response_delta_nu,
-                  "Of (h, list, list): the lists' dot product over h. NaN unless h > 0 and the lists are of one length;\n"
-                  "0 for empty lists.")
+                  "Of (h, list, list): the lists' dot product over h. NaN unless h > 0 and the lists are of one\n"
+                  "length; 0 for empty lists.")
       .def_static("rejects_double_count_with_xi_k", &API::rejects_double_count_with_xi_k,
                   "The argument: a response that xi_K holds already is rejected.")
       .def_static("evaluate", &API::evaluate,

@@ -15,8 +15,8 @@ void bind_swirl_tonic(py::module_& m) {
   using API = SwirlTonicAPI;
   py::class_<API>(m, "SwirlTonicAPI", "Circulation of a sampled loop. No number raises.")
       .def_static("stokes_circulation", &API::stokes_circulation,
-                  "Of six lists (u_x, u_y, u_z, dl_x, dl_y, dl_z): the sum of u . dl. NaN for empty lists and for lists of\n"
-                  "different lengths.")
+                  "Of six lists (u_x, u_y, u_z, dl_x, dl_y, dl_z): the sum of u . dl. NaN for empty lists and for\n"
+                  "lists of different lengths.")
       .def_static("material_holonomy", &API::material_holonomy,
                   "circulation / scale; NaN unless scale > 0 and the circulation is finite.")
       .def_static("material_tonic_not_a_eff", &API::material_tonic_not_a_eff,

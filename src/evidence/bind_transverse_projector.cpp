@@ -40,9 +40,9 @@ void bind_transverse_projector(py::module_& m) {
       .def_static("evaluate", &API::evaluate, py::arg("L_over_D"), py::arg("c_kappa"), py::arg("I_kappa2"),
                   py::arg("c_Omega"), py::arg("I_Omega2"), py::arg("c_C"), py::arg("C_contact"), py::arg("SL"),
                   py::arg("Wr"), py::arg("convention") = RopelengthConvention::Custom,
-                  "TransverseProjectorResult of a ratio of length to diameter, three couplings with their integrals, the\n"
-                  "self-linking and the writhe. The bound takes SL, Wr for the twists and I_Omega2 for the energy; the\n"
-                  "convention has no effect.");
+                  "TransverseProjectorResult of a ratio of length to diameter, three couplings with their integrals,\n"
+                  "the self-linking and the writhe. The bound takes SL, Wr for the twists and I_Omega2 for the\n"
+                  "energy; the convention has no effect.");
 }
 
 }  // namespace vkm

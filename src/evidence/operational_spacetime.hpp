@@ -1,6 +1,6 @@
 #pragma once
 
-/// Radar times and Lorentz boosts. An event is (t, x, y, z); c is the speed of light, 1 by default. Any consistent units.
+/// Radar times and Lorentz boosts. An event is (t, x, y, z), c the speed of light. Any consistent units.
 ///
 /// Radar time and distance of an event, from the times at which a signal to it leaves and comes back: (t1 + t2) / 2 and
 /// c (t2 - t1) / 2 (Einstein 1905).
