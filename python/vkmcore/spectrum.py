@@ -136,6 +136,7 @@ def plot_spectrum(path: Path, spectrum: Spectrum, levels: int) -> None:
 
     from matplotlib.backends.backend_agg import FigureCanvasAgg
     from matplotlib.figure import Figure
+
     from vkmcore.plots import PALETTE, PlotError, check_plot_target
 
     kind = check_plot_target(path)

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <bit>
 
+#include "core/kernel.hpp"
+
 namespace vkm {
 
 namespace {
@@ -25,6 +27,19 @@ std::uint32_t big_endian_word(const std::byte* bytes) {
   return word;
 }
 
+/// One round: the new a is left in h, and the new e in d.
+VKM_INLINE void round(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t& d, std::uint32_t e,
+                      std::uint32_t f, std::uint32_t g, std::uint32_t& h, std::uint32_t constant_and_word) {
+  using std::rotr;
+  const std::uint32_t Sigma1 = rotr(e, 6) ^ rotr(e, 11) ^ rotr(e, 25);
+  const std::uint32_t Ch = (e & f) ^ (~e & g);
+  const std::uint32_t T1 = h + Sigma1 + Ch + constant_and_word;
+  const std::uint32_t Sigma0 = rotr(a, 2) ^ rotr(a, 13) ^ rotr(a, 22);
+  const std::uint32_t Maj = (a & b) ^ (a & c) ^ (b & c);
+  d += T1;
+  h = T1 + Sigma0 + Maj;
+}
+
 /// One block of 64 bytes into the state. The names of the functions and variables are the standard's.
 void compress(std::array<std::uint32_t, 8>& state, const std::byte* block) {
   using std::rotr;
@@ -36,21 +51,16 @@ void compress(std::array<std::uint32_t, 8>& state, const std::byte* block) {
     W[t] = sigma1 + W[t - 7] + sigma0 + W[t - 16];
   }
   auto [a, b, c, d, e, f, g, h] = state;
-  for (std::size_t t = 0; t < 64; ++t) {
-    const std::uint32_t Sigma1 = rotr(e, 6) ^ rotr(e, 11) ^ rotr(e, 25);
-    const std::uint32_t Ch = (e & f) ^ (~e & g);
-    const std::uint32_t T1 = h + Sigma1 + Ch + round_constants[t] + W[t];
-    const std::uint32_t Sigma0 = rotr(a, 2) ^ rotr(a, 13) ^ rotr(a, 22);
-    const std::uint32_t Maj = (a & b) ^ (a & c) ^ (b & c);
-    const std::uint32_t T2 = Sigma0 + Maj;
-    h = g;
-    g = f;
-    f = e;
-    e = d + T1;
-    d = c;
-    c = b;
-    b = a;
-    a = T1 + T2;
+  for (std::size_t t = 0; t < 64; t += 8) {
+    // The standard moves all eight variables on after each round; here the next round takes them by their new names.
+    round(a, b, c, d, e, f, g, h, round_constants[t] + W[t]);
+    round(h, a, b, c, d, e, f, g, round_constants[t + 1] + W[t + 1]);
+    round(g, h, a, b, c, d, e, f, round_constants[t + 2] + W[t + 2]);
+    round(f, g, h, a, b, c, d, e, round_constants[t + 3] + W[t + 3]);
+    round(e, f, g, h, a, b, c, d, round_constants[t + 4] + W[t + 4]);
+    round(d, e, f, g, h, a, b, c, round_constants[t + 5] + W[t + 5]);
+    round(c, d, e, f, g, h, a, b, round_constants[t + 6] + W[t + 6]);
+    round(b, c, d, e, f, g, h, a, round_constants[t + 7] + W[t + 7]);
   }
   const std::array<std::uint32_t, 8> words = {a, b, c, d, e, f, g, h};
   for (std::size_t i = 0; i < 8; ++i) state[i] += words[i];

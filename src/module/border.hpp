@@ -32,6 +32,9 @@ using DoubleArray = py::array_t<double, py::array::forcecast>;
 /// The same in C order, for kernels that walk raw memory.
 using ContiguousArray = py::array_t<double, py::array::c_style | py::array::forcecast>;
 
+/// The text of a bad shape for all functions that share the first one's conversion, whichever of them is called.
+inline constexpr const char* points_shape_text = "pd_from_curve: expected array with shape (N,3)";
+
 /// The rows of an (N, 3) array; std::invalid_argument(text) for any other shape.
 std::vector<Vec3> points_from(const DoubleArray& array, const char* text);
 

@@ -1,6 +1,7 @@
 """Certificates of geometries, pressures, series and limits."""
 
 import math
+import signal
 
 import _native
 import numpy as np
@@ -61,9 +62,9 @@ def test_tube_geometry_limits():
     assert API.evaluate_tube_geometry(points, small, np.nextafter(separation - 2 * small, 0) - 1e-15).status == PASS
     crowded = 0.5 * separation * 0.999
     assert API.evaluate_tube_geometry(points, crowded, 0.0, 0.0).status == PASS
-    sharp = trefoil(40)
+    sharp = [[-4, 0, 0], [-3, 1, 0], [3, 1, 0], [4, 0, 0], [3, -1, 0], [-3, -1, 0]]  # corners of radius sqrt(1/2)
     sharp_radius = API.evaluate_tube_geometry(sharp, 0.1).minimum_radius_of_curvature
-    assert 2 * sharp_radius * 1.1 < API.evaluate_tube_geometry(sharp, 0.1).minimum_separation
+    assert sharp_radius == pytest.approx(0.5**0.5, rel=1e-14)
     assert API.evaluate_tube_geometry(sharp, 1.1 * sharp_radius, 0.0, 0.05).status == FAIL
     assert API.evaluate_tube_geometry(sharp, 1.1 * sharp_radius, 0.0, 0.1001).status == PASS
     assert API.evaluate_tube_geometry(sharp, 0.1, NAN).status == FAIL
@@ -264,13 +265,38 @@ def test_the_best_verdict_is_indeterminate():
         *[(circle(9), circle(8), 0.1, *(-float(k == place) for k in range(3))) for place in range(3)],
         (circle(9), circle(8) * [NAN, 1, 1], 0.1, 0.0, 0.0, 0.0),
         (circle(9), [[INF, 0, 0], *circle(8).tolist()], 0.1, 0.0, 0.0, 0.0),
-        (circle(9), [[0, 0, 0], [1, 0, 0], [2, 0, 0], [1, 0, 0]], 0.1, 0.0, 0.0, 0.0),  # folded: no curvature radius
+        (circle(9), [[0, 0, 0], [1, 0, 0], [1, 0, 0], [1, 1, 0]], 0.1, 0.0, 0.0, 0.0),  # infinite curvature
     ],
 )
 def test_comparison_without_a_verdict(arguments):
     result = SMOOTH.evaluate(*arguments)
     assert result.status == INDETERMINATE
     assert result.smooth_hash == SMOOTH.fingerprint_points(arguments[1])
+
+
+@pytest.mark.parametrize(
+    "call",
+    [
+        lambda points: API.evaluate_tube_geometry(points, 0.1),
+        lambda points: SMOOTH.evaluate(points, points, 0.1, 1.0, 1.0, 1.0),
+        lambda points: SMOOTH.evaluate(circle(9), circle(9).tolist() * 200_000, 0.1, 1.0, 1.0, 1.0),
+    ],
+)
+def test_a_signal_is_no_verdict(call):
+    """An interrupted analysis raises what the signal's handler raises; it is not Indeterminate."""
+
+    def stop(*_):
+        raise InterruptedError
+
+    points = np.random.default_rng(1).standard_normal((300_000, 3))
+    before = signal.signal(signal.SIGALRM, stop)
+    signal.setitimer(signal.ITIMER_REAL, 0.2)
+    try:
+        with pytest.raises(InterruptedError):
+            call(points)
+    finally:
+        signal.setitimer(signal.ITIMER_REAL, 0.0)
+        signal.signal(signal.SIGALRM, before)
 
 
 # --- limit of an observable ---------------------------------------------------------------------------------------
