@@ -9,6 +9,7 @@ from __future__ import annotations
 import importlib
 import json
 import math
+import os
 import sys
 from collections.abc import Iterator
 from contextlib import contextmanager
@@ -214,7 +215,8 @@ def report(out: Path) -> None:
     from vkmcore.evidence import report_meta, self_checks
 
     checks = self_checks()
-    if not EvidenceReportAPI.write_evidence_report(str(out), report_meta(), checks):
+    path: Any = os.fsencode(out)  # the bytes of the name, which need not be valid text
+    if not EvidenceReportAPI.write_evidence_report(path, report_meta(), checks):
         raise Failure(f"vkmcore: cannot write {out}")
     table = plain_table()
     for heading in ("check", "kind", "residual", "tolerance", ""):
