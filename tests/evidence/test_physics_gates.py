@@ -18,27 +18,6 @@ def same(result, expected):
 
 
 @pytest.mark.parametrize(
-    ("function", "arguments"),
-    [
-        (link.failure_name, (_native.LinkGateFailure.E,)),
-        (maxwell.collision_rate_inv, (1.0, 1.0, 1.0)),
-        (falsifier.C_blind, (1.0, 1.0, 1.0)),
-        (rotor.j_omega_rot, (1.0, 1.0)),
-        (spectro.transition_frequency, (1.0, 1.0)),
-        (_native.IdealKnotRegimeAPI.epsilon_sep, (1.0, 1.0)),
-        (_native.WorldsheetGuardsAPI.form_degree_H, (1,)),
-        (_native.TransverseProjectorAPI.R_VKM, (1.0, 1.0)),
-        (_native.KAMDiagnosticsAPI.stage_name, (_native.KAMStage.KAM0,)),
-    ],
-)
-def test_unnamed_arguments_have_no_keywords(function, arguments):
-    function(*arguments)
-    for name in ("arg0", "value", "a"):
-        with pytest.raises(TypeError):
-            function(*arguments[:-1], **{name: arguments[-1]})
-
-
-@pytest.mark.parametrize(
     ("function", "table"),
     [
         (falsifier.delta_p_omega, {(3.0, 1.0): 2.0, (INF, 1.0): NAN, (1.0, NAN): NAN}),
