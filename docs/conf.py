@@ -17,7 +17,7 @@ copyright = "MIT licence"
 version = release = installed_version("vkmcore")
 
 extensions = ["myst_parser", "mathematics", "reference", "snippets"]
-exclude_patterns = ["extensions"]
+exclude_patterns = ["extensions", "benchmarks.md"]  # the table is included by performance.md
 source_suffix = {".md": "markdown", ".rst": "restructuredtext"}
 myst_enable_extensions = ["dollarmath", "deflist"]
 myst_heading_anchors = 3

@@ -56,6 +56,16 @@ def positional(arguments: str) -> str:
     return re.sub(r"(\barg\d+\b[^()]*?)\)$", r"\1, /)", arguments) if re.search(r"\barg\d+", arguments) else arguments
 
 
+def named(name: str, arguments: str, body: str) -> str:
+    """Unnamed arguments take the names that the text gives them: `name(a, b): ...`."""
+    places = re.findall(r"\barg\d+\b", arguments)
+    said = re.search(rf"(?<![\w.]){name}\(([\w, ]+)\)", body)
+    words = said[1].split(", ") if said else []
+    if len(words) != len(places) or len(set(words)) != len(words):
+        return arguments
+    return re.sub(r"\barg\d+\b", lambda match: words[places.index(match[0])], arguments)
+
+
 def split_docstring(docstring: str) -> list[tuple[str, str]]:
     """(signature, text) of each overload."""
     lines = docstring.strip().split("\n")
@@ -73,7 +83,8 @@ def split_docstring(docstring: str) -> list[tuple[str, str]]:
         arguments = re.sub(r"\(self: [\w.]+(?:, )?", "(", match["arguments"])
         result = match["result"] or ""
         result = "" if result == " -> None" else result
-        found.append((positional(plain_types(arguments)) + plain_types(result), body))
+        arguments = named(match["name"], positional(plain_types(arguments)), body)
+        found.append((arguments + plain_types(result), body))
     return found
 
 
