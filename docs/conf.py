@@ -26,7 +26,7 @@ html_math_renderer = "mathml"
 add_module_names = False
 toc_object_entries = False
 python_maximum_signature_line_length = 90
-highlight_language = "python"
+highlight_language = "text"
 
 html_theme = "furo"
 html_title = f"VKMcore {release}"

@@ -2,6 +2,9 @@
 
 from __future__ import annotations
 
+import html
+import re
+
 from docutils import nodes
 from latex2mathml.converter import convert
 from sphinx.application import Sphinx
@@ -11,9 +14,27 @@ from sphinx.writers.html5 import HTML5Translator
 logger = logging.getLogger(__name__)
 
 
+# First letters of the ranges of bold letters: browsers draw these, but not letters that are only marked as bold.
+BOLD = {"bold": {"A": 0x1D400, "a": 0x1D41A}, "bold-italic": {"α": 0x1D736}}
+
+
+def bold(match: re.Match[str]) -> str:
+    letter = html.unescape(match["letter"])
+    for first, code in BOLD[match["variant"]].items():
+        if 0 <= ord(letter) - ord(first) < 26:
+            return f"<mi>&#x{code + ord(letter) - ord(first):X};</mi>"
+    return match[0]
+
+
+def mended(mathml: str) -> str:
+    """Bold letters as letters; bars of norms as high as the text, unless they were asked to grow."""
+    mathml = re.sub(r'<mi mathvariant="(?P<variant>bold(?:-italic)?)">(?P<letter>.|&#x\w+;)</mi>', bold, mathml)
+    return re.sub(r"<mo>(&#x02016;|&#x0007C;)</mo>", r'<mo stretchy="false" lspace="0" rspace="0">\1</mo>', mathml)
+
+
 def to_mathml(node: nodes.Element, display: str) -> str:
     try:
-        return convert(node.astext(), display=display)
+        return mended(convert(node.astext(), display=display))
     except Exception as error:
         logger.warning("cannot typeset %r: %s", node.astext(), error, location=node)
         return ""

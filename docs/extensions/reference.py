@@ -223,7 +223,7 @@ def write_pages(folder: Path) -> None:
     names = sorted([*table["functions"], *table["classes"], *table["attributes"], "list_bindings"], key=str.lower)
     pages: dict[str, list[str]] = {}
     for (room, binder), here in homes(names).items():
-        lines = pages.setdefault(room, [f"{title(room)}: reference", "=" * 60, "", ".. py:currentmodule:: vkmcore", ""])
+        lines = pages.setdefault(room, [f"{title(room)} reference", "=" * 60, "", ".. py:currentmodule:: vkmcore", ""])
         lines += [title(binder), "-" * 60, ""]
         for name in sorted(here, key=lambda name: (not isinstance(getattr(_native, name), type), name.lower())):
             value = getattr(_native, name)
