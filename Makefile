@@ -33,8 +33,8 @@ asan: .venv/installed
 	  $(PYTHON) -m pytest -q -p no:cacheprovider $(ARGS)
 
 lint: .venv/installed
-	.venv/bin/ruff check python tests tools bench examples
-	.venv/bin/ruff format --check python tests tools bench examples
+	.venv/bin/ruff check python tests tools bench examples docs
+	.venv/bin/ruff format --check python tests tools bench examples docs
 	.venv/bin/cmake --preset dev -DPython_EXECUTABLE=$(CURDIR)/$(PYTHON) -DCMAKE_MAKE_PROGRAM=$(CURDIR)/.venv/bin/ninja
 	.venv/bin/cmake --build --preset dev -j 2
 	PYTHONPATH=build/dev:python $(PYTHON) tools/make_stubs.py --check

@@ -19,25 +19,22 @@ WORDS = {"biot": "Biot", "savart": "Savart", "fourier": "Fourier", "kelvin": "Ke
          "bernoulli": "Bernoulli", "maxwell": "Maxwell", "nnls": "NNLS", "vkm": "VKM", "qss": "QSS", "kam": "KAM",
          "nls": "NLS", "ab": "Ab", "frenet": "Frenet"}  # fmt: skip
 
-NUMBER = r"typing\.Supports(?:Float|Int) \| typing\.SupportsIndex"
+ARRAY = r"typing\.Annotated\[numpy\.typing\.(?:ArrayLike|NDArray)(?:\[[\w.]+\])?, numpy\.\w+[^\]]*\]"
 TYPES = [
     (r"typing\.SupportsFloat \| typing\.SupportsIndex", "float"),
     (r"typing\.SupportsInt \| typing\.SupportsIndex", "int"),
-    (r"typing\.SupportsComplex \| typing\.SupportsFloat(?: \| typing\.SupportsIndex)?|typing\.SupportsComplex", "complex"),
+    (r"typing\.SupportsComplex(?: \| typing\.Supports(?:Float|Index))*", "complex"),
     (r"collections\.abc\.Sequence\[", "list["),
     (r"collections\.abc\.Mapping\[", "dict["),
-    (r"typing\.Annotated\[numpy\.typing\.(?:ArrayLike|NDArray)(?:\[[\w.]+\])?, numpy\.(?:float64|int\d+)[^\]]*\]", "array"),
-    (r"typing\.Annotated\[numpy\.typing\.(?:ArrayLike|NDArray)(?:\[[\w.]+\])?, numpy\.complex128[^\]]*\]", "complex array"),
-    (r"numpy\.typing\.NDArray\[numpy\.complex128\]", "complex array"),
+    (ARRAY, "array"),
     (r"numpy\.typing\.NDArray\[[\w.]+\]", "array"),
     (r"numpy\.ndarray(?:\[[^\]]*\])?", "array"),
     (r'typing\.Annotated\[list\[float\], "FixedSize\(3\)"\]', "Vec3"),
     (r'typing\.Annotated\[(list\[\w+\]), "FixedSize\(\d+\)"\]', r"\1"),
-    (r"<_?n?a?t?i?v?e?\.?(\w+) object at 0x[0-9a-f]+>", r"\1()"),
+    (r"<(?:_native\.)?(\w+) object at 0x[0-9a-f]+>", r"\1()"),
     (r"<(\w+\.\w+): -?\d+>", r"\1"),
     (r"\b(?:_native|typing|collections\.abc)\.", ""),
-    (r"complex array", "array"),
-]  # fmt: skip
+]
 SIGNATURE = re.compile(r"^(?:\d+\. )?(?P<name>\w+)(?P<arguments>\(.*\))(?P<result> -> .+)?$")
 
 
