@@ -32,9 +32,14 @@ def mended(mathml: str) -> str:
     return re.sub(r"<mo>(&#x02016;|&#x0007C;)</mo>", r'<mo stretchy="false" lspace="0" rspace="0">\1</mo>', mathml)
 
 
+def spaced(tex: str) -> str:
+    """A thin space between a function's name and an argument without brackets."""
+    return re.sub(r"\\(ln|log|sin|cos|tan)\s*(?=[A-Za-z0-9]|\\(?!left|,))", r"\\\1\\,", tex)
+
+
 def to_mathml(node: nodes.Element, display: str) -> str:
     try:
-        return mended(convert(node.astext(), display=display))
+        return mended(convert(spaced(node.astext()), display=display))
     except Exception as error:
         logger.warning("cannot typeset %r: %s", node.astext(), error, location=node)
         return ""
