@@ -75,7 +75,18 @@ def measure(case: Case) -> dict[str, object]:
 def main(words: tuple[str, ...], json_file: str | None) -> None:
     """Time the kernels against NumPy and the plain scalar loop."""
     table = Table(title="VKMcore kernels: best of several runs")
-    for heading in ("kernel", "size", "ours", "one thread", "G/s", "NumPy", "plain loop", "NumPy/ours", "plain/ours", ""):
+    for heading in (
+        "kernel",
+        "size",
+        "ours",
+        "one thread",
+        "G/s",
+        "NumPy",
+        "plain loop",
+        "NumPy/ours",
+        "plain/ours",
+        "",
+    ):
         table.add_column(heading, justify="left" if heading in ("kernel", "size", "") else "right")
     results = []
     console = Console(stderr=True)
