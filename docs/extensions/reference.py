@@ -54,13 +54,13 @@ def positional(arguments: str) -> str:
 
 
 def named(name: str, arguments: str, body: str) -> str:
-    """Unnamed arguments take the names that the text gives them: `name(a, b): ...`."""
+    """Unnamed arguments take the names that the text gives them: "name(a, b): ..." or "Of (a, b): ..."."""
     places = re.findall(r"\barg\d+\b", arguments)
-    said = re.search(rf"(?<![\w.]){name}\(([\w, ]+)\)", body)
-    words = said[1].split(", ") if said else []
-    if len(words) != len(places) or len(set(words)) != len(words):
-        return arguments
-    return re.sub(r"\barg\d+\b", lambda match: words[places.index(match[0])], arguments)
+    for said in re.findall(rf"(?:(?<![\w.]){name}|\b[Oo]f )\(([\w, ]+)\)", body):
+        words = [word.strip().replace(" ", "_") for word in said.split(",")]
+        if len(words) == len(places) == len(set(words)) and all(word.isidentifier() for word in words):
+            return re.sub(r"\barg\d+\b", lambda match: words[places.index(match[0])], arguments)
+    return arguments
 
 
 def split_docstring(docstring: str) -> list[tuple[str, str]]:
