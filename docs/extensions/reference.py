@@ -59,7 +59,9 @@ def named(name: str, arguments: str, body: str) -> str:
     for said in re.findall(rf"(?:(?<![\w.]){name}|\b[Oo]f )\(([\w, ]+)\)", body):
         words = [word.strip().replace(" ", "_") for word in said.split(",")]
         if len(words) == len(places) == len(set(words)) and all(word.isidentifier() for word in words):
-            return re.sub(r"\barg\d+\b", lambda match: words[places.index(match[0])], arguments)
+            for place, word in zip(places, words, strict=True):
+                arguments = re.sub(rf"\b{place}\b", word, arguments)
+            return arguments
     return arguments
 
 
