@@ -5,8 +5,9 @@ module's docstrings, the pictures from the pages' snippets, the mathematics as M
 """
 
 import sys
-from importlib.metadata import version as installed_version
 from pathlib import Path
+
+import vkmcore
 
 HERE = Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE / "extensions"))
@@ -14,7 +15,7 @@ sys.path.insert(0, str(HERE / "extensions"))
 project = "VKMcore"
 author = "the VKMcore authors"
 copyright = "MIT licence"
-version = release = installed_version("vkmcore")
+version = release = vkmcore.__version__
 
 extensions = ["myst_parser", "mathematics", "reference", "snippets"]
 exclude_patterns = ["extensions", "benchmarks.md"]  # the table is included by performance.md
