@@ -13,10 +13,10 @@ DOCS = Path(__file__).resolve().parents[2] / "docs"
 
 
 def extension(name):
-    specification = importlib.util.spec_from_file_location(f"docs_{name}", DOCS / "extensions" / f"{name}.py")
-    module = importlib.util.module_from_spec(specification)
-    sys.modules[specification.name] = module  # dataclasses look their module up
-    specification.loader.exec_module(module)
+    source = importlib.util.spec_from_file_location(f"docs_{name}", DOCS / "extensions" / f"{name}.py")
+    module = importlib.util.module_from_spec(source)
+    sys.modules[source.name] = module  # dataclasses look their module up
+    source.loader.exec_module(module)
     return module
 
 
