@@ -11,9 +11,8 @@ from __future__ import annotations
 import math
 import sys
 
-import numpy as np
-
 import _native as vkm
+import numpy as np
 
 PUBLISHED = {"trefoil": 32.7436, "figure-eight": 42.0887}  # least known length over radius of the smooth knots
 
@@ -60,7 +59,9 @@ def main(count: int = 60, steps: int = 400) -> None:
         start, result, diagnosis = tighten(equilateral(curve, count), PUBLISHED[name], steps)
         print(f"{name}, {count} vertices")
         print(f"  ropelength before     {start.ropelength_rad:10.4f}")
-        print(f"  ropelength after      {result.metrics.ropelength_rad:10.4f}  {len(result.steps)} steps, {result.reason}")
+        print(
+            f"  ropelength after      {result.metrics.ropelength_rad:10.4f}  {len(result.steps)} steps, {result.reason}"
+        )
         print(f"  best published        {PUBLISHED[name]:10.4f}")
         print(f"  residual of criticality {diagnosis.contact_residual:8.2g}")
         print(f"  contacts carrying     {diagnosis.nnls_active_set_size:5d} of {diagnosis.rigidity_columns}")

@@ -3,10 +3,9 @@
 import math
 import signal
 
+import _native as vkm
 import numpy as np
 import pytest
-
-import _native as vkm
 
 Map = vkm.ContactStressMap
 

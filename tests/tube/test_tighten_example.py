@@ -4,9 +4,8 @@ import importlib.util
 import re
 from pathlib import Path
 
-import numpy as np
-
 import _native as vkm
+import numpy as np
 
 PATH = Path(__file__).resolve().parents[2] / "examples" / "tighten_trefoil.py"
 
