@@ -22,7 +22,7 @@ import numpy as np
 
 @dataclass
 class Case:
-    """One line of the table. `numpy` and `plain` may be missing; `work` counts pairs (or other units of work) a call."""
+    """One line of the table. `numpy` and `plain` may be missing; `work` counts the pairs of a call."""
 
     name: str
     size: str

@@ -2,8 +2,9 @@
 
 python examples/tighten_trefoil.py [POINTS] [STEPS]
 
-Ropelength is length over tube radius. The trefoil is the ideal one of the catalogue, 3:1:1. The figure-eight starts from
-a harmonic curve: the catalogue's 4:1:1 is the symmetric configuration, which tightens to a local minimum near 55.7.
+Ropelength is length over tube radius. The trefoil is the ideal one of the catalogue, 3:1:1. The figure-eight starts
+from a harmonic curve: the catalogue's 4:1:1 is the symmetric configuration, which tightens to a local minimum near
+55.7.
 """
 
 from __future__ import annotations

@@ -39,10 +39,40 @@ class Normaliser(ast.NodeTransformer):
         node.slice = self.visit(node.slice)
         return node
 
+    def visit_Attribute(self, node: ast.Attribute) -> ast.expr:
+        """So do arrays."""
+        bare = ast.unparse(node) == "numpy.ndarray"
+        return ast.parse("numpy.ndarray[typing.Any, typing.Any]", mode="eval").body if bare else node
+
     def visit_Name(self, node: ast.Name) -> ast.expr:
         """Containers of anything say so."""
         items = {"list": "typing.Any", "dict": "typing.Any, typing.Any", "tuple": "typing.Any, ..."}.get(node.id)
         return ast.parse(f"{node.id}[{items}]", mode="eval").body if items else node
+
+
+def mend_signatures(text: str) -> str:
+    """Give `= ...` to arguments without a default behind one with a default, and another name to one called lambda:
+    an extension may have such arguments, Python's own syntax has not."""
+
+    def mend(match: re.Match[str]) -> str:
+        head, arguments, tail = match.groups()
+        parts: list[str] = []
+        depth = begin = 0
+        for place, letter in enumerate(arguments):
+            depth += (letter in "[({") - (letter in "])}")
+            if letter == "," and depth == 0:
+                parts.append(arguments[begin:place])
+                begin = place + 1
+        parts.append(arguments[begin:])
+        optional = False
+        for place, part in enumerate(parts):
+            optional = optional or "=" in part
+            if optional and "=" not in part and not part.strip().startswith("*"):
+                parts[place] = part + " = ..."
+        return head + ",".join(parts) + tail
+
+    text = re.sub(r"\blambda: ", "lambda_: ", text)
+    return re.sub(r"^(\s*def \w+\()(.*)(\) -> .*:.*)$", mend, text, flags=re.MULTILINE)
 
 
 def generate() -> str:
@@ -58,7 +88,7 @@ def generate() -> str:
         if wrong:
             raise SystemExit("\n".join(wrong))
         text = (Path(folder) / "_native.pyi").read_text(encoding="utf-8")
-    tree = Normaliser().visit(ast.parse(text))
+    tree = Normaliser().visit(ast.parse(mend_signatures(text)))
     text = ast.unparse(ast.fix_missing_locations(tree))
     return HEADING + re.sub(r"[ \t]+$", "", text, flags=re.MULTILINE).strip() + "\n"
 

@@ -1,4 +1,4 @@
-"""The command line: `vkmcore mass`, `vkmcore knots`, `vkmcore info`.
+"""The command line of the package.
 
 Results go to standard output, everything else to standard error. Failures end with a line on standard error and exit
 code 1 (2 for wrong usage, 130 after Ctrl-C). Libraries that only one command needs are imported where it needs them.
@@ -6,6 +6,7 @@ code 1 (2 for wrong usage, 130 after Ctrl-C). Libraries that only one command ne
 
 from __future__ import annotations
 
+import importlib
 import json
 import math
 import sys
@@ -32,8 +33,21 @@ class Failure(click.ClickException):
         click.echo(self.message, err=True, file=file)
 
 
+# Commands in modules of their own, imported when one of them is called or the help lists them.
+ELSEWHERE = {"pd": "vkmcore.planar_diagram", "spectrum": "vkmcore.spectrum"}
+
+
 class Program(click.Group):
     """A group whose commands fail with a text and an exit code, never with a traceback."""
+
+    def list_commands(self, ctx: click.Context) -> list[str]:
+        return sorted([*super().list_commands(ctx), *ELSEWHERE])
+
+    def get_command(self, ctx: click.Context, cmd_name: str) -> click.Command | None:
+        if cmd_name in ELSEWHERE:
+            command: click.Command = getattr(importlib.import_module(ELSEWHERE[cmd_name]), cmd_name)
+            return command
+        return super().get_command(ctx, cmd_name)
 
     def invoke(self, ctx: click.Context) -> Any:
         try:
@@ -76,11 +90,17 @@ def main() -> None:
 def check_ids(context: click.Context, parameter: click.Parameter, ids: tuple[str, ...]) -> tuple[str, ...]:
     """Refuse what is no text; every other id is the library's to judge."""
     for knot_id in ids:
-        try:
-            knot_id.encode()
-        except UnicodeEncodeError:
-            raise click.BadParameter(f"{knot_id!a} is not valid text") from None
+        check_name(context, parameter, knot_id)
     return ids
+
+
+def check_name(context: click.Context, parameter: click.Parameter, name: str) -> str:
+    """Refuse what is no text."""
+    try:
+        name.encode()
+    except UnicodeEncodeError:
+        raise click.BadParameter(f"{name!a} is not valid text") from None
+    return name
 
 
 @cli.command()
@@ -180,6 +200,168 @@ def knots(as_json: bool) -> None:
         table.add_column(heading, justify="left" if heading in ("id", "header") else "right")
     for series in fourier:
         table.add_row(series["id"], str(series["blocks"]), str(series["harmonics"]), series["header"])
+    print_table(table)
+
+
+@cli.command()
+@click.argument("out", type=click.Path(path_type=Path), metavar="OUT.json")
+def report(out: Path) -> None:
+    """Check this installation and write the evidence report to OUT.json.
+
+    Exit code 1 if a check fails.
+    """
+    from vkmcore import EvidenceReportAPI
+    from vkmcore.evidence import report_meta, self_checks
+
+    checks = self_checks()
+    if not EvidenceReportAPI.write_evidence_report(str(out), report_meta(), checks):
+        raise Failure(f"vkmcore: cannot write {out}")
+    table = plain_table()
+    for heading in ("check", "kind", "residual", "tolerance", ""):
+        table.add_column(heading, justify="right" if heading in ("residual", "tolerance") else "left")
+    for check in checks:
+        passed = "passed" if check.passed else "FAILED"
+        table.add_row(check.name, check.kind.name, f"{check.residual:.3e}", f"{check.tolerance:.3e}", passed)
+    print_table(table)
+    if failed := sum(not check.passed for check in checks):
+        raise Failure(f"vkmcore: {failed} of {len(checks)} checks failed; see {out}")
+
+
+@cli.group()
+def provenance() -> None:
+    """Chains of custody: where a geometry comes from, tool by tool."""
+
+
+STAGES = ("KnotPlot", "Ridgerunner", "Smoothing", "VKMcore", "EddyLab")
+EXISTING_FILE = click.Path(exists=True, dir_okay=False, path_type=Path)
+
+
+@provenance.command("new")
+@click.argument("chain", type=click.Path(dir_okay=False, path_type=Path), metavar="CHAIN.json")
+@click.option("--stage", type=click.Choice(STAGES), required=True, help="Stage of the pipeline.")
+@click.option("--tool", "tool_name", required=True, help="Name of the tool.")
+@click.option("--tool-version", required=True, help="Its version.")
+@click.option("--input", "input_file", type=EXISTING_FILE, required=True, help="File that the tool read.")
+@click.option("--output", "output_file", type=EXISTING_FILE, required=True, help="File that it wrote.")
+@click.option("--parameters", "parameter_file", type=EXISTING_FILE, required=True, help="File with its parameters.")
+@click.option("--coordinates", "coordinate_convention", required=True, help="Convention of the coordinates, any text.")
+@click.option("--scale", "scale_convention", required=True, help="Convention of the scale, any text.")
+@click.option("--certification", type=click.Choice(("Unknown", "Candidate", "Certified")), default="Unknown")
+@click.option("--time", "timestamp_utc", help="UTC, as 2024-01-01T00:00:00Z; now by default.")
+def provenance_new(chain: Path, stage: str, certification: str, **fields: Any) -> None:
+    """Add a record of files on disk to the chain in CHAIN.json, or start one.
+
+    A record that breaks the chain is refused.
+    """
+    from vkmcore import PipelineCertificationStatus, PipelineStage
+    from vkmcore.provenance import first_break, first_fault, new_record, read_chain, write_chain
+
+    records = read_chain(chain) if chain.exists() else []
+    record = new_record(
+        records[-1] if records else None,
+        PipelineStage.__members__[stage],
+        certification=PipelineCertificationStatus.__members__[certification],
+        **fields,
+    )
+    records.append(record)
+    if fault := first_break(records):
+        raise Failure(f"vkmcore: {fault}; {chain} is left as it was")
+    write_chain(chain, records)
+    click.echo(f"{chain}: record {len(records)}, {'certified' if first_fault(records) is None else 'not yet complete'}")
+
+
+@provenance.command("verify")
+@click.argument("chain", type=EXISTING_FILE, metavar="CHAIN.json")
+@click.option(
+    "--output", "output_file", type=EXISTING_FILE, help="Also hold this file against the last record's output."
+)
+def provenance_verify(chain: Path, output_file: Path | None) -> None:
+    """Print the verdict on the chain in CHAIN.json, and the first rule that it fails.
+
+    Exit code 1 unless it is certified.
+    """
+    from vkmcore import PipelineProvenanceAPI
+    from vkmcore.provenance import file_sha256, first_fault, read_chain
+
+    records = read_chain(chain)
+    verdict = PipelineProvenanceAPI.evaluate_chain(records)
+    fault = first_fault(records)
+    click.echo(f"{PipelineProvenanceAPI.certification_name(verdict)}{'' if fault is None else f': {fault}'}")
+    if output_file is not None and (not records or file_sha256(output_file) != records[-1].output_sha256.lower()):
+        raise Failure(f"vkmcore: {output_file} is not the output of the last record")
+    if fault is not None:
+        raise click.exceptions.Exit(1)
+
+
+@cli.command()
+@click.argument("name", metavar="FILE|KEY", callback=check_name)
+@click.option(
+    "--samples",
+    type=click.IntRange(64, 2**31 - 1),
+    default=512,
+    show_default=True,
+    help="Vertices of a series. The fit of the contacts takes minutes from some 2000 on.",
+)
+@click.option(
+    "--skip",
+    type=click.IntRange(1, 2**31 - 1),
+    help="Neighbours that are no contacts.  [default: those within pi radii of curvature]",
+)
+@click.option(
+    "--contact-tol", type=click.FloatRange(0.0), default=1e-3, show_default=True, help="Tolerance of active contacts."
+)
+@click.option("--json", "as_json", is_flag=True, help="A JSON object, in full precision.")
+def describe(name: str, samples: int, skip: int | None, contact_tol: float, as_json: bool) -> None:
+    """Describe a closed curve: descriptors, thickness as a tube, contact stress.
+
+    FILE is a .fseries text or has a vertex x y z a line; KEY is of the catalogue, as 3_1 or 3:1:1.
+    """
+    from vkmcore.curve_description import describe as describe_curve
+    from vkmcore.curve_source import find_curve
+
+    sections = describe_curve(find_curve(name), samples, skip, contact_tol)
+    if as_json:
+        settings = {"samples": samples, "skip": skip, "contact_tol": contact_tol}
+        print_json({"name": name, **sections, "settings": settings})
+        return
+    table = plain_table()
+    table.add_column(name)
+    table.add_column("", justify="right")
+    for place, measures in enumerate(sections.values()):
+        if place:
+            table.add_section()
+        for title, value in measures.items():
+            table.add_row(title.replace("_", " "), shown(value))
+    print_table(table)
+
+
+@cli.command()
+@click.argument("a", metavar="A", callback=check_name)
+@click.argument("b", metavar="B", callback=check_name)
+@click.option(
+    "--samples", type=click.IntRange(1, 2**31 - 1), default=2048, show_default=True, help="Samples of a series."
+)
+@click.option(
+    "--skip", type=click.IntRange(1, 2**31 - 1), default=3, show_default=True, help="Neighbours that are no contacts."
+)
+@click.option("--json", "as_json", is_flag=True, help="A JSON object, in full precision.")
+def compare(a: str, b: str, samples: int, skip: int, as_json: bool) -> None:
+    """Compare two Fourier curves, each a .fseries file or a key of the catalogue."""
+    from vkmcore.curve_comparison import compare as compare_curves
+
+    measures = compare_curves(a, b, samples, skip)
+    if as_json:
+        print_json({"a": a, "b": b, **measures, "settings": {"samples": samples, "skip": skip}})
+        return
+    table = plain_table()
+    table.add_column("")
+    for heading in (a, b, "difference"):
+        table.add_column(heading, justify="right")
+    for title in ("L", "kappa_max", "kappa_mean", "bend_energy", "reach_proxy"):
+        table.add_row(
+            title.replace("_", " "), *(digits(measures[key]) for key in (f"{title}_a", f"{title}_b", f"d{title}"))
+        )
+    table.add_row("rms point delta", "", "", digits(measures["rms_point_delta"]))
     print_table(table)
 
 
@@ -314,6 +496,13 @@ def progress_line(total: int, visible: bool) -> Iterator[Callable[[str, str], No
             progress.update(task, description=f"{knot_id}: {stage}", completed=done, refresh=True)
 
         yield tell
+
+
+def shown(value: object) -> str:
+    """A measure as a table shows it."""
+    if isinstance(value, bool):
+        return "yes" if value else "no"
+    return digits(value) if isinstance(value, float) else str(value)
 
 
 # --- output -------------------------------------------------------------------------------------------------------

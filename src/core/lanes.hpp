@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "core/memory.hpp"
 #include "core/vec3.hpp"
 
 namespace vkm {
@@ -14,11 +15,14 @@ namespace vkm {
 /// cache; the time is flat from 16 to 128.
 inline constexpr std::size_t lane_block = 32;
 
-/// Coordinates of points in three runs of memory, filled up with zeros to whole blocks.
+/// Coordinates of points in three runs of memory, filled up with zeros to whole blocks. A size that would need absurd
+/// memory for a field and its sums throws std::bad_alloc.
 class Lanes {
  public:
   explicit Lanes(std::size_t size)
-      : size_(size), stride_((size + lane_block - 1) / lane_block * lane_block), values_(3 * stride_, 0.0) {}
+      : size_((require_memory(size, 2 * sizeof(Vec3)), size)),
+        stride_((size + lane_block - 1) / lane_block * lane_block),
+        values_(3 * stride_, 0.0) {}
 
   explicit Lanes(std::span<const Vec3> points) : Lanes(points.size()) {
     for (std::size_t i = 0; i < size_; ++i) set(i, points[i]);

@@ -1,4 +1,5 @@
 #include "filament/biot_savart.hpp"
+#include "filament/filament_registrars.hpp"
 #include "filament/grid_fields.hpp"
 #include "module/binders.hpp"
 
@@ -66,6 +67,8 @@ Backward compatible with the historical 2-argument call; circulation defaults to
 
 `polyline` has shape (N, 3), `grid` (M, 3), both in m; returns a new array (M, 3) in m/s. The formula is that of
 BiotSavart.compute_velocity. ValueError for other shapes.)");
+
+  register_filament_energies(m);
 }
 
 }  // namespace vkm

@@ -12,7 +12,6 @@ namespace vkm {
 namespace {
 
 constexpr double closed_curve_softening = 1e-12;  // m^3
-constexpr double point_cutoff = 1e-6;             // m
 
 /// One block of field points at x, y, z; its sums go to u, v, w. One reciprocal a pair serves all three components:
 /// the divider is what limits this loop.

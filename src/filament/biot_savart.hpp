@@ -17,6 +17,8 @@
 
 namespace vkm {
 
+inline constexpr double point_cutoff = 1e-6;  // m; the point form skips sources up to here
+
 /// Midpoints and vectors of a polyline's segments.
 struct Segments {
   std::vector<Vec3> mid;

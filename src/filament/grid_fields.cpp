@@ -20,6 +20,7 @@ std::vector<Vec3> stencil(std::span<const Vec3> F, const GridShape& shape, doubl
   const std::size_t count = cell_count(shape);
   if (F.size() != count) throw std::invalid_argument("field must have one vector a cell of the shape");
   std::vector<Vec3> out;
+  if (count == 0) return out;
   out.reserve(count);
   const auto nx = static_cast<std::size_t>(shape[0]);
   const auto ny = static_cast<std::size_t>(shape[1]);
@@ -46,9 +47,12 @@ std::vector<Vec3> stencil(std::span<const Vec3> F, const GridShape& shape, doubl
 }  // namespace
 
 std::size_t cell_count(const GridShape& shape) {
-  std::size_t count = 1;
   for (const int extent : shape) {
     if (extent < 0) throw std::invalid_argument("grid extents must not be negative");
+  }
+  if (shape[0] == 0 || shape[1] == 0 || shape[2] == 0) return 0;
+  std::size_t count = 1;
+  for (const int extent : shape) {
     require_memory(count, static_cast<std::size_t>(extent) * sizeof(Vec3));
     count *= static_cast<std::size_t>(extent);
   }
@@ -71,6 +75,12 @@ std::vector<Vec3> extract_interior(std::span<const Vec3> F, const GridShape& sha
   if (margin < 0) throw std::invalid_argument("margin must not be negative");
   if (F.size() != cell_count(shape)) throw std::invalid_argument("field must have one vector a cell of the shape");
   std::vector<Vec3> interior;
+  std::size_t count = 1;
+  for (const int extent : shape) {
+    if (margin >= extent - margin) return interior;
+    count *= static_cast<std::size_t>(extent - 2 * margin);
+  }
+  interior.reserve(count);
   const auto cell = [&](int i, int j, int k) {
     return (static_cast<std::size_t>(i) * static_cast<std::size_t>(shape[1]) + static_cast<std::size_t>(j)) *
                static_cast<std::size_t>(shape[2]) +

@@ -5,7 +5,7 @@
 
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
-#include "filament/biot_savart.hpp"
+#include "filament/self_velocity.hpp"
 
 namespace vkm {
 
@@ -55,8 +55,7 @@ void evolve(VortexKnotSystem& system, double dt, std::uint64_t steps, const Poll
   std::vector<Vec3> positions = system.positions;
   std::vector<Vec3> tangents = system.tangents;
   for (std::uint64_t step = 0; step < steps; ++step) {
-    const std::vector<Vec3> velocity =
-        biot_savart_velocities(positions, positions, tangents, system.circulation, heartbeat);
+    const std::vector<Vec3> velocity = self_velocities(positions, tangents, system.circulation, heartbeat);
     evolve_positions_euler(positions, velocity, dt);
     tangents = central_tangents(positions);
     heartbeat.tick();

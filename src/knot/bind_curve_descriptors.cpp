@@ -8,9 +8,6 @@ namespace vkm {
 
 namespace {
 
-// One text for all callers of the conversion.
-constexpr const char* points_shape_text = "pd_from_curve: expected array with shape (N,3)";
-
 /// The coefficient arrays of one coordinate as vectors; `pair` names them in the error.
 void take_pair(const DoubleArray& a, const DoubleArray& b, const char* pair, std::vector<double>& a_out,
                std::vector<double>& b_out) {

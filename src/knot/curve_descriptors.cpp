@@ -42,15 +42,19 @@ void over_period(const FourierBlock& block, std::int64_t n, const Poll& poll, Vi
 }
 
 std::vector<Vec3> polygon_of(const FourierBlock& block, std::int64_t nsamples, const Poll& poll) {
-  const std::int64_t n = std::max(nsamples, least_polygon_samples);
-  // Parameters, points, and what the self-distance and the writhe make of them.
-  require_memory(static_cast<std::size_t>(n), 256);
-  std::vector<double> s(static_cast<std::size_t>(n));
-  for (std::size_t k = 0; k < s.size(); ++k) s[k] = static_cast<double>(k) * two_pi / static_cast<double>(n);
-  return evaluate_fourier_block(block, s, poll);
+  return sample_period(block, std::max(nsamples, least_polygon_samples), poll);
 }
 
 }  // namespace
+
+std::vector<Vec3> sample_period(const FourierBlock& block, std::int64_t nsamples, const Poll& poll) {
+  const auto n = static_cast<std::size_t>(std::max<std::int64_t>(nsamples, 0));
+  // Parameters, points, and what the self-distance and the writhe make of them.
+  require_memory(n, 256);
+  std::vector<double> s(n);
+  for (std::size_t k = 0; k < n; ++k) s[k] = static_cast<double>(k) * two_pi / static_cast<double>(n);
+  return evaluate_fourier_block(block, s, poll);
+}
 
 std::vector<double> curvature_exact(const FourierBlock& block, std::span<const double> s, double eps,
                                     const Poll& poll) {
@@ -97,8 +101,12 @@ double min_self_distance_exactish(const FourierBlock& block, std::int64_t nsampl
 
 GeometricDescriptors describe_fourier_block(const FourierBlock& block, std::int64_t nsamples,
                                             std::int64_t exclude_window, const Poll& poll) {
+  return describe_fourier_block(block, polygon_of(block, nsamples, poll), exclude_window, poll);
+}
+
+GeometricDescriptors describe_fourier_block(const FourierBlock& block, std::span<const Vec3> points,
+                                            std::int64_t exclude_window, const Poll& poll) {
   constexpr double eps = 1e-12;
-  const std::vector<Vec3> points = polygon_of(block, nsamples, poll);
   const std::int64_t m = std::max(4 * static_cast<std::int64_t>(points.size()), least_descriptor_samples);
   GeometricDescriptors result;
   over_period(block, m, poll, [&](const Derivatives& at, double ds) {

@@ -27,6 +27,10 @@ struct GeometricDescriptors {
   std::vector<double> mode_energy;   // mode_energies of the block, length squared
 };
 
+/// The points of a block at s = k 2 pi / nsamples, k = 0 .. nsamples - 1: a closed polygon, its first point not
+/// repeated. None for nsamples below 1.
+std::vector<Vec3> sample_period(const FourierBlock& block, std::int64_t nsamples, const Poll& poll = {});
+
 /// kappa = |r' x r''| / max(eps, |r'|)^3 at each parameter: a stopped point gives a finite value.
 std::vector<double> curvature_exact(const FourierBlock& block, std::span<const double> s, double eps = 1e-12,
                                     const Poll& poll = {});
@@ -50,6 +54,10 @@ double min_self_distance_exactish(const FourierBlock& block, std::int64_t nsampl
 /// All descriptors: self-distance and writhe from n = max(64, nsamples) samples, the integrals on the grid of 4 n.
 GeometricDescriptors describe_fourier_block(const FourierBlock& block, std::int64_t nsamples = 2048,
                                             std::int64_t exclude_window = 4, const Poll& poll = {});
+
+/// The same from the block's sample_period, of at least 64 points, for a caller who has further use for the points.
+GeometricDescriptors describe_fourier_block(const FourierBlock& block, std::span<const Vec3> points,
+                                            std::int64_t exclude_window, const Poll& poll = {});
 
 /// |d1 x d2| / (|d1|^3 + eps) with central differences on the closed curve. Here eps is added; in curvature_exact it
 /// clamps the speed. Zeros for fewer than three points.

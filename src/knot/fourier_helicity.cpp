@@ -1,7 +1,9 @@
 #include "knot/fourier_helicity.hpp"
 
 #include <algorithm>
+#include <stdexcept>
 
+#include "core/memory.hpp"
 #include "filament/biot_savart.hpp"
 #include "filament/grid_fields.hpp"
 #include "knot/named_knot.hpp"
@@ -11,9 +13,12 @@ namespace vkm {
 std::tuple<double, double, double> compute_helicity_from_fourier_block(const FourierBlock& block, int grid_size,
                                                                        double spacing, int interior_margin,
                                                                        int nsamples, const Poll& poll) {
+  if (interior_margin < 0) throw std::invalid_argument("interior_margin must not be negative");
   const int G = std::max(grid_size, 0);
   const int c = G / 2;
   const GridShape shape{G, G, G};
+  require_memory(cell_count(shape), 6 * sizeof(Vec3));  // grid, fields, interiors
+  require_memory(static_cast<std::size_t>(std::max(nsamples, 0)), 4 * sizeof(Vec3));  // curve and its segments
   const std::vector<Vec3> curve = sample_both_ends_centred(block, nsamples, poll);
 
   std::vector<Vec3> grid;

@@ -195,14 +195,18 @@ double least_at_gap(std::span<const Vec3> points, std::size_t gap) {
 
 }  // namespace
 
-double min_self_distance_sampled(std::span<const Vec3> points, std::int64_t exclude_window, const Poll& poll) {
+double least_self_distance(std::span<const Vec3> points, std::int64_t exclude_window, const Poll& poll) {
   const auto count = static_cast<std::int64_t>(points.size());
-  if (count < 4) return 0.0;
   const std::int64_t window = std::max<std::int64_t>(exclude_window, 0);  // no pair has a gap below 1
-  if (window >= count / 2) return 0.0;
+  if (window >= count / 2) return infinity;
   const double seed = least_at_gap(points, static_cast<std::size_t>(window) + 1);
-  const double best = BoxTree(points, window, poll).least_below(seed);
-  return best < infinity ? std::sqrt(best) : 0.0;
+  return std::sqrt(BoxTree(points, window, poll).least_below(seed));
+}
+
+double min_self_distance_sampled(std::span<const Vec3> points, std::int64_t exclude_window, const Poll& poll) {
+  if (points.size() < 4) return 0.0;
+  const double least = least_self_distance(points, exclude_window, poll);
+  return least < infinity ? least : 0.0;
 }
 
 }  // namespace vkm

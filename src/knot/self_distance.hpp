@@ -15,6 +15,9 @@
 
 namespace vkm {
 
+/// The least Euclidean distance among the counted pairs; +infinity when no pair counts or none has a finite distance.
+double least_self_distance(std::span<const Vec3> points, std::int64_t exclude_window, const Poll& poll = {});
+
 /// The least Euclidean distance among the counted pairs, in the units of the points. 0 for fewer than four points, and
 /// 0, not infinity, when no pair has a finite distance or no pair counts.
 double min_self_distance_sampled(std::span<const Vec3> points, std::int64_t exclude_window = 4, const Poll& poll = {});

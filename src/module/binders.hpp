@@ -16,8 +16,20 @@ void bind_field_grids(py::module_& m);
 void bind_curl3d(py::module_& m);
 void bind_knot(py::module_& m);
 void bind_frenet_helicity(py::module_& m);
+void bind_multisector(py::module_& m);
+void bind_hyperbolic_volume(py::module_& m);
 void bind_time_evolution(py::module_& m);
+void bind_vkm_mass(py::module_& m);
+void bind_workbench(py::module_& m);
+void bind_spectral_operator(py::module_& m);
 void bind_resolved_tube(py::module_& m);
 void bind_filament_dynamics(py::module_& m);
+void bind_geometry_certificate(py::module_& m);
+void bind_gate_certificates(py::module_& m);
+void bind_pipeline_provenance(py::module_& m);
+void bind_value_origin(py::module_& m);
+void bind_evidence_report(py::module_& m);
+void bind_density_ontology(py::module_& m);
+void bind_scaling_audit(py::module_& m);
 
 }  // namespace vkm

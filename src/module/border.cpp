@@ -1,10 +1,13 @@
 #include "module/border.hpp"
 
+#include "core/memory.hpp"
+
 namespace vkm {
 
 std::vector<Vec3> points_from(const DoubleArray& array, const char* text) {
   if (array.ndim() != 2 || array.shape(1) != 3) throw std::invalid_argument(text);
   const auto view = array.unchecked<2>();
+  require_memory(static_cast<std::size_t>(view.shape(0)), sizeof(Vec3));  // a broadcast array can have any length
   std::vector<Vec3> points(static_cast<std::size_t>(view.shape(0)));
   for (py::ssize_t i = 0; i < view.shape(0); ++i) {
     points[static_cast<std::size_t>(i)] = {view(i, 0), view(i, 1), view(i, 2)};

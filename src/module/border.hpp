@@ -6,6 +6,7 @@
 /// Conversion of an array comes first (force-cast to float64), its shape check second, computation last. The text of
 /// a failed check is the caller's, since functions differ in it. Results are fresh arrays that own their memory.
 
+#include <pybind11/complex.h>
 #include <pybind11/numpy.h>
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
@@ -30,6 +31,9 @@ namespace vkm {
 using DoubleArray = py::array_t<double, py::array::forcecast>;
 /// The same in C order, for kernels that walk raw memory.
 using ContiguousArray = py::array_t<double, py::array::c_style | py::array::forcecast>;
+
+/// The text of a bad shape for all functions that share the first one's conversion, whichever of them is called.
+inline constexpr const char* points_shape_text = "pd_from_curve: expected array with shape (N,3)";
 
 /// The rows of an (N, 3) array; std::invalid_argument(text) for any other shape.
 std::vector<Vec3> points_from(const DoubleArray& array, const char* text);
@@ -122,6 +126,21 @@ struct type_caster<std::vector<vkm::Vec3>> : list_caster<std::vector<vkm::Vec3>,
     for (ssize_t i = 0; i < view.shape(0); ++i) value[static_cast<std::size_t>(i)] = {view(i, 0), view(i, 1), view(i, 2)};
     return true;
   }
+};
+
+/// Arguments that a function reads through a span: lists, held as vectors for the time of the call.
+template <class T>
+struct type_caster<std::span<const T>> {
+  using List = make_caster<std::vector<T>>;
+  static constexpr auto name = List::name;
+  template <class>
+  using cast_op_type = std::span<const T>;
+
+  bool load(handle src, bool convert) { return list_.load(src, convert); }
+  operator std::span<const T>() { return static_cast<std::vector<T>&>(list_); }
+
+ private:
+  List list_;
 };
 
 }  // namespace pybind11::detail

@@ -74,15 +74,30 @@ def test_embedded_blocks_come_first(place):
 
 
 # Where a file is looked for, from the first to the last; "/" begins at the working directory's great-grandparent.
-DIRECTORIES = ["/res", "/res/resources", "/knots/..", "resources", "../resources", "share/vkmcore/resources",
-               "share/thread_knot_core/resources"]
+DIRECTORIES = [
+    "/res",
+    "/res/resources",
+    "/knots/..",
+    "resources",
+    "../resources",
+    "share/vkmcore/resources",
+    "share/thread_knot_core/resources",
+]
 DATABASES = [f"{d}{sub}/ideal.txt" for d in DIRECTORIES for sub in ("/ideal", "")]
-LEGACY = ["/legacy", "ideal_database.txt",
-          *(f"{up}Front-End/knot_fseries/ideal_database.txt" for up in ("", "../", "../../"))]
-FSERIES = ["/knots", "/res/resources/knot_fseries", "/res/knot_fseries",
-           *(f"{up}src/{d}" for up in ("", "../", "../../") for d in ("knot_fseries", "Knots_FourierSeries")),
-           "knot_fseries", "../knot_fseries",
-           *(f"{up}share/{d}/knot_fseries" for d in ("vkmcore", "thread_knot_core") for up in ("", "../../"))]
+LEGACY = [
+    "/legacy",
+    "ideal_database.txt",
+    *(f"{up}Front-End/knot_fseries/ideal_database.txt" for up in ("", "../", "../../")),
+]
+FSERIES = [
+    "/knots",
+    "/res/resources/knot_fseries",
+    "/res/knot_fseries",
+    *(f"{up}src/{d}" for up in ("", "../", "../../") for d in ("knot_fseries", "Knots_FourierSeries")),
+    "knot_fseries",
+    "../knot_fseries",
+    *(f"{up}share/{d}/knot_fseries" for d in ("vkmcore", "thread_knot_core") for up in ("", "../../")),
+]
 
 
 @pytest.fixture
@@ -120,7 +135,7 @@ def test_tags_are_tried_at_each_source_before_the_next(everywhere):
 
 
 def test_a_source_without_the_block_lets_the_search_go_on(everywhere):
-    write(everywhere("/res/ideal.txt"), "<AB Id=\"x\"> without an end")
+    write(everywhere("/res/ideal.txt"), '<AB Id="x"> without an end')
     everywhere("/res/ideal/ideal.txt").mkdir(parents=True)  # a directory is no file
     write(everywhere("/last"), block("x"))
     assert _native.find_ideal_ab_block_by_id("x") == block("x")

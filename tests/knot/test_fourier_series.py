@@ -197,8 +197,10 @@ def test_order_of_the_angle_in_reconstruct():
     knot.activeBlock = block_from(table)
     knot.reconstruct(n)
     step = 2 * math.pi / n
-    x = [sum((r[0] * math.cos((i + 1) * k * step) + r[1] * math.sin((i + 1) * k * step) for i, r in enumerate(table)))
-         for k in range(n)]
+    x = [
+        sum((r[0] * math.cos((i + 1) * k * step) + r[1] * math.sin((i + 1) * k * step) for i, r in enumerate(table)))
+        for k in range(n)
+    ]
     assert [point[0] for point in knot.points] == x
 
 

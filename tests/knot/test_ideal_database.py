@@ -182,9 +182,32 @@ def expected_components(body):
         yield int(number[1]) if number else 0, top, {k: row for k, row in rows.items() if k and any(row[0] + row[1])}
 
 
-PIECES = ["<Component", "</Component>", '<Component I="2">', ">", "/>", "<", '"', " ", "\n", "_", "é", "x", "7", 'I="',
-          'I=" 3"', 'A="', 'B="', '<Coeff', ' A="1, 2,3"', ' B="4 5 6"', '<Coeff I="1" A="1,2,3" B="4,5,6"/>',
-          '<Coeff I="2"  A="1,2,3"', '<Coeff I="  12" A="1 2 3 4" B="x,1,2" />', '<Coeff\tI="4"\vA="1,2,3" B="1,1,1" >']
+PIECES = [
+    "<Component",
+    "</Component>",
+    '<Component I="2">',
+    ">",
+    "/>",
+    "<",
+    '"',
+    " ",
+    "\n",
+    "_",
+    "é",
+    "x",
+    "7",
+    'I="',
+    'I=" 3"',
+    'A="',
+    'B="',
+    "<Coeff",
+    ' A="1, 2,3"',
+    ' B="4 5 6"',
+    '<Coeff I="1" A="1,2,3" B="4,5,6"/>',
+    '<Coeff I="2"  A="1,2,3"',
+    '<Coeff I="  12" A="1 2 3 4" B="x,1,2" />',
+    '<Coeff\tI="4"\vA="1,2,3" B="1,1,1" >',
+]
 HEAD_PIECES = ["Id", "Conway", "XL", "L", "n", "Column", '="', '="4"', '""', '"', " ", "=", "7", "\n"]
 
 

@@ -25,6 +25,13 @@ class Stopped(Exception):
         lambda: _native.detect_reconnection_candidates(MANY, 0.0),
         lambda: _native.compute_polygonal_gauss(MANY),
         lambda: _native.compute_polygonal_gauss(MANY, MANY, False),
+        lambda: _native.estimate_crossing_number(MANY, 10),
+        lambda: _native.pd_from_curve(MANY, 10),
+        lambda: _native.calculate_neumann_self_energy(MANY, 1.0),
+        lambda: _native.calculate_writhe(MANY, 1.0),
+        lambda: _native.calculate_core_repulsion(MANY, 1e-3),
+        lambda: _native.calculate_bs_cutoff_energy(MANY, MANY, MANY[:, 0], 1.0),
+        lambda: _native.compute_vkm_mass(MANY, 2.0),
         lambda: _native.min_self_distance_sampled(np.vstack([sphere(200000), -sphere(200000)]), 199999),
     ],
 )

@@ -12,7 +12,9 @@ def fresh():
     """Runs a program in a fresh interpreter, where list_bindings was never called, and returns what it prints."""
 
     def run(program: str) -> str:
-        return subprocess.run([sys.executable, "-c", program], check=True, capture_output=True, text=True).stdout.strip()
+        return subprocess.run(
+            [sys.executable, "-c", program], check=True, capture_output=True, text=True
+        ).stdout.strip()
 
     return run
 
@@ -60,7 +62,7 @@ def test_list_bindings_private_names_are_attributes():
     assert "list_bindings" not in found["functions"]
     # __dir__ itself is no entry of the module's own dictionary, so only classes and functions are public
     assert _native.list_bindings(pattern=None)["attributes"] == []
-    assert _native.list_bindings.__doc__.endswith(
+    assert _native.list_bindings.__doc__.rstrip().endswith(
         "Also sets module __all__ = functions + classes (public names)."
     )
     with pytest.raises(TypeError):

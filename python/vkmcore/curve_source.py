@@ -1,0 +1,82 @@
+"""One closed curve by the name that a user gives it: a file, or a key of the catalogue."""
+
+from __future__ import annotations
+
+import math
+from dataclasses import dataclass
+from pathlib import Path
+
+from vkmcore import (
+    FourierBlock,
+    evaluate_fourier_block,
+    find_ideal_block_by_id,
+    get_embedded_knot_files,
+    index_of_largest_block,
+    parse_fseries_from_string,
+    parse_ideal_halvard_from_string,
+)
+
+
+@dataclass(frozen=True)
+class CurveSource:
+    """A Fourier series, or else the vertices of a polygon."""
+
+    name: str  # as given
+    kind: str  # "fseries", "catalogue", "ideal" or "polygon"
+    block: FourierBlock | None
+    vertices: list[list[float]] | None  # N points
+
+    def sampled(self, samples: int) -> list[list[float]]:
+        """The polygon itself, or `samples` points of the series at uniform parameters."""
+        if self.block is None:
+            assert self.vertices is not None
+            return self.vertices
+        # The product before the division, as the library takes it: the same points to the last bit.
+        parameters = [k * (2.0 * math.pi) / samples for k in range(samples)]
+        return evaluate_fourier_block(self.block, parameters)
+
+
+def find_curve(name: str) -> CurveSource:
+    """The curve of a `.fseries` file (its largest block), of a text file with a vertex x y z a line, of a key of the
+    Fourier table (as 3_1), or of an id of the ideal catalogue (as 3:1:1).
+
+    A file goes before a key. Raises RuntimeError when there is no such curve, or when it is a link.
+    """
+    path = Path(name)
+    if path.is_file():
+        return _from_file(name, path)
+    text = get_embedded_knot_files().get(name)
+    if text is not None:
+        block = _largest(text)
+        if block is not None:
+            return CurveSource(name, "catalogue", block, None)
+    ideal = parse_ideal_halvard_from_string(find_ideal_block_by_id(name))
+    if not ideal:
+        raise RuntimeError(f"{name}: neither a file nor a key of the catalogue")
+    if len(ideal[0].components) != 1:
+        raise RuntimeError(f"{name}: a link of {len(ideal[0].components)} components; one closed curve is needed")
+    return CurveSource(name, "ideal", ideal[0].fourier, None)
+
+
+def _from_file(name: str, path: Path) -> CurveSource:
+    text = path.read_bytes().decode("utf-8", "replace")
+    block = _largest(text)
+    if block is not None:
+        return CurveSource(name, "fseries", block, None)
+    rows = [
+        line.replace(",", " ").split() for line in text.splitlines() if line.strip() and line.strip()[0] not in "#%"
+    ]
+    try:
+        vertices = [[float(word) for word in row] for row in rows]
+    except ValueError:
+        vertices = []
+    if not vertices or any(len(vertex) != 3 for vertex in vertices):
+        raise RuntimeError(f"{name}: neither Fourier rows of six numbers nor vertices of three")
+    if not all(math.isfinite(coordinate) for vertex in vertices for coordinate in vertex):
+        raise RuntimeError(f"{name}: a coordinate is not a finite number")
+    return CurveSource(name, "polygon", None, vertices)
+
+
+def _largest(text: str) -> FourierBlock | None:
+    blocks = parse_fseries_from_string(text)
+    return blocks[index_of_largest_block(blocks)] if blocks else None

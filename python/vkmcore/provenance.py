@@ -1,0 +1,188 @@
+"""Chains of custody in files: one record for each tool that a geometry went through.
+
+A chain file is JSON, `{"schema": "vkmcore-provenance-1", "records": [...]}`, each record with the fields of
+`ProvenanceRecord` by name, stage and certification by their enumerators' names. What a chain amounts to is the
+library's verdict (`PipelineProvenanceAPI.evaluate_chain`); here the rule that fails gets its name.
+"""
+
+from __future__ import annotations
+
+import hashlib
+import itertools
+import json
+import os
+import re
+from collections.abc import Sequence
+from datetime import datetime, timezone
+from pathlib import Path
+
+from vkmcore import PipelineCertificationStatus, PipelineProvenanceAPI, PipelineStage, ProvenanceRecord
+
+SCHEMA = "vkmcore-provenance-1"
+TEXT_FIELDS = (
+    "tool_name",
+    "tool_version",
+    "input_sha256",
+    "output_sha256",
+    "parameter_sha256",
+    "parent_record_sha256",
+    "coordinate_convention",
+    "scale_convention",
+    "timestamp_utc",
+)
+FIELDS = ("stage", "certification", *TEXT_FIELDS)
+
+
+def file_sha256(path: Path) -> str:
+    """SHA-256 of a file's bytes, read in pieces. OSError if it cannot be read."""
+    digest = hashlib.sha256()
+    with path.open("rb") as file:
+        while piece := file.read(1 << 20):
+            digest.update(piece)
+    return digest.hexdigest()
+
+
+def utc_now() -> str:
+    """Now, to the second, in the form of a record's time stamp."""
+    return datetime.now(timezone.utc).strftime("%Y-%m-%dT%H:%M:%SZ")
+
+
+def new_record(
+    parent: ProvenanceRecord | None,
+    stage: PipelineStage,
+    tool_name: str,
+    tool_version: str,
+    input_file: Path,
+    output_file: Path,
+    parameter_file: Path,
+    coordinate_convention: str,
+    scale_convention: str,
+    certification: PipelineCertificationStatus = PipelineCertificationStatus.Unknown,
+    timestamp_utc: str | None = None,
+) -> ProvenanceRecord:
+    """A record of files on disk, bound to the record before it (None for the first of a chain)."""
+    record = ProvenanceRecord()
+    record.stage = stage
+    record.certification = certification
+    record.tool_name = tool_name
+    record.tool_version = tool_version
+    record.input_sha256 = file_sha256(input_file)
+    record.output_sha256 = file_sha256(output_file)
+    record.parameter_sha256 = file_sha256(parameter_file)
+    record.parent_record_sha256 = "" if parent is None else PipelineProvenanceAPI.record_fingerprint(parent)
+    record.coordinate_convention = coordinate_convention
+    record.scale_convention = scale_convention
+    record.timestamp_utc = utc_now() if timestamp_utc is None else timestamp_utc
+    return record
+
+
+def read_chain(path: Path) -> list[ProvenanceRecord]:
+    """The records of a chain file. OSError if it cannot be read, ValueError if it is no chain."""
+    try:
+        document = json.loads(path.read_text(encoding="utf-8"))
+    except (UnicodeDecodeError, json.JSONDecodeError, RecursionError) as error:
+        raise ValueError(f"{path}: not a chain of records: {error}") from error
+    if not isinstance(document, dict) or document.get("schema") != SCHEMA:
+        raise ValueError(f'{path}: not a chain of records: the member "schema" must be "{SCHEMA}"')
+    entries = document.get("records")
+    if not isinstance(entries, list):
+        raise ValueError(f'{path}: not a chain of records: the member "records" must be a list')
+    return [_record(entry, f"{path}: record {place}") for place, entry in enumerate(entries, 1)]
+
+
+def _record(entry: object, where: str) -> ProvenanceRecord:
+    if not isinstance(entry, dict) or set(entry) != set(FIELDS):
+        raise ValueError(f"{where}: its members must be {', '.join(FIELDS)}")
+    for name in FIELDS:
+        if not isinstance(entry[name], str):
+            raise ValueError(f"{where}: {name} must be a text")
+    record = ProvenanceRecord()
+    for name, enumeration in (("stage", PipelineStage), ("certification", PipelineCertificationStatus)):
+        if entry[name] not in enumeration.__members__:
+            raise ValueError(f"{where}: {name} must be one of {', '.join(enumeration.__members__)}")
+        setattr(record, name, enumeration.__members__[entry[name]])
+    for name in TEXT_FIELDS:
+        setattr(record, name, entry[name])
+    return record
+
+
+def write_chain(path: Path, records: Sequence[ProvenanceRecord]) -> None:
+    """Write a chain file, replacing the old one as a whole or not at all. OSError if it cannot be written."""
+    entries = [
+        {
+            "stage": PipelineProvenanceAPI.stage_name(record.stage),
+            "certification": PipelineProvenanceAPI.certification_name(record.certification),
+            **{name: getattr(record, name) for name in TEXT_FIELDS},
+        }
+        for record in records
+    ]
+    text = json.dumps({"schema": SCHEMA, "records": entries}, indent=2, ensure_ascii=False) + "\n"
+    partial = path.with_name(f".{path.name}.{os.getpid()}")
+    try:
+        partial.write_text(text, encoding="utf-8")
+        partial.replace(path)
+    finally:
+        partial.unlink(missing_ok=True)
+
+
+def first_fault(records: Sequence[ProvenanceRecord]) -> str | None:
+    """The first rule of certification that the chain fails, and where; None for a certified chain.
+
+    The order is that of the library's evaluation: completeness of all records, their form, the first record, the links
+    one by one, the last record.
+    """
+    fault = first_break(records)
+    if fault is None and records[-1].stage not in (PipelineStage.VKMcore, PipelineStage.EddyLab):
+        return f"record {len(records)}: a chain ends at VKMcore or EddyLab, not {_stage(records[-1])}"
+    return fault
+
+
+def first_break(records: Sequence[ProvenanceRecord]) -> str | None:
+    """The first fault that no further record can mend; None for a chain that may yet be certified."""
+    if not records:
+        return "the chain is empty"
+    numbered = list(enumerate(records, 1))
+    for place, record in numbered:
+        if not PipelineProvenanceAPI.record_complete(record):
+            empty = [name for name in TEXT_FIELDS if name != "parent_record_sha256" and not getattr(record, name)]
+            return f"record {place} is incomplete: no {', '.join(empty)}"
+    for place, record in numbered:
+        if name := _malformed_field(record):
+            return f"record {place} is malformed: {name}"
+    first = records[0]
+    if first.stage != PipelineStage.KnotPlot:
+        return f"record 1: a chain starts at KnotPlot, not {_stage(first)}"
+    if first.parent_record_sha256:
+        return "record 1: the first record has no parent"
+    for (_, before), (place, record) in itertools.pairwise(numbered):
+        if fault := _broken_link(before, record):
+            return f"record {place}: {fault}"
+    return None
+
+
+def _malformed_field(record: ProvenanceRecord) -> str | None:
+    digest = re.compile("[0-9a-fA-F]{64}")
+    for name in ("input_sha256", "output_sha256", "parameter_sha256"):
+        if not digest.fullmatch(getattr(record, name)):
+            return name
+    if record.parent_record_sha256 and not digest.fullmatch(record.parent_record_sha256):
+        return "parent_record_sha256"
+    stamp = "[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}[0-9.]*Z"
+    return None if re.fullmatch(stamp, record.timestamp_utc) else "timestamp_utc"
+
+
+def _broken_link(before: ProvenanceRecord, record: ProvenanceRecord) -> str | None:
+    if record.parent_record_sha256 != PipelineProvenanceAPI.record_fingerprint(before):
+        return "parent_record_sha256 is not the fingerprint of the record before"
+    if record.input_sha256 != before.output_sha256:
+        return "input_sha256 is not the output_sha256 of the record before"
+    if int(record.stage) - int(before.stage) not in (0, 1):
+        return f"stage {_stage(record)} does not follow {_stage(before)}"
+    for name in ("coordinate_convention", "scale_convention"):
+        if getattr(record, name) != getattr(before, name):
+            return f"{name} is not that of the record before"
+    return None
+
+
+def _stage(record: ProvenanceRecord) -> str:
+    return PipelineProvenanceAPI.stage_name(record.stage)

@@ -1,0 +1,15 @@
+#pragma once
+
+/// The registrars that this room adds to bind_knot, in the order that their signatures need.
+
+#include "module/border.hpp"
+
+namespace vkm {
+
+void register_knot_invariants(py::module_& m);
+void register_mass_functional(py::module_& m);
+void register_knot_report(py::module_& m);
+void register_invariant_builders(py::module_& m);
+void register_particle_prediction(py::module_& m);
+
+}  // namespace vkm

@@ -1,0 +1,116 @@
+"""The command `vkmcore pd`, its picture, and the example adapter for hyperbolic volumes."""
+
+import json
+import sys
+from pathlib import Path
+
+import numpy as np
+import pytest
+import vkmcore
+from click.testing import CliRunner
+from vkmcore.cli import cli
+from vkmcore.planar_diagram import DiagramSettings, closed_curve, passages, planar_diagram, richest_projection, strands
+
+ADAPTER = Path(__file__).parents[2] / "examples" / "hyperbolic_volume_adapter"
+
+
+def run(*arguments):
+    return CliRunner().invoke(cli, ["pd", *arguments])
+
+
+def record(*arguments):
+    result = run(*arguments, "--json")
+    assert result.exit_code == 0, result.stderr
+    return json.loads(result.stdout)
+
+
+def test_record_is_the_library_s_result():
+    found = record("3:1:1", "--samples", "150", "--tries", "7", "--seed", "-5", "--directions", "9")
+    _, points = closed_curve("3:1:1", 150)
+    assert found["pd"] == vkmcore.pd_from_curve(points, 7, -5)
+    assert found["crossings"] == len(found["pd"])
+    assert found["crossing_estimate"] == vkmcore.estimate_crossing_number(points.tolist(), 9, -5)
+    assert (found["points"], found["settings"]["seed"]) == (150, -5)
+    table = run("3:1:1", "--samples", "150", "--tries", "7", "--seed", "-5").stdout
+    for row in found["pd"]:
+        assert any(line.split()[1:] == [str(label) for label in row] for line in table.splitlines())
+
+
+def test_sources_agree(tmp_path):
+    _, points = closed_curve("3_1", 200)
+    series, array, text = tmp_path / "knot.fseries", tmp_path / "knot.npy", tmp_path / "knot.txt"
+    series.write_text(vkmcore.get_embedded_knot_files()["3_1"])
+    np.save(array, points)
+    np.savetxt(text, np.vstack([points, points[:1]]), fmt="%.17g")  # with its closing point, which is dropped
+    codes = [record(str(source), "--samples", "200")["pd"] for source in ("3_1", series, array, text)]
+    assert codes[0] and codes == [codes[0]] * 4
+
+
+def test_failures(tmp_path):
+    flat, empty = tmp_path / "flat.txt", tmp_path / "empty.fseries"
+    flat.write_text("1 2\n3 4\n")
+    empty.write_text("")
+    for source, text in (
+        ("9:99:9", "9:99:9: neither a catalogue key nor a file"),
+        ("0:1:2", "0:1:2: has 2 components, a code is of one closed curve"),
+        ("0:1:1", "Failed to extract PD from any projection"),
+        (str(empty), f"{empty}: no Fourier block in the file"),
+        (str(flat), f"{flat}: expected three numbers a point, found shape (2, 2)"),
+    ):
+        result = run(source)
+        assert (result.exit_code, result.stdout, result.stderr.strip()) == (1, "", text)
+
+
+@pytest.mark.parametrize(
+    "source, settings", [("4:1:1", DiagramSettings(samples=150)), ("3_1", DiagramSettings(seed=-3))]
+)
+def test_picture_shows_the_code(source, settings):
+    diagram = planar_diagram(*closed_curve(source, settings.samples), settings)
+    projected = richest_projection(diagram, settings)
+    over, under, sines = passages(projected, settings)
+    # The drawn passages alternate between over and under as the code says.
+    every = sorted([(position, True) for position in over] + [(position, False) for position in under])
+    over_labels = {row[3] for row in diagram.code}
+    assert [is_over for _, is_over in every] == [label in over_labels for label in range(1, len(every) + 1)]
+    pieces = strands(projected, over, under, sines)
+    assert len(pieces) == len(diagram.code)
+    # No end of a piece lies on its crossing, and pieces with their gaps make the whole curve.
+    edges = np.diff(np.vstack([projected, projected[:1]])[:, :2], axis=0)
+    drawn = sum(np.linalg.norm(np.diff(piece, axis=0), axis=1).sum() for piece in pieces)
+    assert 0.5 < drawn / np.linalg.norm(edges, axis=1).sum() < 1.0
+
+
+def test_plot_is_written(tmp_path):
+    target = tmp_path / "diagram.svg"
+    result = run("4:1:1", "--samples", "150", "--plot", str(target))
+    assert result.exit_code == 0 and result.stderr == f"wrote {target}\n"
+    assert "<svg" in target.read_text()
+    assert run("4:1:1", "--plot", str(tmp_path / "diagram.xyz")).exit_code == 1
+
+
+def test_volume_without_a_solver(monkeypatch):
+    monkeypatch.setitem(sys.modules, "vkm_hypvol_no_deps", None)
+    result = run("4:1:1", "--samples", "150", "--volume")
+    assert result.exit_code == 1 and "examples/hyperbolic_volume_adapter" in result.stderr
+
+
+@pytest.fixture
+def adapter(monkeypatch):
+    monkeypatch.syspath_prepend(ADAPTER)
+    monkeypatch.delitem(sys.modules, "vkm_hypvol_no_deps", raising=False)
+    yield
+    sys.modules.pop("vkm_hypvol_no_deps", None)
+
+
+@pytest.mark.parametrize("knot_id, volume", [("4:1:1", 2.0298832128), ("3:1:1", 0.0)])
+def test_volume_by_the_example_adapter(adapter, knot_id, volume):
+    pytest.importorskip("snappy")
+    assert record(knot_id, "--samples", "200", "--volume")["hyperbolic_volume"] == pytest.approx(volume, abs=1e-9)
+
+
+def test_adapter_refuses_what_is_no_diagram(adapter):
+    pytest.importorskip("snappy")
+    assert vkmcore.hyperbolic_volume_from_pd([]) == 0.0
+    for code in ([[1, 2, 3, 4]], [[4, 1, 1, 2], [2, 3, 3, 5]]):
+        with pytest.raises(ValueError, match="each label from 1 on must stand in the code twice"):
+            vkmcore.hyperbolic_volume_from_pd(code)

@@ -1,0 +1,118 @@
+"""`vkmcore describe` and `vkmcore compare`: files, keys, and how they fail."""
+
+import json
+import math
+
+import pytest
+import vkmcore
+from click.testing import CliRunner
+from vkmcore.cli import cli
+
+TREFOIL = "0.5 0 0 -0.5 0 0\n2 0 0 2 0 0\n0 0 0 0 0 1\n0 0 0 0 0 0\n0.5 0 0 0.5 0 0\n"
+
+
+def run(*arguments):
+    return CliRunner().invoke(cli, list(arguments))
+
+
+@pytest.fixture
+def trefoil(tmp_path):
+    path = tmp_path / "trefoil.fseries"
+    path.write_text(TREFOIL)
+    return str(path)
+
+
+def samples_of(path, n):
+    block = vkmcore.parse_fseries_multi(path)[0]
+    return block, vkmcore.evaluate_fourier_block(block, [k * (2.0 * math.pi) / n for k in range(n)])
+
+
+def test_describe_is_the_library_s_numbers_to_the_last_bit(trefoil):
+    record = json.loads(run("describe", trefoil, "--samples", "150", "--skip", "3", "--json").stdout)
+    block, points = samples_of(trefoil, 150)
+    curve = vkmcore.describe_fourier_block(block, 150, 3)
+    tube = vkmcore.resolved_tube_analyze(points, 3)
+    stress = vkmcore.ContactStressMap.diagnose_length_criticality(points, tube)
+    assert record["name"] == trefoil
+    names = ("length", "bending_energy", "min_self_distance", "writhe")
+    assert record["curve"] == {"kind": "fseries", "harmonics": 5, "vertices": 150} | {
+        name: getattr(curve, name) for name in names
+    }
+    assert record["tube"]["thickness_rad"] == tube.thickness_rad > 0.0
+    assert (record["tube"]["struts"], record["tube"]["kinks"]) == (len(tube.struts), len(tube.kinks))
+    assert record["contacts"]["contact_residual"] == stress.contact_residual < 1.0
+    assert record["settings"] == {"samples": 150, "skip": 3, "contact_tol": 0.001}
+
+
+def test_describe_takes_polygons_and_keys(trefoil, tmp_path):
+    _, points = samples_of(trefoil, 100)
+    polygon = tmp_path / "polygon.txt"
+    polygon.write_text("# x, y, z\n" + "".join(f"{x!r}, {y!r}, {z!r}\n" for x, y, z in points))
+    by_polygon = json.loads(run("describe", str(polygon), "--json").stdout)
+    by_series = json.loads(run("describe", trefoil, "--samples", "100", "--json").stdout)
+    assert by_polygon["curve"]["kind"] == "polygon" and by_polygon["curve"]["vertices"] == 100
+    assert by_polygon["tube"] == by_series["tube"] and by_polygon["contacts"] == by_series["contacts"]
+    for name in ("writhe", "min_self_distance"):
+        assert by_polygon["curve"][name] == by_series["curve"][name]
+    for key, kind in (("3_1", "catalogue"), ("3:1:1", "ideal")):
+        record = json.loads(run("describe", key, "--samples", "100", "--json").stdout)
+        assert record["curve"]["kind"] == kind
+        # The tube of a smooth trefoil, not the nearness of neighbours: above the best ropelength known, and near it.
+        assert 32.74 < record["tube"]["ropelength_rad"] < 50.0
+        assert record["tube"]["struts"] > 0
+
+
+def test_tables_show_every_digit(trefoil):
+    result = run("describe", trefoil, "--samples", "100")
+    record = json.loads(run("describe", trefoil, "--samples", "100", "--json").stdout)
+    assert result.exit_code == 0 and result.stderr == ""
+    assert f"{record['tube']['ropelength_rad']:#.10g}" in result.stdout and "contact residual" in result.stdout
+    result = run("compare", trefoil, "3_1", "--samples", "100")
+    record = json.loads(run("compare", trefoil, "3_1", "--samples", "100", "--json").stdout)
+    assert result.exit_code == 0 and result.stderr == ""
+    for name in ("L_a", "dkappa_max", "rms_point_delta"):
+        assert f"{record[name]:#.10g}" in result.stdout
+
+
+def test_compare_reads_files_and_keys_alike(trefoil, tmp_path):
+    embedded = tmp_path / "3_1.fseries"
+    embedded.write_text(vkmcore.get_embedded_knot_files()["3_1"])
+    record = json.loads(run("compare", trefoil, "3_1", "--samples", "90", "--skip", "2", "--json").stdout)
+    assert (record.pop("a"), record.pop("b")) == (trefoil, "3_1")
+    assert record.pop("settings") == {"samples": 90, "skip": 2}
+    assert record == vkmcore.compare_fseries_files(trefoil, str(embedded), 90, 2)
+    assert json.loads(run("compare", "3:1:1", "3:1:1", "--json").stdout)["rms_point_delta"] == 0.0
+
+
+@pytest.mark.parametrize(
+    ("text", "message"),
+    [
+        (None, "neither a file nor a key"),
+        ("", "neither Fourier rows"),
+        ("1 2 3\n4 5\n", "neither Fourier rows"),
+        ("1 2 3\n4 5 x\n", "neither Fourier rows"),
+        ("1 2 3\n4 5 6\n1 1 nan\n", "not a finite number"),
+        ("1 2 3\n4 5 6\n", "at least 3 points"),
+    ],
+)
+def test_failures_are_one_line(tmp_path, text, message):
+    path = tmp_path / "curve.txt"
+    if text is not None:
+        path.write_text(text)
+    result = run("describe", str(path))
+    assert result.exit_code == 1 and result.stdout == "" and message in result.stderr
+    assert result.stderr.count("\n") == 1
+    if text == "1 2 3\n4 5 6\n":
+        assert "a polygon" in run("compare", "3_1", str(path)).stderr
+
+
+def test_links_are_refused():
+    links = [
+        block.id
+        for text in vkmcore.get_embedded_ideal_files().values()
+        for block in vkmcore.parse_ideal_halvard_from_string(text)
+        if len(block.components) > 1
+    ]
+    if not links:
+        pytest.skip("the catalogue of this build holds no link")
+    assert "one closed curve is needed" in run("describe", links[0]).stderr
