@@ -34,7 +34,11 @@ class Failure(click.ClickException):
 
 
 # Commands in modules of their own, imported when one of them is called or the help lists them.
-ELSEWHERE = {"pd": "vkmcore.planar_diagram", "spectrum": "vkmcore.spectrum"}
+ELSEWHERE = {
+    "pd": "vkmcore.planar_diagram",
+    "spectrum": "vkmcore.spectrum",
+    "tighten": "vkmcore.tighten_command",
+}
 
 
 class Program(click.Group):

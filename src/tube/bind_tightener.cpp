@@ -104,6 +104,10 @@ void register_tightener(py::module_& m) {
   const auto tighten = [](const Points& initial_points, const TighteningOptions& options) {
     return Tightener::tighten(initial_points, options, python_poll());
   };
+  const auto watched = [](const Points& initial_points, const TighteningOptions& options, const py::function& watch) {
+    return Tightener::tighten(initial_points, options, python_poll(),
+                              [&](const TighteningStepRecord& step, const Points& points) { watch(step, points); });
+  };
   const auto projected_gradient = [](const Points& points, const ResolvedTubeMetrics& tube,
                                      const TighteningOptions& options) {
     return Tightener::projected_gradient_flat(points, tube, options, nullptr, python_poll());
@@ -132,7 +136,9 @@ void register_tightener(py::module_& m) {
           "for the rest ('newton'), by the scaling alone ('scale'), or not at all ('none').")
       .def_static("projected_gradient_flat", projected_gradient, py::arg("points"), py::arg("tube"), options,
                   projected_gradient_doc)
-      .def_static("tighten", tighten, py::arg("initial_points"), options, tighten_doc);
+      .def_static("tighten", tighten, py::arg("initial_points"), options, tighten_doc)
+      .def_static("_watched_tighten", watched, py::arg("initial_points"), py::arg("options"), py::arg("watch"),
+                  "tighten, calling watch(step record, points) after each step; what it raises ends the run.");
 
   m.def("resolved_tube_tighten", tighten, py::arg("initial_points"), options, tighten_doc);
   m.def("resolved_tube_projected_gradient", projected_gradient, py::arg("points"), py::arg("tube"), options,
