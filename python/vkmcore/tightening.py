@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 import math
-from collections.abc import Callable, Sequence
+from collections.abc import Callable
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
@@ -18,7 +18,7 @@ from vkmcore import (
     TighteningStepRecord,
 )
 from vkmcore.curve_description import neighbours
-from vkmcore.curve_source import CurveSource
+from vkmcore.curve_source import CurveSource, evenly_spaced
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray
@@ -119,14 +119,6 @@ class Tightening:
 
         result = ResolvedTubeTightener._watched_tighten(self.scaled.tolist(), options, see)
         self.scaled, self.reason = np.array(result.points), result.reason
-
-
-def evenly_spaced(points: Sequence[Sequence[float]] | Points, count: int) -> Points:
-    """`count` vertices at equal arc lengths of a closed polygon, from its first one on."""
-    closed = np.vstack([points, points[:1]])
-    arc = np.concatenate([[0.0], np.cumsum(np.linalg.norm(np.diff(closed, axis=0), axis=1))])
-    at = np.arange(count) * arc[-1] / count
-    return np.column_stack([np.interp(at, arc, closed[:, axis]) for axis in range(3)])
 
 
 def start_polygon(source: CurveSource, vertices: int | None) -> Points:

@@ -10,8 +10,8 @@ import vkmcore
 from click.testing import CliRunner
 from vkmcore import tighten_command
 from vkmcore.cli import cli
-from vkmcore.curve_source import find_curve
-from vkmcore.tightening import Tightening, evenly_spaced, out_of_touch, start_polygon
+from vkmcore.curve_source import evenly_spaced, find_curve
+from vkmcore.tightening import Tightening, out_of_touch, start_polygon
 
 SMALL = ["3_1", "--vertices", "36", "--contact-tol", "0.003"]
 
