@@ -40,9 +40,9 @@ TUNING: dict[str, tuple[Any, str]] = {
     "correction_strategy": (None, "How lost thickness is restored."),
     "newton_correction_damping": (None, "Factor on a correction, used within 0..1."),
     "newton_ridge": (None, "Ridge of the correction's equations."),
-    "nnls_max_iterations": (None, "Iterations of the contact fit."),
+    "nnls_max_iterations": (200, "Iterations of the contact fit."),
     "nnls_tolerance": (None, "Tolerance of the contact fit."),
-    "use_active_set_solver": (None, "Active set in the contact fit rather than coordinate descent."),
+    "use_active_set_solver": (False, "Active set in the contact fit: exact, and slow from some hundred contacts on."),
     "use_sparse_solver": (None, "Sparse rigidity matrix."),
     "use_analytic_kink_gradient": (None, "Analytic columns of kinks."),
 }

@@ -30,13 +30,9 @@ def one_call(steps, skip=None, **changes):
     """(start, result) of the library's tightener."""
     reached = begun(skip)
     options = vkmcore.TighteningOptions()
-    changes = {
-        "max_steps": steps,
-        "contact_tol": 0.003,
-        "skip_neighbors": reached.skip,
-        "max_step_size": 0.05,
-    } | changes
-    for name, value in changes.items():
+    defaults = {"max_step_size": 0.05, "use_active_set_solver": False, "nnls_max_iterations": 200}
+    settings = {"max_steps": steps, "contact_tol": 0.003, "skip_neighbors": reached.skip} | defaults | changes
+    for name, value in settings.items():
         setattr(options, name, value)
     return reached, vkmcore.ResolvedTubeTightener.tighten(reached.scaled, options)
 
@@ -45,8 +41,8 @@ def one_call(steps, skip=None, **changes):
     ("arguments", "changes"),
     [
         ([], {}),
-        (["--no-preserve-initial-thickness", "--no-active-set-solver", "--nnls-max-iterations", "50"],
-         {"preserve_initial_thickness": False, "use_active_set_solver": False, "nnls_max_iterations": 50}),
+        (["--no-preserve-initial-thickness", "--active-set-solver", "--nnls-max-iterations", "50"],
+         {"preserve_initial_thickness": False, "use_active_set_solver": True, "nnls_max_iterations": 50}),
         (["--correction-strategy", "scale", "--max-step-size", "0.2", "--skip", "4"],
          {"correction_strategy": "scale", "max_step_size": 0.2, "skip": 4}),
     ],
