@@ -12,12 +12,13 @@ from typing import Any
 
 import click
 
-from vkmcore import ResolvedTubeMetrics, TighteningOptions
+from vkmcore import TighteningOptions
 from vkmcore.cli import Failure, check_name, check_plot, digits, plain_table, print_json, print_table
 from vkmcore.curve_source import find_curve
 from vkmcore.tightening import (
     GRADIENT_FILE,
     MATRIX_FILE,
+    PATIENCE,
     Tightening,
     record,
     start_polygon,
@@ -73,7 +74,7 @@ def tuning_options(command: Callable[..., None]) -> Callable[..., None]:
     help="Vertices, at equal arc lengths.  [default: 120 of a series; a polygon as it stands]",
 )
 @click.option(
-    "--steps", type=click.IntRange(0, 2**31 - 1), default=200, show_default=True, help="Most steps of each run."
+    "--steps", type=click.IntRange(0, 2**31 - 1), default=200, show_default=True, help="Most steps with each tolerance."
 )
 @click.option(
     "--contact-tol",
@@ -82,12 +83,19 @@ def tuning_options(command: Callable[..., None]) -> Callable[..., None]:
     multiple=True,
     default=(0.003, 0.001, 0.0001),
     show_default=True,
-    help="Tolerance of active contacts; repeat it for a run with each, one after the other.",
+    help="Tolerance of active contacts; repeat it to use several, one after the other.",
 )
 @click.option(
     "--skip",
     type=click.IntRange(1, 2**31 - 1),
-    help="Neighbours that are no contacts.  [default: those within pi tube radii]",
+    help="Neighbours that are no contacts.  [default: those within pi tube radii along the curve]",
+)
+@click.option(
+    "--least-gain",
+    type=float,
+    default=1e-6,
+    show_default=True,
+    help=f"End a run when {PATIENCE} steps gain less than this part of the ropelength; 0 goes on.",
 )
 @click.option(
     "--output",
@@ -117,6 +125,7 @@ def tighten(
     steps: int,
     contact_tols: tuple[float, ...],
     skip: int | None,
+    least_gain: float,
     output: Path | None,
     matrices: Path | None,
     plot: Path | None,
@@ -125,6 +134,9 @@ def tighten(
     **tuning: Any,
 ) -> None:
     """Tighten a closed curve: shorten it at a held tube radius.
+
+    The work goes in runs, each a call of the library's tightener: one with each tolerance, and a new one where the
+    curve has become so short that more neighbours make half a turn of the tube.
 
     FILE is a .fseries text or has a vertex x y z a line; KEY is of the catalogue, as 3_1 or 3:1:1.
 
@@ -142,32 +154,29 @@ def tighten(
 
     source = find_curve(name)
     reached = Tightening(start_polygon(source, vertices))
-    reached.begin(contact_tols[0], skip)
-    first = reached.tube()
     if matrices is not None:
         matrices.mkdir(exist_ok=True)
     interrupted = False
     with step_bar(steps * len(contact_tols), visible=sys.stderr is not None and sys.stderr.isatty()) as tell:
         try:
-            for run, contact_tol in enumerate(contact_tols):
-                if run:
-                    reached.begin(contact_tol, skip)
-                reached.run(options, lambda: tell(reached))
+            reached.tighten(contact_tols, options, skip, least_gain, lambda: tell(reached))
         except KeyboardInterrupt:
             interrupted = True
+    if not reached.runs:
+        raise KeyboardInterrupt
 
     if output is not None:
         write_polygon(output, name, reached)
     if matrices is not None:
         write_matrices(matrices, reached)
     if as_json:
-        settings = {"contact_tols": contact_tols, "max_steps": steps, "skip": skip, **tuning}
-        print_json({"name": name, "kind": source.kind, **record(reached, first), "settings": settings})
+        settings = {"contact_tols": contact_tols, "max_steps": steps, "skip": skip, "least_gain": least_gain, **tuning}
+        print_json({"name": name, "kind": source.kind, **record(reached), "settings": settings})
     else:
         print_steps(name, reached, rows)
-        print_outcome(name, reached, first)
+        print_outcome(name, reached)
     if plot is not None:
-        draw(plot, name, reached, first)
+        draw(plot, name, reached)
     for path in (output, matrices, plot):
         if path is not None:
             click.echo(f"wrote {path}", err=True)
@@ -230,8 +239,9 @@ def print_steps(name: str, reached: Tightening, rows: int) -> None:
     print_table(table)
 
 
-def print_outcome(name: str, reached: Tightening, first: ResolvedTubeMetrics) -> None:
-    last = reached.tube()
+def print_outcome(name: str, reached: Tightening) -> None:
+    first, last = reached.start_tube, reached.tube()
+    assert first is not None
     table = plain_table()
     table.add_column(name)
     table.add_column("", justify="right")
@@ -245,11 +255,11 @@ def print_outcome(name: str, reached: Tightening, first: ResolvedTubeMetrics) ->
     print_table(table)
 
 
-def draw(path: Path, name: str, reached: Tightening, first: ResolvedTubeMetrics) -> None:
+def draw(path: Path, name: str, reached: Tightening) -> None:
     from vkmcore.plots import PlotError
     from vkmcore.tightening_plot import plot_tightening
 
     try:
-        plot_tightening(path, name, reached, first)
+        plot_tightening(path, name, reached)
     except PlotError as error:
         raise Failure(f"vkmcore: {error}") from error

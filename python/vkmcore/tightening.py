@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 import math
-from collections.abc import Callable
+from collections.abc import Callable, Sequence
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
@@ -48,12 +48,20 @@ STEP_FIELDS = (
 )
 
 
+PATIENCE = 20  # steps over which a gain is measured
+
+
+class EndOfRun(Exception):
+    """A watched run is not worth going on; the text is its reason."""
+
+
 class Tightening:
     """A closed curve on its way to least ropelength, with all that has been reached, also where a run was interrupted.
 
     Attributes:
         start: the first polygon, vertices (N, 3) in any unit.
         start_unit: its tube radius, in that unit.
+        start_tube: its measures, over `start_unit`; None before the first run.
         unit: tube radius of the polygon that the last run started from, in that unit too.
         scaled: the last accepted polygon, over `unit`.
         skip, contact_tol: of the last run.
@@ -65,9 +73,11 @@ class Tightening:
     def __init__(self, start: Points) -> None:
         self.start = start
         self.start_unit = 1.0
+        self.start_tube: ResolvedTubeMetrics | None = None
         self.unit = ResolvedTubeGeometry.edge_length_mean(start.tolist()) or 1.0  # lengths about 1, until a run begins
         self.scaled = start / self.unit
         self.skip = 0
+        self.fixed_skip = False
         self.contact_tol = 0.0
         self.steps: list[TighteningStepRecord] = []
         self.runs: list[int] = []
@@ -87,25 +97,32 @@ class Tightening:
 
         Args:
             contact_tol: how far from the thickness an edge pair or a corner may be and still count as a contact.
-            skip: edges to either side that are no contacts; `out_of_touch` of the polygon if None.
+            skip: edges to either side that are no contacts; `half_turn` of the polygon if None, or that of an earlier
+                one where that was more.
 
         Raises:
             ValueError: fewer than three vertices, a polygon without thickness, or a negative tolerance.
         """
-        self.skip = out_of_touch(self.scaled) if skip is None else skip
+        self.fixed_skip = skip is not None
+        self.skip = max(self.skip, half_turn(self.scaled)) if skip is None else skip
         self.contact_tol = contact_tol
         radius = self.tube().thickness_rad
         if not 0.0 < radius < math.inf:
             raise ValueError("nonpositive_initial_thickness: there is no tube to tighten around this polygon")
         self.unit, self.scaled = self.unit * radius, self.scaled / radius
-        if not self.runs:
-            self.start_unit = self.unit
+        if self.start_tube is None:
+            self.start_unit, self.start_tube = self.unit, self.tube()
 
-    def run(self, options: TighteningOptions, watch: Callable[[], None] = lambda: None) -> None:
+    def run(
+        self, options: TighteningOptions, watch: Callable[[], None] = lambda: None, least_gain: float = 0.0
+    ) -> None:
         """Tighten by one call of the library's tightener, which is watched and not cut into pieces: each call holds the
-        thickness that it starts from. `watch` is called after every step, and what it raises ends the run.
+        thickness that it starts from. It ends early where `PATIENCE` steps have gained less than `least_gain` of the
+        ropelength, or where the polygon has become so short that more edges make half a turn of its tube: another run
+        may begin there.
 
-        `contact_tol` and `skip_neighbors` of the options are set to those that the run began with.
+        `contact_tol` and `skip_neighbors` of the options are set to those that the run began with. `watch` is called
+        after every step, and what it raises ends the run.
         """
         options.contact_tol, options.skip_neighbors = self.contact_tol, self.skip
         self.runs.append(0)
@@ -116,9 +133,41 @@ class Tightening:
             self.steps.append(step)
             self.runs[-1] += 1
             watch()
+            if not self.fixed_skip and half_turn_edges(len(points), step.ropelength_after) > self.skip:
+                raise EndOfRun("more_neighbours")
+            if self.runs[-1] >= PATIENCE:
+                before = self.steps[-PATIENCE].ropelength_before
+                if before - step.ropelength_after < least_gain * before:
+                    raise EndOfRun("little_gain")
 
-        result = ResolvedTubeTightener._watched_tighten(self.scaled.tolist(), options, see)
-        self.scaled, self.reason = np.array(result.points), result.reason
+        try:
+            result = ResolvedTubeTightener._watched_tighten(self.scaled.tolist(), options, see)
+        except EndOfRun as end:
+            self.reason = str(end)
+        else:
+            self.scaled, self.reason = np.array(result.points), result.reason
+
+    def tighten(
+        self,
+        contact_tols: Sequence[float],
+        options: TighteningOptions,
+        skip: int | None = None,
+        least_gain: float = 0.0,
+        watch: Callable[[], None] = lambda: None,
+    ) -> None:
+        """Runs with each of the tolerances in turn, at most `options.max_steps` steps with each."""
+        most = options.max_steps
+        for contact_tol in contact_tols:
+            left = most
+            self.reason = "more_neighbours"
+            while self.reason == "more_neighbours":
+                self.begin(contact_tol, skip)
+                options.max_steps = left
+                self.run(options, watch, least_gain)
+                left -= self.runs[-1]
+                if left <= 0:
+                    break
+        options.max_steps = most
 
 
 def start_polygon(source: CurveSource, vertices: int | None) -> Points:
@@ -131,23 +180,26 @@ def start_polygon(source: CurveSource, vertices: int | None) -> Points:
     return points if vertices is None else evenly_spaced(points, vertices)
 
 
-def out_of_touch(points: Points) -> int:
+def half_turn_edges(vertices: int, ropelength: float) -> int:
+    """How many edges make half a turn of the tube, pi radii along the curve."""
+    return min(max(math.ceil(math.pi * vertices / ropelength), 1), max(vertices // 2, 1))
+
+
+def half_turn(points: Points) -> int:
     """How many edges to either side of one are too near to it along the curve for a contact.
 
-    Where no radius of curvature is below the tube's, two points that hold the tube apart are at least pi radii from
-    each other along the curve. Shortening at a held thickness keeps that true: edges become shorter, not longer.
+    Where no radius of curvature is below the tube's, two points that hold the tube apart are at least half a turn from
+    each other along the curve. Shortening at a held thickness adds edges to that turn and takes none away.
     """
     vertices = points.tolist()
-    edge = ResolvedTubeGeometry.edge_length_mean(vertices)
-    radius = ResolvedTubeGeometry.analyze(vertices, neighbours(vertices), 0.0).thickness_rad
-    if not edge > 0.0 or not math.isfinite(radius):
-        return 1
-    return min(max(int(math.pi * radius / edge), 1), max(len(points) // 2, 1))
+    ropelength = ResolvedTubeGeometry.analyze(vertices, neighbours(vertices), 0.0).ropelength_rad
+    return half_turn_edges(len(vertices), ropelength) if ropelength > 0.0 else 1
 
 
-def record(reached: Tightening, first: ResolvedTubeMetrics) -> dict[str, Any]:
-    """All of it as plain values, in full precision; `first` is the tube of the first run's start."""
-    last = reached.tube()
+def record(reached: Tightening) -> dict[str, Any]:
+    """All that a run has reached as plain values, in full precision."""
+    first, last = reached.start_tube, reached.tube()
+    assert first is not None
     return {
         "vertices": len(reached.scaled),
         "ropelength_before": first.ropelength_rad,

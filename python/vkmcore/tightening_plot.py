@@ -21,7 +21,7 @@ RINGS = 240  # about so many along a tube, so that its corners are round
 SIDES = 28  # of a ring
 
 
-def plot_tightening(path: Path, name: str, reached: Tightening, first: ResolvedTubeMetrics) -> None:
+def plot_tightening(path: Path, name: str, reached: Tightening) -> None:
     """Draw both polygons as tubes of their own thickness, to one scale of it, above the ropelength by step.
 
     Raises:
@@ -31,7 +31,8 @@ def plot_tightening(path: Path, name: str, reached: Tightening, first: ResolvedT
     from matplotlib.backends.backend_agg import FigureCanvasAgg
     from matplotlib.figure import Figure
 
-    last = reached.tube()
+    first, last = reached.start_tube, reached.tube()
+    assert first is not None
     figure = Figure(figsize=(9.0, 7.6), dpi=150, facecolor="white")
     FigureCanvasAgg(figure)
     grid = figure.add_gridspec(

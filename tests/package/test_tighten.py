@@ -11,7 +11,7 @@ from click.testing import CliRunner
 from vkmcore import tighten_command
 from vkmcore.cli import cli
 from vkmcore.curve_source import evenly_spaced, find_curve
-from vkmcore.tightening import Tightening, out_of_touch, start_polygon
+from vkmcore.tightening import Tightening, half_turn, start_polygon
 
 SMALL = ["3_1", "--vertices", "36", "--contact-tol", "0.003"]
 
@@ -155,6 +155,31 @@ def test_start_polygons():
     assert evenly_spaced(square, 8)[1::2].tolist() == [[0.5, 0, 0], [1, 0.5, 0], [0.5, 1, 0], [0, 0.5, 0]]
     # Half a turn of a round curve, and less than the way between the strands of a trefoil that touch.
     angle = 2.0 * np.pi * np.arange(40) / 40
-    assert out_of_touch(np.column_stack([np.cos(angle), np.sin(angle), 0.0 * angle])) in (19, 20)
+    assert half_turn(np.column_stack([np.cos(angle), np.sin(angle), 0.0 * angle])) in (19, 20)
     tube = begun().tube()
     assert min(min(pair.j - pair.i, 36 - (pair.j - pair.i)) for pair in tube.struts) > 36 * math.pi / 40.0
+
+
+def test_a_run_ends_where_it_gains_little_and_where_neighbours_are_added():
+    record = json.loads(run(*SMALL, "--steps", 200, "--least-gain", "1e-3", "--json").stdout)
+    assert record["reason"] == "little_gain" and 20 <= record["runs"][-1] < 200
+    values = [step["ropelength_before"] for step in record["steps"]] + [record["ropelength_after"]]
+    gains = [1.0 - after / before for before, after in zip(values, values[20:], strict=False)]
+    assert gains[-1] < 1e-3 <= min(gains[:-1])
+
+    reached = Tightening(start_polygon(find_curve("3_1"), 36) * [1.0, 1.0, 4.0])  # a tall one has much to lose
+    options = vkmcore.TighteningOptions()
+    options.max_steps, options.max_step_size = 60, 0.05
+    reached.tighten([0.003], options)
+    assert len(reached.runs) > 1 and sum(reached.runs) == len(reached.steps) <= 60
+    assert reached.skip == math.ceil(36 * math.pi / reached.tube().ropelength_rad)
+    assert out_of_bounds(reached) < 1e-9
+
+
+def out_of_bounds(reached):
+    """How far strands more than half a turn apart along the curve come nearer than the tube allows, in tube radii."""
+    tube = reached.tube()
+    pairs = vkmcore.ResolvedTubeGeometry.dcsd_candidates(reached.scaled, 1, 3.0)
+    along = [(abs(pair.arclength_i - pair.arclength_j), pair.distance) for pair in pairs]
+    far = [d for arc, d in along if min(arc, tube.length - arc) > math.pi * tube.thickness_rad]
+    return 1.0 - min(far) / (2.0 * tube.thickness_rad)
