@@ -71,7 +71,8 @@ def tuning_options(command: Callable[..., None]) -> Callable[..., None]:
 @click.option(
     "--vertices",
     type=click.IntRange(3, 2**31 - 1),
-    help="Vertices, at equal arc lengths.  [default: 120 of a series; a polygon as it stands]",
+    help="Vertices, at equal arc lengths; the time of a step grows faster than their square.  "
+    "[default: 120 of a series; a polygon as it stands]",
 )
 @click.option(
     "--steps", type=click.IntRange(0, 2**31 - 1), default=200, show_default=True, help="Most steps with each tolerance."

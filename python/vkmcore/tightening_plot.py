@@ -44,7 +44,7 @@ def plot_tightening(path: Path, name: str, reached: Tightening) -> None:
     )
     for place, (title, points) in enumerate(knots):
         axes: Any = figure.add_subplot(grid[0, place], projection="3d")
-        axes.set_title(title, fontsize=11, color="#30343b")
+        axes.set_title(title, fontsize=11, color="#30343b", parse_math=False)
         _draw_tube(axes, points, PALETTE[place])
     _draw_history(figure.add_subplot(grid[1, :]), reached, first)
     picture = io.BytesIO()
