@@ -84,7 +84,8 @@ def subdivided(points: Points, parts: int) -> Points:
 def _draw_history(axes: Any, reached: Tightening, first: ResolvedTubeMetrics) -> None:
     """Ropelength after each step, and where a run ended."""
     values = [first.ropelength_rad, *(step.ropelength_after for step in reached.steps)]
-    axes.plot(range(len(values)), values, color=PALETTE[1], linewidth=1.4)
+    marker = "o" if len(values) == 1 else None
+    axes.plot(range(len(values)), values, color=PALETTE[1], linewidth=1.4, marker=marker)
     for end in np.cumsum(reached.runs)[:-1]:
         axes.axvline(end, color="#b0b4bc", linewidth=0.8, linestyle=":")
     axes.set(xlabel="step", ylabel="ropelength (length / radius)", xlim=(0, max(len(values) - 1, 1)))
