@@ -26,6 +26,8 @@ from vkmcore.tightening import (
     write_polygon,
 )
 
+TOLERABLE_OVERLAP = 0.01  # of the diameter; a polygon at the limit of curvature has some
+
 # Field of TighteningOptions: the command's default, if it is not the library's, and the help. Lengths are in radii of
 # the start's tube.
 TUNING: dict[str, tuple[Any, str]] = {
@@ -176,6 +178,9 @@ def tighten(
     else:
         print_steps(name, reached, rows)
         print_outcome(name, reached)
+    if (overlap := reached.overlap()) > TOLERABLE_OVERLAP:
+        text = f"strands overlap by {100.0 * overlap:.1f} % of the tube among the skipped neighbours; see --skip"
+        click.echo(text, err=True)
     if plot is not None:
         draw(plot, name, reached)
     for path in (output, matrices, plot):

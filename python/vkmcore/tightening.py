@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import math
+import os
 from collections.abc import Callable, Sequence
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
@@ -91,6 +92,22 @@ class Tightening:
     def tube(self) -> ResolvedTubeMetrics:
         """Of the last accepted polygon, over `unit`."""
         return ResolvedTubeGeometry.analyze(self.scaled.tolist(), self.skip, self.contact_tol)
+
+    def overlap(self) -> float:
+        """How far tubes that are more than half a turn apart along the curve reach into each other, over the diameter:
+        0 but where edges of uneven length put a contact among the skipped neighbours."""
+        tube, vertices = self.tube(), self.scaled.tolist()
+        diameter = 2.0 * tube.thickness_rad
+        nearest = ResolvedTubeGeometry.dcsd_candidates(vertices, 1)
+        if not nearest or not nearest[0].distance < diameter:
+            return 0.0
+        tolerance = (diameter - nearest[0].distance) / (1.0 + nearest[0].distance)
+        least = diameter
+        for pair in ResolvedTubeGeometry.dcsd_candidates(vertices, 1, tolerance):
+            along = abs(pair.arclength_i - pair.arclength_j)
+            if min(along, tube.length - along) > math.pi * tube.thickness_rad:
+                least = min(least, pair.distance)
+        return 1.0 - least / diameter
 
     def begin(self, contact_tol: float, skip: int | None = None) -> None:
         """Take the polygon as the start of a run: its tube radius is the unit from here on.
@@ -208,6 +225,7 @@ def record(reached: Tightening) -> dict[str, Any]:
         "struts": len(last.struts),
         "kinks": len(last.kinks),
         "skipped_neighbours": reached.skip,
+        "overlap": reached.overlap(),
         "runs": reached.runs,
         "reason": reached.reason,
         "steps": [{name: getattr(step, name) for name in STEP_FIELDS} for step in reached.steps],
@@ -227,6 +245,7 @@ def write_polygon(path: Path, name: str, reached: Tightening) -> None:
 def write_matrices(folder: Path, reached: Tightening) -> None:
     """The rigidity matrix of the last accepted polygon and its length gradient. Neither depends on the unit."""
     matrix = ContactStressMap.build_sparse_rigidity_matrix(reached.scaled.tolist(), reached.tube())
-    ContactStressMap.write_sparse_matrix_market(matrix, str(folder / MATRIX_FILE))
     gradient = ResolvedTubeGeometry.length_gradient_flat(reached.scaled.tolist())
-    ContactStressMap.write_vector_market(gradient, str(folder / GRADIENT_FILE))
+    paths: Any = [os.fsencode(folder / name) for name in (MATRIX_FILE, GRADIENT_FILE)]  # need not be valid text
+    ContactStressMap.write_sparse_matrix_market(matrix, paths[0])
+    ContactStressMap.write_vector_market(gradient, paths[1])

@@ -173,13 +173,19 @@ def test_a_run_ends_where_it_gains_little_and_where_neighbours_are_added():
     reached.tighten([0.003], options)
     assert len(reached.runs) > 1 and sum(reached.runs) == len(reached.steps) <= 60
     assert reached.skip == math.ceil(36 * math.pi / reached.tube().ropelength_rad)
-    assert out_of_bounds(reached) < 1e-9
+    assert reached.overlap() < 1e-9
 
 
-def out_of_bounds(reached):
-    """How far strands more than half a turn apart along the curve come nearer than the tube allows, in tube radii."""
-    tube = reached.tube()
-    pairs = vkmcore.ResolvedTubeGeometry.dcsd_candidates(reached.scaled, 1, 3.0)
-    along = [(abs(pair.arclength_i - pair.arclength_j), pair.distance) for pair in pairs]
-    far = [d for arc, d in along if min(arc, tube.length - arc) > math.pi * tube.thickness_rad]
-    return 1.0 - min(far) / (2.0 * tube.thickness_rad)
+def test_an_overlap_among_neighbours_is_told(tmp_path):
+    # A dumbbell, whose waist is narrower than its corners ask for: with all neighbours skipped nothing looks there.
+    t = 2.0 * np.pi * np.arange(40) / 40
+    points = np.column_stack([2.0 * np.cos(t), np.sin(t) * (0.1 + np.cos(t) ** 2), 0.0 * t])
+    path = tmp_path / "dumbbell.txt"
+    np.savetxt(path, points)
+    told = run(path, "--steps", 0, "--skip", 20, "--json")
+    radius = vkmcore.resolved_tube_minrad(points)
+    waist = vkmcore.resolved_tube_analyze(points, 10).min_dcsd
+    assert radius > 0.15 and waist < 0.201
+    assert json.loads(told.stdout)["overlap"] == pytest.approx(1.0 - waist / (2.0 * radius), rel=1e-6)
+    assert "strands overlap" in told.stderr
+    assert "overlap" not in run(path, "--steps", 0, "--skip", 10).stderr
