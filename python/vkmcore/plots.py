@@ -123,11 +123,11 @@ def _draw_knot(axes: Any, title: str, filaments: list[Points]) -> None:
     axes.view_init(elev=52, azim=-60)
 
 
-def _thinned(points: Points) -> Points:
-    """At most RINGS of the points, evenly by number."""
-    if len(points) <= RINGS:
+def _thinned(points: Points, most: int = RINGS) -> Points:
+    """At most that many of the points, evenly by number."""
+    if len(points) <= most:
         return points
-    kept: Points = points[np.linspace(0, len(points), RINGS, endpoint=False).astype(int)]
+    kept: Points = points[np.linspace(0, len(points), most, endpoint=False).astype(int)]
     return kept
 
 
