@@ -210,7 +210,7 @@ class _Run:
                 filaments = self._resampled(filaments)
                 count = max(1, math.ceil((target - time) / self._proposal(filaments) - 1e-9))
                 h = (target - time) / count
-                if not time + h > time:
+                if not self.t_end + h > self.t_end:
                     raise ValueError(f"simulate: steps of {h:.3g} s do not move the clock at t = {time:.6g} s")
                 filaments, h = self._step(filaments, h, time)
                 if h > 0.0:
@@ -223,9 +223,9 @@ class _Run:
                 return
 
     def _next_frame(self, time: float) -> float:
-        """The first multiple of the interval behind `time`, or t_end; they may differ by rounding."""
+        """The first multiple of the interval behind `time`, or t_end; what differs by rounding is one time."""
         number = math.floor(time / self.interval)
-        while number * self.interval <= time:
+        while number * self.interval <= time * (1.0 + 1e-12):
             number += 1
         target = number * self.interval
         return target if target < self.t_end * (1.0 - 1e-12) else self.t_end
@@ -283,9 +283,7 @@ class _Run:
         # The step gives back what it knows of a filament, which leaves out `source`.
         after = [{**old, "points": new["points"]} for old, new in zip(filaments, step["filaments"])]
         if not all(math.isfinite(filament["points"].sum()) for filament in after):
-            raise RuntimeError(
-                f"simulate: positions are no longer finite after t = {time:.6g} s; a shorter dt may help"
-            )
+            raise RuntimeError(f"simulate: positions run away after t = {time:.6g} s; a shorter dt may help")
         if not self.threshold > 0.0:
             return after, None
         verdict = _native.guard_topology_step(

@@ -75,14 +75,14 @@ def film_run(
 
     figure, axes = _stage(frames, title, inches=4.4, dpi=100)
     diagonal = _box_diagonal(axes)
-    clock = figure.text(0.5, 0.03, "", ha="center", fontsize=9, color="#30343b")
+    heading = figure.texts[0]
     writer = PillowWriter(fps=frames_per_second)
     draft = path.with_name(path.name + ".new")
     try:
         with writer.saving(figure, str(draft.with_suffix(".gif")), dpi=100):
             for number, frame in enumerate(frames, start=1):
                 drawn = _draw_tubes(axes, frame.points, ghosts, TUBE * diagonal, rings=160)
-                clock.set_text(f"t = {frame.time:.4g} s")
+                heading.set_text(f"{title}   t = {frame.time:.2f} s")
                 writer.grab_frame()
                 for artist in drawn:
                     artist.remove()
@@ -103,6 +103,7 @@ def _stage(frames: Sequence[Frame], title: str, inches: float = 6.0, dpi: int = 
     """A figure whose axes hold all frames, one unit of length the same on all three."""
     from matplotlib.backends.backend_agg import FigureCanvasAgg
     from matplotlib.figure import Figure
+    from matplotlib.ticker import MaxNLocator
 
     everything = np.concatenate([points for frame in frames for points in frame.points])
     low, high = everything.min(axis=0), everything.max(axis=0)
@@ -111,26 +112,20 @@ def _stage(frames: Sequence[Frame], title: str, inches: float = 6.0, dpi: int = 
 
     figure = Figure(figsize=(inches, inches), dpi=dpi, facecolor="white")
     FigureCanvasAgg(figure)
-    axes: Any = figure.add_axes((0.0, 0.03, 1.0, 0.9), projection="3d", computed_zorder=False)
+    axes: Any = figure.add_axes((0.0, 0.0, 1.0, 0.95), projection="3d", computed_zorder=False)
     figure.text(0.5, 0.95, title, ha="center", fontsize=11, color="#30343b")
-    for axis, name in zip((axes.xaxis, axes.yaxis, axes.zaxis), "xyz", strict=True):
+    for axis, name, extent in zip((axes.xaxis, axes.yaxis, axes.zaxis), "xyz", half, strict=True):
         axis.set_pane_color((0.97, 0.97, 0.98, 1.0))
         axis.line.set_color("#b0b4bc")
         axis._axinfo["grid"].update(color="#e3e5ea", linewidth=0.6)
         axis.set_tick_params(labelsize=7, colors="#6b7079")
         axis.set_label_text(f"{name} / m", fontsize=8, color="#6b7079")
-        axis.set_major_locator(_few_ticks())
+        axis.set_major_locator(MaxNLocator(5 if extent > 0.6 * half.max() else 2))
     axes.set(xlim=(-half[0], half[0]) + centre[0], ylim=(-half[1], half[1]) + centre[1])
     axes.set_zlim((-half[2], half[2]) + centre[2])
-    axes.set_box_aspect(half, zoom=0.9)
+    axes.set_box_aspect(half, zoom=0.85)
     axes.view_init(elev=22, azim=-60)
     return figure, axes
-
-
-def _few_ticks() -> Any:
-    from matplotlib.ticker import MaxNLocator
-
-    return MaxNLocator(5)
 
 
 def _box_diagonal(axes: Any) -> float:

@@ -76,7 +76,8 @@ def load_trajectory(path: str | os.PathLike[str]) -> Trajectory:
             elif run is not None:
                 ends = np.cumsum([filament["size"] for filament in run["filaments"]])[:-1]
                 points = np.split(array["points"], ends)
-                frames.append(Frame(float(array["time"]), int(array["step"]), points, bytes(array["message"]).decode()))
+                message = array["message"].item().decode()
+                frames.append(Frame(float(array["time"]), int(array["step"]), points, message))
     if run is None or run.get("format") != FORMAT or not frames:
         raise ValueError(f"{path}: not a trajectory")
     return Trajectory(frames, run["filaments"], run["settings"])
