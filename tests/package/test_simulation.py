@@ -460,3 +460,16 @@ def test_a_contact_is_told(tmp_path):
     scene.write_text(f"t_end = 1\n{RING}{RING}centre = [0, 0, 0.001]\n")
     result = command(scene)
     assert result.exit_code == 0 and result.stderr == "t = 0 s: contact at start of step\n"
+
+
+def test_the_examples_of_the_docs_run(tmp_path, capsys):
+    text = (SCENES.parents[1] / "docs" / "simulation.md").read_text(encoding="utf-8")
+    [snippet] = re.findall(r"```python\n(.*?)```", text, re.DOTALL)
+    exec(compile(snippet.replace("80", "24"), "simulation.md", "exec"), {})
+    assert capsys.readouterr().out.startswith("4.0 ")
+    scene = tmp_path / "scene.toml"
+    scene.write_text(
+        re.sub(r"(?m)^    ", "", text[text.index("    t_end = 12.0") : text.index("Lengths are in metres")])
+    )
+    result = command(scene, "--t-end", "0.1")
+    assert result.exit_code == 0, result.stderr
