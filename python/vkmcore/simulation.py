@@ -81,7 +81,7 @@ def simulate(
         cfl: part of the shortest edge that a vertex may pass in a step, and of h^2 / beta.
         frame_interval: s between frames, t_end / 100 by default. Steps are evened out so that one ends at each frame.
         contact_threshold: m, the clearance that is a contact: two effective core radii by default, and 0 looks for
-            none. Ghosts touch nothing.
+            none. Passive filaments touch too, ghosts do not.
         resample_ratio: a moving filament whose longest edge is more than this many times its shortest is resampled by
             `resample_closed_curve`, with as many points, before a step. Never by default.
         trajectory: a `.npz` file to which each frame is appended as it is reached; see `load_trajectory`. It must not
@@ -103,7 +103,10 @@ def simulate(
     run = _Run(state, t_end, dict(options or {}), dt, cfl, frame_interval, contact_threshold, resample_ratio)
     frames = [Frame(0.0, 0, _points(state))]
     writer = None
-    if trajectory is not None:
+    if trajectory is None:
+        if resume:
+            raise ValueError("simulate: resume needs a trajectory")
+    else:
         path = Path(trajectory)
         if resume and path.exists():
             frames = run.frames_of(load_trajectory(path), path)

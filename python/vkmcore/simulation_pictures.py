@@ -9,7 +9,7 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
-from vkmcore.plots import PALETTE, PlotError, _shade, _thinned, _tube, check_plot_target
+from vkmcore.plots import PALETTE, PlotError, check_plot_target, shade, thinned, tube
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray
@@ -77,9 +77,8 @@ def film_run(
     diagonal = _box_diagonal(axes)
     heading = figure.texts[0]
     writer = PillowWriter(fps=frames_per_second)
-    draft = path.with_name(path.name + ".new")
     try:
-        with writer.saving(figure, str(draft.with_suffix(".gif")), dpi=100):
+        with writer.saving(figure, str(path), dpi=100):
             for number, frame in enumerate(frames, start=1):
                 drawn = _draw_tubes(axes, frame.points, ghosts, TUBE * diagonal, rings=160)
                 heading.set_text(f"{title}   t = {frame.time:.2f} s")
@@ -87,7 +86,6 @@ def film_run(
                 for artist in drawn:
                     artist.remove()
                 tell(number)
-        draft.with_suffix(".gif").replace(path)
     except OSError as error:
         raise PlotError(f"{path}: {error.strerror or error}") from error
 
@@ -143,9 +141,9 @@ def _draw_tubes(
     for number, (points, ghost) in enumerate(zip(filaments, ghosts, strict=True)):
         if len(points) < 3:
             continue
-        quads, normals = _tube(_thinned(points, rings), 0.5 * radius if ghost else radius)
+        quads, normals = tube(thinned(points, rings), 0.5 * radius if ghost else radius)
         faces.append(quads)
-        colours.append(_shade(np.array(to_rgb("#a9adb5" if ghost else PALETTE[number % len(PALETTE)])), normals))
+        colours.append(shade(np.array(to_rgb("#a9adb5" if ghost else PALETTE[number % len(PALETTE)])), normals))
     if not faces:
         return []
     tubes = Poly3DCollection(np.concatenate(faces), facecolors=np.concatenate(colours), linewidths=0.15)

@@ -301,6 +301,7 @@ def test_an_interrupted_run_goes_on_to_the_same_bits(tmp_path, ending):
         ([{"points": np.full((4, 3), math.nan)}], {}, ValueError, "filament 1 .* not finite"),
         ([ring(9)], {"options": {"core": 1}}, ValueError, "unknown option 'core'; known are lia_only"),
         ([ring(9)], {"t_end": math.inf}, ValueError, "t_end must be finite"),
+        ([ring(9)], {"resume": True}, ValueError, "resume needs a trajectory"),
         ([ring(9)], {"t_end": -1.0}, ValueError, "t_end must be finite"),
         ([ring(9)], {"dt": 0.0}, ValueError, "dt must be"),
         ([ring(9)], {"cfl": math.nan}, ValueError, "cfl must be"),
