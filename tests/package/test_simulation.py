@@ -474,3 +474,21 @@ def test_the_examples_of_the_docs_run(tmp_path, capsys):
     )
     result = command(scene, "--t-end", "0.1")
     assert result.exit_code == 0, result.stderr
+
+
+def test_an_interrupted_command_says_what_is_kept(tmp_path, monkeypatch):
+    scene, path = tmp_path / "scene.toml", tmp_path / "run.npz"
+    scene.write_text(f"t_end = 1\n{RING}")
+    append, frames = trajectory.TrajectoryWriter.append, []
+
+    def interrupted(self, frame):
+        if len(frames) == 4:
+            raise KeyboardInterrupt
+        frames.append(frame)
+        append(self, frame)
+
+    monkeypatch.setattr(trajectory.TrajectoryWriter, "append", interrupted)
+    result = command(scene, "--trajectory", path)
+    assert (result.exit_code, result.stdout) == (130, "")
+    assert result.stderr == f"{path} holds all frames so far; --resume goes on\nInterrupted.\n"
+    same(load_trajectory(path).frames, frames)
