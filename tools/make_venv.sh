@@ -13,12 +13,22 @@ assert os.path.exists(os.path.join(sysconfig.get_path("include"), "Python.h"))
 PYTHON
 }
 
+# Folders that hold one folder a Python version: pyenv's, and the one that the Python on the path comes from.
+version_folders() {
+  echo "${PYENV_ROOT:-${HOME:-}/.pyenv}/versions"
+  pyenv root 2>/dev/null | sed 's,$,/versions,' || true
+  python3 -c 'import os, sys; print(os.path.dirname(sys.base_prefix))' 2>/dev/null || true
+}
+
 # A command that exists may still not run: pyenv's shims answer for versions that are not switched on.
 find_python() {
-  local candidate
-  for candidate in "${PYTHON310:-}" python3.10 \
-      "${PYENV_ROOT:-$HOME/.pyenv}"/versions/3.10*/bin/python3.10 \
-      /usr/bin/python3.10 /usr/local/bin/python3.10 /opt/python/cp310-cp310/bin/python3.10; do
+  local candidate candidates=("${PYTHON310:-}" python3.10 /usr/bin/python3.10 /usr/local/bin/python3.10)
+  local folder
+  while read -r folder; do
+    candidates+=("$folder"/3.10*/bin/python3.10)
+  done < <(version_folders)
+  candidates+=(/opt/python/cp310-cp310/bin/python3.10)
+  for candidate in "${candidates[@]}"; do
     if [ -n "$candidate" ] && is_310 "$candidate"; then
       echo "$candidate"
       return

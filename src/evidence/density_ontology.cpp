@@ -1,16 +1,8 @@
 #include "evidence/density_ontology.hpp"
 
-#include <cmath>
+#include "evidence/differ.hpp"
 
 namespace vkm {
-
-namespace {
-
-bool differ(double a, double b, double abs_tol) {
-  return !std::isfinite(a) || !std::isfinite(b) || std::fabs(a - b) > abs_tol;
-}
-
-}  // namespace
 
 std::string_view DensityOntologyAPI::symbol_name(DensitySymbol symbol) {
   switch (symbol) {

@@ -26,10 +26,23 @@ void bind_resolved_tube(py::module_& m);
 void bind_filament_dynamics(py::module_& m);
 void bind_geometry_certificate(py::module_& m);
 void bind_gate_certificates(py::module_& m);
+void bind_operational_spacetime(py::module_& m);
+void bind_qss_spectroscopy(py::module_& m);
 void bind_pipeline_provenance(py::module_& m);
+void bind_core_torsion(py::module_& m);
+void bind_kam_diagnostics(py::module_& m);
 void bind_value_origin(py::module_& m);
 void bind_evidence_report(py::module_& m);
+void bind_action_phase(py::module_& m);
 void bind_density_ontology(py::module_& m);
+void bind_rotor_participation(py::module_& m);
 void bind_scaling_audit(py::module_& m);
+void bind_worldsheet_guards(py::module_& m);
+void bind_ideal_knot_regime(py::module_& m);
+void bind_transverse_projector(py::module_& m);
+void bind_spectro_response(py::module_& m);
+void bind_maxwell_kinetic(py::module_& m);
+void bind_mechanical_falsifier(py::module_& m);
+void bind_swirl_tonic(py::module_& m);
 
 }  // namespace vkm
