@@ -7,8 +7,8 @@ void bind_atomic_bridge(py::module_& m) {
   using A = AtomicBridgeModel;
   py::class_<A>(m, "AtomicBridgeModel",
                 "From the scales of the swirling medium to those of the atom.\n\n"
-                "Static functions in SI units: lengths in m, speeds in m/s, energies in J, circulations in m^2/s. Each\n"
-                "raises ValueError for the range that its text names. NaN is not rejected.")
+                "Static functions in SI units: lengths in m, speeds in m/s, energies in J, circulations in m^2/s.\n"
+                "NaN is not rejected.")
       .def_static("eta0", &A::eta0, py::arg("v_swirl"), py::arg("c") = canonical::c,
                   "v_swirl / c. ValueError unless c is positive.")
       .def_static("bohr_radius_vkm", &A::bohr_radius_vkm, py::arg("r_c"), py::arg("alpha"),
@@ -18,8 +18,8 @@ void bind_atomic_bridge(py::module_& m) {
       .def_static("lambda_vkm", &A::lambda_vkm, py::arg("rho_core"), py::arg("v_swirl"), py::arg("r_c"),
                   "4 pi rho_core v_swirl^2 r_c^4, J m. ValueError unless all are positive.")
       .def_static("soft_core_potential", &A::soft_core_potential, py::arg("r"), py::arg("Lambda"), py::arg("r_c"),
-                  "-Lambda / sqrt(r^2 + r_c^2), J: Plummer's softening of the Coulomb potential. ValueError unless r_c\n"
-                  "is positive.")
+                  "-Lambda / sqrt(r^2 + r_c^2), J: Plummer's softening of the Coulomb potential. ValueError unless\n"
+                  "r_c is positive.")
       .def_static("soft_core_force", &A::soft_core_force, py::arg("r"), py::arg("Lambda"), py::arg("r_c"),
                   "-Lambda r / (r^2 + r_c^2)^(3/2), N, odd in r. ValueError unless r_c is positive.")
       .def_static("clock_branch_factor", &A::clock_branch_factor, py::arg("sigma"), py::arg("eta0"), py::arg("gamma"),

@@ -37,8 +37,8 @@ void bind_delay_mode(py::module_& m) {
           py::arg("max_iter") = 64, py::arg("tol") = 1e-12,
           "A root of phase_lock_residual by Newton's iteration, as a DelayModeResult.\n\n"
           "It starts at initial_guess, or at omega0 if that is exactly 0, and converges when a step is at most tol\n"
-          "max(|omega|, 1). It ends unconverged after max_iter steps or where the derivative vanishes; neither raises.\n"
-          "ValueError unless tau, max_iter and tol are positive.");
+          "max(|omega|, 1). It ends unconverged after max_iter steps or where the derivative vanishes; neither\n"
+          "raises. ValueError unless tau, max_iter and tol are positive.");
 }
 
 }  // namespace vkm

@@ -16,8 +16,8 @@ in the unit of cp, J/(kg K).)");
   m.def("entropy_from_pv", &entropy_from_pv, py::arg("N"), py::arg("R"), py::arg("p"), py::arg("V"), py::arg("gamma"),
         R"(Entropy from pressure and volume ds = NR/(γ-1) * (ln(p)+ln(V))
 
-in the unit of N R. Both logarithms have the weight 1, where the entropy of an ideal gas has γ ln(V). An infinity or NaN
-for gamma = 1.)");
+in the unit of N R. Both logarithms have the weight 1, where the entropy of an ideal gas has γ ln(V). An infinity
+or NaN for gamma = 1.)");
   m.def("enthalpy", &enthalpy, py::arg("internal_energy"), py::arg("p"), py::arg("V"),
         R"(Enthalpy H = E + pV
 

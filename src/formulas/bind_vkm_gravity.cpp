@@ -5,7 +5,9 @@ namespace vkm {
 
 namespace {
 
-std::vector<Vec3> field_from(const DoubleArray& array) { return points_from(array, "Expected array with shape (N, 3)"); }
+std::vector<Vec3> field_from(const DoubleArray& array) {
+  return points_from(array, "Expected array with shape (N, 3)");
+}
 
 std::vector<double> radii_from(const DoubleArray& array) {
   return values_from(array, "Expected 1D array with shape (N,)");
@@ -17,8 +19,8 @@ void bind_vkm_gravity(py::module_& m) {
   using G = VKMGravity;
   py::class_<G>(m, "VKMGravity",
                 "Gravity-like effects of a swirling medium, sample by sample.\n\n"
-                "Static functions. Fields are arrays of shape (N, 3), radii of shape (N,); ValueError for other shapes.\n"
-                "Results are lists of N floats. NaN is not rejected.")
+                "Static functions. Fields are arrays of shape (N, 3), radii of shape (N,); ValueError for other\n"
+                "shapes. Results are lists of N floats. NaN is not rejected.")
       .def_static(
           "compute_beltrami_shear",
           [](const DoubleArray& B_field, const DoubleArray& Curl_B) {
@@ -68,8 +70,8 @@ void bind_vkm_gravity(py::module_& m) {
           py::arg("v_field"), py::arg("rho_f"), "rho_f |v|^2 / 2, J/m^3 for m/s and kg/m^3.")
       .def_static("compute_G_swirl", &G::compute_G_swirl, py::arg("v_swirl"), py::arg("t_p"), py::arg("F_max"),
                   py::arg("r_c"), py::arg("c") = canonical::c,
-                  "c^5 v_swirl t_p^2 / (2 F_max r_c^2), one float in m^3/(kg s^2) for SI units. ValueError unless F_max\n"
-                  "and r_c are positive.");
+                  "c^5 v_swirl t_p^2 / (2 F_max r_c^2), one float in m^3/(kg s^2) for SI units. ValueError unless\n"
+                  "F_max and r_c are positive.");
 }
 
 }  // namespace vkm

@@ -51,7 +51,8 @@ grad_rho x grad_p / rho^2, 1/s^2.)");
         py::arg("grad_rho"), py::arg("grad_p"), py::arg("rho"),
         R"(Vorticity transport RHS
 
-grad_u omega - omega div_u + grad_rho x grad_p / rho^2, 1/s^2. Row k of `grad_u` holds the derivatives of component k.)");
+grad_u omega - omega div_u + grad_rho x grad_p / rho^2, 1/s^2. Row k of `grad_u` holds the derivatives of component
+k.)");
 }
 
 }  // namespace vkm

@@ -29,7 +29,8 @@ struct VKMGravity {
   static std::vector<double> compute_swirl_coulomb_force(std::span<const double> radii, double Lambda, double r_c);
   /// rho_f |v|^2 / 2.
   static std::vector<double> compute_swirl_energy_density(std::span<const Vec3> v_field, double rho_f);
-  /// c^5 v_swirl t_p^2 / (2 F_max r_c^2), t_p the Planck time in s and F_max a force in N: the coupling in m^3/(kg s^2).
+  /// c^5 v_swirl t_p^2 / (2 F_max r_c^2), t_p the Planck time in s and F_max a force in N: a coupling in
+  /// m^3/(kg s^2).
   static double compute_G_swirl(double v_swirl, double t_p, double F_max, double r_c, double c = canonical::c);
 };
 

@@ -151,3 +151,28 @@ def test_rigid_rotation():
     grad = [[0.0, -omega[2], omega[1]], [omega[2], 0.0, -omega[0]], [-omega[1], omega[0], 0.0]]
     assert cross(omega, [1.0, 0.0, 0.0]) == [row[0] for row in grad]
     assert _native.compute_vorticity(grad) == [2 * w for w in omega]
+
+
+@pytest.mark.parametrize(
+    "given",
+    [
+        [1.0, 2.0, 3.0],
+        [1, 2.0, True + 2],
+        (1.0, 2.0, 3.0),
+        np.array([1.0, 2.0, 3.0]),
+        np.array([[1.0, 2.0, 3.0], [9.0] * 3]).T[:, 0],
+        np.array([1, 2, 3], dtype=np.float32),
+        np.array([1, 2, 3], dtype=">f8"),
+        np.array([1, 2, 3]),
+        map(float, (1, 2, 3)),
+    ],
+    ids=str,
+)
+def test_whatever_holds_floats_is_a_list_of_floats(given):
+    assert _native.compute_bernoulli_pressure(given, 2.0, 9.0) == [8.0, 5.0, 0.0]
+
+
+@pytest.mark.parametrize("given", [1.0, "abc", [1.0, "2"], [1.0, None], np.ones((2, 2)), None])
+def test_whatever_does_not_is_a_type_error(given):
+    with pytest.raises(TypeError):
+        _native.compute_bernoulli_pressure(given, 2.0, 9.0)
