@@ -33,7 +33,7 @@ def fields(result):
         {"omega0": 1e6, "kappa": 3.0, "tau": 0.2},
         {"omega0": 1e-3, "kappa": 0.5, "tau": 1.0},
         {"omega0": -3.0, "kappa": 5.0, "tau": 2.0, "initial_guess": 0.7, "max_iter": 200},
-        {"omega0": 2.0, "kappa": 0.4, "tau": 1.5, "max_iter": 2},
+        {"omega0": 2.0, "kappa": 0.4, "tau": 1.5, "initial_guess": 0.0, "max_iter": 2},
         {"omega0": 2.0, "kappa": 0.0, "tau": 1.5, "initial_guess": 1.0},
         {"omega0": 2.0, "kappa": 0.0, "tau": 1.5},
         {"omega0": 3.0, "kappa": -1.0, "tau": 1.0, "initial_guess": 1e-20},  # the derivative is zero there
