@@ -34,4 +34,5 @@ double plain_potential_gradient(const double* p, const double* w, std::int64_t n
   }
   return 0.0;
 }
-}
+
+}  // extern "C"
