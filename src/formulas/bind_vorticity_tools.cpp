@@ -42,7 +42,7 @@ negative.)");
         py::arg("grad_p"), py::arg("rho"),
         R"(Compute ∇H from Crocco's theorem
 
-rho (vorticity x velocity) + grad_phi + grad_p / rho.)");
+rho (vorticity x velocity) + grad_phi + grad_p / rho; the textbook form has no density in the first term.)");
   m.def("baroclinic_term", &baroclinic_term, py::arg("grad_rho"), py::arg("grad_p"), py::arg("rho"),
         R"(Baroclinic torque term
 

@@ -2,7 +2,6 @@
 
 /// Guards of the closed forms. They name the bad range (`0.0 >= x`), so that a NaN passes and comes out as a NaN.
 
-#include <cstddef>
 #include <stdexcept>
 
 namespace vkm {

@@ -6,7 +6,7 @@ namespace vkm {
 
 namespace {
 
-constexpr double least_length = 1e-30;     // m
+constexpr double least_length = 1e-30;  // m
 constexpr double vanished_exponent = -700.0;
 
 }  // namespace

@@ -32,7 +32,7 @@ inline Vec3 rotating_frame_rhs(const Vec3& velocity, const Vec3& grad_phi, const
   return 2.0 * cross(velocity, omega) - grad_phi - grad_p / rho;
 }
 
-/// rho (w x u) + grad phi + grad p / rho. The factor rho is no misprint of this file.
+/// rho (w x u) + grad phi + grad p / rho. The textbook form has no density in the first term.
 inline Vec3 crocco_gradient(const Vec3& velocity, const Vec3& vorticity, const Vec3& grad_phi, const Vec3& grad_p,
                             double rho) {
   return rho * cross(vorticity, velocity) + grad_phi + grad_p / rho;
