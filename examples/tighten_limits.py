@@ -2,8 +2,8 @@
 
 python examples/tighten_limits.py [VERTICES ...]
 
-The default, 60 120 240, takes up to ten minutes. A polygon lies above the smooth knot: its corners cost length, by about
-1 / vertices^2.
+The default, 60 120 240, takes up to ten minutes. A polygon lies above the smooth knot: its corners cost length, about
+as 1 / vertices^2.
 
 Each knot is tightened with falling tolerances of its contacts. A wide one (1e-3 tube radii) sees the contacts that a
 step is about to make and so allows long steps; a narrow one (1e-5) gets the last thousandth. With each tolerance the
