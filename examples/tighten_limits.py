@@ -2,14 +2,14 @@
 
 python examples/tighten_limits.py [VERTICES ...]
 
-The default, 60 120 240, takes some minutes. A polygon lies above the smooth knot: its corners cost length, by about
-1 / vertices^2.
+The default, 60 120 240, takes up to ten minutes. A polygon lies above the smooth knot: its corners cost length, about
+as 1 / vertices^2.
 
 Each knot is tightened with falling tolerances of its contacts. A wide one (1e-3 tube radii) sees the contacts that a
 step is about to make and so allows long steps; a narrow one (1e-5) gets the last thousandth. With each tolerance the
 tightener is called for as many steps as the polygon has vertices, again and again until a call gains less than 1e-5 of
-the ropelength. The contacts are fitted by 200 sweeps of coordinate descent: at hundreds of contacts that takes a
-fraction of the active set's time, and the direction need not be exact.
+the ropelength. The contacts are fitted by 200 sweeps of coordinate descent: the direction need not be exact, and
+with the 770 contacts of a trefoil of 240 vertices a step takes an eighth of the time that it takes with the active set.
 """
 
 from __future__ import annotations

@@ -45,7 +45,7 @@ TUNING: dict[str, tuple[Any, str]] = {
     "newton_ridge": (None, "Ridge of the correction's equations."),
     "nnls_max_iterations": (200, "Iterations of the contact fit."),
     "nnls_tolerance": (None, "Tolerance of the contact fit."),
-    "use_active_set_solver": (False, "Active set in the contact fit: exact, and slow from some hundred contacts on."),
+    "use_active_set_solver": (False, "Active set in the contact fit: exact, and slow with hundreds of contacts."),
     "use_sparse_solver": (None, "Sparse rigidity matrix."),
     "use_analytic_kink_gradient": (None, "Analytic columns of kinks."),
 }
