@@ -34,7 +34,7 @@ class Failure(click.ClickException):
 
 
 # Commands in modules of their own, imported when one of them is called or the help lists them.
-ELSEWHERE = {"pd": "vkmcore.planar_diagram", "spectrum": "vkmcore.spectrum"}
+ELSEWHERE = {"pd": "vkmcore.planar_diagram", "spectrum": "vkmcore.spectrum", "zoo": "vkmcore.zoo"}
 
 
 class Program(click.Group):

@@ -19,6 +19,7 @@ void bind_frenet_helicity(py::module_& m);
 void bind_multisector(py::module_& m);
 void bind_hyperbolic_volume(py::module_& m);
 void bind_time_evolution(py::module_& m);
+void bind_flow_closures(py::module_& m);
 void bind_vkm_mass(py::module_& m);
 void bind_workbench(py::module_& m);
 void bind_spectral_operator(py::module_& m);

@@ -41,7 +41,7 @@ constexpr Binder binders[] = {
     {"swirl_field", pending},
     {"thermo", pending},
     {"time_evolution", bind_time_evolution},
-    {"flow_closures", pending},
+    {"flow_closures", bind_flow_closures},
     {"vorticity_tools", pending},
     {"vkm_gravity", pending},
     {"vkm_mass", bind_vkm_mass},
