@@ -26,7 +26,7 @@ def csv_text(results: list[ZooResult]) -> str:
 @click.command()
 @click.option("--csv", "as_csv", is_flag=True, help="Comma-separated values, in full precision.")
 def zoo(as_csv: bool) -> None:
-    """Masses of the Master Dictionary, in the library's order: by the bytes of the names."""
+    """Masses of the Master Dictionary, in the order of the names' bytes."""
     from vkmcore import ZooEvaluator
     from vkmcore.cli import digits, plain_table, print_table
 

@@ -12,6 +12,7 @@ void bind_knot(py::module_& m) {
   register_knot_report(m);
   register_invariant_builders(m);
   register_particle_prediction(m);
+  register_knot_evaluations(m);
   register_ideal_database(m);
   register_catalogue(m);
   register_curve_descriptors(m);

@@ -11,5 +11,6 @@ void register_mass_functional(py::module_& m);
 void register_knot_report(py::module_& m);
 void register_invariant_builders(py::module_& m);
 void register_particle_prediction(py::module_& m);
+void register_knot_evaluations(py::module_& m);
 
 }  // namespace vkm

@@ -3,7 +3,7 @@
 namespace vkm {
 
 // clang-format off
-const std::array<ParticleRecord, 20> standard_model = {{
+constexpr std::array<ParticleRecord, 20> standard_model = {{
     {"quark", "I", "u", "up", "2.4 MeV/c^2", "2/3", 0.5},
     {"quark", "II", "c", "charm", "1.27 GeV/c^2", "2/3", 0.5},
     {"quark", "III", "t", "top", "171.2 GeV/c^2", "2/3", 0.5},
@@ -26,5 +26,6 @@ const std::array<ParticleRecord, 20> standard_model = {{
     {"baryon", "-", "n", "neutron", "939.565 MeV/c^2", "0", 0.5},
 }};
 // clang-format on
+static_assert(standard_model.back().name != nullptr, "a row is missing");
 
 }  // namespace vkm

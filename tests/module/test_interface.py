@@ -112,6 +112,8 @@ def test_binders_ran_in_their_order():
             places.setdefault(entry.name, place)
     order = [places[name] for name in vars(_native) if name in places]
     assert order == sorted(order)
+    masses = [name for name in vars(_native) if re.match("build_inv|predict_|make_knot|evaluate_(single|knot)", name)]
+    assert masses == [entry.name for entry in TABLE["knot"] if entry.name in masses]
 
 
 @pytest.mark.parametrize("name", FUNCTIONS)
