@@ -9,6 +9,7 @@ from __future__ import annotations
 import importlib
 import json
 import math
+import os
 import sys
 from collections.abc import Iterator
 from contextlib import contextmanager
@@ -214,7 +215,8 @@ def report(out: Path) -> None:
     from vkmcore.evidence import report_meta, self_checks
 
     checks = self_checks()
-    if not EvidenceReportAPI.write_evidence_report(str(out), report_meta(), checks):
+    path: Any = os.fsencode(out)  # the bytes of the name, which need not be valid text
+    if not EvidenceReportAPI.write_evidence_report(path, report_meta(), checks):
         raise Failure(f"vkmcore: cannot write {out}")
     table = plain_table()
     for heading in ("check", "kind", "residual", "tolerance", ""):
@@ -368,7 +370,7 @@ def compare(a: str, b: str, samples: int, skip: int, as_json: bool) -> None:
 @cli.command()
 @click.option("--json", "as_json", is_flag=True, help="A JSON object.")
 def info(as_json: bool) -> None:
-    """Version, interpreter, compiler and vector width in use."""
+    """Version, interpreter, compiler, vector width and threads in use."""
     import platform
 
     from vkmcore.build import build_info
@@ -381,6 +383,7 @@ def info(as_json: bool) -> None:
         "matplotlib": installed("matplotlib"),
         "compiler": build.compiler,
         "vector_bits": build.vector_bits,
+        "threads": build.threads,
         "machine": platform.machine(),
         "extension": build.path,
     }

@@ -60,20 +60,30 @@ def new_record(
     certification: PipelineCertificationStatus = PipelineCertificationStatus.Unknown,
     timestamp_utc: str | None = None,
 ) -> ProvenanceRecord:
-    """A record of files on disk, bound to the record before it (None for the first of a chain)."""
+    """A record of files on disk, bound to the record before it (None for the first of a chain).
+
+    OSError if a file cannot be read, ValueError for a text that UTF-8 cannot hold.
+    """
     record = ProvenanceRecord()
     record.stage = stage
     record.certification = certification
-    record.tool_name = tool_name
-    record.tool_version = tool_version
+    record.tool_name = _text(tool_name, "tool_name")
+    record.tool_version = _text(tool_version, "tool_version")
     record.input_sha256 = file_sha256(input_file)
     record.output_sha256 = file_sha256(output_file)
     record.parameter_sha256 = file_sha256(parameter_file)
     record.parent_record_sha256 = "" if parent is None else PipelineProvenanceAPI.record_fingerprint(parent)
-    record.coordinate_convention = coordinate_convention
-    record.scale_convention = scale_convention
-    record.timestamp_utc = utc_now() if timestamp_utc is None else timestamp_utc
+    record.coordinate_convention = _text(coordinate_convention, "coordinate_convention")
+    record.scale_convention = _text(scale_convention, "scale_convention")
+    record.timestamp_utc = utc_now() if timestamp_utc is None else _text(timestamp_utc, "timestamp_utc")
     return record
+
+
+def _text(value: object, name: str) -> str:
+    """The value, if it is a text that UTF-8 can hold: lone surrogates (from undecodable bytes) have no fingerprint."""
+    if not isinstance(value, str) or any("\ud800" <= c <= "\udfff" for c in value):
+        raise ValueError(f"{name} must be a text")
+    return value
 
 
 def read_chain(path: Path) -> list[ProvenanceRecord]:
@@ -93,16 +103,14 @@ def read_chain(path: Path) -> list[ProvenanceRecord]:
 def _record(entry: object, where: str) -> ProvenanceRecord:
     if not isinstance(entry, dict) or set(entry) != set(FIELDS):
         raise ValueError(f"{where}: its members must be {', '.join(FIELDS)}")
-    for name in FIELDS:
-        if not isinstance(entry[name], str):
-            raise ValueError(f"{where}: {name} must be a text")
+    texts = {name: _text(entry[name], f"{where}: {name}") for name in FIELDS}
     record = ProvenanceRecord()
     for name, enumeration in (("stage", PipelineStage), ("certification", PipelineCertificationStatus)):
-        if entry[name] not in enumeration.__members__:
+        if texts[name] not in enumeration.__members__:
             raise ValueError(f"{where}: {name} must be one of {', '.join(enumeration.__members__)}")
-        setattr(record, name, enumeration.__members__[entry[name]])
+        setattr(record, name, enumeration.__members__[texts[name]])
     for name in TEXT_FIELDS:
-        setattr(record, name, entry[name])
+        setattr(record, name, texts[name])
     return record
 
 
@@ -119,10 +127,13 @@ def write_chain(path: Path, records: Sequence[ProvenanceRecord]) -> None:
     text = json.dumps({"schema": SCHEMA, "records": entries}, indent=2, ensure_ascii=False) + "\n"
     partial = path.with_name(f".{path.name}.{os.getpid()}")
     try:
-        partial.write_text(text, encoding="utf-8")
-        partial.replace(path)
-    finally:
-        partial.unlink(missing_ok=True)
+        try:
+            partial.write_text(text, encoding="utf-8")
+            partial.replace(path)
+        finally:
+            partial.unlink(missing_ok=True)
+    except OSError as error:
+        raise OSError(f"cannot write {path}: {error.strerror}") from error
 
 
 def first_fault(records: Sequence[ProvenanceRecord]) -> str | None:

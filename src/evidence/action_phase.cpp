@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/finite.hpp"
 #include "evidence/quiet_nan.hpp"
 
 namespace vkm {
 
 double ActionPhaseAPI::mass_shell_hamiltonian(double p, double E0, double c) {
-  if (!std::isfinite(p) || !std::isfinite(E0) || !std::isfinite(c) || !(E0 > 0.0) || !(c > 0.0)) return quiet_nan;
+  if (!all_finite({p, E0, c}) || !(E0 > 0.0) || !(c > 0.0)) return quiet_nan;
   return std::hypot(p * c, E0);
 }
 
@@ -46,7 +47,7 @@ ActionPhaseResiduals ActionPhaseAPI::action_phase_residuals(double p, double E0,
 
   const auto all = {result.hamiltonian_consistency, result.velocity_consistency,   result.gamma_consistency,
                     result.proper_time_consistency, result.phase_rate_consistency, result.delta_shape_separability};
-  result.finite = std::all_of(all.begin(), all.end(), [](double r) { return std::isfinite(r); });
+  result.finite = all_finite(all);
   result.within_tolerance = result.finite && tol >= std::max(all);
   result.ok = result.within_tolerance;
   return result;
@@ -62,10 +63,7 @@ double ActionPhaseAPI::delta_shape_separability(double p, double E0, double dE0_
 double ActionPhaseAPI::coupled_shape_residual(double p, double E0, double dE0_dq, double c, double f_q, double df_dq,
                                               double eps) {
   const double H = mass_shell_hamiltonian(p, E0, c);
-  if (!(H > 0.0)) return quiet_nan;
-  for (const double x : {dE0_dq, f_q, df_dq, eps}) {
-    if (!std::isfinite(x)) return quiet_nan;
-  }
+  if (!(H > 0.0) || !all_finite({dE0_dq, f_q, df_dq, eps})) return quiet_nan;
   const double d = (E0 / H) * dE0_dq;
   return std::fabs((p * p * f_q * eps + d) - d);
 }

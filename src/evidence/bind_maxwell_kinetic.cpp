@@ -6,7 +6,7 @@ namespace vkm {
 void bind_maxwell_kinetic(py::module_& m) {
   using R = MaxwellKineticResult;
   py::class_<R>(m, "MaxwellKineticResult", "Whether a kinetic relaxation channel is active.")
-      .def_readonly("coupling_nonzero", &R::coupling_nonzero, "Coupling is not 0; a NaN is not.")
+      .def_readonly("coupling_nonzero", &R::coupling_nonzero, "Coupling is not 0; NaN counts as not 0.")
       .def_readonly("drive_above_gap", &R::drive_above_gap, "Drive >= gap.")
       .def_readonly("lifetime_observable", &R::lifetime_observable, "Lifetime >= its threshold.")
       .def_readonly("three_gate_ok", &R::three_gate_ok, "All three, of finite numbers.")

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/finite.hpp"
 #include "core/numbers.hpp"
 
 namespace vkm {
@@ -20,7 +21,7 @@ BiotSavartGateResult BiotSavartGateAPI::evaluate(double observable, double estim
   result.regularization_id = std::move(regularization_id);
   result.status = CertificateStatus::Indeterminate;
   if (result.regularization_id.empty() || sample_count == 0 || residual_tol < 0.0 || min_boundary_margin < 0.0 ||
-      !std::isfinite(observable) || !std::isfinite(boundary_margin)) {
+      !all_finite({observable, boundary_margin})) {
     return result;
   }
   if (use_four_pi_identity) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/finite.hpp"
 #include "evidence/quiet_nan.hpp"
 
 namespace vkm {
@@ -13,7 +14,7 @@ constexpr const char* canonical_convention = "E0*I/c_T^2";
 constexpr const char* legacy_convention = "legacy_2*E0*I/c_T^2";
 
 bool is_valid(double E0, double I, double c_T) {
-  return E0 >= 0.0 && I >= 0.0 && c_T > 0.0 && std::isfinite(E0) && std::isfinite(I) && std::isfinite(c_T);
+  return E0 >= 0.0 && I >= 0.0 && c_T > 0.0 && all_finite({E0, I, c_T});
 }
 
 double residual_of(double mass, double c_T, double energy) {
@@ -39,9 +40,7 @@ TorsionMassResult CoreTorsionAPI::torsion_inertial_mass_legacy_factor2(double E0
 
 AnisotropyResiduals CoreTorsionAPI::anisotropy_residuals(const std::array<double, 9>& M, double E0, double c_T) {
   AnisotropyResiduals result;
-  if (!(E0 > 0.0) || !(c_T > 0.0) || !std::all_of(M.begin(), M.end(), [](double x) { return std::isfinite(x); })) {
-    return result;
-  }
+  if (!(E0 > 0.0) || !(c_T > 0.0) || !all_finite(M)) return result;
   double squares = 0.0;
   for (const double x : M) squares += x * x;
   const double tolerance = (std::sqrt(squares) + 1.0) * 1e-12;

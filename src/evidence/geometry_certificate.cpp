@@ -6,6 +6,7 @@
 #include <new>
 #include <stdexcept>
 
+#include "core/finite.hpp"
 #include "evidence/points_hash.hpp"
 
 namespace vkm {
@@ -13,10 +14,6 @@ namespace vkm {
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
-
-bool all_finite(std::span<const double> values) {
-  return std::ranges::all_of(values, [](double x) { return std::isfinite(x); });
-}
 
 }  // namespace
 

@@ -1,7 +1,6 @@
 #include "evidence/ideal_knot_regime.hpp"
 
-#include <cmath>
-
+#include "core/finite.hpp"
 #include "evidence/quiet_nan.hpp"
 
 namespace vkm {
@@ -15,15 +14,14 @@ double IdealKnotRegimeAPI::epsilon_sep(double a_core, double d_sep) {
 }
 
 KnotRegime IdealKnotRegimeAPI::classify_regime(double eps_kappa, double eps_sep, double order_one) {
-  if (!std::isfinite(eps_kappa) || !std::isfinite(eps_sep)) return KnotRegime::Indeterminate;
+  if (!all_finite({eps_kappa, eps_sep})) return KnotRegime::Indeterminate;
   if (eps_kappa >= order_one || eps_sep >= order_one) return KnotRegime::Compact;
   if (eps_kappa < order_one && eps_sep < order_one) return KnotRegime::Slender;
   return KnotRegime::Indeterminate;  // order_one is NaN
 }
 
 double IdealKnotRegimeAPI::moffatt_ricca_helicity(double gamma, double writhe, double twist) {
-  if (!std::isfinite(gamma) || !std::isfinite(writhe) || !std::isfinite(twist)) return quiet_nan;
-  return gamma * gamma * (writhe + twist);
+  return all_finite({gamma, writhe, twist}) ? gamma * gamma * (writhe + twist) : quiet_nan;
 }
 
 IdealKnotRegimeResult IdealKnotRegimeAPI::evaluate(double a_core, double kappa_max, double d_sep, double gamma,

@@ -6,15 +6,12 @@
 #include <span>
 #include <utility>
 
+#include "core/finite.hpp"
 #include "mass/canonical_constants.hpp"
 
 namespace vkm {
 
 namespace {
-
-bool all_finite(std::span<const double> values) {
-  return std::all_of(values.begin(), values.end(), [](double x) { return std::isfinite(x); });
-}
 
 /// By Gaussian elimination with partial pivoting; directly for n below 3.
 double determinant(std::vector<double> a, std::size_t n, Heartbeat& heartbeat) {

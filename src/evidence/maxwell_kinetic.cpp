@@ -1,22 +1,17 @@
 #include "evidence/maxwell_kinetic.hpp"
 
-#include <cmath>
-
+#include "core/finite.hpp"
 #include "evidence/quiet_nan.hpp"
 
 namespace vkm {
 
 bool MaxwellKineticAPI::three_gate_condition(double coupling, double drive, double gap, double lifetime_threshold,
                                              double lifetime) {
-  for (const double x : {coupling, drive, gap, lifetime_threshold, lifetime}) {
-    if (!std::isfinite(x)) return false;
-  }
-  return coupling != 0.0 && drive >= gap && lifetime >= lifetime_threshold;
+  return all_finite({coupling, drive, gap, lifetime_threshold, lifetime}) && coupling != 0.0 && drive >= gap && lifetime >= lifetime_threshold;
 }
 
 double MaxwellKineticAPI::collision_rate_inv(double density, double cross_section, double speed) {
-  if (!std::isfinite(density) || !std::isfinite(cross_section) || !std::isfinite(speed)) return quiet_nan;
-  return density * cross_section * speed;
+  return all_finite({density, cross_section, speed}) ? density * cross_section * speed : quiet_nan;
 }
 
 MaxwellKineticResult MaxwellKineticAPI::evaluate(double coupling, double drive, double gap, double lifetime_threshold,

@@ -2,12 +2,13 @@
 
 #include <cmath>
 
+#include "core/finite.hpp"
 #include "evidence/quiet_nan.hpp"
 
 namespace vkm {
 
 double MechanicalFalsifierAPI::delta_p_omega(double p_a, double p_b) {
-  return std::isfinite(p_a) && std::isfinite(p_b) ? p_a - p_b : quiet_nan;
+  return all_finite({p_a, p_b}) ? p_a - p_b : quiet_nan;
 }
 
 double MechanicalFalsifierAPI::C_blind(double delta, double L, double K) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/finite.hpp"
 #include "evidence/quiet_nan.hpp"
 
 namespace vkm {
@@ -11,13 +12,11 @@ namespace {
 
 double interval2(double t, const Vec3& x, double c) { return c * c * (t * t) - norm2(x); }
 
-bool is_finite(double x) { return std::isfinite(x); }
-
 }  // namespace
 
 RadarInterval OperationalSpacetimeAPI::radar_interval(double emission_time, double reception_time, double c) {
   RadarInterval result{emission_time, reception_time, quiet_nan, quiet_nan, false};
-  if (!(c > 0.0) || !std::isfinite(emission_time) || !std::isfinite(reception_time)) return result;
+  if (!(c > 0.0) || !all_finite({emission_time, reception_time})) return result;
   result.causal = reception_time >= emission_time;
   if (result.causal) {
     result.radar_time = (emission_time + reception_time) * 0.5;
@@ -33,7 +32,7 @@ LorentzMapResult OperationalSpacetimeAPI::lorentz_boost_x(const Event& event, do
 LorentzMapResult OperationalSpacetimeAPI::lorentz_boost(const Event& event, const Vec3& velocity, double c) {
   LorentzMapResult result;
   const double speed = norm(velocity);
-  if (!(c > 0.0) || !std::isfinite(speed) || !(speed < c) || !std::all_of(event.begin(), event.end(), is_finite)) {
+  if (!(c > 0.0) || !std::isfinite(speed) || !(speed < c) || !all_finite(event)) {
     result.transformed_event.fill(quiet_nan);
     result.gamma = quiet_nan;
     result.invariant_residual = quiet_nan;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <new>
 
+#include "core/finite.hpp"
 #include "evidence/geometry_certificate.hpp"
 #include "evidence/points_hash.hpp"
 #include "evidence/polyline_distance.hpp"
@@ -54,8 +55,8 @@ PolygonalSmoothCertificate PolygonalSmoothCertificateAPI::evaluate(std::span<con
   result.tangent_error = largest_tangent_difference(polygon_pts, smooth_pts);
   result.curvature_error = std::fabs(curvature_of_radius(polygon->minrad) - curvature_of_radius(smooth->minrad));
   result.thickness_lower_bound = std::min(polygon->minrad, smooth->minrad);
-  if (!std::isfinite(result.hausdorff_bound) || !std::isfinite(result.tangent_error) ||
-      !std::isfinite(result.curvature_error) || !std::isfinite(result.thickness_lower_bound)) {
+  if (!all_finite({result.hausdorff_bound, result.tangent_error, result.curvature_error,
+                   result.thickness_lower_bound})) {
     return result;
   }
   const bool holds = result.thickness_lower_bound > tube_radius && result.hausdorff_bound <= hausdorff_tol &&

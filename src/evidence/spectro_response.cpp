@@ -2,12 +2,13 @@
 
 #include <cmath>
 
+#include "core/finite.hpp"
 #include "evidence/quiet_nan.hpp"
 
 namespace vkm {
 
 double SpectroResponseAPI::configuration_transition_energy(double E_a, double E_b) {
-  return std::isfinite(E_a) && std::isfinite(E_b) ? E_a - E_b : quiet_nan;
+  return all_finite({E_a, E_b}) ? E_a - E_b : quiet_nan;
 }
 
 double SpectroResponseAPI::transition_frequency(double delta_E, double h) {

@@ -1,7 +1,6 @@
 #include "evidence/transverse_projector.hpp"
 
-#include <cmath>
-
+#include "core/finite.hpp"
 #include "evidence/quiet_nan.hpp"
 
 namespace vkm {
@@ -40,13 +39,13 @@ double TransverseProjectorAPI::delta_micro_plus(double c_kappa, double I_kappa2,
 double TransverseProjectorAPI::R_VKM(double R0, double delta_micro) { return R0 + delta_micro; }
 
 double TransverseProjectorAPI::twist_energy_bound_rhs(double L, double Tw, double Tw0) {
-  if (!(L > 0.0) || !std::isfinite(Tw) || !std::isfinite(Tw0)) return quiet_nan;
+  if (!(L > 0.0) || !all_finite({Tw, Tw0})) return quiet_nan;
   return (four_pi_squared / L) * (Tw - Tw0) * (Tw - Tw0);
 }
 
 bool TransverseProjectorAPI::twist_bound_satisfied(double energy, double L, double Tw, double Tw0) {
   const double bound = twist_energy_bound_rhs(L, Tw, Tw0);
-  return std::isfinite(bound) && std::isfinite(energy) && bound <= energy + 1e-30;
+  return all_finite({bound, energy}) && bound <= energy + 1e-30;
 }
 
 bool TransverseProjectorAPI::conventions_mixed(RopelengthConvention a, RopelengthConvention b) {

@@ -2,16 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 
+#include "evidence/quiet_nan.hpp"
 #include "mass/canonical_constants.hpp"
 
 namespace vkm {
 
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double sixteen_pi_squared = 157.91367041742973;  // 16 pi^2
 
 /// The literal that is published. The comparison below has its own copy.
@@ -37,7 +36,7 @@ double ValueOriginAPI::fmax_recompute_from_primitives() {
 }
 
 double ValueOriginAPI::fmax_rydberg_16pi2(double hbar, double R_infty, double c, double alpha) {
-  if (!(hbar > 0.0) || !(R_infty > 0.0) || !(c > 0.0) || !(alpha > 0.0)) return nan;
+  if (!(hbar > 0.0) || !(R_infty > 0.0) || !(c > 0.0) || !(alpha > 0.0)) return quiet_nan;
   return (hbar * sixteen_pi_squared * R_infty * R_infty * c) / (alpha * alpha * alpha * alpha * alpha);
 }
 
@@ -55,15 +54,15 @@ SnapshotCompareResult ValueOriginAPI::compare_fmax_snapshot_to_recomputed() {
 }
 
 double ValueOriginAPI::bare_mass_ratio_from_dimensionless_length(double L_tot) {
-  return std::isfinite(L_tot) ? L_tot * 0.25 : nan;
+  return std::isfinite(L_tot) ? L_tot * 0.25 : quiet_nan;
 }
 
 double ValueOriginAPI::bare_mass_from_dimensionless_length(double L_tot, double m_e) {
-  return m_e > 0.0 && std::isfinite(L_tot) ? L_tot * 0.25 * m_e : nan;
+  return m_e > 0.0 && std::isfinite(L_tot) ? L_tot * 0.25 * m_e : quiet_nan;
 }
 
 double ValueOriginAPI::rho_f_two_sigfig(double rho_f) {
-  if (!is_positive_and_finite(rho_f)) return nan;
+  if (!is_positive_and_finite(rho_f)) return quiet_nan;
   const double p = std::pow(10.0, std::floor(std::log10(rho_f)) - 1.0);
   return std::round(rho_f / p) * p;
 }

@@ -2,6 +2,7 @@
 // module: its public names are the binders' alone.
 
 #include "core/kernel.hpp"
+#include "core/parallel.hpp"
 
 #define VKM_TEXT_(x) #x
 #define VKM_TEXT(x) VKM_TEXT_(x)
@@ -29,4 +30,6 @@ VKM_EXPORT const char* vkm_compiler() {
 }
 
 VKM_EXPORT int vkm_vector_bits() { return vkm::kernel_vector_bits(); }
+
+VKM_EXPORT int vkm_threads() { return vkm::thread_limit(); }
 }

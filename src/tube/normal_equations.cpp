@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/finite.hpp"
 #include "core/kernel.hpp"
 #include "core/memory.hpp"
 
@@ -11,13 +12,9 @@ namespace vkm {
 
 namespace {
 
-bool all_finite(std::span<const double> values) {
-  return std::all_of(values.begin(), values.end(), [](double value) { return std::isfinite(value); });
-}
-
 bool all_finite(const RigidityMatrix& matrix) {
   return std::all_of(matrix.columns.begin(), matrix.columns.end(),
-                     [](const RigidityColumn& column) { return all_finite(column.values); });
+                     [](const RigidityColumn& column) { return vkm::all_finite(column.values); });
 }
 
 VKM_KERNEL void add_multiple_kernel(double* __restrict y, const double* __restrict x, double factor, std::size_t n) {
@@ -31,7 +28,7 @@ void add_multiple(std::span<double> y, const double* x, double factor) {
 }
 
 NormalEquations::NormalEquations(const RigidityMatrix& matrix, std::span<const double> target, Heartbeat& heartbeat)
-    : NormalEquations(CompressedColumns(matrix, !all_finite(target) || !all_finite(matrix)), matrix.columns.size(),
+    : NormalEquations(CompressedColumns(matrix, !vkm::all_finite(target) || !all_finite(matrix)), matrix.columns.size(),
                       target, heartbeat) {}
 
 NormalEquations::NormalEquations(const SparseRigidityMatrix& matrix, std::span<const double> target,

@@ -13,29 +13,8 @@ tonic, rotor = _native.SwirlTonicAPI, _native.RotorParticipationAPI
 spectro, action = _native.SpectroResponseAPI, _native.ActionPhaseAPI
 
 
-def same(result, expected):
-    return result == expected or (math.isnan(result) and math.isnan(expected))
-
-
-@pytest.mark.parametrize(
-    ("function", "arguments"),
-    [
-        (link.failure_name, (_native.LinkGateFailure.E,)),
-        (maxwell.collision_rate_inv, (1.0, 1.0, 1.0)),
-        (falsifier.C_blind, (1.0, 1.0, 1.0)),
-        (rotor.j_omega_rot, (1.0, 1.0)),
-        (spectro.transition_frequency, (1.0, 1.0)),
-        (_native.IdealKnotRegimeAPI.epsilon_sep, (1.0, 1.0)),
-        (_native.WorldsheetGuardsAPI.form_degree_H, (1,)),
-        (_native.TransverseProjectorAPI.R_VKM, (1.0, 1.0)),
-        (_native.KAMDiagnosticsAPI.stage_name, (_native.KAMStage.KAM0,)),
-    ],
-)
-def test_unnamed_arguments_have_no_keywords(function, arguments):
-    function(*arguments)
-    for name in ("arg0", "value", "a"):
-        with pytest.raises(TypeError):
-            function(*arguments[:-1], **{name: arguments[-1]})
+def exactly(expected):
+    return pytest.approx(expected, rel=0, abs=0, nan_ok=True)
 
 
 @pytest.mark.parametrize(
@@ -78,7 +57,7 @@ def test_unnamed_arguments_have_no_keywords(function, arguments):
 )
 def test_helpers(function, table):
     for arguments, expected in table.items():
-        assert same(function(*arguments), expected), arguments
+        assert function(*arguments) == exactly(expected), arguments
 
 
 @pytest.mark.parametrize("E0, I, c_T", [(3.0, 5.0, 7.0), (0.0, 1.0, 1.0), (8.2e-14, 0.5, 1e6)])
@@ -152,7 +131,7 @@ def test_link_field(arguments, failure):
     result = link.evaluate(*arguments)
     assert (link.failure_name(result.failure), result.passed) == (failure, failure == "None")
     given = (result.rho_star, result.Gamma_star, result.r_star, result.phase_residual)
-    assert all(map(same, given, arguments)) and result.epistemic_status == OPEN
+    assert given == exactly(arguments[:4]) and result.epistemic_status == OPEN
 
 
 def test_enumerations():

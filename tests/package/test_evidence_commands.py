@@ -2,6 +2,7 @@
 
 import json
 import math
+import os
 
 import pytest
 import vkmcore
@@ -42,8 +43,15 @@ def test_a_failed_check_fails_the_report(tmp_path, monkeypatch):
 
 
 def test_a_report_that_cannot_be_written(tmp_path):
-    result = run("report", tmp_path / "missing" / "report.json")
-    assert (result.exit_code, result.stdout) == (1, "") and "cannot write" in result.stderr
+    for path in (tmp_path / "missing" / "report.json", tmp_path):
+        result = run("report", path)
+        assert (result.exit_code, result.stdout) == (1, "") and "cannot write" in result.stderr
+    assert list(tmp_path.iterdir()) == []
+
+
+def test_a_report_under_a_name_that_is_no_text(tmp_path):
+    out = tmp_path / os.fsdecode(b"\xff.json")
+    assert run("report", out).exit_code == 0 and json.loads(out.read_text())["checks"]
 
 
 def test_checks_claim_no_more_than_they_may():
@@ -115,6 +123,7 @@ def test_a_chain_is_built_and_certified(files):
         ({"scale": "e"}, "record 2: scale_convention is not that of the record before"),
         ({"time": "yesterday"}, "record 2 is malformed: timestamp_utc"),
         ({"tool": ""}, "record 2 is incomplete: no tool_name"),
+        ({"scale": "\udcff"}, "scale_convention must be a text"),
     ],
 )
 def test_a_record_that_breaks_the_chain_is_refused(files, changes, text):
@@ -152,6 +161,25 @@ def test_the_first_rule_that_fails_is_named(files, place, name, value, text):
     path.write_text(json.dumps(document))
     result = run("provenance", "verify", path)
     assert result.stdout.startswith(text) and (result.exit_code == 0) == (text == "Certified")
+
+
+def test_a_chain_that_cannot_be_written(files):
+    (files / "chain.json").mkdir()
+    with pytest.raises(OSError, match=r"cannot write .*/chain.json: "):
+        provenance.write_chain(files / "chain.json", [])
+    assert not list(files.glob(".chain*"))
+
+
+@pytest.mark.parametrize("name", provenance.FIELDS)
+@pytest.mark.parametrize("value", ["\ud800", 1, None])
+def test_fields_that_are_no_text(files, name, value):
+    assert new(files, 0).exit_code == 0
+    path = files / "chain.json"
+    document = json.loads(path.read_text(encoding="utf-8"))
+    document["records"][0][name] = value
+    path.write_text(json.dumps(document))
+    result = run("provenance", "verify", path)
+    assert result.exit_code == 1 and result.stderr.endswith(f"record 1: {name} must be a text\n")
 
 
 @pytest.mark.parametrize("text", ["", "[]", "{}", '{"schema": "vkmcore-provenance-1", "records": [{}]}', "\xff"])
