@@ -40,6 +40,7 @@ ELSEWHERE = {
     "simulate": "vkmcore.simulation_command",
     "spectrum": "vkmcore.spectrum",
     "tighten": "vkmcore.tighten_command",
+    "zoo": "vkmcore.zoo",
 }
 
 

@@ -29,6 +29,7 @@ void bind_radiation_force(py::module_& m);
 void bind_swirl_field(py::module_& m);
 void bind_thermo(py::module_& m);
 void bind_time_evolution(py::module_& m);
+void bind_flow_closures(py::module_& m);
 void bind_vorticity_tools(py::module_& m);
 void bind_vkm_gravity(py::module_& m);
 void bind_vkm_mass(py::module_& m);

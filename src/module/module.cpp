@@ -12,9 +12,6 @@ struct Binder {
   void (*bind)(py::module_&);
 };
 
-/// Stands in the table for a binder of which nothing exists yet.
-void pending(py::module_&) {}
-
 // The order is behaviour: signatures and defaults of a later binder name types of an earlier one, and overloads of
 // one name are tried in the order of registration.
 constexpr Binder binders[] = {
@@ -41,7 +38,7 @@ constexpr Binder binders[] = {
     {"swirl_field", bind_swirl_field},
     {"thermo", bind_thermo},
     {"time_evolution", bind_time_evolution},
-    {"flow_closures", pending},
+    {"flow_closures", bind_flow_closures},
     {"vorticity_tools", bind_vorticity_tools},
     {"vkm_gravity", bind_vkm_gravity},
     {"vkm_mass", bind_vkm_mass},
