@@ -52,7 +52,7 @@ clean:
 .venv/tools: pyproject.toml tools/make_venv.sh
 	tools/make_venv.sh
 	$(PYTHON) -m pip install --quiet "scikit-build-core>=0.11" "pybind11>=3,<4" "cmake>=3.21" ninja \
-	  "numpy>=1.22" "click>=8.1" "rich>=13" "matplotlib>=3.7" "scipy>=1.9" "pytest>=8" ruff mypy "pybind11-stubgen>=2.5"
+	  "numpy>=1.22" "click>=8.1" "rich>=13" "tomli>=2" "matplotlib>=3.7" pillow "scipy>=1.9" "pytest>=8" ruff mypy "pybind11-stubgen>=2.5"
 	touch $@
 
 .venv/docs: .venv/tools

@@ -7,7 +7,7 @@ import collections.abc
 import numpy
 import numpy.typing
 import typing
-__all__: list[str] = ['BiotSavart', 'BiotSavartGateAPI', 'BiotSavartGateResult', 'BoundaryOptions', 'CanonicalConstants', 'CanonicalValue', 'CanonicalizeResult', 'CertificateStatus', 'CheckKind', 'CheckResult', 'ChronosFirstHittingResult', 'ContactSaturationResult', 'ContactStressDiagnostics', 'ContactStressMap', 'DensityOntologyAPI', 'DensitySymbol', 'DimensionalCheckResult', 'EnergyDensityForm', 'EvidenceReportAPI', 'EvidenceReportMeta', 'FilamentEnergyParams', 'FilamentEnergyResult', 'FourierBlock', 'FourierResult', 'GeometricDescriptors', 'GeometryCertificate', 'GeometryCertificateAPI', 'Grid1D', 'HelicityResult', 'IdealABBlock', 'IdealABComponent', 'KinkRecord', 'KnotDerived', 'KnotInvariants', 'KnotParticleModel', 'KnotParticleModelParams', 'KnotPrediction', 'KnotReportRow', 'KnotState', 'LoadedKnot', 'MassFunctional', 'MultisectorFitter', 'MultisectorFitterV2', 'NNLSResult', 'NodeAnalyzer', 'ParticleEvaluator', 'PipelineCertificationStatus', 'PipelineProvenanceAPI', 'PipelineStage', 'PolygonalSmoothCertificate', 'PolygonalSmoothCertificateAPI', 'PotentialGaussianWell', 'PotentialOptions', 'PrimitiveSet', 'PrimitiveSetMembership', 'ProvenanceRecord', 'Rank9ChannelDiagnostics', 'RelativisticMetrics', 'ResolvedTubeGeometry', 'ResolvedTubeMetrics', 'ResolvedTubeTightener', 'RigidityColumn', 'RigidityMatrix', 'ScalingAuditAPI', 'ScalingClass', 'SectorGate', 'SegmentPair', 'SimpleInvariantXiModel', 'SimpleInvariantXiModelParams', 'SnapshotCompareResult', 'SparseEntry', 'SparseRigidityColumn', 'SparseRigidityMatrix', 'TailApproxConfig', 'TighteningOptions', 'TighteningResult', 'TighteningStepRecord', 'TimeEvolution', 'TraceFormula', 'TrefoilOperator', 'VKMCanonicalConstants', 'VKMCanonicalValues', 'VKMCanonicalXiModel', 'VKMCanonicalXiModelParams', 'VKMMasterEquation', 'VKMMasterEquationInput', 'VKMMasterEquationOutput', 'VKMTensionScales', 'VKMTopologyKernelInput', 'ValueOrigin', 'ValueOriginAPI', 'VortexKnotSystem', 'analyze_resolved_tube_clearance', 'analyze_smooth_resolved_tube', 'batch_helicity_from_dir', 'bending_energy_exact', 'biot_savart_vector_potential_grid', 'biot_savart_velocity', 'biot_savart_velocity_grid', 'biot_savart_wire_grid', 'build_invariants_from_fourier_block', 'build_invariants_from_fseries', 'calculate_bs_cutoff_energy', 'calculate_bs_cutoff_energy_scan', 'calculate_core_repulsion', 'calculate_curvature_penalty', 'calculate_length', 'calculate_neumann_self_energy', 'calculate_writhe', 'canonicalize_fseries_file_inplace', 'check_kind_export_string', 'check_kind_from_export_string', 'compare_fseries_files', 'compute_biot_savart_velocity_grid', 'compute_centerline_helicity', 'compute_continuous_reach', 'compute_curvature', 'compute_curvature_torsion', 'compute_curve_metrics_from_fseries', 'compute_filament_energy_from_fseries', 'compute_filament_velocity', 'compute_frenet_frames', 'compute_helicity', 'compute_helicity_from_fourier_block', 'compute_helicity_from_fseries', 'compute_helicity_invariants', 'compute_intrinsic_frame', 'compute_linking_number', 'compute_polygonal_gauss', 'compute_regularized_mutual_velocity', 'compute_rigid_motion', 'compute_topology_clearance', 'compute_twist', 'compute_vkm_mass', 'compute_vorticity_grid', 'compute_writhe', 'curl3d_central', 'curvature_exact', 'curve_length_from_fseries', 'describe_fourier_block', 'detect_reconnection_candidates', 'dipole_field_at_point', 'dipole_ring_field_grid', 'estimate_cfl_dt', 'estimate_crossing_number', 'evaluate_fourier_block', 'evaluate_fourier_series', 'evaluate_ideal_ab_components', 'evaluate_ideal_component', 'evaluate_knot_dataset', 'evaluate_knot_dataset_vkm_canonical', 'evaluate_single_knot', 'evaluate_single_knot_vkm_canonical', 'evaluate_with_derivatives', 'evolve_positions_euler', 'evolve_vortex_knot', 'extract_interior_field', 'find_ideal_ab_block_by_id', 'find_ideal_block_by_id', 'format_ideal_ab_header', 'fourier_knot', 'fourier_knot_eval', 'get_embedded_ideal_files', 'get_embedded_knot_files', 'guard_topology_step', 'hyperbolic_volume_from_pd', 'index_of_ideal_id', 'index_of_largest_block', 'length_exact', 'list_bindings', 'load_all_knots', 'load_embedded_ideal_text', 'load_embedded_knot_block', 'make_knot_report_row', 'min_non_neighbor_distance_from_fseries', 'min_self_distance_exactish', 'min_self_distance_sampled', 'mode_energies', 'parse_embedded_ideal_ab_by_id', 'parse_embedded_ideal_txt', 'parse_fseries_from_string', 'parse_fseries_multi', 'parse_ideal_ab_by_id_from_string', 'parse_ideal_halvard_from_string', 'parse_ideal_txt_from_string', 'parse_ideal_txt_multi', 'pd_from_curve', 'predict_particle_from_fourier_block', 'predict_particle_from_fseries', 'reach_proxy_from_fseries', 'resample_closed_curve', 'resolved_tube_analyze', 'resolved_tube_build_rigidity_matrix', 'resolved_tube_build_sparse_rigidity_matrix', 'resolved_tube_kkt_diagnostics', 'resolved_tube_length', 'resolved_tube_length_gradient_flat', 'resolved_tube_lower_bound_rad', 'resolved_tube_metrics_from_fseries', 'resolved_tube_minrad', 'resolved_tube_projected_gradient', 'resolved_tube_solve_active_set', 'resolved_tube_tighten', 'resolved_tube_write_matrix_market', 'resolved_tube_write_vector_market', 'rk4_integrate', 'rk4_step', 'sample_circle', 'sample_curve', 'sample_curve_centered', 'writhe_gauss_curve']
+__all__: list[str] = ['ActionPhaseAPI', 'ActionPhaseResiduals', 'AnisotropyResiduals', 'BiotSavart', 'BiotSavartGateAPI', 'BiotSavartGateResult', 'BoundaryOptions', 'CanonicalConstants', 'CanonicalValue', 'CanonicalizeResult', 'CertificateStatus', 'CheckKind', 'CheckResult', 'ChronosFirstHittingResult', 'ContactSaturationResult', 'ContactStressDiagnostics', 'ContactStressMap', 'CoreTorsionAPI', 'DensityOntologyAPI', 'DensitySymbol', 'DimensionalCheckResult', 'EnergyDensityForm', 'EvidenceReportAPI', 'EvidenceReportMeta', 'FilamentEnergyParams', 'FilamentEnergyResult', 'FourierBlock', 'FourierResult', 'GeometricDescriptors', 'GeometryCertificate', 'GeometryCertificateAPI', 'Grid1D', 'HelicityResult', 'IdealABBlock', 'IdealABComponent', 'IdealKnotRegimeAPI', 'IdealKnotRegimeResult', 'KAMDiagnosticsAPI', 'KAMSector', 'KAMStage', 'KAMStage1Result', 'KinkRecord', 'KnotDerived', 'KnotInvariants', 'KnotParticleModel', 'KnotParticleModelParams', 'KnotPrediction', 'KnotRegime', 'KnotReportRow', 'KnotState', 'LinkFieldGateAPI', 'LinkFieldGateResult', 'LinkGateFailure', 'LoadedKnot', 'LorentzMapResult', 'MassFunctional', 'MaxwellKineticAPI', 'MaxwellKineticResult', 'MechanicalFalsifierAPI', 'MechanicalFalsifierResult', 'MultisectorFitter', 'MultisectorFitterV2', 'NNLSResult', 'NodeAnalyzer', 'OperationalSpacetimeAPI', 'ParticleEvaluator', 'PipelineCertificationStatus', 'PipelineProvenanceAPI', 'PipelineStage', 'PolygonalSmoothCertificate', 'PolygonalSmoothCertificateAPI', 'PotentialGaussianWell', 'PotentialOptions', 'PrimitiveSet', 'PrimitiveSetMembership', 'ProvenanceRecord', 'QSSPseudospectrumResult', 'QSSPseudospectrumSample', 'QSSSpectroscopyAPI', 'QSSSpectrumResult', 'RadarInterval', 'Rank9ChannelDiagnostics', 'RelativisticMetrics', 'ResolvedTubeGeometry', 'ResolvedTubeMetrics', 'ResolvedTubeTightener', 'RigidityColumn', 'RigidityMatrix', 'RopelengthConvention', 'RotorParticipationAPI', 'RotorParticipationResult', 'ScalingAuditAPI', 'ScalingClass', 'SectorGate', 'SegmentPair', 'SimpleInvariantXiModel', 'SimpleInvariantXiModelParams', 'SnapshotCompareResult', 'SparseEntry', 'SparseRigidityColumn', 'SparseRigidityMatrix', 'SpectroResponseAPI', 'SpectroResponseResult', 'SwirlTonicAPI', 'SwirlTonicResult', 'TailApproxConfig', 'TighteningOptions', 'TighteningResult', 'TighteningStepRecord', 'TimeEvolution', 'TorsionMassResult', 'TraceFormula', 'TransverseProjectorAPI', 'TransverseProjectorResult', 'TrefoilOperator', 'VKMCanonicalConstants', 'VKMCanonicalValues', 'VKMCanonicalXiModel', 'VKMCanonicalXiModelParams', 'VKMMasterEquation', 'VKMMasterEquationInput', 'VKMMasterEquationOutput', 'VKMTensionScales', 'VKMTopologyKernelInput', 'ValueOrigin', 'ValueOriginAPI', 'VortexKnotSystem', 'WaveModeClass', 'WorldsheetGuardResult', 'WorldsheetGuardsAPI', 'analyze_resolved_tube_clearance', 'analyze_smooth_resolved_tube', 'batch_helicity_from_dir', 'bending_energy_exact', 'biot_savart_vector_potential_grid', 'biot_savart_velocity', 'biot_savart_velocity_grid', 'biot_savart_wire_grid', 'build_invariants_from_fourier_block', 'build_invariants_from_fseries', 'calculate_bs_cutoff_energy', 'calculate_bs_cutoff_energy_scan', 'calculate_core_repulsion', 'calculate_curvature_penalty', 'calculate_length', 'calculate_neumann_self_energy', 'calculate_writhe', 'canonicalize_fseries_file_inplace', 'check_kind_export_string', 'check_kind_from_export_string', 'compare_fseries_files', 'compute_biot_savart_velocity_grid', 'compute_centerline_helicity', 'compute_continuous_reach', 'compute_curvature', 'compute_curvature_torsion', 'compute_curve_metrics_from_fseries', 'compute_filament_energy_from_fseries', 'compute_filament_velocity', 'compute_frenet_frames', 'compute_helicity', 'compute_helicity_from_fourier_block', 'compute_helicity_from_fseries', 'compute_helicity_invariants', 'compute_intrinsic_frame', 'compute_linking_number', 'compute_polygonal_gauss', 'compute_regularized_mutual_velocity', 'compute_rigid_motion', 'compute_topology_clearance', 'compute_twist', 'compute_vkm_mass', 'compute_vorticity_grid', 'compute_writhe', 'curl3d_central', 'curvature_exact', 'curve_length_from_fseries', 'describe_fourier_block', 'detect_reconnection_candidates', 'dipole_field_at_point', 'dipole_ring_field_grid', 'estimate_cfl_dt', 'estimate_crossing_number', 'evaluate_fourier_block', 'evaluate_fourier_series', 'evaluate_ideal_ab_components', 'evaluate_ideal_component', 'evaluate_knot_dataset', 'evaluate_knot_dataset_vkm_canonical', 'evaluate_single_knot', 'evaluate_single_knot_vkm_canonical', 'evaluate_with_derivatives', 'evolve_positions_euler', 'evolve_vortex_knot', 'extract_interior_field', 'find_ideal_ab_block_by_id', 'find_ideal_block_by_id', 'format_ideal_ab_header', 'fourier_knot', 'fourier_knot_eval', 'get_embedded_ideal_files', 'get_embedded_knot_files', 'guard_topology_step', 'hyperbolic_volume_from_pd', 'index_of_ideal_id', 'index_of_largest_block', 'length_exact', 'list_bindings', 'load_all_knots', 'load_embedded_ideal_text', 'load_embedded_knot_block', 'make_knot_report_row', 'min_non_neighbor_distance_from_fseries', 'min_self_distance_exactish', 'min_self_distance_sampled', 'mode_energies', 'parse_embedded_ideal_ab_by_id', 'parse_embedded_ideal_txt', 'parse_fseries_from_string', 'parse_fseries_multi', 'parse_ideal_ab_by_id_from_string', 'parse_ideal_halvard_from_string', 'parse_ideal_txt_from_string', 'parse_ideal_txt_multi', 'pd_from_curve', 'predict_particle_from_fourier_block', 'predict_particle_from_fseries', 'reach_proxy_from_fseries', 'resample_closed_curve', 'resolved_tube_analyze', 'resolved_tube_build_rigidity_matrix', 'resolved_tube_build_sparse_rigidity_matrix', 'resolved_tube_kkt_diagnostics', 'resolved_tube_length', 'resolved_tube_length_gradient_flat', 'resolved_tube_lower_bound_rad', 'resolved_tube_metrics_from_fseries', 'resolved_tube_minrad', 'resolved_tube_projected_gradient', 'resolved_tube_solve_active_set', 'resolved_tube_tighten', 'resolved_tube_write_matrix_market', 'resolved_tube_write_vector_market', 'rk4_integrate', 'rk4_step', 'sample_circle', 'sample_curve', 'sample_curve_centered', 'writhe_gauss_curve']
 
 class TailApproxConfig:
     """
@@ -5459,6 +5459,196 @@ class BiotSavartGateAPI:
         a number that is not finite. Bad numbers do not raise.
         """
 
+class RadarInterval:
+    """
+    Radar time and distance of an event.
+    """
+
+    @property
+    def causal(self) -> bool:
+        """
+        Whether the signal comes back no earlier than it left.
+        """
+
+    @property
+    def emission_time(self) -> float:
+        """
+        As given.
+        """
+
+    @property
+    def radar_distance(self) -> float:
+        """
+        c / 2 times their difference; NaN unless causal.
+        """
+
+    @property
+    def radar_time(self) -> float:
+        """
+        Mean of the two times; NaN unless causal.
+        """
+
+    @property
+    def reception_time(self) -> float:
+        """
+        As given.
+        """
+
+class LorentzMapResult:
+    """
+    An event as a moving observer sees it.
+    """
+
+    @property
+    def gamma(self) -> float:
+        """
+        Lorentz factor.
+        """
+
+    @property
+    def invariant_residual(self) -> float:
+        """
+        Relative change of the interval to the origin.
+        """
+
+    @property
+    def transformed_event(self) -> typing.Annotated[list[float], 'FixedSize(4)']:
+        """
+        [t, x, y, z].
+        """
+
+class OperationalSpacetimeAPI:
+    """
+    Radar times and Lorentz boosts of events [t, x, y, z], in any consistent units. No number raises.
+    """
+
+    @staticmethod
+    def lorentz_boost(event: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(4)'], velocity: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], c: typing.SupportsFloat | typing.SupportsIndex=1.0) -> LorentzMapResult:
+        """
+        LorentzMapResult of an event (four floats) for an observer of that velocity (three floats). Every
+        number is NaN unless c > 0, the speed is below c and all components are finite.
+        """
+
+    @staticmethod
+    def lorentz_boost_x(event: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(4)'], velocity: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex=1.0) -> LorentzMapResult:
+        """
+        lorentz_boost along x: velocity is one float.
+        """
+
+    @staticmethod
+    def minkowski_interval2(event_a: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(4)'], event_b: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(4)'], c: typing.SupportsFloat | typing.SupportsIndex=1.0) -> float:
+        """
+        c^2 dt^2 - |dx|^2 of two events, four floats each.
+        """
+
+    @staticmethod
+    def radar_interval(emission_time: typing.SupportsFloat | typing.SupportsIndex, reception_time: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex=1.0) -> RadarInterval:
+        """
+        RadarInterval of the times at which a signal leaves and comes back. Not causal, with NaN results,
+        if it comes back earlier, c is not positive or a time is not finite.
+        """
+
+class QSSSpectrumResult:
+    """
+    Eigenvalues of a 2 x 2 matrix.
+    """
+
+    @property
+    def conditioning(self) -> float:
+        """
+        The same number.
+        """
+
+    @property
+    def eigen_residual(self) -> float:
+        """
+        Larger modulus of the characteristic polynomial at them.
+        """
+
+    @property
+    def eigenvalue_magnitude_ratio(self) -> float:
+        """
+        Larger modulus over the smaller; +infinity if that is 0.
+        """
+
+    @property
+    def eigenvalues(self) -> list[complex]:
+        """
+        Two complex numbers, or none for bad input.
+        """
+
+    @property
+    def epistemic_status(self) -> str:
+        """
+        "SYNTHETIC_DIAGNOSTIC", or "OPEN_RESEARCH_GATE" for bad input.
+        """
+
+class QSSPseudospectrumSample:
+    """
+    A resolvent norm at one point of the complex plane.
+    """
+
+    @property
+    def imag_z(self) -> float:
+        """
+        Imaginary part.
+        """
+
+    @property
+    def real_z(self) -> float:
+        """
+        Real part.
+        """
+
+    @property
+    def resolvent_norm(self) -> float:
+        """
+        Inverse distance to the nearer eigenvalue; at most 1e30.
+        """
+
+class QSSPseudospectrumResult:
+    """
+    Resolvent norms on a grid.
+    """
+
+    @property
+    def epistemic_status(self) -> str:
+        """
+        "SYNTHETIC_DIAGNOSTIC", or "OPEN_RESEARCH_GATE" for bad input.
+        """
+
+    @property
+    def max_resolvent_norm(self) -> float:
+        """
+        Largest norm; NaN for bad input.
+        """
+
+    @property
+    def samples(self) -> list[QSSPseudospectrumSample]:
+        """
+        QSSPseudospectrumSample, imaginary part fastest.
+        """
+
+class QSSSpectroscopyAPI:
+    """
+    Diagnostics on made-up 2 x 2 operators. Bad numbers do not raise.
+    """
+
+    @staticmethod
+    def eigen_2x2(matrix_row_major: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex]) -> QSSSpectrumResult:
+        """
+        QSSSpectrumResult of four floats, row by row: of real eigenvalues the larger comes first, of
+        complex ones that with positive imaginary part. A list of another length gives NaN and no
+        eigenvalues.
+        """
+
+    @staticmethod
+    def pseudospectrum_diag_2x2(a00: typing.SupportsFloat | typing.SupportsIndex, a11: typing.SupportsFloat | typing.SupportsIndex, real_min: typing.SupportsFloat | typing.SupportsIndex, real_max: typing.SupportsFloat | typing.SupportsIndex, n_real: typing.SupportsInt | typing.SupportsIndex, imag_min: typing.SupportsFloat | typing.SupportsIndex, imag_max: typing.SupportsFloat | typing.SupportsIndex, n_imag: typing.SupportsInt | typing.SupportsIndex) -> QSSPseudospectrumResult:
+        """
+        QSSPseudospectrumResult of diag(a00, a11) on n_real x n_imag points, ends included; one point stands at
+        the lower bound. No points or bounds out of order give NaN and no samples. MemoryError for absurd grids.
+        """
+
 class PipelineStage:
     """
     The tools that a geometry goes through, in order.
@@ -5756,6 +5946,452 @@ class PipelineProvenanceAPI:
     def stage_name(arg0: PipelineStage, /) -> str:
         """
         Name of a PipelineStage; "Unknown" for other values.
+        """
+
+class TorsionMassResult:
+    """
+    Inertial mass of a core's torsional energy.
+    """
+
+    @property
+    def convention(self) -> str:
+        """
+        Formula of the mass.
+        """
+
+    @property
+    def dimensional_residual(self) -> float:
+        """
+        Deviation of c_T^2 mass from the energy.
+        """
+
+    @property
+    def mass(self) -> float:
+        """
+        Mass, kg; NaN for bad input.
+        """
+
+    @property
+    def ok(self) -> bool:
+        """
+        Whether the input was valid.
+        """
+
+class AnisotropyResiduals:
+    """
+    How far a core matrix is from isotropic.
+    """
+
+    @property
+    def chi_hat(self) -> float:
+        """
+        c_T^2 tr M / (3 E0).
+        """
+
+    @property
+    def delta_aniso(self) -> float:
+        """
+        Norm of the deviator over the mean of the diagonal.
+        """
+
+    @property
+    def epistemic_status(self) -> str:
+        """
+        Always "OPEN_RESEARCH_GATE".
+        """
+
+    @property
+    def normalization(self) -> float:
+        """
+        3 E0.
+        """
+
+    @property
+    def ok(self) -> bool:
+        """
+        Whether both residuals are finite.
+        """
+
+class CoreTorsionAPI:
+    """
+    Torsional mass and anisotropy of a core. Nothing here raises.
+    """
+
+    @staticmethod
+    def anisotropy_residuals(M_row_major: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(9)'], E0: typing.SupportsFloat | typing.SupportsIndex, c_T: typing.SupportsFloat | typing.SupportsIndex) -> AnisotropyResiduals:
+        """
+        AnisotropyResiduals of a symmetric 3 x 3 matrix, nine floats row by row. All zero and not ok
+        unless E0 > 0, c_T > 0 and M is finite; delta_aniso is NaN for a matrix that is not symmetric.
+        """
+
+    @staticmethod
+    def torsion_inertial_mass(E0: typing.SupportsFloat | typing.SupportsIndex, I: typing.SupportsFloat | typing.SupportsIndex, c_T: typing.SupportsFloat | typing.SupportsIndex) -> TorsionMassResult:
+        """
+        TorsionMassResult of E0 I / c_T^2: energy in J, dimensionless factor, wave speed in m/s. NaN and
+        not ok unless E0 >= 0, I >= 0, c_T > 0 and all are finite.
+        """
+
+    @staticmethod
+    def torsion_inertial_mass_legacy_factor2(E0: typing.SupportsFloat | typing.SupportsIndex, I: typing.SupportsFloat | typing.SupportsIndex, c_T: typing.SupportsFloat | typing.SupportsIndex) -> TorsionMassResult:
+        """
+        The same with twice the mass, an older convention.
+        """
+
+class LinkGateFailure:
+    """
+    The first step of the link field gate that fails.
+
+    Members:
+
+      None_ : None.
+
+      E : rho_star is not positive.
+
+      T : Gamma_star is not positive.
+
+      N : r_star is not positive.
+
+      M : The phase residual is above its tolerance.
+    """
+    E: typing.ClassVar[LinkGateFailure]
+    M: typing.ClassVar[LinkGateFailure]
+    N: typing.ClassVar[LinkGateFailure]
+    None_: typing.ClassVar[LinkGateFailure]
+    T: typing.ClassVar[LinkGateFailure]
+    __members__: typing.ClassVar[dict[str, LinkGateFailure]]
+
+    @typing.overload
+    def __eq__(self, other: LinkGateFailure) -> bool:
+        ...
+
+    @typing.overload
+    def __eq__(self, other: typing.Any) -> bool:
+        ...
+
+    def __getstate__(self) -> int:
+        ...
+
+    def __hash__(self) -> int:
+        ...
+
+    def __index__(self) -> int:
+        ...
+
+    def __init__(self, value: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __int__(self) -> int:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: LinkGateFailure) -> bool:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: typing.Any) -> bool:
+        ...
+
+    def __repr__(self) -> str:
+        ...
+
+    def __setstate__(self, state: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __str__(self) -> str:
+        ...
+
+    @property
+    def name(self) -> str:
+        ...
+
+    @property
+    def value(self) -> int:
+        ...
+
+class LinkFieldGateResult:
+    """
+    Admissibility of the parameters of a link field.
+    """
+
+    @property
+    def Gamma_star(self) -> float:
+        """
+        Circulation as given, m^2/s.
+        """
+
+    @property
+    def epistemic_status(self) -> str:
+        """
+        Always "OPEN_RESEARCH_GATE".
+        """
+
+    @property
+    def failure(self) -> LinkGateFailure:
+        """
+        LinkGateFailure: the first step that fails.
+        """
+
+    @property
+    def passed(self) -> bool:
+        """
+        Whether all four steps hold.
+        """
+
+    @property
+    def phase_residual(self) -> float:
+        """
+        Phase residual as given.
+        """
+
+    @property
+    def r_star(self) -> float:
+        """
+        Length as given, m.
+        """
+
+    @property
+    def rho_star(self) -> float:
+        """
+        Density as given, kg/m^3.
+        """
+
+class LinkFieldGateAPI:
+    """
+    Gate on the parameters of a link field. Nothing here raises.
+    """
+
+    @staticmethod
+    def evaluate(rho_star: typing.SupportsFloat | typing.SupportsIndex, Gamma_star: typing.SupportsFloat | typing.SupportsIndex, r_star: typing.SupportsFloat | typing.SupportsIndex, phase_residual: typing.SupportsFloat | typing.SupportsIndex, tol: typing.SupportsFloat | typing.SupportsIndex=1e-06) -> LinkFieldGateResult:
+        """
+        LinkFieldGateResult. In this order: E, T, N if rho_star, Gamma_star, r_star is not positive, M
+        unless |phase_residual| <= tol. A NaN fails the step that tests it.
+        """
+
+    @staticmethod
+    def failure_name(arg0: LinkGateFailure, /) -> str:
+        """
+        "None", "E", "T", "N" or "M"; "None" for other values.
+        """
+
+class KAMSector:
+    """
+    Sectors of a KAM analysis.
+
+    Members:
+
+      S : Sector S.
+
+      T : Sector T.
+    """
+    S: typing.ClassVar[KAMSector]
+    T: typing.ClassVar[KAMSector]
+    __members__: typing.ClassVar[dict[str, KAMSector]]
+
+    @typing.overload
+    def __eq__(self, other: KAMSector) -> bool:
+        ...
+
+    @typing.overload
+    def __eq__(self, other: typing.Any) -> bool:
+        ...
+
+    def __getstate__(self) -> int:
+        ...
+
+    def __hash__(self) -> int:
+        ...
+
+    def __index__(self) -> int:
+        ...
+
+    def __init__(self, value: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __int__(self) -> int:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: KAMSector) -> bool:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: typing.Any) -> bool:
+        ...
+
+    def __repr__(self) -> str:
+        ...
+
+    def __setstate__(self, state: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __str__(self) -> str:
+        ...
+
+    @property
+    def name(self) -> str:
+        ...
+
+    @property
+    def value(self) -> int:
+        ...
+
+class KAMStage:
+    """
+    Stages of a KAM analysis. Nothing reaches those above KAM1.
+
+    Members:
+
+      KAM0 : Nothing shown.
+
+      KAM1 : Twist condition and low-order resonances.
+
+      KAM2 : A name only.
+
+      KAM3 : A name only.
+
+      KAM4 : A name only.
+
+      KAM5 : A name only.
+    """
+    KAM0: typing.ClassVar[KAMStage]
+    KAM1: typing.ClassVar[KAMStage]
+    KAM2: typing.ClassVar[KAMStage]
+    KAM3: typing.ClassVar[KAMStage]
+    KAM4: typing.ClassVar[KAMStage]
+    KAM5: typing.ClassVar[KAMStage]
+    __members__: typing.ClassVar[dict[str, KAMStage]]
+
+    @typing.overload
+    def __eq__(self, other: KAMStage) -> bool:
+        ...
+
+    @typing.overload
+    def __eq__(self, other: typing.Any) -> bool:
+        ...
+
+    def __getstate__(self) -> int:
+        ...
+
+    def __hash__(self) -> int:
+        ...
+
+    def __index__(self) -> int:
+        ...
+
+    def __init__(self, value: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __int__(self) -> int:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: KAMStage) -> bool:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: typing.Any) -> bool:
+        ...
+
+    def __repr__(self) -> str:
+        ...
+
+    def __setstate__(self, state: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __str__(self) -> str:
+        ...
+
+    @property
+    def name(self) -> str:
+        ...
+
+    @property
+    def value(self) -> int:
+        ...
+
+class KAMStage1Result:
+    """
+    Twist condition and low-order resonances of a frequency vector.
+    """
+
+    @property
+    def achieved_stage(self) -> KAMStage:
+        """
+        KAM1 with status Pass, else KAM0.
+        """
+
+    @property
+    def diophantine_margin(self) -> float:
+        """
+        minimum_detuning - diophantine_tau.
+        """
+
+    @property
+    def frequencies(self) -> list[float]:
+        """
+        As given.
+        """
+
+    @property
+    def hessian(self) -> list[float]:
+        """
+        As given.
+        """
+
+    @property
+    def hessian_determinant(self) -> float:
+        """
+        Determinant of the Hessian.
+        """
+
+    @property
+    def minimum_detuning(self) -> float:
+        """
+        Least |k . omega|, in the unit of the frequencies.
+        """
+
+    @property
+    def sector(self) -> KAMSector:
+        """
+        KAMSector as given.
+        """
+
+    @property
+    def status(self) -> CertificateStatus:
+        """
+        CertificateStatus.
+        """
+
+class KAMDiagnosticsAPI:
+    """
+    The first stage of a KAM analysis. No number raises.
+    """
+
+    @staticmethod
+    def golden_ratio_null_test(value: typing.SupportsFloat | typing.SupportsIndex, tol: typing.SupportsFloat | typing.SupportsIndex=1e-09) -> bool:
+        """
+        Whether a value is the golden ratio within tol.
+        """
+
+    @staticmethod
+    def sector_name(arg0: KAMSector, /) -> str:
+        """
+        "S", and "T" for all other values.
+        """
+
+    @staticmethod
+    def stage1(sector: KAMSector, frequencies: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], hessian_row_major: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], diophantine_tau: typing.SupportsFloat | typing.SupportsIndex=1e-06) -> KAMStage1Result:
+        """
+        KAMStage1Result of n frequencies and an n x n Hessian, row by row. Pass: |determinant| and the least
+        |k . omega| over integer vectors k, components from -2 to 2 and not all 0, both exceed diophantine_tau.
+        Indeterminate: no frequencies, a Hessian of another size, a diophantine_tau that is not positive, or a
+        number that is not finite. The time grows with 5^n at worst.
+        """
+
+    @staticmethod
+    def stage_name(arg0: KAMStage, /) -> str:
+        """
+        "KAM-1" to "KAM-5", and "KAM-0" for all other values.
         """
 
 class ValueOrigin:
@@ -6207,6 +6843,125 @@ class EvidenceReportAPI:
         path, with no error raised, no directory made and no partial file left.
         """
 
+class ActionPhaseResiduals:
+    """
+    Consistency of the mass-shell formulas at one momentum.
+    """
+
+    @property
+    def delta_shape_separability(self) -> float:
+        """
+        Tripwire of the shape's separability.
+        """
+
+    @property
+    def finite(self) -> bool:
+        """
+        Whether all six are finite.
+        """
+
+    @property
+    def gamma_consistency(self) -> float:
+        """
+        Tripwire of gamma's formula.
+        """
+
+    @property
+    def hamiltonian_consistency(self) -> float:
+        """
+        |H^2 - (E0^2 + (c p)^2)| relative to max(1, H^2).
+        """
+
+    @property
+    def ok(self) -> bool:
+        """
+        The same.
+        """
+
+    @property
+    def phase_rate_consistency(self) -> float:
+        """
+        Tripwire of the phase rate.
+        """
+
+    @property
+    def proper_time_consistency(self) -> float:
+        """
+        Tripwire of the proper time rate.
+        """
+
+    @property
+    def velocity_consistency(self) -> float:
+        """
+        Tripwire of the velocity's formula.
+        """
+
+    @property
+    def within_tolerance(self) -> bool:
+        """
+        Whether the largest is at most the tolerance.
+        """
+
+class ActionPhaseAPI:
+    """
+    The mass shell H = sqrt((p c)^2 + E0^2) and the internal phase on it, in any consistent units.
+    Nothing here raises: results are NaN unless p, E0 and c are finite and E0 and c positive.
+    """
+
+    @staticmethod
+    def action_phase_residuals(p: typing.SupportsFloat | typing.SupportsIndex, E0: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex, Omega0: typing.SupportsFloat | typing.SupportsIndex, tol: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> ActionPhaseResiduals:
+        """
+        ActionPhaseResiduals. All zero and not ok unless H and Omega0 are finite and tol is not negative.
+        """
+
+    @staticmethod
+    def coupled_shape_residual(p: typing.SupportsFloat | typing.SupportsIndex, E0: typing.SupportsFloat | typing.SupportsIndex, dE0_dq: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex, f_q: typing.SupportsFloat | typing.SupportsIndex, df_dq: typing.SupportsFloat | typing.SupportsIndex, eps: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        |(p^2 f_q eps + d) - d| with d = (E0 / H) dE0_dq; NaN unless the other four are finite, too.
+        """
+
+    @staticmethod
+    def delta_shape_separability(p: typing.SupportsFloat | typing.SupportsIndex, E0: typing.SupportsFloat | typing.SupportsIndex, dE0_dq: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        |d - d| with d = (E0 / H) dE0_dq; NaN unless dE0_dq is finite, too.
+        """
+
+    @staticmethod
+    def fixed_v_phase_error_factor(p: typing.SupportsFloat | typing.SupportsIndex, E0: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        (H / E0)^2 - 1.
+        """
+
+    @staticmethod
+    def gamma_from_mass_shell(p: typing.SupportsFloat | typing.SupportsIndex, E0: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        H / E0.
+        """
+
+    @staticmethod
+    def internal_phase_rate_at_fixed_momentum(p: typing.SupportsFloat | typing.SupportsIndex, E0: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex, Omega0: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        E0 Omega0 / H; NaN unless Omega0 is finite, too.
+        """
+
+    @staticmethod
+    def mass_shell_hamiltonian(p: typing.SupportsFloat | typing.SupportsIndex, E0: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        H, by hypot.
+        """
+
+    @staticmethod
+    def proper_time_rate(p: typing.SupportsFloat | typing.SupportsIndex, E0: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        dH/dE0 = E0 / H.
+        """
+
+    @staticmethod
+    def velocity_from_mass_shell(p: typing.SupportsFloat | typing.SupportsIndex, E0: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        dH/dp = p c^2 / H.
+        """
+
 class DensitySymbol:
     """
     Density symbols that must not be mistaken for each other.
@@ -6405,6 +7160,142 @@ class DensityOntologyAPI:
     def validate_energy_density_form(arg0: EnergyDensityForm, /) -> DimensionalCheckResult:
         """
         DimensionalCheckResult of an EnergyDensityForm.
+        """
+
+class WaveModeClass:
+    """
+    How a core's wave answers to its amplitude.
+
+    Members:
+
+      LinearTwist : A twist wave.
+
+      QuadraticKelvinBend : A bend of the filament.
+
+      Unknown : Neither, or both.
+    """
+    LinearTwist: typing.ClassVar[WaveModeClass]
+    QuadraticKelvinBend: typing.ClassVar[WaveModeClass]
+    Unknown: typing.ClassVar[WaveModeClass]
+    __members__: typing.ClassVar[dict[str, WaveModeClass]]
+
+    @typing.overload
+    def __eq__(self, other: WaveModeClass) -> bool:
+        ...
+
+    @typing.overload
+    def __eq__(self, other: typing.Any) -> bool:
+        ...
+
+    def __getstate__(self) -> int:
+        ...
+
+    def __hash__(self) -> int:
+        ...
+
+    def __index__(self) -> int:
+        ...
+
+    def __init__(self, value: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __int__(self) -> int:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: WaveModeClass) -> bool:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: typing.Any) -> bool:
+        ...
+
+    def __repr__(self) -> str:
+        ...
+
+    def __setstate__(self, state: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __str__(self) -> str:
+        ...
+
+    @property
+    def name(self) -> str:
+        ...
+
+    @property
+    def value(self) -> int:
+        ...
+
+class RotorParticipationResult:
+    """
+    How much of a medium takes part in a core's rotation.
+    """
+
+    @property
+    def c_omega(self) -> float:
+        """
+        v_swirl as given, m/s.
+        """
+
+    @property
+    def ell_rho_eq_ref(self) -> float:
+        """
+        sqrt(j_omega_rot / rho_ref), m.
+        """
+
+    @property
+    def j_omega_rot(self) -> float:
+        """
+        pi r_c^2 rho_horn, kg/m.
+        """
+
+    @property
+    def phi_dyn_ref(self) -> float:
+        """
+        rho_ref / (pi rho_horn).
+        """
+
+class RotorParticipationAPI:
+    """
+    Participation of a medium in a core's rotation. Nothing here raises.
+    """
+
+    @staticmethod
+    def c_omega_equals_v_swirl(arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        The argument itself.
+        """
+
+    @staticmethod
+    def classify_wave_mode(arg0: bool, arg1: bool, /) -> WaveModeClass:
+        """
+        WaveModeClass of (linear, quadratic); Unknown unless exactly one holds.
+        """
+
+    @staticmethod
+    def ell_rho_eq_ref(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        Of (j, rho): sqrt(j / rho); NaN unless both are positive.
+        """
+
+    @staticmethod
+    def evaluate(r_c: typing.SupportsFloat | typing.SupportsIndex=1.40897017e-15, rho_horn: typing.SupportsFloat | typing.SupportsIndex=3.8934358266918687e+18, rho_ref: typing.SupportsFloat | typing.SupportsIndex=7e-07, v_swirl: typing.SupportsFloat | typing.SupportsIndex=1093845.63) -> RotorParticipationResult:
+        """
+        RotorParticipationResult of a core radius (m), two densities (kg/m^3) and a swirl speed (m/s); NaN
+        where a formula needs a positive number and has none.
+        """
+
+    @staticmethod
+    def j_omega_rot(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        Of (r, rho): pi r^2 rho; NaN unless both are positive.
+        """
+
+    @staticmethod
+    def phi_dyn_ref(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        Of (rho_ref, rho_horn): rho_ref / (pi rho_horn); NaN unless both are positive.
         """
 
 class PrimitiveSet:
@@ -6623,6 +7514,719 @@ class ScalingAuditAPI:
     def scaling_class_name(arg0: ScalingClass, /) -> str:
         """
         Letter of a ScalingClass; "?" for other values.
+        """
+
+class WorldsheetGuardResult:
+    """
+    The worldsheet guards, each on its own and together.
+    """
+
+    @property
+    def b_not_a_em(self) -> bool:
+        """
+        Nobody claims that B is A_em.
+        """
+
+    @property
+    def charge_not_gamma0(self) -> bool:
+        """
+        The charge is not the circulation quantum.
+        """
+
+    @property
+    def form_degree_ok(self) -> bool:
+        """
+        The degree is not 2.
+        """
+
+    @property
+    def material_v_not_a_eff(self) -> bool:
+        """
+        Nobody claims that the velocity is A_eff.
+        """
+
+    @property
+    def message(self) -> str:
+        """
+        The verdict in words.
+        """
+
+    @property
+    def passed(self) -> bool:
+        """
+        All four.
+        """
+
+class WorldsheetGuardsAPI:
+    """
+    Guards of the worldsheet coupling. No number raises.
+    """
+
+    @staticmethod
+    def b_field_not_identified_with_a_em(arg0: bool, /) -> bool:
+        """
+        The negation of the claim that B is A_em.
+        """
+
+    @staticmethod
+    def charge_differs_from_circulation(q_B: typing.SupportsFloat | typing.SupportsIndex, gamma_0: typing.SupportsFloat | typing.SupportsIndex, abs_tol: typing.SupportsFloat | typing.SupportsIndex=0.0) -> bool:
+        """
+        Whether the two are more than abs_tol apart, or one is not finite.
+        """
+
+    @staticmethod
+    def evaluate(form_degree_H: typing.SupportsInt | typing.SupportsIndex, q_B: typing.SupportsFloat | typing.SupportsIndex, gamma_0: typing.SupportsFloat | typing.SupportsIndex, claimed_b_is_a_em: bool, claimed_v_is_a_eff: bool) -> WorldsheetGuardResult:
+        """
+        WorldsheetGuardResult: the degree is not 2, the charge is not the circulation, nothing is claimed.
+        """
+
+    @staticmethod
+    def form_degree_H(arg0: typing.SupportsInt | typing.SupportsIndex, /) -> int:
+        """
+        The degree as given.
+        """
+
+    @staticmethod
+    def ladder_stage_name(arg0: typing.SupportsInt | typing.SupportsIndex, /) -> str:
+        """
+        Name of the stages 0 ("mode_census") to 6 ("oos_phenomenology"); "unknown" for others.
+        """
+
+    @staticmethod
+    def material_velocity_not_a_eff(arg0: bool, /) -> bool:
+        """
+        The negation of the claim that the material velocity is A_eff.
+        """
+
+    @staticmethod
+    def two_form_degree_guard(sphere_dimension: typing.SupportsInt | typing.SupportsIndex=2, form_degree_H: typing.SupportsInt | typing.SupportsIndex=...) -> bool:
+        """
+        Whether the two integers are equal. evaluate tests the degree in the opposite sense.
+        """
+
+class KnotRegime:
+    """
+    Shape of a knot's tube.
+
+    Members:
+
+      Compact : Curvature or separation is of the order of the core.
+
+      Slender : The core is thin.
+
+      Indeterminate : Cannot be judged.
+    """
+    Compact: typing.ClassVar[KnotRegime]
+    Indeterminate: typing.ClassVar[KnotRegime]
+    Slender: typing.ClassVar[KnotRegime]
+    __members__: typing.ClassVar[dict[str, KnotRegime]]
+
+    @typing.overload
+    def __eq__(self, other: KnotRegime) -> bool:
+        ...
+
+    @typing.overload
+    def __eq__(self, other: typing.Any) -> bool:
+        ...
+
+    def __getstate__(self) -> int:
+        ...
+
+    def __hash__(self) -> int:
+        ...
+
+    def __index__(self) -> int:
+        ...
+
+    def __init__(self, value: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __int__(self) -> int:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: KnotRegime) -> bool:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: typing.Any) -> bool:
+        ...
+
+    def __repr__(self) -> str:
+        ...
+
+    def __setstate__(self, state: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __str__(self) -> str:
+        ...
+
+    @property
+    def name(self) -> str:
+        ...
+
+    @property
+    def value(self) -> int:
+        ...
+
+class IdealKnotRegimeResult:
+    """
+    The regime of a knot's tube.
+    """
+
+    @property
+    def epsilon_kappa(self) -> float:
+        """
+        a_core kappa_max.
+        """
+
+    @property
+    def epsilon_sep(self) -> float:
+        """
+        a_core / d_sep.
+        """
+
+    @property
+    def helicity_moffatt_ricca(self) -> float:
+        """
+        gamma^2 (writhe + twist).
+        """
+
+    @property
+    def kkt_residual(self) -> float:
+        """
+        As given.
+        """
+
+    @property
+    def lia_kam_excluded(self) -> bool:
+        """
+        Whether the regime is Compact.
+        """
+
+    @property
+    def message(self) -> str:
+        """
+        The verdict in words.
+        """
+
+    @property
+    def regime(self) -> KnotRegime:
+        """
+        KnotRegime.
+        """
+
+class IdealKnotRegimeAPI:
+    """
+    Compact or slender tubes of knots. Nothing here raises.
+    """
+
+    @staticmethod
+    def classify_regime(eps_kappa: typing.SupportsFloat | typing.SupportsIndex, eps_sep: typing.SupportsFloat | typing.SupportsIndex, order_one: typing.SupportsFloat | typing.SupportsIndex=0.3) -> KnotRegime:
+        """
+        KnotRegime: Compact if either number is at least order_one, Slender if both are below,
+        Indeterminate if one of them is not finite.
+        """
+
+    @staticmethod
+    def epsilon_kappa(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        Of (a_core, kappa_max): their product; NaN unless a_core > 0 and kappa_max >= 0.
+        """
+
+    @staticmethod
+    def epsilon_sep(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        Of (a_core, d_sep): a_core / d_sep; NaN unless both are positive.
+        """
+
+    @staticmethod
+    def evaluate(a_core: typing.SupportsFloat | typing.SupportsIndex, kappa_max: typing.SupportsFloat | typing.SupportsIndex, d_sep: typing.SupportsFloat | typing.SupportsIndex, gamma: typing.SupportsFloat | typing.SupportsIndex, writhe: typing.SupportsFloat | typing.SupportsIndex, twist: typing.SupportsFloat | typing.SupportsIndex, kkt_residual: typing.SupportsFloat | typing.SupportsIndex=0.0) -> IdealKnotRegimeResult:
+        """
+        IdealKnotRegimeResult of a core radius, the largest curvature, the least separation of strands,
+        the circulation, writhe and twist; classified with order_one = 0.3.
+        """
+
+    @staticmethod
+    def moffatt_ricca_helicity(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        Of (gamma, writhe, twist): gamma^2 (writhe + twist) (Moffatt & Ricca 1992);
+        NaN unless all are finite.
+        """
+
+    @staticmethod
+    def regime_name(arg0: KnotRegime, /) -> str:
+        """
+        "compact" or "slender"; "indeterminate" for all other values.
+        """
+
+class RopelengthConvention:
+    """
+    Where a ratio of length to diameter comes from.
+
+    Members:
+
+      HighRes : high_res_ld.
+
+      Halvard : halvard_ld.
+
+      Custom : The caller's own.
+    """
+    Custom: typing.ClassVar[RopelengthConvention]
+    Halvard: typing.ClassVar[RopelengthConvention]
+    HighRes: typing.ClassVar[RopelengthConvention]
+    __members__: typing.ClassVar[dict[str, RopelengthConvention]]
+
+    @typing.overload
+    def __eq__(self, other: RopelengthConvention) -> bool:
+        ...
+
+    @typing.overload
+    def __eq__(self, other: typing.Any) -> bool:
+        ...
+
+    def __getstate__(self) -> int:
+        ...
+
+    def __hash__(self) -> int:
+        ...
+
+    def __index__(self) -> int:
+        ...
+
+    def __init__(self, value: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __int__(self) -> int:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: RopelengthConvention) -> bool:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: typing.Any) -> bool:
+        ...
+
+    def __repr__(self) -> str:
+        ...
+
+    def __setstate__(self, state: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __str__(self) -> str:
+        ...
+
+    @property
+    def name(self) -> str:
+        ...
+
+    @property
+    def value(self) -> int:
+        ...
+
+class TransverseProjectorResult:
+    """
+    Response of a knotted tube to a transverse field.
+    """
+
+    @property
+    def R0(self) -> float:
+        """
+        Leading response, 8 pi / 3 L/D.
+        """
+
+    @property
+    def R_VKM(self) -> float:
+        """
+        R0 + delta_micro.
+        """
+
+    @property
+    def convention_mixed(self) -> bool:
+        """
+        Always False: one ratio is of one convention.
+        """
+
+    @property
+    def delta_micro(self) -> float:
+        """
+        Microscopic corrections.
+        """
+
+    @property
+    def message(self) -> str:
+        """
+        The verdict in words.
+        """
+
+    @property
+    def projector_sphere_integral(self) -> float:
+        """
+        8 pi / 3.
+        """
+
+    @property
+    def rop_rad(self) -> float:
+        """
+        Ropelength by the radius, 2 L/D.
+        """
+
+    @property
+    def twist_bound_ok(self) -> bool:
+        """
+        Whether I_Omega2 reaches it.
+        """
+
+    @property
+    def twist_bound_rhs(self) -> float:
+        """
+        Least twist energy.
+        """
+
+class TransverseProjectorAPI:
+    """
+    Response of a knotted tube to a transverse field. Nothing here raises.
+    """
+
+    @staticmethod
+    def R0_from_rop_rad(arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        4 pi / 3 times the argument; NaN unless that is positive.
+        """
+
+    @staticmethod
+    def R_VKM(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        Of (R0, delta): their sum.
+        """
+
+    @staticmethod
+    def conventions_mixed(arg0: RopelengthConvention, arg1: RopelengthConvention, /) -> bool:
+        """
+        Whether two RopelengthConvention differ; Custom goes with either.
+        """
+
+    @staticmethod
+    def delta_micro_plus(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, arg4: typing.SupportsFloat | typing.SupportsIndex, arg5: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        Of (a, b, c, d, e, f): a b + c d + e f.
+        """
+
+    @staticmethod
+    def evaluate(L_over_D: typing.SupportsFloat | typing.SupportsIndex, c_kappa: typing.SupportsFloat | typing.SupportsIndex, I_kappa2: typing.SupportsFloat | typing.SupportsIndex, c_Omega: typing.SupportsFloat | typing.SupportsIndex, I_Omega2: typing.SupportsFloat | typing.SupportsIndex, c_C: typing.SupportsFloat | typing.SupportsIndex, C_contact: typing.SupportsFloat | typing.SupportsIndex, SL: typing.SupportsFloat | typing.SupportsIndex, Wr: typing.SupportsFloat | typing.SupportsIndex, convention: RopelengthConvention=...) -> TransverseProjectorResult:
+        """
+        TransverseProjectorResult of a ratio of length to diameter, three couplings with their integrals,
+        the self-linking and the writhe. The bound takes SL, Wr for the twists and I_Omega2 for the
+        energy; the convention has no effect.
+        """
+
+    @staticmethod
+    def halvard_ld() -> float:
+        """
+        L/D of the Halvard convention.
+        """
+
+    @staticmethod
+    def high_res_ld() -> float:
+        """
+        L/D of the HighRes convention.
+        """
+
+    @staticmethod
+    def leading_response_R0(arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        8 pi / 3 L/D; NaN unless L/D > 0.
+        """
+
+    @staticmethod
+    def projector_sphere_integral() -> float:
+        """
+        8 pi / 3.
+        """
+
+    @staticmethod
+    def rop_rad_from_ld(arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        2 L/D; NaN unless L/D > 0.
+        """
+
+    @staticmethod
+    def twist_bound_satisfied(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, /) -> bool:
+        """
+        Of (energy, L, Tw, Tw0): whether the bound is at most energy + 1e-30 and both are finite.
+        """
+
+    @staticmethod
+    def twist_energy_bound_rhs(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        Of (L, Tw, Tw0): 4 pi^2 / L (Tw - Tw0)^2; NaN unless L > 0 and both twists are finite.
+        """
+
+class SpectroResponseResult:
+    """
+    A transition and its linear response.
+    """
+
+    @property
+    def delta_E(self) -> float:
+        """
+        Transition energy, J.
+        """
+
+    @property
+    def delta_nu(self) -> float:
+        """
+        Linear response, Hz.
+        """
+
+    @property
+    def double_count_with_xi_k(self) -> bool:
+        """
+        Whether xi_K holds the response already.
+        """
+
+    @property
+    def message(self) -> str:
+        """
+        The verdict in words.
+        """
+
+    @property
+    def nu(self) -> float:
+        """
+        delta_E / h, Hz.
+        """
+
+    @property
+    def passed(self) -> bool:
+        """
+        The response is finite and counted once.
+        """
+
+class SpectroResponseAPI:
+    """
+    Transition energies and line shifts. No number raises.
+    """
+
+    @staticmethod
+    def configuration_transition_energy(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        First minus second energy, J; NaN unless both are finite.
+        """
+
+    @staticmethod
+    def evaluate(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], arg4: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], arg5: bool, /) -> SpectroResponseResult:
+        """
+        SpectroResponseResult of (energy, energy, h, list, list, whether xi_K holds the response already).
+        """
+
+    @staticmethod
+    def linear_response_delta_nu(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], arg2: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], /) -> float:
+        """
+        Of (h, list, list): the lists' dot product over h. NaN unless h > 0 and the lists are of one
+        length; 0 for empty lists.
+        """
+
+    @staticmethod
+    def rejects_double_count_with_xi_k(arg0: bool, /) -> bool:
+        """
+        The argument: a response that xi_K holds already is rejected.
+        """
+
+    @staticmethod
+    def transition_frequency(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        Of (delta_E, h): delta_E / h; NaN unless h > 0 and delta_E is finite.
+        """
+
+class MaxwellKineticResult:
+    """
+    Whether a kinetic relaxation channel is active.
+    """
+
+    @property
+    def coupling_nonzero(self) -> bool:
+        """
+        Coupling is not 0; NaN counts as not 0.
+        """
+
+    @property
+    def drive_above_gap(self) -> bool:
+        """
+        Drive >= gap.
+        """
+
+    @property
+    def lifetime_observable(self) -> bool:
+        """
+        Lifetime >= its threshold.
+        """
+
+    @property
+    def message(self) -> str:
+        """
+        The verdict in words.
+        """
+
+    @property
+    def tau_inv(self) -> float:
+        """
+        Collision rate.
+        """
+
+    @property
+    def three_gate_ok(self) -> bool:
+        """
+        All three, of finite numbers.
+        """
+
+class MaxwellKineticAPI:
+    """
+    Activation of a kinetic relaxation channel. Nothing here raises.
+    """
+
+    @staticmethod
+    def collision_rate_inv(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        Product of three factors, such as density, cross section and speed; NaN unless all are finite.
+        """
+
+    @staticmethod
+    def evaluate(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, arg4: typing.SupportsFloat | typing.SupportsIndex, arg5: typing.SupportsFloat | typing.SupportsIndex, arg6: typing.SupportsFloat | typing.SupportsIndex, arg7: typing.SupportsFloat | typing.SupportsIndex, /) -> MaxwellKineticResult:
+        """
+        MaxwellKineticResult of (coupling, drive, gap, lifetime threshold, lifetime) and the three factors
+        of the collision rate.
+        """
+
+    @staticmethod
+    def three_gate_condition(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, arg4: typing.SupportsFloat | typing.SupportsIndex, /) -> bool:
+        """
+        Of (coupling, drive, gap, lifetime threshold, lifetime): all finite, the coupling not 0, drive >=
+        gap and lifetime >= threshold.
+        """
+
+class MechanicalFalsifierResult:
+    """
+    Outcome of a blind mechanical test.
+    """
+
+    @property
+    def C_blind(self) -> float:
+        """
+        delta_p_omega / (L K^2).
+        """
+
+    @property
+    def delta_p_omega(self) -> float:
+        """
+        Difference of the pressures.
+        """
+
+    @property
+    def message(self) -> str:
+        """
+        The verdict in words.
+        """
+
+    @property
+    def scaling_ok(self) -> bool:
+        """
+        Whether C_blind is finite.
+        """
+
+class MechanicalFalsifierAPI:
+    """
+    A blind mechanical test. Nothing here raises.
+    """
+
+    @staticmethod
+    def C_blind(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        Of (delta, L, K): delta / (L K^2); NaN unless L > 0, K > 0 and delta is finite.
+        """
+
+    @staticmethod
+    def blind_scaling_gate(arg0: typing.SupportsInt | typing.SupportsIndex, arg1: typing.SupportsInt | typing.SupportsIndex, arg2: typing.SupportsInt | typing.SupportsIndex, /) -> bool:
+        """
+        True for the exponents (1, 2, 0) alone.
+        """
+
+    @staticmethod
+    def delta_p_omega(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        First minus second pressure; NaN unless both are finite.
+        """
+
+    @staticmethod
+    def evaluate(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, /) -> MechanicalFalsifierResult:
+        """
+        MechanicalFalsifierResult of (pressure, pressure, L, K).
+        """
+
+class SwirlTonicResult:
+    """
+    Circulation and material holonomy of a sampled loop.
+    """
+
+    @property
+    def circulation(self) -> float:
+        """
+        Sum of u . dl.
+        """
+
+    @property
+    def holonomy(self) -> float:
+        """
+        Circulation over scale.
+        """
+
+    @property
+    def material_not_a_eff(self) -> bool:
+        """
+        Whether no identification with A_eff is claimed.
+        """
+
+    @property
+    def message(self) -> str:
+        """
+        The verdict in words.
+        """
+
+    @property
+    def passed(self) -> bool:
+        """
+        The holonomy is finite and nothing is claimed.
+        """
+
+class SwirlTonicAPI:
+    """
+    Circulation of a sampled loop. No number raises.
+    """
+
+    @staticmethod
+    def evaluate(arg0: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], arg1: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], arg2: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], arg3: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], arg4: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], arg5: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], arg6: typing.SupportsFloat | typing.SupportsIndex, arg7: bool, /) -> SwirlTonicResult:
+        """
+        SwirlTonicResult of the six lists of stokes_circulation, the scale and the claim.
+        """
+
+    @staticmethod
+    def material_holonomy(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+        """
+        circulation / scale; NaN unless scale > 0 and the circulation is finite.
+        """
+
+    @staticmethod
+    def material_tonic_not_a_eff(arg0: bool, /) -> bool:
+        """
+        The negation of the claim that the material tonic is A_eff.
+        """
+
+    @staticmethod
+    def stokes_circulation(arg0: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], arg1: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], arg2: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], arg3: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], arg4: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], arg5: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], /) -> float:
+        """
+        Of six lists (u_x, u_y, u_z, dl_x, dl_y, dl_z): the sum of u . dl. NaN for empty lists and for
+        lists of different lengths.
         """
 
 def analyze_resolved_tube_clearance(curves: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]], core_radius: typing.SupportsFloat | typing.SupportsIndex=0.0) -> dict[typing.Any, typing.Any]:

@@ -35,7 +35,13 @@ class Failure(click.ClickException):
 
 
 # Commands in modules of their own, imported when one of them is called or the help lists them.
-ELSEWHERE = {"pd": "vkmcore.planar_diagram", "spectrum": "vkmcore.spectrum"}
+ELSEWHERE = {
+    "pd": "vkmcore.planar_diagram",
+    "simulate": "vkmcore.simulation_command",
+    "spectrum": "vkmcore.spectrum",
+    "tighten": "vkmcore.tighten_command",
+    "zoo": "vkmcore.zoo",
+}
 
 
 class Program(click.Group):
@@ -302,7 +308,7 @@ def provenance_verify(chain: Path, output_file: Path | None) -> None:
     type=click.IntRange(64, 2**31 - 1),
     default=512,
     show_default=True,
-    help="Vertices of a series. The fit of the contacts takes minutes from some 2000 on.",
+    help="Vertices of a series.",
 )
 @click.option(
     "--skip",
@@ -312,8 +318,17 @@ def provenance_verify(chain: Path, output_file: Path | None) -> None:
 @click.option(
     "--contact-tol", type=click.FloatRange(0.0), default=1e-3, show_default=True, help="Tolerance of active contacts."
 )
+@click.option(
+    "--contact-vertices",
+    type=click.IntRange(64, 2**31 - 1),
+    default=512,
+    show_default=True,
+    help="Most vertices for the contacts' stress; a finer polygon is resampled. 2048 take minutes.",
+)
 @click.option("--json", "as_json", is_flag=True, help="A JSON object, in full precision.")
-def describe(name: str, samples: int, skip: int | None, contact_tol: float, as_json: bool) -> None:
+def describe(
+    name: str, samples: int, skip: int | None, contact_tol: float, contact_vertices: int, as_json: bool
+) -> None:
     """Describe a closed curve: descriptors, thickness as a tube, contact stress.
 
     FILE is a .fseries text or has a vertex x y z a line; KEY is of the catalogue, as 3_1 or 3:1:1.
@@ -321,9 +336,16 @@ def describe(name: str, samples: int, skip: int | None, contact_tol: float, as_j
     from vkmcore.curve_description import describe as describe_curve
     from vkmcore.curve_source import find_curve
 
-    sections = describe_curve(find_curve(name), samples, skip, contact_tol)
+    sections = describe_curve(find_curve(name), samples, skip, contact_tol, contact_vertices)
+    if sections["contacts"]["vertices"] != sections["curve"]["vertices"]:
+        click.echo(f"contacts: fitted on a polygon of {contact_vertices} vertices; see --contact-vertices", err=True)
     if as_json:
-        settings = {"samples": samples, "skip": skip, "contact_tol": contact_tol}
+        settings = {
+            "samples": samples,
+            "skip": skip,
+            "contact_tol": contact_tol,
+            "contact_vertices": contact_vertices,
+        }
         print_json({"name": name, **sections, "settings": settings})
         return
     table = plain_table()

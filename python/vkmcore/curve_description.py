@@ -11,7 +11,7 @@ from vkmcore import (
     describe_fourier_block,
     min_self_distance_sampled,
 )
-from vkmcore.curve_source import CurveSource
+from vkmcore.curve_source import CurveSource, evenly_spaced
 
 TUBE_MEASURES = (
     "length",
@@ -51,7 +51,16 @@ def neighbours(points: list[list[float]]) -> int:
     return min(max(int(math.pi * radius / edge), 1), max(most, 1))
 
 
-def describe(source: CurveSource, samples: int, skip: int | None, contact_tol: float) -> dict[str, dict[str, object]]:
+CONTACT_VERTICES = 512  # the contacts of so many are fitted within a second
+
+
+def describe(
+    source: CurveSource,
+    samples: int,
+    skip: int | None,
+    contact_tol: float,
+    contact_vertices: int = CONTACT_VERTICES,
+) -> dict[str, dict[str, object]]:
     """Measures of a curve by section: "curve", "tube" and "contacts".
 
     Args:
@@ -59,15 +68,27 @@ def describe(source: CurveSource, samples: int, skip: int | None, contact_tol: f
         samples: vertices of a series' polygon, at least 64.
         skip: vertices to either side that count as neighbours, at least 1; `neighbours` of the polygon if None.
         contact_tol: how far from the thickness an edge pair or a corner may be and still count as a contact.
+        contact_vertices: most vertices of the polygon whose contacts are fitted. A finer one is sampled anew for that,
+            for its contacts grow as the square of its vertices (some 20000 at 2048), and the time of their fit as a
+            power of that. "contacts" says how many it has.
 
     Raises:
         ValueError: a polygon of fewer than three vertices, or a negative tolerance.
     """
     points = source.sampled(samples)
+    own_skip = skip is None
     if skip is None:
         skip = neighbours(points)
     tube = ResolvedTubeGeometry.analyze(points, skip, contact_tol)
-    stress = ContactStressMap.diagnose_length_criticality(points, tube)
+    coarse, held = points, tube
+    if len(points) > contact_vertices:
+        coarse = source.sampled(contact_vertices)
+        if source.block is None:
+            coarse = evenly_spaced(points, contact_vertices).tolist()
+        held = ResolvedTubeGeometry.analyze(
+            coarse, neighbours(coarse) if own_skip else max(skip * len(coarse) // len(points), 1), contact_tol
+        )
+    stress = ContactStressMap.diagnose_length_criticality(coarse, held)
     curve: dict[str, object] = {"kind": source.kind}
     if source.block is not None:
         found = describe_fourier_block(source.block, samples, skip)
@@ -87,5 +108,5 @@ def describe(source: CurveSource, samples: int, skip: int | None, contact_tol: f
     return {
         "curve": curve,
         "tube": tube_section,
-        "contacts": {name: getattr(stress, name) for name in STRESS_MEASURES},
+        "contacts": {"vertices": len(coarse)} | {name: getattr(stress, name) for name in STRESS_MEASURES},
     }

@@ -3,8 +3,12 @@
 from __future__ import annotations
 
 import math
+from collections.abc import Sequence
 from dataclasses import dataclass
 from pathlib import Path
+from typing import TYPE_CHECKING
+
+import numpy as np
 
 from vkmcore import (
     FourierBlock,
@@ -15,6 +19,11 @@ from vkmcore import (
     parse_fseries_from_string,
     parse_ideal_halvard_from_string,
 )
+
+if TYPE_CHECKING:
+    from numpy.typing import NDArray
+
+    Points = NDArray[np.float64]
 
 
 @dataclass(frozen=True)
@@ -34,6 +43,14 @@ class CurveSource:
         # The product before the division, as the library takes it: the same points to the last bit.
         parameters = [k * (2.0 * math.pi) / samples for k in range(samples)]
         return evaluate_fourier_block(self.block, parameters)
+
+
+def evenly_spaced(points: Sequence[Sequence[float]] | Points, count: int) -> Points:
+    """`count` vertices at equal arc lengths of a closed polygon, from its first one on."""
+    closed = np.vstack([points, points[:1]])
+    arc = np.concatenate([[0.0], np.cumsum(np.linalg.norm(np.diff(closed, axis=0), axis=1))])
+    at = np.arange(count) * arc[-1] / count
+    return np.column_stack([np.interp(at, arc, closed[:, axis]) for axis in range(3)])
 
 
 def find_curve(name: str) -> CurveSource:

@@ -98,14 +98,14 @@ def _draw_knot(axes: Any, title: str, filaments: list[Points]) -> None:
     for number, points in drawn:
         base = np.array(to_rgb(PALETTE[number % len(PALETTE)]))
         body = (points - centre) / radius
-        rings = _thinned(body)
+        rings = thinned(body)
         if _length(rings) < SMOOTH * _length(body):
             edges = np.stack([body, np.roll(body, -1, axis=0)], axis=1) * scale
             axes.add_collection3d(Line3DCollection(edges, colors=[(*base, 0.6)], linewidths=0.35))
             continue
-        quads, normals = _tube(rings, TUBE_RADIUS)
+        quads, normals = tube_faces(rings, TUBE_RADIUS)
         faces.append(quads)
-        colours.append(_shade(base, normals))
+        colours.append(shade(base, normals))
     if faces:
         tubes = Poly3DCollection(np.concatenate(faces) * scale, facecolors=np.concatenate(colours), linewidths=0.15)
         tubes.set_edgecolor(np.concatenate(colours))
@@ -123,11 +123,11 @@ def _draw_knot(axes: Any, title: str, filaments: list[Points]) -> None:
     axes.view_init(elev=52, azim=-60)
 
 
-def _thinned(points: Points) -> Points:
-    """At most RINGS of the points, evenly by number."""
-    if len(points) <= RINGS:
+def thinned(points: Points, most: int = RINGS) -> Points:
+    """At most that many of the points, evenly by number."""
+    if len(points) <= most:
         return points
-    kept: Points = points[np.linspace(0, len(points), RINGS, endpoint=False).astype(int)]
+    kept: Points = points[np.linspace(0, len(points), most, endpoint=False).astype(int)]
     return kept
 
 
@@ -135,7 +135,7 @@ def _length(points: Points) -> float:
     return float(np.linalg.norm(np.roll(points, -1, axis=0) - points, axis=1).sum())
 
 
-def _tube(points: Points, radius: float) -> tuple[Points, Points]:
+def tube_faces(points: Points, radius: float, sides: int = SIDES) -> tuple[Points, Points]:
     """Quads (F, 4, 3) of a tube around a closed curve, and their outward normals (F, 3)."""
     tangents = _unit(np.roll(points, -1, axis=0) - np.roll(points, 1, axis=0))
     # Carry a normal along the curve without twisting it, then spread the angle by which it misses itself.
@@ -148,7 +148,7 @@ def _tube(points: Points, radius: float) -> tuple[Points, Points]:
             normals[index] = normal
     miss = math.atan2(float(np.cross(normals[0], normal) @ tangents[0]), float(normals[0] @ normal))
     turn = -miss * np.arange(len(points)) / len(points)
-    angles = turn[:, None] + np.linspace(0.0, 2.0 * np.pi, SIDES, endpoint=False)
+    angles = turn[:, None] + np.linspace(0.0, 2.0 * np.pi, sides, endpoint=False)
     across = np.cross(tangents, normals)
     outward = np.cos(angles)[..., None] * normals[:, None] + np.sin(angles)[..., None] * across[:, None]
     rings = points[:, None] + radius * outward
@@ -160,7 +160,7 @@ def _tube(points: Points, radius: float) -> tuple[Points, Points]:
     return corners(rings), _unit(corners(outward).mean(axis=1))
 
 
-def _shade(base: Points, normals: Points) -> Points:
+def shade(base: Points, normals: Points) -> Points:
     """Colours (F, 3) of faces under one lamp, with a soft highlight."""
     lamp = _unit(np.array([0.35, -0.45, 0.82]))
     facing = np.clip(normals @ lamp, 0.0, 1.0)

@@ -9,9 +9,11 @@ void bind_knot(py::module_& m) {
   register_fourier_series(m);
   register_knot_invariants(m);
   register_mass_functional(m);
-  register_knot_report(m);
+  register_knot_report_records(m);
+  register_particle_model(m);
   register_invariant_builders(m);
   register_particle_prediction(m);
+  register_knot_report(m);
   register_ideal_database(m);
   register_catalogue(m);
   register_curve_descriptors(m);

@@ -4,7 +4,16 @@
 
 namespace vkm {
 
-void register_particle_prediction(py::module_& m) {
+namespace {
+
+using M = KnotParticleModel;
+using P = KnotParticleModelParams;
+
+py::arg_v params() { return py::arg_v("params", P{}, "KnotParticleModelParams()"); }
+
+}  // namespace
+
+void register_particle_model(py::module_& m) {
   using R = KnotPrediction;
   py::class_<R>(m, "KnotPrediction", "The estimate of KnotParticleModel.")
       .def(py::init<>())
@@ -15,7 +24,6 @@ void register_particle_prediction(py::module_& m) {
       .def_readwrite("mass_kg", &R::mass_kg, "Mass, kg.")
       .def_readwrite("note", &R::note, "What the estimate rests on.");
 
-  using P = KnotParticleModelParams;
   py::class_<P>(m, "KnotParticleModelParams", "Weights of KnotParticleModel, all 0 by default.")
       .def(py::init<>())
       .def_readwrite("a_k", &P::a_k, "Of the crossing number.")
@@ -26,8 +34,6 @@ void register_particle_prediction(py::module_& m) {
       .def_readwrite("a_wr", &P::a_wr, "Of the writhe.")
       .def_readwrite("a_sep", &P::a_sep, "Of 1 / min_self_distance, a length.");
 
-  using M = KnotParticleModel;
-  const auto params = [] { return py::arg_v("params", P{}, "KnotParticleModelParams()"); };
   py::class_<M>(m, "KnotParticleModel", "A mass estimate with constants of its own.")
       .def(py::init<const P&>(), params())
       .def("compute_xi", &M::compute_xi, py::arg("K"),
@@ -37,7 +43,9 @@ void register_particle_prediction(py::module_& m) {
            "Unknown unless min_self_distance is positive; Exposed if it is below 0.2, the bending energy above 20 or\n"
            "the crossing number 8 or more; else Shielded.")
       .def("predict", &M::predict, py::arg("K"), "KnotPrediction: the electron's mass times gate factor and Xi.");
+}
 
+void register_particle_prediction(py::module_& m) {
   def_with_metadata<const FourierBlock&, const P&>(
       m, "predict_particle_from_fourier_block",
       [](const FourierBlock& block, const P& weights, const KnotMetadata& metadata) {

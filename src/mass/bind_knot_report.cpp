@@ -30,52 +30,58 @@ void register_records(py::module_& m) {
       .def_readwrite("mass_kg", &R::mass_kg, "Mass, kg.");
 }
 
-/// The two evaluators of a model.
+py::arg_v constants() { return py::arg_v("constants", CanonicalConstants{}, "CanonicalConstants()"); }
+
 template <class Model, class Params>
-void def_evaluators(py::module_& m, const char* single, const char* single_doc, const char* dataset,
-                    const char* dataset_doc, const char* params_default) {
-  const auto constants = [] { return py::arg_v("constants", CanonicalConstants{}, "CanonicalConstants()"); };
+void def_evaluator(py::module_& m, const char* name, const char* params_default, const char* doc) {
   m.def(
-      single,
+      name,
       [](const KnotInvariants& K, const Params& params, const CanonicalConstants& values) {
         return MassFunctional(values).evaluate(K, Model(params));
       },
-      py::arg("K"), py::arg_v("params", Params{}, params_default), constants(), single_doc);
+      py::arg("K"), py::arg_v("params", Params{}, params_default), constants(), doc);
+}
+
+template <class Model, class Params>
+void def_dataset_evaluator(py::module_& m, const char* name, const char* params_default, const char* doc) {
   m.def(
-      dataset,
+      name,
       [](const std::vector<KnotState>& states, const Params& params, const CanonicalConstants& values) {
         return evaluate_knot_dataset(states, Model(params), values, python_poll());
       },
-      py::arg("dataset"), py::arg_v("params", Params{}, params_default), constants(), dataset_doc);
+      py::arg("dataset"), py::arg_v("params", Params{}, params_default), constants(), doc);
 }
 
 }  // namespace
 
+void register_knot_report_records(py::module_& m) { register_records(m); }
+
 void register_knot_report(py::module_& m) {
-  register_records(m);
+  constexpr const char* simple_default = "SimpleInvariantXiModelParams()";
+  constexpr const char* canonical_default = "VKMCanonicalXiModelParams()";
   m.def("make_knot_report_row", &make_knot_report_row, py::arg("K"), py::arg("D"),
         "Create a compact report row from invariants and derived quantities.");
-  def_evaluators<SimpleInvariantXiModel, SimpleInvariantXiModelParams>(
-      m, "evaluate_single_knot",
+  def_evaluator<SimpleInvariantXiModel, SimpleInvariantXiModelParams>(
+      m, "evaluate_single_knot", simple_default,
       R"(Evaluate one knot using SimpleInvariantXiModel and canonical constants.
 
-Returns the KnotDerived of MassFunctional.evaluate. Raises ValueError for constants that are not positive.)",
-      "evaluate_knot_dataset",
+Returns the KnotDerived of MassFunctional.evaluate. Raises ValueError for constants that are not positive.)");
+  def_evaluator<VKMCanonicalXiModel, VKMCanonicalXiModelParams>(
+      m, "evaluate_single_knot_vkm_canonical", canonical_default,
+      R"(Evaluate one knot using VKMCanonicalXiModel and canonical constants.
+
+Returns the KnotDerived of MassFunctional.evaluate. Raises ValueError for constants that are not positive.)");
+  def_dataset_evaluator<SimpleInvariantXiModel, SimpleInvariantXiModelParams>(
+      m, "evaluate_knot_dataset", simple_default,
       R"(Evaluate a dataset of KnotState entries into report rows.
 
 One KnotReportRow an entry, in order, by MassFunctional.evaluate and SimpleInvariantXiModel. Raises ValueError for
-constants that are not positive, even without entries.)",
-      "SimpleInvariantXiModelParams()");
-  def_evaluators<VKMCanonicalXiModel, VKMCanonicalXiModelParams>(
-      m, "evaluate_single_knot_vkm_canonical",
-      R"(Evaluate one knot using VKMCanonicalXiModel and canonical constants.
-
-Returns the KnotDerived of MassFunctional.evaluate. Raises ValueError for constants that are not positive.)",
-      "evaluate_knot_dataset_vkm_canonical",
+constants that are not positive, even without entries.)");
+  def_dataset_evaluator<VKMCanonicalXiModel, VKMCanonicalXiModelParams>(
+      m, "evaluate_knot_dataset_vkm_canonical", canonical_default,
       R"(Evaluate a dataset of KnotState entries using VKMCanonicalXiModel.
 
-One KnotReportRow an entry, in order. Raises ValueError for constants that are not positive, even without entries.)",
-      "VKMCanonicalXiModelParams()");
+One KnotReportRow an entry, in order. Raises ValueError for constants that are not positive, even without entries.)");
 }
 
 }  // namespace vkm

@@ -8,8 +8,10 @@ namespace vkm {
 
 void register_knot_invariants(py::module_& m);
 void register_mass_functional(py::module_& m);
-void register_knot_report(py::module_& m);
+void register_knot_report_records(py::module_& m);
+void register_particle_model(py::module_& m);
 void register_invariant_builders(py::module_& m);
 void register_particle_prediction(py::module_& m);
+void register_knot_report(py::module_& m);
 
 }  // namespace vkm

@@ -51,7 +51,7 @@ constexpr auto active_set_sparse = [](const SparseRigidityMatrix& matrix, const 
 
 }  // namespace
 
-void register_nnls(py::module_& m) {
+void register_nnls_record(py::module_& m) {
   py::class_<NNLSResult> result(m, "NNLSResult", "A non-negative least squares fit of A x to b.");
   result.def(py::init<>());
   def_list(result, "multipliers", &NNLSResult::multipliers, "x, one float per column.");
@@ -63,7 +63,9 @@ void register_nnls(py::module_& m) {
       .def_readwrite("algorithm", &NNLSResult::algorithm,
                      "'coordinate_descent', 'coordinate_descent_sparse' or 'active_set'.")
       .def_readwrite("active_set_size", &NNLSResult::active_set_size, "Multipliers above the tolerance.");
+}
 
+void register_nnls(py::module_& m) {
   auto map = py::reinterpret_borrow<py::class_<Map>>(m.attr("ContactStressMap"));
   map.def_static("solve_nonnegative_least_squares", coordinate_descent, py::arg("matrix"), py::arg("target"),
                  py::arg("max_iterations") = 5000, py::arg("tolerance") = 1e-10, coordinate_descent_doc)

@@ -4,11 +4,17 @@
 namespace vkm {
 
 void bind_resolved_tube(py::module_& m) {
-  // Types first: signatures and default arguments of later registrars name them.
+  register_tube_records(m);
+  register_rigidity_records(m);
+  register_nnls_record(m);
+  register_tightening_records(m);
+  register_contact_stress_record(m);
   register_resolved_tube_geometry(m);
-  register_rigidity(m);
-  register_nnls(m);
   register_tightener(m);
+  register_contact_stress_map(m);
+  register_nnls(m);
+  register_contact_diagnosis(m);
+  register_tightening_functions(m);
 }
 
 }  // namespace vkm

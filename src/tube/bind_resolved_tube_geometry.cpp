@@ -20,7 +20,7 @@ Time is n log n on curves, memory linear in the vertices and contacts.)";
 
 }  // namespace
 
-void register_resolved_tube_geometry(py::module_& m) {
+void register_tube_records(py::module_& m) {
   py::class_<SegmentPair>(m, "SegmentPair", "The closest points of two edges i < j of a polygon.")
       .def(py::init<>())
       .def_readwrite("i", &SegmentPair::i, "First edge.")
@@ -63,7 +63,9 @@ void register_resolved_tube_geometry(py::module_& m) {
                      "The ropelength does not undercut the bound for non-trivial knots.");
   def_list(metrics, "struts", &ResolvedTubeMetrics::struts, "Active edge contacts, list of SegmentPair.");
   def_list(metrics, "kinks", &ResolvedTubeMetrics::kinks, "Active curvature contacts, list of KinkRecord.");
+}
 
+void register_resolved_tube_geometry(py::module_& m) {
   using Geometry = ResolvedTubeGeometry;
   const auto analyze = [](const Points& points, std::int32_t skip_neighbors, double contact_tol,
                           double equilateral_tol) {

@@ -44,7 +44,9 @@ void bind_column_head(py::class_<Column>& cls) {
       .def_readwrite("norm", &Column::norm, "Euclidean norm of the gradient.");
 }
 
-void register_matrices(py::module_& m) {
+}  // namespace
+
+void register_rigidity_records(py::module_& m) {
   py::class_<SparseEntry>(m, "SparseEntry", "One stored entry of a sparse column.")
       .def(py::init<>())
       .def_readwrite("row", &SparseEntry::row, "Row, zero-based.")
@@ -72,7 +74,7 @@ void register_matrices(py::module_& m) {
   def_list(sparse, "columns", &SparseRigidityMatrix::columns, "List of SparseRigidityColumn.");
 }
 
-void register_diagnostics(py::module_& m) {
+void register_contact_stress_record(py::module_& m) {
   using Record = ContactStressDiagnostics;
   py::class_<Record> cls(m, "ContactStressDiagnostics", "The fit of a length gradient by the gradients of contacts.");
   cls.def(py::init<>())
@@ -95,12 +97,7 @@ void register_diagnostics(py::module_& m) {
   def_list(cls, "multipliers", &Record::multipliers, "One float per column.");
 }
 
-}  // namespace
-
-void register_rigidity(py::module_& m) {
-  register_matrices(m);
-  register_diagnostics(m);
-
+void register_contact_stress_map(py::module_& m) {
   using Map = ContactStressMap;
   const auto build = [](const Points& points, const ResolvedTubeMetrics& tube, bool include_struts, bool include_kinks,
                         double kink_finite_difference_step, bool use_analytic_kink_gradient) {
@@ -118,12 +115,6 @@ void register_rigidity(py::module_& m) {
   };
   const auto write_vector_csv = [](const std::vector<double>& vector, const std::string& path) {
     Map::write_vector_csv(vector, path);
-  };
-  const auto diagnose = [](const Points& points, const ResolvedTubeMetrics& tube, bool solve_nnls,
-                           std::uint64_t max_iterations, double tolerance, bool use_sparse_solver,
-                           bool use_analytic_kink_gradient, bool use_active_set_solver) {
-    return Map::diagnose_length_criticality(points, tube, solve_nnls, max_iterations, tolerance, use_sparse_solver,
-                                            use_analytic_kink_gradient, use_active_set_solver, python_poll());
   };
   constexpr const char* matrix_market_doc =
       "Write the matrix as a Matrix Market coordinate file, 17 significant digits. Raises RuntimeError if the file\n"
@@ -155,10 +146,24 @@ void register_rigidity(py::module_& m) {
        py::arg("sparse"), py::arg("path"), py::arg("one_based_indices") = true, matrix_market_doc);
   both("write_vector_market", "resolved_tube_write_vector_market", write_vector_market, py::arg("vector"),
        py::arg("path"), vector_market_doc);
-  both("diagnose_length_criticality", "resolved_tube_kkt_diagnostics", diagnose, py::arg("points"), py::arg("tube"),
-       py::arg("solve_nnls") = true, py::arg("max_iterations") = 5000, py::arg("tolerance") = 1e-10,
-       py::arg("use_sparse_solver") = true, py::arg("use_analytic_kink_gradient") = true,
-       py::arg("use_active_set_solver") = true, diagnose_doc);
+}
+
+void register_contact_diagnosis(py::module_& m) {
+  using Map = ContactStressMap;
+  const auto diagnose = [](const Points& points, const ResolvedTubeMetrics& tube, bool solve_nnls,
+                           std::uint64_t max_iterations, double tolerance, bool use_sparse_solver,
+                           bool use_analytic_kink_gradient, bool use_active_set_solver) {
+    return Map::diagnose_length_criticality(points, tube, solve_nnls, max_iterations, tolerance, use_sparse_solver,
+                                            use_analytic_kink_gradient, use_active_set_solver, python_poll());
+  };
+  const auto define = [&](auto&& def) {
+    def(diagnose, py::arg("points"), py::arg("tube"), py::arg("solve_nnls") = true, py::arg("max_iterations") = 5000,
+        py::arg("tolerance") = 1e-10, py::arg("use_sparse_solver") = true, py::arg("use_analytic_kink_gradient") = true,
+        py::arg("use_active_set_solver") = true, diagnose_doc);
+  };
+  auto map = py::reinterpret_borrow<py::class_<Map>>(m.attr("ContactStressMap"));
+  define([&](const auto&... all) { map.def_static("diagnose_length_criticality", all...); });
+  define([&](const auto&... all) { m.def("resolved_tube_kkt_diagnostics", all...); });
 }
 
 }  // namespace vkm

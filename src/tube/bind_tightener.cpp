@@ -94,22 +94,31 @@ void register_results(py::module_& m) {
       .def_readwrite("reason", &TighteningResult::reason, "Why the run ended.");
 }
 
+using Tightener = ResolvedTubeTightener;
+
+constexpr auto tighten = [](const Points& initial_points, const TighteningOptions& options) {
+  return Tightener::tighten(initial_points, options, python_poll());
+};
+constexpr auto watched = [](const Points& initial_points, const TighteningOptions& options, const py::function& watch) {
+  return Tightener::tighten(initial_points, options, python_poll(),
+                            [&](const TighteningStepRecord& step, const Points& points) { watch(step, points); });
+};
+constexpr auto projected_gradient = [](const Points& points, const ResolvedTubeMetrics& tube,
+                                       const TighteningOptions& options) {
+  return Tightener::projected_gradient_flat(points, tube, options, nullptr, python_poll());
+};
+
+py::arg_v options_argument() { return py::arg_v("options", TighteningOptions(), "TighteningOptions()"); }
+
 }  // namespace
 
-void register_tightener(py::module_& m) {
+void register_tightening_records(py::module_& m) {
   register_options(m);
   register_results(m);
+}
 
-  using Tightener = ResolvedTubeTightener;
-  const auto tighten = [](const Points& initial_points, const TighteningOptions& options) {
-    return Tightener::tighten(initial_points, options, python_poll());
-  };
-  const auto projected_gradient = [](const Points& points, const ResolvedTubeMetrics& tube,
-                                     const TighteningOptions& options) {
-    return Tightener::projected_gradient_flat(points, tube, options, nullptr, python_poll());
-  };
-  const py::arg_v options("options", TighteningOptions(), "TighteningOptions()");
-
+void register_tightener(py::module_& m) {
+  const py::arg_v options = options_argument();
   py::class_<Tightener>(m, "ResolvedTubeTightener", "Shortens closed polygons at fixed tube thickness.")
       .def_static(
           "rescale_to_thickness",
@@ -132,8 +141,13 @@ void register_tightener(py::module_& m) {
           "for the rest ('newton'), by the scaling alone ('scale'), or not at all ('none').")
       .def_static("projected_gradient_flat", projected_gradient, py::arg("points"), py::arg("tube"), options,
                   projected_gradient_doc)
-      .def_static("tighten", tighten, py::arg("initial_points"), options, tighten_doc);
+      .def_static("tighten", tighten, py::arg("initial_points"), options, tighten_doc)
+      .def_static("_watched_tighten", watched, py::arg("initial_points"), py::arg("options"), py::arg("watch"),
+                  "tighten, calling watch(step record, points) after each step; what it raises ends the run.");
+}
 
+void register_tightening_functions(py::module_& m) {
+  const py::arg_v options = options_argument();
   m.def("resolved_tube_tighten", tighten, py::arg("initial_points"), options, tighten_doc);
   m.def("resolved_tube_projected_gradient", projected_gradient, py::arg("points"), py::arg("tube"), options,
         projected_gradient_doc);

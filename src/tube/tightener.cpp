@@ -143,7 +143,7 @@ std::vector<double> ResolvedTubeTightener::projected_gradient_flat(Points points
 }
 
 TighteningResult ResolvedTubeTightener::tighten(Points initial_points, const TighteningOptions& options,
-                                                const Poll& poll) {
+                                                const Poll& poll, const TighteningWatch& watch) {
   if (initial_points.size() < 3) throw std::invalid_argument("tighten requires at least 3 points.");
   Heartbeat heartbeat(poll);
   AnalyzedPolygon current = analyzed({initial_points.begin(), initial_points.end()}, options, poll);
@@ -191,6 +191,7 @@ TighteningResult ResolvedTubeTightener::tighten(Points initial_points, const Tig
     record.solver_algorithm = balance.nnls_algorithm;
     line_search(current, direction, initial_thickness, options, poll, heartbeat, record);
     result.steps.push_back(std::move(record));
+    if (watch) watch(result.steps.back(), current.points);
     if (!result.steps.back().accepted) return stopped("line_search_failed");
   }
   return stopped("max_steps");

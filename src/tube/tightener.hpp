@@ -9,6 +9,7 @@
 /// M. Piatek, E. J. Rawdon, Knot tightening by constrained gradient descent, Experimental Mathematics 20, 2011.
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -73,6 +74,9 @@ struct TighteningResult {
   std::string reason;            ///< why the run ended
 };
 
+/// Sees each step's record, and the polygon that the step left. Throws to abandon the run.
+using TighteningWatch = std::function<void(const TighteningStepRecord&, const std::vector<Vec3>&)>;
+
 struct ResolvedTubeTightener {
   using Points = std::span<const Vec3>;
   using Polygon = std::vector<Vec3>;
@@ -94,7 +98,8 @@ struct ResolvedTubeTightener {
                                                      const Poll& poll = {});
 
   /// Throws std::invalid_argument below three points.
-  static TighteningResult tighten(Points initial_points, const TighteningOptions& options = {}, const Poll& poll = {});
+  static TighteningResult tighten(Points initial_points, const TighteningOptions& options = {}, const Poll& poll = {},
+                                  const TighteningWatch& watch = {});
 };
 
 }  // namespace vkm

@@ -67,3 +67,24 @@ def test_list_bindings_private_names_are_attributes():
     )
     with pytest.raises(TypeError):
         _native.list_bindings(wrong=1)
+
+
+def test_names_stand_in_their_order():
+    """The order of `__dir__` is that of registration: records first, then what takes them."""
+    tube = (
+        "SegmentPair KinkRecord ResolvedTubeMetrics SparseEntry RigidityColumn RigidityMatrix SparseRigidityColumn "
+        "SparseRigidityMatrix NNLSResult TighteningOptions TighteningStepRecord TighteningResult "
+        "ContactStressDiagnostics ResolvedTubeGeometry ResolvedTubeTightener ContactStressMap"
+    )
+    flat = (
+        "analyze length minrad lower_bound_rad length_gradient_flat build_rigidity_matrix build_sparse_rigidity_matrix "
+        "write_matrix_market write_vector_market solve_active_set kkt_diagnostics tighten projected_gradient"
+    )
+    knots = (
+        "build_invariants_from_fourier_block build_invariants_from_fseries predict_particle_from_fourier_block "
+        "predict_particle_from_fseries make_knot_report_row evaluate_single_knot evaluate_single_knot_vkm_canonical "
+        "evaluate_knot_dataset evaluate_knot_dataset_vkm_canonical"
+    )
+    place = {name: number for number, name in enumerate(_native.__dir__())}
+    for names in (tube.split(), [f"resolved_tube_{name}" for name in flat.split()], knots.split()):
+        assert sorted(names, key=place.__getitem__) == names

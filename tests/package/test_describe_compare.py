@@ -7,6 +7,7 @@ import pytest
 import vkmcore
 from click.testing import CliRunner
 from vkmcore.cli import cli
+from vkmcore.curve_source import evenly_spaced
 
 TREFOIL = "0.5 0 0 -0.5 0 0\n2 0 0 2 0 0\n0 0 0 0 0 1\n0 0 0 0 0 0\n0.5 0 0 0.5 0 0\n"
 
@@ -41,7 +42,7 @@ def test_describe_is_the_library_s_numbers_to_the_last_bit(trefoil):
     assert record["tube"]["thickness_rad"] == tube.thickness_rad > 0.0
     assert (record["tube"]["struts"], record["tube"]["kinks"]) == (len(tube.struts), len(tube.kinks))
     assert record["contacts"]["contact_residual"] == stress.contact_residual < 1.0
-    assert record["settings"] == {"samples": 150, "skip": 3, "contact_tol": 0.001}
+    assert record["settings"] == {"samples": 150, "skip": 3, "contact_tol": 0.001, "contact_vertices": 512}
 
 
 def test_describe_takes_polygons_and_keys(trefoil, tmp_path):
@@ -60,6 +61,23 @@ def test_describe_takes_polygons_and_keys(trefoil, tmp_path):
         # The tube of a smooth trefoil, not the nearness of neighbours: above the best ropelength known, and near it.
         assert 32.74 < record["tube"]["ropelength_rad"] < 50.0
         assert record["tube"]["struts"] > 0
+
+
+def test_the_contacts_of_a_fine_curve_are_those_of_a_coarser_one(trefoil, tmp_path):
+    fine = run("describe", trefoil, "--samples", "300", "--contact-vertices", "100", "--json")
+    coarse = run("describe", trefoil, "--samples", "100", "--json")
+    assert "contacts: fitted on a polygon of 100 vertices" in fine.stderr and coarse.stderr == ""
+    fine, coarse = json.loads(fine.stdout), json.loads(coarse.stdout)
+    assert fine["contacts"] == coarse["contacts"] and fine["contacts"]["vertices"] == 100
+    assert fine["curve"]["vertices"] == 300 and fine["tube"]["struts"] > coarse["tube"]["struts"]
+
+    polygon = tmp_path / "polygon.txt"
+    polygon.write_text("".join(f"{x!r} {y!r} {z!r}\n" for x, y, z in samples_of(trefoil, 300)[1]))
+    record = json.loads(run("describe", str(polygon), "--skip", "60", "--contact-vertices", "100", "--json").stdout)
+    even = evenly_spaced(samples_of(trefoil, 300)[1], 100)
+    stress = vkmcore.resolved_tube_kkt_diagnostics(even, vkmcore.resolved_tube_analyze(even, 20))
+    assert record["contacts"]["contact_residual"] == stress.contact_residual
+    assert record["contacts"]["rigidity_columns"] == stress.rigidity_columns > 0
 
 
 def test_tables_show_every_digit(trefoil):

@@ -36,3 +36,16 @@ def test_sampling_is_even():
     points = module.equilateral(module.figure_eight, 300)
     assert vkm.ResolvedTubeGeometry.edge_length_max_relative_deviation(points) < 0.01
     assert np.isclose(vkm.ResolvedTubeGeometry.length(points), 2.0 * vkm.ResolvedTubeGeometry.length(points / 2.0))
+
+
+def test_the_table_of_limits(capsys, monkeypatch):
+    monkeypatch.syspath_prepend(str(PATH.parent))
+    import tighten_limits
+
+    tighten_limits.main(30)
+    rows = [line.split() for line in capsys.readouterr().out.splitlines()[1:]]
+    assert [row[:2] for row in rows] == [["trefoil", "30"], ["figure-eight", "30"]]
+    for _, _, start, reached, published, above, steps, _ in rows:
+        assert float(published) < float(reached) < float(start)
+        assert abs(float(above[:-1]) - 100.0 * (float(reached) / float(published) - 1.0)) < 0.001
+        assert float(above[:-1]) < 5.0 and int(steps) >= 90

@@ -302,3 +302,19 @@ def test_interrupt_ends_a_run():
     finally:
         signal.setitimer(signal.ITIMER_REAL, 0.0)
         signal.signal(signal.SIGALRM, previous)
+
+
+def test_a_watch_sees_every_step_and_changes_nothing():
+    seen = []
+    o = options(max_steps=6, skip_neighbors=4)
+    result = Tightener._watched_tighten(trefoil(), o, lambda step, points: seen.append((step, points)))
+    plain = Tightener.tighten(trefoil(), o)
+    assert result.points == plain.points == seen[-1][1] and result.reason == plain.reason
+    assert [step.ropelength_after for step, _ in seen] == [step.ropelength_after for step in plain.steps]
+    assert [analyze(points, o).ropelength_rad for _, points in seen] == [step.ropelength_after for step, _ in seen]
+
+    def stop(step, points):
+        raise KeyError(step.step)
+
+    with pytest.raises(KeyError, match="0"):
+        Tightener._watched_tighten(trefoil(), o, stop)
