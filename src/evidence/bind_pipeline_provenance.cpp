@@ -18,7 +18,7 @@ void bind_pipeline_provenance(py::module_& m) {
       .value("Certified", Status::Certified, "An unbroken chain from the first tool to the library.");
 
   using R = ProvenanceRecord;
-  py::class_<R>(m, "ProvenanceRecord",
+  bound_class<R>(m, "ProvenanceRecord",
                 "One step of a chain of custody. Hashes are SHA-256 as 64 hexadecimal digits; texts are empty at first.")
       .def(py::init<>())
       .def_readwrite("stage", &R::stage, "PipelineStage of the tool.")
@@ -36,7 +36,7 @@ void bind_pipeline_provenance(py::module_& m) {
                      "Such as 2024-01-01T00:00:00Z; fractions of a second are allowed.");
 
   using API = PipelineProvenanceAPI;
-  py::class_<API>(m, "PipelineProvenanceAPI", "Fingerprints and verdicts of chains of custody. Nothing here raises.")
+  bound_class<API>(m, "PipelineProvenanceAPI", "Fingerprints and verdicts of chains of custody. Nothing here raises.")
       .def_static("stage_name", &API::stage_name, "Name of a PipelineStage; \"Unknown\" for other values.")
       .def_static("certification_name", &API::certification_name,
                   "Name of a PipelineCertificationStatus; \"Unknown\" for other values.")

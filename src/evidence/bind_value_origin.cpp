@@ -9,14 +9,14 @@ void bind_value_origin(py::module_& m) {
       .value("Recomputed", ValueOrigin::Recomputed, "From its formula.")
       .value("CalibratedInput", ValueOrigin::CalibratedInput, "Fitted; supports no prediction.");
 
-  py::class_<CanonicalValue>(m, "CanonicalValue", "A number with its origin.")
+  bound_class<CanonicalValue>(m, "CanonicalValue", "A number with its origin.")
       .def_readonly("name", &CanonicalValue::name, "Name.")
       .def_readonly("value", &CanonicalValue::value, "Value.")
       .def_readonly("origin", &CanonicalValue::origin, "ValueOrigin.")
       .def_readonly("significant_figures", &CanonicalValue::significant_figures, "Figures; -1 if not stated.");
 
   using S = SnapshotCompareResult;
-  py::class_<S>(m, "SnapshotCompareResult", "A value as it was written down, beside what its formula gives.")
+  bound_class<S>(m, "SnapshotCompareResult", "A value as it was written down, beside what its formula gives.")
       .def_readonly("snapshot", &S::snapshot, "Value as written down.")
       .def_readonly("recomputed", &S::recomputed, "Value of the formula.")
       .def_readonly("residual", &S::residual, "|recomputed - snapshot|.")
@@ -24,7 +24,7 @@ void bind_value_origin(py::module_& m) {
                     "The literal was not edited in one place only; no numerical test.");
 
   using API = ValueOriginAPI;
-  py::class_<API>(m, "ValueOriginAPI", "Origins of numbers, and guards on calibrated ones. Nothing here raises.")
+  bound_class<API>(m, "ValueOriginAPI", "Origins of numbers, and guards on calibrated ones. Nothing here raises.")
       .def_static("origin_name", &API::origin_name,
                   "Name of a ValueOrigin; \"CanonicalSnapshot\" for other values.")
       .def_static("fmax_snapshot", &API::fmax_snapshot, "The maximal swirl force as written down, 29.053507 N.")

@@ -4,7 +4,7 @@
 namespace vkm {
 
 void bind_time_evolution(py::module_& m) {
-  py::class_<TimeEvolution>(m, "TimeEvolution", "A closed vortex filament evolved from a given state.")
+  bound_class<TimeEvolution>(m, "TimeEvolution", "A closed vortex filament evolved from a given state.")
       .def(py::init([](std::vector<Vec3> initial_positions, std::vector<Vec3> initial_tangents, double gamma) {
              return TimeEvolution{{std::move(initial_positions), std::move(initial_tangents), gamma}};
            }),

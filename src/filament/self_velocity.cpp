@@ -7,7 +7,6 @@
 #include "core/kernel.hpp"
 #include "core/lanes.hpp"
 #include "core/numbers.hpp"
-#include "core/parallel.hpp"
 #include "filament/biot_savart.hpp"
 
 namespace vkm {
@@ -128,9 +127,7 @@ std::vector<Vec3> self_velocities(std::span<const Vec3> points, std::span<const 
   // The weight 0 of a skipped pair, and the zero tangents of the lanes that fill up the last block, add a zero, which
   // changes no sum: as long as no factor is infinite or NaN.
   const bool skips_add_zero = std::abs(circulation) < 1e200 && finite(points) && finite(tangents);
-  // Several threads share the targets, and are faster with each distance taken twice than one that takes it once.
-  const bool shared = threads_for(points.size() * points.size()) > 1;
-  if (shared || !skips_add_zero || tangents.size() < points.size()) {
+  if (!skips_add_zero || tangents.size() < points.size()) {
     return biot_savart_velocities(points, points, tangents, circulation, heartbeat);
   }
   const Lanes at(points);

@@ -5,7 +5,7 @@ namespace vkm {
 
 void bind_atomic_bridge(py::module_& m) {
   using A = AtomicBridgeModel;
-  py::class_<A>(m, "AtomicBridgeModel",
+  bound_class<A>(m, "AtomicBridgeModel",
                 "From the scales of the swirling medium to those of the atom.\n\n"
                 "Static functions in SI units: lengths in m, speeds in m/s, energies in J, circulations in m^2/s.\n"
                 "NaN is not rejected.")

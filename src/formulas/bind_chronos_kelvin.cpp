@@ -5,7 +5,7 @@ namespace vkm {
 
 void bind_chronos_kelvin(py::module_& m) {
   using K = ChronosKelvinTransport;
-  py::class_<K>(m, "ChronosKelvinTransport",
+  bound_class<K>(m, "ChronosKelvinTransport",
                 "Transport of the swirl clock along the Kelvin invariant R^2 omega of an inviscid fluid.\n\n"
                 "Static functions; R and r_c in m, rates in 1/s, c in m/s. ValueError unless R, r_c and c are\n"
                 "positive. NaN is not rejected.")

@@ -5,7 +5,7 @@ namespace vkm {
 
 void bind_delay_mode(py::module_& m) {
   using R = DelayModeResult;
-  py::class_<R>(m, "DelayModeResult", "How DelayModeSelector.solve_phase_locked_frequency ended.")
+  bound_class<R>(m, "DelayModeResult", "How DelayModeSelector.solve_phase_locked_frequency ended.")
       .def(py::init<>())
       .def_readwrite("omega", &R::omega, "Frequency at which the iteration ended, rad/s.")
       .def_readwrite("residual", &R::residual, "Phase-lock residual at that frequency, rad/s.")
@@ -14,7 +14,7 @@ void bind_delay_mode(py::module_& m) {
       .def_readwrite("iterations", &R::iterations, "Newton steps taken.");
 
   using D = DelayModeSelector;
-  py::class_<D>(m, "DelayModeSelector",
+  bound_class<D>(m, "DelayModeSelector",
                 "Frequencies that a delayed feedback selects: the roots of Omega - omega0 + kappa sin(Omega tau).\n\n"
                 "Static functions; frequencies and kappa in rad/s, tau in s, lengths in m, speeds in m/s. NaN is not\n"
                 "rejected.")

@@ -5,7 +5,7 @@
 namespace vkm {
 
 void register_vortex_knot_system(py::module_& m) {
-  py::class_<VortexKnotSystem, std::shared_ptr<VortexKnotSystem>>(
+  bound_class<VortexKnotSystem, std::shared_ptr<VortexKnotSystem>>(
       m, "VortexKnotSystem", "A closed vortex filament evolved by explicit Euler under the Biot-Savart law.")
       .def(py::init([](double circulation) {
              auto system = std::make_shared<VortexKnotSystem>();

@@ -29,7 +29,7 @@ using namespace workbench;
 
 void register_records(py::module_& m) {
   using C = CanonicalizeResult;
-  py::class_<C>(m, "CanonicalizeResult", "What canonicalize_fseries_file_inplace found and did.")
+  bound_class<C>(m, "CanonicalizeResult", "What canonicalize_fseries_file_inplace found and did.")
       .def(py::init<>())
       .def_readwrite("path", &C::path, "The file.")
       .def_readwrite("found_numeric_rows", &C::found_numeric_rows, "Rows of three or six numbers.")
@@ -37,7 +37,7 @@ void register_records(py::module_& m) {
       .def_readwrite("reason", &C::reason, "Why, or why not.");
 
   using H = HelicityResult;
-  py::class_<H>(m, "HelicityResult", "Helicity and discrete measures of a file's curve.")
+  bound_class<H>(m, "HelicityResult", "Helicity and discrete measures of a file's curve.")
       .def(py::init<>())
       .def_readwrite("path", &H::path, "The file.")
       .def_readwrite("a_mu", &H::a_mu, "Ratio of the invariants.")
@@ -52,7 +52,7 @@ void register_records(py::module_& m) {
       .def_readwrite("nsamples", &H::nsamples, "Samples.");
 
   using P = FilamentEnergyParams;
-  py::class_<P>(m, "FilamentEnergyParams", "Parameters of compute_filament_energy_from_fseries.")
+  bound_class<P>(m, "FilamentEnergyParams", "Parameters of compute_filament_energy_from_fseries.")
       .def(py::init<>())
       .def_readwrite("rho_outer", &P::rho_outer, "Density of the nonlocal term.")
       .def_readwrite("rho_local", &P::rho_local, "Density of the local terms.")
@@ -68,7 +68,7 @@ void register_records(py::module_& m) {
       .def_readwrite("skip_neighbors_base", &P::skip_neighbors_base, "Least neighbour skip.");
 
   using E = FilamentEnergyResult;
-  py::class_<E>(m, "FilamentEnergyResult", "Discrete measures and energies of a file's curve.")
+  bound_class<E>(m, "FilamentEnergyResult", "Discrete measures and energies of a file's curve.")
       .def(py::init<>())
       .def_readwrite("path", &E::path, "The file.")
       .def_readwrite("L", &E::L, "Polygon length.")

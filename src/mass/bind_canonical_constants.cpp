@@ -7,7 +7,7 @@ namespace {
 
 void bind_values(py::module_& m) {
   using V = VKMCanonicalValues;
-  py::class_<V>(m, "VKMCanonicalValues", "Canonical constants and what follows from them, SI units.")
+  bound_class<V>(m, "VKMCanonicalValues", "Canonical constants and what follows from them, SI units.")
       .def(py::init<>())
       .def_readwrite("c", &V::c, "Speed of light, m/s.")
       .def_readwrite("hbar", &V::hbar, "Reduced Planck constant, J s.")
@@ -38,7 +38,7 @@ void bind_canonical_constants(py::module_& m) {
   namespace k = canonical;
   using K = VKMCanonicalConstants;
   bind_values(m);
-  py::class_<K>(m, "VKMCanonicalConstants",
+  bound_class<K>(m, "VKMCanonicalConstants",
                 "Constants of the theory (CODATA 2018 where physical) and the closed-form relations between them.\n\n"
                 "Static functions in SI units. A NaN argument is not rejected and gives NaN.")
       .def_static("speed_of_light", &K::speed_of_light, "Speed of light, 299792458 m/s.")

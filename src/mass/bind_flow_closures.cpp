@@ -13,7 +13,7 @@ void bind_golden_nls_closure(py::module_& m) {
 
   using G = GoldenNLSClosure;
   constexpr double electron = G::default_target_mass;
-  py::class_<G>(m, "GoldenNLSClosure",
+  bound_class<G>(m, "GoldenNLSClosure",
                 "Energy of a thin vortex loop closed by the golden ratio, and the loop that has a given mass.\n\n"
                 "E(R) = (ln(8 R / r_c) - phi) rho/2 Gamma^2 R, with r_c = 1.40897017e-15 m, Gamma = 9.683619203e-9 "
                 "m^2/s and the density rho of the regime. With x = R / r_c and S = rho Gamma^2 / (2 c^2) r_c a mass M "

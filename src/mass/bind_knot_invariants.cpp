@@ -33,7 +33,7 @@ void register_knot_invariants(py::module_& m) {
       .value("Unknown", SectorGate::Unknown);
 
   using K = KnotInvariants;
-  py::class_<K>(m, "KnotInvariants", "Catalogue metadata, curve descriptors and tube measures of a knot.")
+  bound_class<K>(m, "KnotInvariants", "Catalogue metadata, curve descriptors and tube measures of a knot.")
       .def(py::init<>())
       .def_readwrite("name", &K::name, "Knot name.")
       .def_readwrite("crossing_number", &K::crossing_number, "Crossing number k.")

@@ -5,7 +5,7 @@ namespace vkm {
 
 void bind_tension_scales(py::module_& m) {
   using S = VKMTensionScales;
-  py::class_<S>(m, "VKMTensionScales",
+  bound_class<S>(m, "VKMTensionScales",
                 "Closed-form force, coupling and spring scales on the canonical constants.\n\n"
                 "Static functions in SI units. NaN is not rejected.")
       .def_static("F_swirl_max", &S::F_swirl_max, py::arg("hbar"), py::arg("omega_c"), py::arg("r_c"),

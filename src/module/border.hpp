@@ -54,6 +54,13 @@ py::array_t<double> array_from(std::vector<double>&& values);
 /// A poll for long loops: raises KeyboardInterrupt (or what the pending signal's handler raises).
 Poll python_poll();
 
+/// A bound class. Its native destructor runs without the interpreter lock, which is held everywhere else: a large object
+/// that goes away does not hold up other Python threads.
+template <class... Types, class... Extra>
+py::class_<Types...> bound_class(py::handle scope, const char* name, const Extra&... extra) {
+  return py::class_<Types...>(scope, name, py::release_gil_before_calling_cpp_dtor(), extra...);
+}
+
 /// Binds a read-write attribute of list type. Each read gives a list of copies: elements of a plain read-write
 /// attribute would be references into the owner and dangle once the list is replaced.
 template <class Class, class Record, class List>

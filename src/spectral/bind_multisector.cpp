@@ -168,7 +168,7 @@ void bind_suppressed(py::class_<MultisectorFitterV2>& cls, const char* name, con
 }
 
 void bind_fitter(py::module_& m) {
-  py::class_<MultisectorFitter> cls(m, "MultisectorFitter",
+  auto cls = bound_class<MultisectorFitter>(m, "MultisectorFitter",
                                     "Multisector primitive-cycle products and an objective for fitting them.");
   cls.def_static(
       "evaluate_sector",
@@ -186,7 +186,7 @@ void bind_fitter(py::module_& m) {
 }
 
 void bind_node_analyzer(py::module_& m) {
-  py::class_<NodeAnalyzer> cls(m, "NodeAnalyzer", "Local minima of a sampled curve, ranked by depth.");
+  auto cls = bound_class<NodeAnalyzer>(m, "NodeAnalyzer", "Local minima of a sampled curve, ranked by depth.");
   cls.def_static(
       "local_minima_indices",
       [](const DoubleArray& y) { return index_array(local_minima_indices(vector_from(y, "local_minima_indices", "y"))); },
@@ -249,7 +249,7 @@ void bind_node_analyzer(py::module_& m) {
 }
 
 void bind_trace_formula(py::module_& m) {
-  py::class_<TraceFormula> cls(m, "TraceFormula",
+  auto cls = bound_class<TraceFormula>(m, "TraceFormula",
                                "Logarithm of the multisector product, its derivative, and phase densities.");
   cls.def_static(
       "evaluate_multisector_logz",
@@ -299,7 +299,7 @@ void bind_trace_formula(py::module_& m) {
 }
 
 void bind_fitter_v2(py::module_& m) {
-  py::class_<MultisectorFitterV2> cls(
+  auto cls = bound_class<MultisectorFitterV2>(
       m, "MultisectorFitterV2",
       "Multisector primitive-cycle products, truncation scans, and objectives that suppress extra minima.");
   cls.def_static("completion_factor", &completion_factor, py::arg("s"), py::arg("completion_mode") = 0,

@@ -57,25 +57,25 @@ struct Pair {
 };
 
 void bind_records(py::module_& m) {
-  py::class_<Grid1D>(m, "Grid1D", "A uniform grid of n points from u_min to u_max, both included.")
+  bound_class<Grid1D>(m, "Grid1D", "A uniform grid of n points from u_min to u_max, both included.")
       .def(py::init<>())
       .def_readwrite("u_min", &Grid1D::u_min)
       .def_readwrite("u_max", &Grid1D::u_max)
       .def_readwrite("n", &Grid1D::n)
       .def_property_readonly("spacing", &Grid1D::spacing, "(u_max - u_min) / (n - 1), or 0 for n below 2.");
-  py::class_<BoundaryOptions>(m, "BoundaryOptions",
+  bound_class<BoundaryOptions>(m, "BoundaryOptions",
                               "Boundary rows of an operator: mode 0 Dirichlet, 1 Dirichlet with a centre node, "
                               "2 reflecting ends.")
       .def(py::init<>())
       .def_readwrite("mode", &BoundaryOptions::mode)
       .def_readwrite("force_center_dirichlet", &BoundaryOptions::force_center_dirichlet);
-  py::class_<PotentialGaussianWell>(m, "PotentialGaussianWell",
+  bound_class<PotentialGaussianWell>(m, "PotentialGaussianWell",
                                     "amplitude exp(-(u - center)^2 / (2 sigma^2)), a well for a negative amplitude.")
       .def(py::init<>())
       .def_readwrite("center", &PotentialGaussianWell::center)
       .def_readwrite("amplitude", &PotentialGaussianWell::amplitude)
       .def_readwrite("sigma", &PotentialGaussianWell::sigma);
-  py::class_<PotentialOptions> options(
+  auto options = bound_class<PotentialOptions>(
       m, "PotentialOptions", "constant_shift + harmonic_coeff u^2 + quartic_coeff u^4 + the sum of the gaussians.");
   options.def(py::init<>())
       .def_readwrite("harmonic_coeff", &PotentialOptions::harmonic_coeff)
@@ -338,7 +338,7 @@ void bind_spectra(py::class_<TrefoilOperator>& cls) {
 
 void bind_spectral_operator(py::module_& m) {
   bind_records(m);
-  py::class_<TrefoilOperator> cls(m, "TrefoilOperator",
+  auto cls = bound_class<TrefoilOperator>(m, "TrefoilOperator",
                                   "One-dimensional spectral operators on a uniform grid, their potentials and spectra.");
   bind_matrices(cls);
   bind_potentials(cls);

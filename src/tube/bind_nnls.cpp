@@ -52,7 +52,7 @@ constexpr auto active_set_sparse = [](const SparseRigidityMatrix& matrix, const 
 }  // namespace
 
 void register_nnls_record(py::module_& m) {
-  py::class_<NNLSResult> result(m, "NNLSResult", "A non-negative least squares fit of A x to b.");
+  auto result = bound_class<NNLSResult>(m, "NNLSResult", "A non-negative least squares fit of A x to b.");
   result.def(py::init<>());
   def_list(result, "multipliers", &NNLSResult::multipliers, "x, one float per column.");
   result.def_readwrite("residual_norm", &NNLSResult::residual_norm, "|A x - b|.")

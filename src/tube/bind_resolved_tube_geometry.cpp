@@ -21,7 +21,7 @@ Time is n log n on curves, memory linear in the vertices and contacts.)";
 }  // namespace
 
 void register_tube_records(py::module_& m) {
-  py::class_<SegmentPair>(m, "SegmentPair", "The closest points of two edges i < j of a polygon.")
+  bound_class<SegmentPair>(m, "SegmentPair", "The closest points of two edges i < j of a polygon.")
       .def(py::init<>())
       .def_readwrite("i", &SegmentPair::i, "First edge.")
       .def_readwrite("j", &SegmentPair::j, "Second edge.")
@@ -31,7 +31,7 @@ void register_tube_records(py::module_& m) {
       .def_readwrite("arclength_i", &SegmentPair::arclength_i, "Arc length from vertex 0 to the point on edge i.")
       .def_readwrite("arclength_j", &SegmentPair::arclength_j, "Arc length from vertex 0 to the point on edge j.");
 
-  py::class_<KinkRecord>(m, "KinkRecord", "The radius of a corner of a polygon, from either of its edges.")
+  bound_class<KinkRecord>(m, "KinkRecord", "The radius of a corner of a polygon, from either of its edges.")
       .def(py::init<>())
       .def_readwrite("vertex", &KinkRecord::vertex, "Vertex, reduced modulo n.")
       .def_readwrite("minrad_minus", &KinkRecord::minrad_minus, "Radius from the incoming edge.")
@@ -39,7 +39,7 @@ void register_tube_records(py::module_& m) {
       .def_readwrite("minrad", &KinkRecord::minrad, "The smaller of the two.")
       .def_readwrite("turning_angle", &KinkRecord::turning_angle, "Exterior angle in radians.");
 
-  py::class_<ResolvedTubeMetrics> metrics(m, "ResolvedTubeMetrics",
+  auto metrics = bound_class<ResolvedTubeMetrics>(m, "ResolvedTubeMetrics",
                                           "Thickness, ropelength and contacts of a polygon; lengths in its unit.");
   metrics.def(py::init<>())
       .def_readwrite("length", &ResolvedTubeMetrics::length, "Polygon length.")
@@ -75,7 +75,7 @@ void register_resolved_tube_geometry(py::module_& m) {
   const auto global_minrad = [](const Points& points) { return Geometry::global_minrad(points); };
   const auto length_gradient = [](const Points& points) { return Geometry::length_gradient_flat(points); };
 
-  py::class_<Geometry>(
+  bound_class<Geometry>(
       m, "ResolvedTubeGeometry",
       "Closed polygons as the centre lines of tubes of constant radius. Points are N lists of three floats or an (N, 3)\n"
       "array in any unit of length; the closing edge is implied. A flat gradient has 3 N entries, coordinate `axis` of\n"

@@ -30,7 +30,7 @@ the length gradient g best.)";
 
 void register_options(py::module_& m) {
   using Options = TighteningOptions;
-  py::class_<Options>(m, "TighteningOptions", "How a polygon is tightened.")
+  bound_class<Options>(m, "TighteningOptions", "How a polygon is tightened.")
       .def(py::init<>())
       .def_readwrite("max_steps", &Options::max_steps, "Outer step limit.")
       .def_readwrite("line_search_trials", &Options::line_search_trials, "Trials per step.")
@@ -64,7 +64,7 @@ void register_options(py::module_& m) {
 
 void register_results(py::module_& m) {
   using Step = TighteningStepRecord;
-  py::class_<Step>(m, "TighteningStepRecord", "One attempted step of a tightening.")
+  bound_class<Step>(m, "TighteningStepRecord", "One attempted step of a tightening.")
       .def(py::init<>())
       .def_readwrite("step", &Step::step, "Zero-based number.")
       .def_readwrite("ropelength_before", &Step::ropelength_before, "ropelength_rad before the step.")
@@ -85,7 +85,7 @@ void register_results(py::module_& m) {
       .def_readwrite("correction_strategy", &Step::correction_strategy, "Copy of the option.")
       .def_readwrite("solver_algorithm", &Step::solver_algorithm, "Method of the contact fit; empty if none ran.");
 
-  py::class_<TighteningResult> result(m, "TighteningResult", "A tightened polygon and its history.");
+  auto result = bound_class<TighteningResult>(m, "TighteningResult", "A tightened polygon and its history.");
   result.def(py::init<>());
   def_list(result, "points", &TighteningResult::points, "The last accepted polygon.");
   result.def_readwrite("metrics", &TighteningResult::metrics, "Its ResolvedTubeMetrics.");
@@ -119,7 +119,7 @@ void register_tightening_records(py::module_& m) {
 
 void register_tightener(py::module_& m) {
   const py::arg_v options = options_argument();
-  py::class_<Tightener>(m, "ResolvedTubeTightener", "Shortens closed polygons at fixed tube thickness.")
+  bound_class<Tightener>(m, "ResolvedTubeTightener", "Shortens closed polygons at fixed tube thickness.")
       .def_static(
           "rescale_to_thickness",
           [](const Points& points, double target_thickness, std::int32_t skip_neighbors, double contact_tol,
