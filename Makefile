@@ -4,6 +4,7 @@
 # make asan    run the tests under the address and undefined-behaviour sanitizers
 # make lint    style of the Python files, warnings of the C++ files
 # make stubs   regenerate the typed stubs of _native
+# make docs    build the documentation site into build/docs
 
 SHELL := bash
 PYTHON := .venv/bin/python
@@ -11,7 +12,7 @@ ARGS ?=
 
 build_inputs := CMakeLists.txt pyproject.toml $(shell find cmake src resources python -type f -not -name '*.pyc')
 
-.PHONY: run test bench asan lint stubs clean
+.PHONY: run test bench asan lint stubs docs clean
 
 run: .venv/installed
 	.venv/bin/vkmcore mass 3:1:1 4:1:1
@@ -32,8 +33,8 @@ asan: .venv/installed
 	  $(PYTHON) -m pytest -q -p no:cacheprovider $(ARGS)
 
 lint: .venv/installed
-	.venv/bin/ruff check python tests tools bench examples
-	.venv/bin/ruff format --check python tests tools bench examples
+	.venv/bin/ruff check python tests tools bench examples docs
+	.venv/bin/ruff format --check python tests tools bench examples docs
 	.venv/bin/cmake --preset dev -DPython_EXECUTABLE=$(CURDIR)/$(PYTHON) -DCMAKE_MAKE_PROGRAM=$(CURDIR)/.venv/bin/ninja
 	.venv/bin/cmake --build --preset dev -j 2
 	PYTHONPATH=build/dev:python $(PYTHON) tools/make_stubs.py --check
@@ -41,13 +42,21 @@ lint: .venv/installed
 stubs: .venv/installed
 	$(PYTHON) tools/make_stubs.py
 
+docs: .venv/installed .venv/docs
+	$(PYTHON) -m sphinx -b html -q -W --keep-going docs build/docs
+	@echo "build/docs/index.html"
+
 clean:
 	rm -rf build .venv .tools
 
 .venv/tools: pyproject.toml tools/make_venv.sh
 	tools/make_venv.sh
 	$(PYTHON) -m pip install --quiet "scikit-build-core>=0.11" "pybind11>=3,<4" "cmake>=3.21" ninja \
-	  "numpy>=1.22" "click>=8.1" "rich>=13" "matplotlib>=3.7" "scipy>=1.9" "pytest>=8" ruff mypy "pybind11-stubgen>=2.5"
+	  "numpy>=1.22" "click>=8.1" "rich>=13" "tomli>=2" "matplotlib>=3.7" pillow "scipy>=1.9" "pytest>=8" ruff mypy "pybind11-stubgen>=2.5"
+	touch $@
+
+.venv/docs: .venv/tools
+	$(PYTHON) -m pip install --quiet "sphinx>=8,<9" "myst-parser>=4,<5" "furo>=2024.8" "latex2mathml>=3.77"
 	touch $@
 
 # No build isolation: the build folder is kept, and a change rebuilds only what it touches.

@@ -1,6 +1,8 @@
 """Time the kernels and print one table.
 
-python bench/run.py [WORD ...] [--json FILE]     only the cases whose file or name holds one of the words
+python bench/run.py [WORD ...]      only the cases whose file or name holds one of the words
+    --json FILE                     the figures to a file too
+    --markdown FILE                 the table to a file too, with machine, compiler and date
 """
 
 from __future__ import annotations
@@ -18,6 +20,7 @@ from rich.table import Table
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 from harness import Case, best_time
+from markdown_table import markdown
 
 
 def show_seconds(seconds: float | None) -> str:
@@ -72,21 +75,12 @@ def measure(case: Case) -> dict[str, object]:
 @click.command()
 @click.argument("words", nargs=-1)
 @click.option("--json", "json_file", type=click.Path(dir_okay=False), help="Write the figures to this file too.")
-def main(words: tuple[str, ...], json_file: str | None) -> None:
+@click.option("--markdown", "markdown_file", type=click.Path(dir_okay=False), help="Write the table to this file too.")
+def main(words: tuple[str, ...], json_file: str | None, markdown_file: str | None) -> None:
     """Time the kernels against NumPy and the plain scalar loop."""
     table = Table(title="VKMcore kernels: best of several runs")
-    for heading in (
-        "kernel",
-        "size",
-        "ours",
-        "one thread",
-        "G/s",
-        "NumPy",
-        "plain loop",
-        "NumPy/ours",
-        "plain/ours",
-        "",
-    ):
+    headings = ("kernel", "size", "ours", "one thread", "G/s", "NumPy", "plain loop", "NumPy/ours", "plain/ours", "")
+    for heading in headings:
         table.add_column(heading, justify="left" if heading in ("kernel", "size", "") else "right")
     results = []
     console = Console(stderr=True)
@@ -119,6 +113,8 @@ def main(words: tuple[str, ...], json_file: str | None) -> None:
     Console(width=max(160, Console().width)).print(table)
     if json_file:
         Path(json_file).write_text(json.dumps(results, indent=2) + "\n", encoding="utf-8")
+    if markdown_file:
+        Path(markdown_file).write_text(markdown(results, show_seconds), encoding="utf-8")
 
 
 if __name__ == "__main__":

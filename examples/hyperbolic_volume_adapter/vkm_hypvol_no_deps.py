@@ -5,6 +5,9 @@ file to where Python finds it:
 
     PYTHONPATH=examples/hyperbolic_volume_adapter vkmcore pd 4:1:1 --volume
 
+SnapPy brings networkx, which is used here too. Another solver serves as well: all that the library asks of the module
+is a function `hyperbolic_volume_from_pd(pd, verbose=False)` that returns a number; what it raises comes through.
+
 A code of the library says which strand is over, not from which side it comes. A planar drawing of the crossings tells,
 up to mirror images of the diagram and of its connected summands, so that the volume of a prime knot is certain.
 """

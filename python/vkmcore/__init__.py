@@ -19,6 +19,14 @@ globals().update({name: getattr(_native, name) for name in __all__})
 
 
 def __getattr__(name: str) -> object:
+    if name == "simulate":
+        from vkmcore.simulation import simulate
+
+        return simulate
+    if name == "load_trajectory":
+        from vkmcore.trajectory import load_trajectory
+
+        return load_trajectory
     if name == "__version__":
         from vkmcore.build import build_info
 

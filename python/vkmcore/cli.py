@@ -37,8 +37,10 @@ class Failure(click.ClickException):
 # Commands in modules of their own, imported when one of them is called or the help lists them.
 ELSEWHERE = {
     "pd": "vkmcore.planar_diagram",
+    "simulate": "vkmcore.simulation_command",
     "spectrum": "vkmcore.spectrum",
     "tighten": "vkmcore.tighten_command",
+    "zoo": "vkmcore.zoo",
 }
 
 

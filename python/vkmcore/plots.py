@@ -98,7 +98,7 @@ def _draw_knot(axes: Any, title: str, filaments: list[Points]) -> None:
     for number, points in drawn:
         base = np.array(to_rgb(PALETTE[number % len(PALETTE)]))
         body = (points - centre) / radius
-        rings = _thinned(body)
+        rings = thinned(body)
         if _length(rings) < SMOOTH * _length(body):
             edges = np.stack([body, np.roll(body, -1, axis=0)], axis=1) * scale
             axes.add_collection3d(Line3DCollection(edges, colors=[(*base, 0.6)], linewidths=0.35))
@@ -123,11 +123,11 @@ def _draw_knot(axes: Any, title: str, filaments: list[Points]) -> None:
     axes.view_init(elev=52, azim=-60)
 
 
-def _thinned(points: Points) -> Points:
-    """At most RINGS of the points, evenly by number."""
-    if len(points) <= RINGS:
+def thinned(points: Points, most: int = RINGS) -> Points:
+    """At most that many of the points, evenly by number."""
+    if len(points) <= most:
         return points
-    kept: Points = points[np.linspace(0, len(points), RINGS, endpoint=False).astype(int)]
+    kept: Points = points[np.linspace(0, len(points), most, endpoint=False).astype(int)]
     return kept
 
 

@@ -1,9 +1,31 @@
 #include "mass/particle_evaluator.hpp"
+#include "mass/zoo_evaluator.hpp"
 #include "module/binders.hpp"
 
 namespace vkm {
 
 namespace {
+
+void bind_zoo(py::module_& m) {
+  using R = ZooResult;
+  py::class_<R>(m, "ZooResult", "The golden mass of an entry of the Master Dictionary.")
+      .def(py::init<>())
+      .def_readwrite("identifier", &R::identifier, "The entry's name.")
+      .def_readwrite("mass_mev", &R::mass_mev, "Mass, MeV.")
+      .def_readwrite("bridge_b", &R::bridge_b, "Bridge number.")
+      .def_readwrite("genus_g", &R::genus_g, "Genus.");
+
+  using Z = ZooEvaluator;
+  py::class_<Z>(m, "ZooEvaluator",
+                "Masses of the Master Dictionary of knots and links: bridge_b m_0 phi^(-2 genus_g) with m_0 = "
+                "1.0290437436843307e-54 kg and the golden ratio phi.\n\nStatic functions.")
+      .def_static("evaluate_all_golden_nls", &Z::evaluate_all_golden_nls,
+                  "Run ab initio Golden NLS mass evaluation for the entire VKM Master Dictionary.\n\n"
+                  "A list of ZooResult, in the order of the identifiers' bytes.")
+      .def_static("get_entry_mass", &Z::get_entry_mass, py::arg("identifier"),
+                  "Get the mass of a specific knot by its dictionary ID.\n\n"
+                  "In MeV; -1.0 for an identifier that the dictionary does not hold.");
+}
 
 void bind_records(py::module_& m) {
   using T = TailApproxConfig;
@@ -91,6 +113,7 @@ void bind_ab_initio(py::module_& m) {
       .def_static("print_canonical_derivation", &E::print_canonical_derivation,
                   "Prints the dynamic fluid derivation of the core density.")
       .def("get_filaments", &E::get_filaments, "Export the 3D coordinates of all present vortex rings.");
+  bind_zoo(m);
 }
 
 }  // namespace vkm

@@ -128,6 +128,49 @@ struct type_caster<std::vector<vkm::Vec3>> : list_caster<std::vector<vkm::Vec3>,
   }
 };
 
+/// Lists of floats, in the same way: exact lists of floats and float64 arrays of one dimension are read directly.
+template <>
+struct type_caster<std::vector<double>> : list_caster<std::vector<double>, double> {
+  using Generic = list_caster<std::vector<double>, double>;
+
+  bool load(handle src, bool convert) { return load_list(src) || load_array(src) || Generic::load(src, convert); }
+
+  template <class Numbers>
+  static handle cast(const Numbers& numbers, return_value_policy, handle) {
+    object list = reinterpret_steal<object>(PyList_New(static_cast<ssize_t>(numbers.size())));
+    if (!list) throw error_already_set();
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+      PyObject* number = PyFloat_FromDouble(numbers[i]);
+      if (number == nullptr) throw error_already_set();
+      PyList_SET_ITEM(list.ptr(), static_cast<ssize_t>(i), number);
+    }
+    return list.release();
+  }
+
+ private:
+  bool load_list(handle src) {
+    if (!PyList_CheckExact(src.ptr())) return false;
+    const auto count = static_cast<std::size_t>(PyList_GET_SIZE(src.ptr()));
+    value.resize(count);
+    for (std::size_t i = 0; i < count; ++i) {
+      PyObject* number = PyList_GET_ITEM(src.ptr(), static_cast<ssize_t>(i));
+      if (!PyFloat_CheckExact(number)) return false;
+      value[i] = PyFloat_AS_DOUBLE(number);
+    }
+    return true;
+  }
+
+  bool load_array(handle src) {
+    if (!isinstance<array_t<double>>(src)) return false;
+    const auto source = reinterpret_borrow<array_t<double>>(src);
+    if (source.ndim() != 1) return false;
+    const auto view = source.unchecked<1>();
+    value.resize(static_cast<std::size_t>(view.shape(0)));
+    for (ssize_t i = 0; i < view.shape(0); ++i) value[static_cast<std::size_t>(i)] = view(i);
+    return true;
+  }
+};
+
 /// Arguments that a function reads through a span: lists, held as vectors for the time of the call.
 template <class T>
 struct type_caster<std::span<const T>> {

@@ -12,38 +12,35 @@ struct Binder {
   void (*bind)(py::module_&);
 };
 
-/// Stands in the table for a binder of which nothing exists yet.
-void pending(py::module_&) {}
-
 // The order is behaviour: signatures and defaults of a later binder name types of an earlier one, and overloads of
 // one name are tried in the order of registration.
 constexpr Binder binders[] = {
     {"ab_initio", bind_ab_initio},
     {"canonical_constants", bind_canonical_constants},
     {"master_equation", bind_master_equation},
-    {"chronos_kelvin", pending},
+    {"chronos_kelvin", bind_chronos_kelvin},
     {"tension_scales", bind_tension_scales},
-    {"delay_mode", pending},
-    {"atomic_bridge", pending},
-    {"spectroscopic_gap", pending},
-    {"clock_field", pending},
+    {"delay_mode", bind_delay_mode},
+    {"atomic_bridge", bind_atomic_bridge},
+    {"spectroscopic_gap", bind_spectroscopic_gap},
+    {"clock_field", bind_clock_field},
     {"biot_savart", bind_biot_savart},
     {"fluid_dynamics", bind_fluid_dynamics},
     {"field_grids", bind_field_grids},
     {"curl3d", bind_curl3d},
     {"knot", bind_knot},
     {"frenet_helicity", bind_frenet_helicity},
-    {"magnus_bernoulli", pending},
+    {"magnus_bernoulli", bind_magnus_bernoulli},
     {"multisector", bind_multisector},
-    {"gravitational_potential", pending},
+    {"gravitational_potential", bind_gravitational_potential},
     {"hyperbolic_volume", bind_hyperbolic_volume},
-    {"radiation_force", pending},
-    {"swirl_field", pending},
-    {"thermo", pending},
+    {"radiation_force", bind_radiation_force},
+    {"swirl_field", bind_swirl_field},
+    {"thermo", bind_thermo},
     {"time_evolution", bind_time_evolution},
-    {"flow_closures", pending},
-    {"vorticity_tools", pending},
-    {"vkm_gravity", pending},
+    {"flow_closures", bind_flow_closures},
+    {"vorticity_tools", bind_vorticity_tools},
+    {"vkm_gravity", bind_vkm_gravity},
     {"vkm_mass", bind_vkm_mass},
     {"workbench", bind_workbench},
     {"spectral_operator", bind_spectral_operator},

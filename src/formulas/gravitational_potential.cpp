@@ -1,0 +1,151 @@
+#include "formulas/gravitational_potential.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "core/kernel.hpp"
+#include "core/lanes.hpp"
+#include "core/numbers.hpp"
+#include "core/time_dilation.hpp"
+#include "formulas/guards.hpp"
+
+namespace vkm {
+
+namespace {
+
+/// Beyond this the exponential of the negative is 0 in double precision.
+constexpr double vanished_exponent = 746.0;
+
+/// The samples that one block of targets reads, lane k being sample `first` + k.
+struct Targets {
+  const double* x;
+  const double* y;
+  const double* z;
+  std::size_t first;
+};
+
+/// Adds the terms of the sources [begin, end) to the targets' sums. A source that is itself in the block (`Own`) leaves
+/// its own lane's sum as it is.
+template <bool Own>
+VKM_INLINE void add_direct(const Vec3* positions, const Vec3* vorticity, std::size_t begin, std::size_t end,
+                           const double* x, const double* y, const double* z, std::size_t first, double epsilon2,
+                           double* sum) {
+  for (std::size_t j = begin; j < end; ++j) {
+    const double px = positions[j][0], py = positions[j][1], pz = positions[j][2];
+    const double wx = vorticity[j][0], wy = vorticity[j][1], wz = vorticity[j][2];
+    const double kept = Own ? sum[j - first] : 0.0;
+    for (std::size_t k = 0; k < lane_block; ++k) {
+      const double dx = x[k] - px;
+      const double dy = y[k] - py;
+      const double dz = z[k] - pz;
+      const double s = dx * dx + dy * dy + dz * dz + epsilon2;
+      sum[k] += (dx * wx + dy * wy + dz * wz) / (s * std::sqrt(s));
+    }
+    if constexpr (Own) sum[j - first] = kept;
+  }
+}
+
+VKM_KERNEL void direct_block(const Vec3* positions, const Vec3* vorticity, std::size_t count, const Targets& targets,
+                             double epsilon2, double* potential) {
+  const double *x = targets.x, *y = targets.y, *z = targets.z;
+  const std::size_t first = targets.first;
+  const std::size_t last = std::min(first + lane_block, count);
+  double sum[lane_block] = {};
+  add_direct<false>(positions, vorticity, 0, first, x, y, z, first, epsilon2, sum);
+  add_direct<true>(positions, vorticity, first, last, x, y, z, first, epsilon2, sum);
+  add_direct<false>(positions, vorticity, last, count, x, y, z, first, epsilon2, sum);
+  for (std::size_t k = 0; k < lane_block; ++k) potential[k] = -inv_four_pi * sum[k];
+}
+
+/// Exponents |p_i - p_j|^2 / width of one source against a block of targets; returns whether any of them counts.
+VKM_INLINE bool exponents(const Vec3& p, const double* x, const double* y, const double* z, double width,
+                          double* q) {
+  std::uint64_t counts = 0;
+  for (std::size_t k = 0; k < lane_block; ++k) {
+    const double dx = x[k] - p[0];
+    const double dy = y[k] - p[1];
+    const double dz = z[k] - p[2];
+    q[k] = (dx * dx + dy * dy + dz * dz) / width;
+    counts |= q[k] > vanished_exponent ? 0U : 1U;
+  }
+  return counts != 0;
+}
+
+/// `finite` says that no vorticity is infinite or NaN: a vanished factor then contributes exactly nothing and is
+/// passed over.
+VKM_KERNEL void gradient_block(const Vec3* positions, const Vec3* vorticity, std::size_t count, const Targets& targets,
+                               double width, bool finite, double* potential) {
+  double sum_x[lane_block] = {};
+  double sum_y[lane_block] = {};
+  double sum_z[lane_block] = {};
+  double q[lane_block];
+  for (std::size_t j = 0; j < count; ++j) {
+    if (!exponents(positions[j], targets.x, targets.y, targets.z, width, q) && finite) continue;
+    for (std::size_t k = 0; k < lane_block; ++k) {
+      if (targets.first + k == j || (finite && q[k] > vanished_exponent)) continue;
+      const double g = std::exp(-q[k]);
+      sum_x[k] += g * vorticity[j][0];
+      sum_y[k] += g * vorticity[j][1];
+      sum_z[k] += g * vorticity[j][2];
+    }
+  }
+  for (std::size_t k = 0; k < lane_block; ++k) {
+    potential[k] = -0.5 * (sum_x[k] * sum_x[k] + sum_y[k] * sum_y[k] + sum_z[k] * sum_z[k]);
+  }
+}
+
+/// Calls block(targets, potential) for every block of samples, and cuts the result to their number.
+template <class Block>
+std::vector<double> potential_by_blocks(std::span<const Vec3> positions, const Poll& poll, Block&& block) {
+  const Lanes lanes(positions);
+  std::vector<double> potential(lanes.blocks() * lane_block);
+  Heartbeat heartbeat(poll);
+  for (std::size_t b = 0; b < lanes.blocks(); ++b) {
+    const std::size_t at = b * lane_block;
+    block(Targets{lanes.axis(0) + at, lanes.axis(1) + at, lanes.axis(2) + at, at}, potential.data() + at);
+    heartbeat.tick();
+  }
+  potential.resize(positions.size());
+  return potential;
+}
+
+}  // namespace
+
+std::vector<double> gravitational_potential_direct(std::span<const Vec3> positions, std::span<const Vec3> vorticity,
+                                                   double epsilon, const Poll& poll) {
+  reject_if(positions.size() != vorticity.size(), "positions and vorticity must have the same length.");
+  const double epsilon2 = epsilon * epsilon;
+  return potential_by_blocks(positions, poll, [&](const Targets& targets, double* potential) {
+    direct_block(positions.data(), vorticity.data(), positions.size(), targets, epsilon2, potential);
+  });
+}
+
+std::vector<double> gravitational_potential_gradient(std::span<const Vec3> positions, std::span<const Vec3> vorticity,
+                                                     double epsilon, const Poll& poll) {
+  reject_if(positions.size() != vorticity.size(), "positions and vorticity must have the same length.");
+  const double width = (epsilon + epsilon) * epsilon;
+  const bool finite = std::all_of(vorticity.begin(), vorticity.end(), [](const Vec3& w) {
+    return std::isfinite(w[0]) && std::isfinite(w[1]) && std::isfinite(w[2]);
+  });
+  return potential_by_blocks(positions, poll, [&](const Targets& targets, double* potential) {
+    gradient_block(positions.data(), vorticity.data(), positions.size(), targets, width, finite, potential);
+  });
+}
+
+std::vector<double> time_dilation_map_linear(std::span<const Vec3> tangents, double C_e) {
+  std::vector<double> map(tangents.size());
+  const double scale = C_e * C_e;
+  std::transform(tangents.begin(), tangents.end(), map.begin(),
+                 [scale](const Vec3& t) { return 1.0 - norm2(t) / scale; });
+  return map;
+}
+
+std::vector<double> time_dilation_map_sqrt(std::span<const Vec3> tangents, double C_e) {
+  std::vector<double> map(tangents.size());
+  std::transform(tangents.begin(), tangents.end(), map.begin(),
+                 [C_e](const Vec3& t) { return time_dilation_sqrt(t, C_e); });
+  return map;
+}
+
+}  // namespace vkm
