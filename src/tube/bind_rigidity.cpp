@@ -123,12 +123,8 @@ void register_contact_stress_map(py::module_& m) {
       "Write the floats as a Matrix Market array file, 17 significant digits. Raises RuntimeError if the file cannot\n"
       "be opened.";
 
-  auto map = bound_class<Map>(m, "ContactStressMap", "Rigidity matrices of resolved tubes and the stress that contacts carry.");
-  map.def_static("sparse_to_dense", &Map::sparse_to_dense, py::arg("sparse"),
-                 "The dense matrix of the same columns; entries at or beyond row_count are ignored.")
-      .def_static("write_vector_csv", write_vector_csv, py::arg("vector"), py::arg("path"),
-                  "Write the floats as CSV with the header row,value, 17 significant digits. Raises RuntimeError if\n"
-                  "the file cannot be opened.");
+  auto map =
+      bound_class<Map>(m, "ContactStressMap", "Rigidity matrices of resolved tubes and the stress that contacts carry.");
 
   // Each of these stands on the class and, under another name, in the module.
   const auto both = [&](const char* member, const char* function, const auto& call, const auto&... extra) {
@@ -142,10 +138,15 @@ void register_contact_stress_map(py::module_& m) {
   };
   both_builders("build_rigidity_matrix", "resolved_tube_build_rigidity_matrix", build, build_doc);
   both_builders("build_sparse_rigidity_matrix", "resolved_tube_build_sparse_rigidity_matrix", build_sparse, sparse_doc);
+  map.def_static("sparse_to_dense", &Map::sparse_to_dense, py::arg("sparse"),
+                 "The dense matrix of the same columns; entries at or beyond row_count are ignored.");
   both("write_sparse_matrix_market", "resolved_tube_write_matrix_market", &Map::write_sparse_matrix_market,
        py::arg("sparse"), py::arg("path"), py::arg("one_based_indices") = true, matrix_market_doc);
   both("write_vector_market", "resolved_tube_write_vector_market", write_vector_market, py::arg("vector"),
        py::arg("path"), vector_market_doc);
+  map.def_static("write_vector_csv", write_vector_csv, py::arg("vector"), py::arg("path"),
+                 "Write the floats as CSV with the header row,value, 17 significant digits. Raises RuntimeError if\n"
+                 "the file cannot be opened.");
 }
 
 void register_contact_diagnosis(py::module_& m) {

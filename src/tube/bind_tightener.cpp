@@ -141,9 +141,7 @@ void register_tightener(py::module_& m) {
           "for the rest ('newton'), by the scaling alone ('scale'), or not at all ('none').")
       .def_static("projected_gradient_flat", projected_gradient, py::arg("points"), py::arg("tube"), options,
                   projected_gradient_doc)
-      .def_static("tighten", tighten, py::arg("initial_points"), options, tighten_doc)
-      .def_static("_watched_tighten", watched, py::arg("initial_points"), py::arg("options"), py::arg("watch"),
-                  "tighten, calling watch(step record, points) after each step; what it raises ends the run.");
+      .def_static("tighten", tighten, py::arg("initial_points"), options, tighten_doc);
 }
 
 void register_tightening_functions(py::module_& m) {
@@ -151,6 +149,8 @@ void register_tightening_functions(py::module_& m) {
   m.def("resolved_tube_tighten", tighten, py::arg("initial_points"), options, tighten_doc);
   m.def("resolved_tube_projected_gradient", projected_gradient, py::arg("points"), py::arg("tube"), options,
         projected_gradient_doc);
+  m.def("_watched_tighten", watched, py::arg("initial_points"), py::arg("options"), py::arg("watch"),
+        "tighten, calling watch(step record, points) after each step; what it raises ends the run.");
 }
 
 }  // namespace vkm
