@@ -44,6 +44,9 @@ def row(cells: Sequence[str]) -> str:
 def markdown(results: Sequence[Mapping[str, object]], seconds: Callable[[object], str]) -> str:
     """A table of conditions and one of results, as `measure` of run.py returns them."""
 
+    def time(value: object) -> str:
+        return seconds(value).replace(" ", "\u00a0")
+
     def ratio(value: object) -> str:
         return f"{value:.1f}" if isinstance(value, float) else "-"
 
@@ -57,10 +60,10 @@ def markdown(results: Sequence[Mapping[str, object]], seconds: Callable[[object]
                 [
                     str(result["name"]),
                     str(result["size"]),
-                    seconds(result["ours_s"]),
+                    time(result["ours_s"]),
                     f"{rate / 1e9:.2f}" if isinstance(rate, float) else "-",
-                    seconds(result["numpy_s"]),
-                    seconds(result["plain_s"]),
+                    time(result["numpy_s"]),
+                    time(result["plain_s"]),
                     ratio(result["numpy_over_ours"]),
                     ratio(result["plain_over_ours"]),
                 ]
