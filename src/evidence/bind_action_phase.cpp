@@ -20,8 +20,8 @@ void bind_action_phase(py::module_& m) {
   using API = ActionPhaseAPI;
   const py::arg p("p"), E0("E0"), c("c"), Omega0("Omega0"), dE0_dq("dE0_dq");
   bound_class<API>(m, "ActionPhaseAPI",
-                  "The mass shell H = sqrt((p c)^2 + E0^2) and the internal phase on it, in any consistent units.\n"
-                  "Nothing here raises: results are NaN unless p, E0 and c are finite and E0 and c positive.")
+                   "The mass shell H = sqrt((p c)^2 + E0^2) and the internal phase on it, in any consistent units.\n"
+                   "Nothing here raises: results are NaN unless p, E0 and c are finite and E0 and c positive.")
       .def_static("mass_shell_hamiltonian", &API::mass_shell_hamiltonian, p, E0, c, "H, by hypot.")
       .def_static("velocity_from_mass_shell", &API::velocity_from_mass_shell, p, E0, c, "dH/dp = p c^2 / H.")
       .def_static("gamma_from_mass_shell", &API::gamma_from_mass_shell, p, E0, c, "H / E0.")

@@ -27,8 +27,8 @@ void bind_core_torsion(py::module_& m) {
                   "not ok unless E0 >= 0, I >= 0, c_T > 0 and all are finite.")
       .def_static("torsion_inertial_mass_legacy_factor2", &CoreTorsionAPI::torsion_inertial_mass_legacy_factor2,
                   py::arg("E0"), py::arg("I"), py::arg("c_T"), "The same with twice the mass, an older convention.")
-      .def_static("anisotropy_residuals", &CoreTorsionAPI::anisotropy_residuals, py::arg("M_row_major"),
-                  py::arg("E0"), py::arg("c_T"),
+      .def_static("anisotropy_residuals", &CoreTorsionAPI::anisotropy_residuals, py::arg("M_row_major"), py::arg("E0"),
+                  py::arg("c_T"),
                   "AnisotropyResiduals of a symmetric 3 x 3 matrix, nine floats row by row. All zero and not ok\n"
                   "unless E0 > 0, c_T > 0 and M is finite; delta_aniso is NaN for a matrix that is not symmetric.");
 

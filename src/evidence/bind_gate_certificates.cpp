@@ -19,7 +19,7 @@ void bind_gate_certificates(py::module_& m) {
       .def_readonly("smooth_hash", &P::smooth_hash, "fingerprint_points of the samples, in every outcome.");
 
   bound_class<PolygonalSmoothCertificateAPI>(m, "PolygonalSmoothCertificateAPI",
-                                            "Comparison of a closed polygon with samples of its smooth curve.")
+                                             "Comparison of a closed polygon with samples of its smooth curve.")
       .def_static(
           "evaluate",
           [](const Points& polygon_pts, const Points& smooth_pts, double tube_radius, double hausdorff_tol,
@@ -47,14 +47,14 @@ void bind_gate_certificates(py::module_& m) {
       .def_readonly("regularization_id", &B::regularization_id, "Regularisation as given.");
 
   bound_class<BiotSavartGateAPI>(m, "BiotSavartGateAPI", "Gate on the limit of a Biot-Savart observable.")
-      .def_static("evaluate", &BiotSavartGateAPI::evaluate, py::arg("observable"), py::arg("estimated_limit"),
-                  py::arg("boundary_margin"), py::arg("min_boundary_margin"), py::arg("sample_count"),
-                  py::arg("regularization_id"), py::arg("residual_tol") = 0.001,
-                  py::arg("use_four_pi_identity") = true,
-                  "BiotSavartGateResult. The residual is |4 pi observable - 1| with use_four_pi_identity, whatever limit\n"
-                  "is given, else relative to max(|estimated_limit|, 1e-30). Fail: boundary_margin is below its minimum or\n"
-                  "the residual above residual_tol. Indeterminate: no id, no samples, a negative tolerance or minimum, or\n"
-                  "a number that is not finite. Bad numbers do not raise.");
+      .def_static(
+          "evaluate", &BiotSavartGateAPI::evaluate, py::arg("observable"), py::arg("estimated_limit"),
+          py::arg("boundary_margin"), py::arg("min_boundary_margin"), py::arg("sample_count"),
+          py::arg("regularization_id"), py::arg("residual_tol") = 0.001, py::arg("use_four_pi_identity") = true,
+          "BiotSavartGateResult. The residual is |4 pi observable - 1| with use_four_pi_identity, whatever limit\n"
+          "is given, else relative to max(|estimated_limit|, 1e-30). Fail: boundary_margin is below its minimum or\n"
+          "the residual above residual_tol. Indeterminate: no id, no samples, a negative tolerance or minimum, or\n"
+          "a number that is not finite. Bad numbers do not raise.");
 }
 
 }  // namespace vkm

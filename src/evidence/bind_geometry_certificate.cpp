@@ -58,8 +58,8 @@ void bind_geometry_certificate(py::module_& m) {
 
   using API = GeometryCertificateAPI;
   bound_class<API>(m, "GeometryCertificateAPI",
-                  "Certificates of geometries, pressures, time series and singular values. Bad numbers do not raise:\n"
-                  "the status is Indeterminate then.")
+                   "Certificates of geometries, pressures, time series and singular values. Bad numbers do not raise:\n"
+                   "the status is Indeterminate then.")
       .def_static(
           "evaluate_tube_geometry",
           [](const Points& pts, double tube_radius, double separation_tol, double curvature_tol) {
@@ -91,11 +91,12 @@ void bind_geometry_certificate(py::module_& m) {
           "times[0] if the observable starts at or above the threshold; Fail with +infinity if it never crosses.\n"
           "Indeterminate: fewer than two samples, lists of different lengths, decreasing times, or a number that is\n"
           "not finite.")
-      .def_static("rank9_from_singular_values", &API::rank9_from_singular_values, py::arg("singular_values"),
-                  py::arg("tau_rank") = 1e-12, py::arg("max_conditioning") = 1e12,
-                  "Rank9ChannelDiagnostics of nine singular values: those above tau_rank times the largest count. Pass:\n"
-                  "rank nine, conditioned no worse than max_conditioning; Indeterminate if worse, for a value that is\n"
-                  "negative or not finite, and for limits that are not positive; Fail for a lower rank.")
+      .def_static(
+          "rank9_from_singular_values", &API::rank9_from_singular_values, py::arg("singular_values"),
+          py::arg("tau_rank") = 1e-12, py::arg("max_conditioning") = 1e12,
+          "Rank9ChannelDiagnostics of nine singular values: those above tau_rank times the largest count. Pass:\n"
+          "rank nine, conditioned no worse than max_conditioning; Indeterminate if worse, for a value that is\n"
+          "negative or not finite, and for limits that are not positive; Fail for a lower rank.")
       .def_static(
           "sha256_hex_of_points", [](const Points& pts) { return sha256_hex_of_points(pts); }, py::arg("pts"),
           "SHA-256 of the points' coordinates as little-endian doubles, 24 bytes a point: of the stored numbers, so\n"

@@ -23,8 +23,7 @@ void bind_ideal_knot_regime(py::module_& m) {
   bound_class<API>(m, "IdealKnotRegimeAPI", "Compact or slender tubes of knots. Nothing here raises.")
       .def_static("epsilon_kappa", &API::epsilon_kappa,
                   "Of (a_core, kappa_max): their product; NaN unless a_core > 0 and kappa_max >= 0.")
-      .def_static("epsilon_sep", &API::epsilon_sep,
-                  "Of (a_core, d_sep): a_core / d_sep; NaN unless both are positive.")
+      .def_static("epsilon_sep", &API::epsilon_sep, "Of (a_core, d_sep): a_core / d_sep; NaN unless both are positive.")
       .def_static("classify_regime", &API::classify_regime, py::arg("eps_kappa"), py::arg("eps_sep"),
                   py::arg("order_one") = 0.3,
                   "KnotRegime: Compact if either number is at least order_one, Slender if both are below,\n"

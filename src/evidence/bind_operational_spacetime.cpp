@@ -20,7 +20,7 @@ void bind_operational_spacetime(py::module_& m) {
 
   using API = OperationalSpacetimeAPI;
   bound_class<API>(m, "OperationalSpacetimeAPI",
-                  "Radar times and Lorentz boosts of events [t, x, y, z], in any consistent units. No number raises.")
+                   "Radar times and Lorentz boosts of events [t, x, y, z], in any consistent units. No number raises.")
       .def_static("radar_interval", &API::radar_interval, py::arg("emission_time"), py::arg("reception_time"),
                   py::arg("c") = 1.0,
                   "RadarInterval of the times at which a signal leaves and comes back. Not causal, with NaN results,\n"

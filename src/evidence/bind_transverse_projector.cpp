@@ -22,7 +22,8 @@ void bind_transverse_projector(py::module_& m) {
       .def_readonly("message", &R::message, "The verdict in words.");
 
   using API = TransverseProjectorAPI;
-  bound_class<API>(m, "TransverseProjectorAPI", "Response of a knotted tube to a transverse field. Nothing here raises.")
+  bound_class<API>(m, "TransverseProjectorAPI",
+                   "Response of a knotted tube to a transverse field. Nothing here raises.")
       .def_static("high_res_ld", &API::high_res_ld, "L/D of the HighRes convention.")
       .def_static("halvard_ld", &API::halvard_ld, "L/D of the Halvard convention.")
       .def_static("projector_sphere_integral", &API::projector_sphere_integral, "8 pi / 3.")

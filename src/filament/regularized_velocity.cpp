@@ -141,8 +141,14 @@ FilamentVelocity filament_velocity(std::span<const Filament> filaments, const Fi
     }
     for (std::size_t b = 0; b < points.blocks() && !options.lia_only; ++b) {
       const std::size_t at = b * lane_block;
-      VertexBlock block{points.axis(0) + at,   points.axis(1) + at,   points.axis(2) + at,
-                        velocity.axis(0) + at, velocity.axis(1) + at, velocity.axis(2) + at, {}, {}};
+      VertexBlock block{points.axis(0) + at,
+                        points.axis(1) + at,
+                        points.axis(2) + at,
+                        velocity.axis(0) + at,
+                        velocity.axis(1) + at,
+                        velocity.axis(2) + at,
+                        {},
+                        {}};
       for (std::size_t i = 0; i < lane_block; ++i) {
         block.row[i] = static_cast<double>(at + i);
         block.before[i] = static_cast<double>(at + i == 0 ? n - 1 : at + i - 1);

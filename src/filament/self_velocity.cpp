@@ -63,8 +63,8 @@ VKM_INLINE void transpose(const Tile& in, Tile& out) {
 #endif
 }
 
-/// Adds the sources of the block at `from` to the sums of the block at `to`. The weights circulation / n^3, 0 for a pair
-/// that is skipped, are written to g[source][target] if `measure` says so, else read from there.
+/// Adds the sources of the block at `from` to the sums of the block at `to`. The weights circulation / n^3, 0 for a
+/// pair that is skipped, are written to g[source][target] if `measure` says so, else read from there.
 template <bool measure>
 VKM_INLINE void add_block(const Filament& f, std::size_t to, std::size_t from, double circulation, Tile& g) {
   const double* x = f.x + to;
@@ -115,9 +115,8 @@ VKM_KERNEL void column(const Filament& f, std::size_t b, double circulation) {
 }
 
 bool finite(std::span<const Vec3> vectors) {
-  return std::all_of(vectors.begin(), vectors.end(), [](const Vec3& a) {
-    return std::isfinite(a[0]) && std::isfinite(a[1]) && std::isfinite(a[2]);
-  });
+  return std::all_of(vectors.begin(), vectors.end(),
+                     [](const Vec3& a) { return std::isfinite(a[0]) && std::isfinite(a[1]) && std::isfinite(a[2]); });
 }
 
 }  // namespace

@@ -15,8 +15,8 @@ void bind_clock_field(py::module_& m) {
 
   using F = ClockFieldEFT;
   bound_class<F>(m, "ClockFieldEFT",
-                "Effective field theory of a unit timelike clock field (Einstein-aether theory).\n\n"
-                "Static functions. NaN is not rejected.")
+                 "Effective field theory of a unit timelike clock field (Einstein-aether theory).\n\n"
+                 "Static functions. NaN is not rejected.")
       .def_static("c13", &F::c13, py::arg("c1"), py::arg("c3"), "c1 + c3.")
       .def_static("tensor_speed", &F::tensor_speed, py::arg("c13"), py::arg("c") = canonical::c,
                   "c / sqrt(1 - c13), in the unit of c (m/s). ValueError unless c and 1 - c13 are positive.")

@@ -24,7 +24,7 @@ harmonic i + 1; there is no constant term.)");
 
 void register_fourier_knot(py::module_& m) {
   auto knot = bound_class<FourierKnot>(m, "fourier_knot",
-                               "A knot from a .fseries file: loadBlocks, selectMaxHarmonics, reconstruct.");
+                                       "A knot from a .fseries file: loadBlocks, selectMaxHarmonics, reconstruct.");
   knot.def(py::init<>());
   def_list(knot, "blocks", &FourierKnot::blocks, "Blocks of the last loadBlocks.");
   knot.def_readwrite("activeBlock", &FourierKnot::activeBlock, "The block that reconstruct evaluates.");

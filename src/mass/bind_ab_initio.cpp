@@ -17,8 +17,8 @@ void bind_zoo(py::module_& m) {
 
   using Z = ZooEvaluator;
   bound_class<Z>(m, "ZooEvaluator",
-                "Masses of the Master Dictionary of knots and links: bridge_b m_0 phi^(-2 genus_g) with m_0 = "
-                "1.0290437436843307e-54 kg and the golden ratio phi.\n\nStatic functions.")
+                 "Masses of the Master Dictionary of knots and links: bridge_b m_0 phi^(-2 genus_g) with m_0 = "
+                 "1.0290437436843307e-54 kg and the golden ratio phi.\n\nStatic functions.")
       .def_static("evaluate_all_golden_nls", &Z::evaluate_all_golden_nls,
                   "Run ab initio Golden NLS mass evaluation for the entire VKM Master Dictionary.\n\n"
                   "A list of ZooResult, in the order of the identifiers' bytes.")
@@ -55,9 +55,9 @@ void bind_ab_initio(py::module_& m) {
   using E = ParticleEvaluator;
   bind_records(m);
   bound_class<E>(m, "ParticleEvaluator",
-                "From a catalogue knot to a mass in MeV without a fitted parameter.\n\n"
-                "Holds closed filaments. relax() gives them the size of the electron; lengths are in metres from "
-                "then on.")
+                 "From a catalogue knot to a mass in MeV without a fitted parameter.\n\n"
+                 "Holds closed filaments. relax() gives them the size of the electron; lengths are in metres from "
+                 "then on.")
       .def(py::init([](const std::string& knot_ab_id, std::int32_t resolution, bool allow) {
              return E(knot_ab_id, resolution, allow, python_poll());
            }),
@@ -69,7 +69,8 @@ void bind_ab_initio(py::module_& m) {
       .def(py::init<std::vector<std::vector<Vec3>>>(), py::arg("input_filaments"),
            "A copy of closed filaments, each a list of points of three floats. Any geometry is accepted.")
       .def(
-          "relax", [](E& self, std::int32_t iterations, double timestep) { self.relax(iterations, timestep, python_poll()); },
+          "relax",
+          [](E& self, std::int32_t iterations, double timestep) { self.relax(iterations, timestep, python_poll()); },
           py::arg("iterations") = 1000, py::arg("timestep") = 0.01,
           "Relax the filaments by damped dynamics and scale them about their mean to the electron radius, "
           "2.81794034e-15 m.\n\nWith P the points, C their mean and d = P[i] - P[j], each sweep sums\n"

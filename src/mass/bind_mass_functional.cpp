@@ -9,7 +9,7 @@ namespace {
 void register_records(py::module_& m) {
   using C = CanonicalConstants;
   bound_class<C>(m, "CanonicalConstants",
-                "Constants of the knot models, SI units. Independent numbers: a change of one changes no other.")
+                 "Constants of the knot models, SI units. Independent numbers: a change of one changes no other.")
       .def(py::init<>())
       .def_readwrite("r_c", &C::r_c, "Core radius, m.")
       .def_readwrite("lambda_c", &C::lambda_c, "Compton wavelength, m.")
@@ -93,12 +93,12 @@ void register_mass_functional(py::module_& m) {
   register_records(m);
   register_models(m);
   using F = MassFunctional;
-  auto functional = bound_class<F>(m, "MassFunctional",
-                           "Masses from invariants. Raises ValueError unless r_c, lambda_c, m_e, rho_m and c are "
-                           "positive.");
+  auto functional =
+      bound_class<F>(m, "MassFunctional",
+                     "Masses from invariants. Raises ValueError unless r_c, lambda_c, m_e, rho_m and c are "
+                     "positive.");
   functional
-      .def(py::init<const CanonicalConstants&>(),
-           py::arg_v("constants", CanonicalConstants{}, "CanonicalConstants()"))
+      .def(py::init<const CanonicalConstants&>(), py::arg_v("constants", CanonicalConstants{}, "CanonicalConstants()"))
       .def("baseline_mass_from_ropelength", &F::baseline_mass_from_ropelength, py::arg("L_tot"),
            "2 pi^3 rho_m r_c^5 L_tot / lambda_c^2, kg.")
       .def("baseline_mass_from_horn_ropelength", &F::baseline_mass_from_horn_ropelength, py::arg("L_tot"),

@@ -49,8 +49,8 @@ void bind_master_equation(py::module_& m) {
   using E = VKMMasterEquation;
   bind_records(m);
   bound_class<E>(m, "VKMMasterEquation",
-                "The master mass equation M = (1/2 rho_f v^2 / c^2) r_c^3 (lambda_c / (pi r_c))^n phi^(-2k) "
-                "(alpha_C C + beta_L L + gamma_H H) / S^2.\n\nStatic functions in SI units. NaN is not rejected.")
+                 "The master mass equation M = (1/2 rho_f v^2 / c^2) r_c^3 (lambda_c / (pi r_c))^n phi^(-2k) "
+                 "(alpha_C C + beta_L L + gamma_H H) / S^2.\n\nStatic functions in SI units. NaN is not rejected.")
       .def_static("topological_kernel", &E::topological_kernel, py::arg("input"),
                   "phi^(-2k) (alpha_C crossing + beta_L ropelength + gamma_H helicity) with k the golden layer. "
                   "ValueError unless phi is positive.")
@@ -68,8 +68,8 @@ void bind_master_equation(py::module_& m) {
                   "if rho_m is negative, or r_c or lambda_c not positive.")
       .def_static("geometric_baseline_mass_from_rho_m", &E::geometric_baseline_mass_from_rho_m, py::arg("rho_m"),
                   py::arg("r_c"), py::arg("lambda_c"), py::arg("L_tot"), "Second name of geometric_baseline_mass.")
-      .def_static("geometric_horn_baseline_mass", &E::geometric_horn_baseline_mass, py::arg("rho_horn"),
-                  py::arg("r_c"), py::arg("lambda_c"), py::arg("L_tot"),
+      .def_static("geometric_horn_baseline_mass", &E::geometric_horn_baseline_mass, py::arg("rho_horn"), py::arg("r_c"),
+                  py::arg("lambda_c"), py::arg("L_tot"),
                   "The expression of geometric_baseline_mass on the horn envelope density, kg. ValueError if rho_horn "
                   "is negative, or r_c or lambda_c not positive.")
       .def_static("evaluate", &E::evaluate, py::arg("input"),

@@ -18,11 +18,13 @@ Args:
 
 Contacts whose gradient has a norm up to 1e-14 give no column.)";
 
-constexpr const char* sparse_doc = R"(Sparse rigidity matrix of a tube: entries above 1e-15 in magnitude, rows ascending.
+constexpr const char* sparse_doc =
+    R"(Sparse rigidity matrix of a tube: entries above 1e-15 in magnitude, rows ascending.
 
 Arguments as for the dense form, which holds the same numbers.)";
 
-constexpr const char* diagnose_doc = R"(How far the length gradient of a tube lies from the cone of its contacts' gradients.
+constexpr const char* diagnose_doc =
+    R"(How far the length gradient of a tube lies from the cone of its contacts' gradients.
 
 Args:
     points: vertices, N lists of three floats or an (N, 3) array.
@@ -62,7 +64,8 @@ void register_rigidity_records(py::module_& m) {
       .def_readwrite("column_count", &RigidityMatrix::column_count, "Number of columns.");
   def_list(matrix, "columns", &RigidityMatrix::columns, "List of RigidityColumn.");
 
-  auto sparse_column = bound_class<SparseRigidityColumn>(m, "SparseRigidityColumn", "The stored entries of one gradient.");
+  auto sparse_column =
+      bound_class<SparseRigidityColumn>(m, "SparseRigidityColumn", "The stored entries of one gradient.");
   bind_column_head(sparse_column);
   def_list(sparse_column, "entries", &SparseRigidityColumn::entries, "List of SparseEntry, rows ascending.");
 
@@ -76,7 +79,8 @@ void register_rigidity_records(py::module_& m) {
 
 void register_contact_stress_record(py::module_& m) {
   using Record = ContactStressDiagnostics;
-  auto cls = bound_class<Record>(m, "ContactStressDiagnostics", "The fit of a length gradient by the gradients of contacts.");
+  auto cls =
+      bound_class<Record>(m, "ContactStressDiagnostics", "The fit of a length gradient by the gradients of contacts.");
   cls.def(py::init<>())
       .def_readwrite("contact_residual", &Record::contact_residual, "Relative residual of the fit.")
       .def_readwrite("strut_weight_sum", &Record::strut_weight_sum, "Sum of positive multipliers on struts.")
@@ -123,8 +127,8 @@ void register_contact_stress_map(py::module_& m) {
       "Write the floats as a Matrix Market array file, 17 significant digits. Raises RuntimeError if the file cannot\n"
       "be opened.";
 
-  auto map =
-      bound_class<Map>(m, "ContactStressMap", "Rigidity matrices of resolved tubes and the stress that contacts carry.");
+  auto map = bound_class<Map>(m, "ContactStressMap",
+                              "Rigidity matrices of resolved tubes and the stress that contacts carry.");
 
   // Each of these stands on the class and, under another name, in the module.
   const auto both = [&](const char* member, const char* function, const auto& call, const auto&... extra) {

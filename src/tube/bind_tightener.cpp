@@ -18,7 +18,8 @@ Returns: TighteningResult. Its `reason` is one of max_steps_zero, nonpositive_in
 Raises ValueError below three points and for negative contact_tol or equilateral_tol. Ctrl-C ends the run.
 After Ashton, Cantarella, Piatek and Rawdon, Knot tightening by constrained gradient descent (2011).)";
 
-constexpr const char* projected_gradient_doc = R"(The part of the negative length gradient that the contacts do not balance.
+constexpr const char* projected_gradient_doc =
+    R"(The part of the negative length gradient that the contacts do not balance.
 
 Args:
     points: vertices, N lists of three floats or an (N, 3) array.
@@ -127,8 +128,8 @@ void register_tightener(py::module_& m) {
             return Tightener::rescale_to_thickness(points, target_thickness, skip_neighbors, contact_tol,
                                                    equilateral_tol, python_poll());
           },
-          py::arg("points"), py::arg("target_thickness"), py::arg("skip_neighbors") = 2,
-          py::arg("contact_tol") = 0.001, py::arg("equilateral_tol") = 0.001,
+          py::arg("points"), py::arg("target_thickness"), py::arg("skip_neighbors") = 2, py::arg("contact_tol") = 0.001,
+          py::arg("equilateral_tol") = 0.001,
           "The polygon scaled up about its centroid to just past the target thickness; a copy where it has that\n"
           "already, where it has none, or where the target is not positive and finite.")
       .def_static(
