@@ -11,7 +11,7 @@ from pathlib import Path
 
 import numpy as np
 
-HEADINGS = ("kernel", "size", "ours", "one thread", "G/s", "NumPy", "plain loop", "NumPy / ours", "plain / ours")
+HEADINGS = ("kernel", "size", "ours", "G/s", "NumPy", "plain loop", "NumPy / ours", "plain / ours")
 
 
 def processor() -> str:
@@ -31,7 +31,6 @@ def conditions() -> list[tuple[str, str]]:
         ("date", datetime.date.today().isoformat()),
         ("processor", f"{processor()}, {os.cpu_count()} logical processors"),
         ("vectors", f"{build.vector_bits} bits"),
-        ("threads", str(build.threads)),
         ("compiler", build.compiler),
         ("VKMcore", build.version),
         ("Python, NumPy", f"{platform.python_version()}, {np.__version__}"),
@@ -53,7 +52,7 @@ def markdown(results: Sequence[Mapping[str, object]], seconds: Callable[[object]
 
     lines = ["| measured | |", "| --- | --- |"]
     lines += [row(entry) for entry in conditions()]
-    lines += ["", row(HEADINGS), row(["---", "---", *["---:"] * 7])]
+    lines += ["", row(HEADINGS), row(["---", "---", *["---:"] * 6])]
     for result in results:
         rate = result["throughput"]
         lines.append(
@@ -62,7 +61,6 @@ def markdown(results: Sequence[Mapping[str, object]], seconds: Callable[[object]
                     str(result["name"]),
                     str(result["size"]),
                     time(result["ours_s"]),
-                    time(result["one_thread_s"]),
                     f"{rate / 1e9:.2f}" if isinstance(rate, float) else "-",
                     time(result["numpy_s"]),
                     time(result["plain_s"]),
