@@ -171,9 +171,11 @@ def test_lists_are_read_as_copies_and_records_as_references():
                 value.append(0.0)
                 assert len(getattr(owner, m.name)) == len(value) - 1
             elif m.signature.endswith("()"):
-                name, number = next((n, v) for n in dir(value) if isinstance(v := getattr(value, n), float))
-                setattr(value, name, number + 1.0)
-                assert getattr(getattr(owner, m.name), name) == number + 1.0
+                names = [name for name in dir(value) if not name.startswith("_")]
+                name, old = next((n, v) for n in names if isinstance(v := getattr(value, n), (float, str)))
+                new = old + ("x" if isinstance(old, str) else 1.0)
+                setattr(value, name, new)
+                assert getattr(getattr(owner, m.name), name) == new
 
 
 @pytest.mark.parametrize("entry", ENUMS)
