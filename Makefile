@@ -2,7 +2,7 @@
 # make test    set up everything, run the tests
 # make bench   time the kernels against NumPy and plain loops
 # make asan    run the tests under the address and undefined-behaviour sanitizers
-# make lint    style of the Python files, warnings of the C++ files
+# make lint    style of the sources, warnings of the C++ files, currency of the stubs
 # make stubs   regenerate the typed stubs of _native
 # make docs    build the documentation site into build/docs
 
@@ -35,6 +35,7 @@ asan: .venv/installed
 lint: .venv/installed
 	.venv/bin/ruff check python tests tools bench examples docs
 	.venv/bin/ruff format --check python tests tools bench examples docs
+	find src bench -name '*.[ch]pp' | xargs .venv/bin/clang-format --dry-run -Werror
 	.venv/bin/cmake --preset dev -DPython_EXECUTABLE=$(CURDIR)/$(PYTHON) -DCMAKE_MAKE_PROGRAM=$(CURDIR)/.venv/bin/ninja
 	.venv/bin/cmake --build --preset dev -j 2
 	PYTHONPATH=build/dev:python $(PYTHON) tools/make_stubs.py --check
@@ -52,7 +53,7 @@ clean:
 .venv/tools: pyproject.toml tools/make_venv.sh
 	tools/make_venv.sh
 	$(PYTHON) -m pip install --quiet "scikit-build-core>=0.11" "pybind11>=3,<4" "cmake>=3.21" ninja \
-	  "numpy>=1.22" "click>=8.1" "rich>=13" "tomli>=2" "matplotlib>=3.7" pillow "scipy>=1.9" "pytest>=8" ruff mypy "pybind11-stubgen>=2.5"
+	  "numpy>=1.22" "click>=8.1" "rich>=13" "tomli>=2" "matplotlib>=3.7" pillow "scipy>=1.9" "pytest>=8" ruff mypy "clang-format==23.1.5" "pybind11-stubgen>=2.5"
 	touch $@
 
 .venv/docs: .venv/tools

@@ -91,7 +91,6 @@ def cases() -> list[Case]:
             velocity_numpy,
             velocity_plain,
             pairs,
-            threads=True,
             target_plain=12,
             target_numpy=25,
         ),
@@ -102,7 +101,6 @@ def cases() -> list[Case]:
             velocity_numpy,
             velocity_plain,
             pairs,
-            threads=True,
             target_plain=12,
             target_numpy=25,
         ),
@@ -113,7 +111,6 @@ def cases() -> list[Case]:
             lambda: numpy_sum(mid[:-1], dl[:-1], grid, wire_kernel),
             lambda: plain("plain_wire_field")(curve, n, X, Y, Z, m, 1.0, ox, oy, oz),
             pairs,
-            threads=True,
             target_plain=8,
         ),
         Case(
@@ -123,7 +120,6 @@ def cases() -> list[Case]:
             lambda: numpy_sum(mid[:-1], dl[:-1], grid, potential_kernel),
             lambda: plain("plain_vector_potential")(curve, n, grid, m, 1.0, ox, oy, oz),
             pairs,
-            threads=True,
             target_plain=8,
         ),
         Case(
@@ -133,7 +129,6 @@ def cases() -> list[Case]:
             lambda: numpy_sum(curve, dl, grid, dipole_kernel),
             lambda: plain("plain_dipole_field")(curve, dl, n, X, Y, Z, m, ox, oy, oz),
             pairs,
-            threads=True,
             target_plain=8,
         ),
         Case(
@@ -143,7 +138,6 @@ def cases() -> list[Case]:
             helicity_numpy,
             None,
             pairs,
-            threads=True,
             target_seconds=0.1,
             note="NumPy: the velocity alone",
         ),
@@ -154,7 +148,6 @@ def cases() -> list[Case]:
             lambda: numpy_evolve(curve, 10, 1e-6),
             lambda: plain("plain_evolve")(positions, tangents, n, 1.0, 1e-6, 10, velocity),
             1e7,
-            threads=True,
             target_plain=8,
         ),
     ]

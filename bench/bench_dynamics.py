@@ -58,7 +58,6 @@ def cases() -> list[Case]:
             numpy=lambda: numpy_velocity(curves, 0.01, 0.25, 0.05),
             plain=run_plain,
             work=(4 * n) ** 2,
-            threads=True,
             target_plain=8,
         ),
         Case(
@@ -67,7 +66,6 @@ def cases() -> list[Case]:
             lambda: _native.rk4_step(filaments, 1e-4, options),
             plain=lambda: [run_plain() for _ in range(4)],
             work=4 * (4 * n) ** 2,
-            threads=True,
             target_plain=8,
             note="plain: four velocities",
         ),

@@ -33,7 +33,6 @@ class Case:
     target_plain: float | None = None  # least ratio plain / ours that is aimed at
     target_numpy: float | None = None
     target_seconds: float | None = None
-    threads: bool = False  # the kernel shares its work among threads: one thread's time is measured too
     note: str = ""
 
 

@@ -11,7 +11,7 @@ from pathlib import Path
 
 import numpy as np
 
-HEADINGS = ("kernel", "size", "ours", "one thread", "G/s", "NumPy", "plain loop", "NumPy / ours", "plain / ours")
+HEADINGS = ("kernel", "size", "ours", "G/s", "NumPy", "plain loop", "NumPy / ours", "plain / ours")
 
 
 def processor() -> str:
@@ -31,7 +31,6 @@ def conditions() -> list[tuple[str, str]]:
         ("date", datetime.date.today().isoformat()),
         ("processor", f"{processor()}, {os.cpu_count()} logical processors"),
         ("vectors", f"{build.vector_bits} bits"),
-        ("threads", str(build.threads)),
         ("compiler", build.compiler),
         ("VKMcore", build.version),
         ("Python, NumPy", f"{platform.python_version()}, {np.__version__}"),
@@ -45,12 +44,15 @@ def row(cells: Sequence[str]) -> str:
 def markdown(results: Sequence[Mapping[str, object]], seconds: Callable[[object], str]) -> str:
     """A table of conditions and one of results, as `measure` of run.py returns them."""
 
+    def time(value: object) -> str:
+        return seconds(value).replace(" ", "\u00a0")
+
     def ratio(value: object) -> str:
         return f"{value:.1f}" if isinstance(value, float) else "-"
 
     lines = ["| measured | |", "| --- | --- |"]
     lines += [row(entry) for entry in conditions()]
-    lines += ["", row(HEADINGS), row(["---", "---", *["---:"] * 7])]
+    lines += ["", row(HEADINGS), row(["---", "---", *["---:"] * 6])]
     for result in results:
         rate = result["throughput"]
         lines.append(
@@ -58,11 +60,10 @@ def markdown(results: Sequence[Mapping[str, object]], seconds: Callable[[object]
                 [
                     str(result["name"]),
                     str(result["size"]),
-                    seconds(result["ours_s"]),
-                    seconds(result["one_thread_s"]),
+                    time(result["ours_s"]),
                     f"{rate / 1e9:.2f}" if isinstance(rate, float) else "-",
-                    seconds(result["numpy_s"]),
-                    seconds(result["plain_s"]),
+                    time(result["numpy_s"]),
+                    time(result["plain_s"]),
                     ratio(result["numpy_over_ours"]),
                     ratio(result["plain_over_ours"]),
                 ]

@@ -19,8 +19,8 @@ double plain_cutoff_scan(const double* p, const double* t, const double* ds, std
       const double d = std::sqrt(d2);
       const auto index = std::lower_bound(a, a + m, d) - a;
       if (index == 0) continue;
-      const double term = (t[3 * i] * t[3 * j] + t[3 * i + 1] * t[3 * j + 1] + t[3 * i + 2] * t[3 * j + 2]) / d * ds[i] *
-                          ds[j];
+      const double term =
+          (t[3 * i] * t[3 * j] + t[3 * i + 1] * t[3 * j + 1] + t[3 * i + 2] * t[3 * j + 2]) / d * ds[i] * ds[j];
       D[0] += term;
       D[static_cast<std::size_t>(index)] -= term;
     }
@@ -40,7 +40,8 @@ double plain_neumann(const double* p, std::int64_t n, double rc) {
     for (std::int64_t j = i + 1; j < n; ++j) {
       const double *c = p + 3 * j, *d = p + 3 * ((j + 1) % n);
       const double x = c[0] - a[0], y = c[1] - a[1], z = c[2] - a[2];
-      const double along = (b[0] - a[0]) * (d[0] - c[0]) + (b[1] - a[1]) * (d[1] - c[1]) + (b[2] - a[2]) * (d[2] - c[2]);
+      const double along =
+          (b[0] - a[0]) * (d[0] - c[0]) + (b[1] - a[1]) * (d[1] - c[1]) + (b[2] - a[2]) * (d[2] - c[2]);
       sum += 2.0 * (along / std::sqrt(x * x + y * y + z * z + rc * rc));
     }
   }

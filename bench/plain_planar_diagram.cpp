@@ -90,7 +90,8 @@ double plain_pd_from_curve(const double* p, std::int64_t n, std::int64_t tries, 
     passages.push_back({(static_cast<double>(best[c].i) + best[c].t) / count, c, best[c].over});
     passages.push_back({(static_cast<double>(best[c].j) + best[c].u) / count, c, !best[c].over});
   }
-  std::sort(passages.begin(), passages.end(), [](const Passage& s, const Passage& o) { return s.position < o.position; });
+  std::sort(passages.begin(), passages.end(),
+            [](const Passage& s, const Passage& o) { return s.position < o.position; });
   for (std::size_t k = 0; k < passages.size(); ++k) {
     const std::size_t row = passages[k].crossing;
     if (row >= static_cast<std::size_t>(room)) continue;

@@ -10,7 +10,8 @@ namespace {
 
 using Complex = std::complex<double>;
 
-Complex log_product(double t, const double* nu, const double* theta, std::int64_t sectors, double ell, std::int64_t m_end) {
+Complex log_product(double t, const double* nu, const double* theta, std::int64_t sectors, double ell,
+                    std::int64_t m_end) {
   double real = 0.0;
   double imaginary = 0.0;
   for (std::int64_t j = 0; j < sectors; ++j) {

@@ -9,7 +9,6 @@ from __future__ import annotations
 
 import importlib
 import json
-import os
 import sys
 from pathlib import Path
 
@@ -41,28 +40,15 @@ def show_ratio(ratio: float | None, target: float | None) -> str:
     return f"{text} (>= {target:g})" if ratio >= target else f"[red]{text} (>= {target:g})[/red]"
 
 
-def time_on_one_thread(case: Case) -> float:
-    before = os.environ.get("VKM_NUM_THREADS")
-    os.environ["VKM_NUM_THREADS"] = "1"
-    try:
-        return best_time(case.ours, least=3)
-    finally:
-        del os.environ["VKM_NUM_THREADS"]
-        if before is not None:
-            os.environ["VKM_NUM_THREADS"] = before
-
-
 def measure(case: Case) -> dict[str, object]:
     case.ours()  # page in code and data
     ours = best_time(case.ours, least=3)
-    one_thread = time_on_one_thread(case) if case.threads else None
     plain = best_time(case.plain) if case.plain else None
     numpy = best_time(case.numpy) if case.numpy else None
     return {
         "name": case.name,
         "size": case.size,
         "ours_s": ours,
-        "one_thread_s": one_thread,
         "throughput": case.work / ours if case.work else None,
         "numpy_s": numpy,
         "plain_s": plain,
@@ -78,9 +64,8 @@ def measure(case: Case) -> dict[str, object]:
 @click.option("--markdown", "markdown_file", type=click.Path(dir_okay=False), help="Write the table to this file too.")
 def main(words: tuple[str, ...], json_file: str | None, markdown_file: str | None) -> None:
     """Time the kernels against NumPy and the plain scalar loop."""
-    table = Table(title="VKMcore kernels: best of several runs")
-    headings = ("kernel", "size", "ours", "one thread", "G/s", "NumPy", "plain loop", "NumPy/ours", "plain/ours", "")
-    for heading in headings:
+    table = Table(title="VKMcore kernels: best of several runs, one core")
+    for heading in ("kernel", "size", "ours", "G/s", "NumPy", "plain loop", "NumPy/ours", "plain/ours", ""):
         table.add_column(heading, justify="left" if heading in ("kernel", "size", "") else "right")
     results = []
     console = Console(stderr=True)
@@ -102,7 +87,6 @@ def main(words: tuple[str, ...], json_file: str | None, markdown_file: str | Non
                 case.name,
                 case.size,
                 seconds,
-                show_seconds(result["one_thread_s"]),
                 f"{rate / 1e9:.2f}" if rate else "-",
                 show_seconds(result["numpy_s"]),
                 show_seconds(result["plain_s"]),

@@ -1,4 +1,4 @@
-"""Facts about the built extension: version, compiler, vector width, threads.
+"""Facts about the built extension: version, compiler, vector width.
 
 The extension exports them as C symbols and not as attributes: its Python names are those of the numerical library.
 """
@@ -18,7 +18,6 @@ class BuildInfo:
     version: str
     compiler: str
     vector_bits: int  # width of the vectors that the kernels use on this machine
-    threads: int  # threads that the pair kernels may use: VKM_NUM_THREADS, else the processors of this process
     path: str  # file of the extension
 
 
@@ -28,11 +27,9 @@ def build_info() -> BuildInfo:
     library.vkm_version.restype = ctypes.c_char_p
     library.vkm_compiler.restype = ctypes.c_char_p
     library.vkm_vector_bits.restype = ctypes.c_int
-    library.vkm_threads.restype = ctypes.c_int
     return BuildInfo(
         version=library.vkm_version().decode(),
         compiler=library.vkm_compiler().decode(),
         vector_bits=library.vkm_vector_bits(),
-        threads=library.vkm_threads(),
         path=_native.__file__,
     )

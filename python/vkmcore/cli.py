@@ -392,7 +392,7 @@ def compare(a: str, b: str, samples: int, skip: int, as_json: bool) -> None:
 @cli.command()
 @click.option("--json", "as_json", is_flag=True, help="A JSON object.")
 def info(as_json: bool) -> None:
-    """Version, interpreter, compiler, vector width and threads in use."""
+    """Version, interpreter, compiler and vector width in use."""
     import platform
 
     from vkmcore.build import build_info
@@ -405,7 +405,6 @@ def info(as_json: bool) -> None:
         "matplotlib": installed("matplotlib"),
         "compiler": build.compiler,
         "vector_bits": build.vector_bits,
-        "threads": build.threads,
         "machine": platform.machine(),
         "extension": build.path,
     }

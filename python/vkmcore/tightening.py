@@ -9,12 +9,12 @@ from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
 import numpy as np
+from _native import _watched_tighten
 
 from vkmcore import (
     ContactStressMap,
     ResolvedTubeGeometry,
     ResolvedTubeMetrics,
-    ResolvedTubeTightener,
     TighteningOptions,
     TighteningStepRecord,
 )
@@ -158,7 +158,7 @@ class Tightening:
                     raise EndOfRun("little_gain")
 
         try:
-            result = ResolvedTubeTightener._watched_tighten(self.scaled.tolist(), options, see)
+            result = _watched_tighten(self.scaled.tolist(), options, see)
         except EndOfRun as end:
             self.reason = str(end)
         else:

@@ -22,9 +22,7 @@ double ActionPhaseAPI::gamma_from_mass_shell(double p, double E0, double c) {
   return mass_shell_hamiltonian(p, E0, c) / E0;
 }
 
-double ActionPhaseAPI::proper_time_rate(double p, double E0, double c) {
-  return E0 / mass_shell_hamiltonian(p, E0, c);
-}
+double ActionPhaseAPI::proper_time_rate(double p, double E0, double c) { return E0 / mass_shell_hamiltonian(p, E0, c); }
 
 double ActionPhaseAPI::internal_phase_rate_at_fixed_momentum(double p, double E0, double c, double Omega0) {
   return std::isfinite(Omega0) ? (E0 * Omega0) / mass_shell_hamiltonian(p, E0, c) : quiet_nan;

@@ -9,8 +9,8 @@
 namespace vkm {
 
 struct ActionPhaseResiduals {
-  double hamiltonian_consistency = 0.0;   ///< of H^2 and E0^2 + (c p)^2
-  double velocity_consistency = 0.0;      ///< this and the next four compare a formula with its second writing
+  double hamiltonian_consistency = 0.0;  ///< of H^2 and E0^2 + (c p)^2
+  double velocity_consistency = 0.0;     ///< this and the next four compare a formula with its second writing
   double gamma_consistency = 0.0;
   double proper_time_consistency = 0.0;
   double phase_rate_consistency = 0.0;

@@ -5,7 +5,7 @@ namespace vkm {
 
 void bind_action_phase(py::module_& m) {
   using R = ActionPhaseResiduals;
-  py::class_<R>(m, "ActionPhaseResiduals", "Consistency of the mass-shell formulas at one momentum.")
+  bound_class<R>(m, "ActionPhaseResiduals", "Consistency of the mass-shell formulas at one momentum.")
       .def_readonly("hamiltonian_consistency", &R::hamiltonian_consistency,
                     "|H^2 - (E0^2 + (c p)^2)| relative to max(1, H^2).")
       .def_readonly("velocity_consistency", &R::velocity_consistency, "Tripwire of the velocity's formula.")
@@ -19,9 +19,9 @@ void bind_action_phase(py::module_& m) {
 
   using API = ActionPhaseAPI;
   const py::arg p("p"), E0("E0"), c("c"), Omega0("Omega0"), dE0_dq("dE0_dq");
-  py::class_<API>(m, "ActionPhaseAPI",
-                  "The mass shell H = sqrt((p c)^2 + E0^2) and the internal phase on it, in any consistent units.\n"
-                  "Nothing here raises: results are NaN unless p, E0 and c are finite and E0 and c positive.")
+  bound_class<API>(m, "ActionPhaseAPI",
+                   "The mass shell H = sqrt((p c)^2 + E0^2) and the internal phase on it, in any consistent units.\n"
+                   "Nothing here raises: results are NaN unless p, E0 and c are finite and E0 and c positive.")
       .def_static("mass_shell_hamiltonian", &API::mass_shell_hamiltonian, p, E0, c, "H, by hypot.")
       .def_static("velocity_from_mass_shell", &API::velocity_from_mass_shell, p, E0, c, "dH/dp = p c^2 / H.")
       .def_static("gamma_from_mass_shell", &API::gamma_from_mass_shell, p, E0, c, "H / E0.")

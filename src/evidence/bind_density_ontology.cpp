@@ -17,16 +17,16 @@ void bind_density_ontology(py::module_& m) {
              "1/2 rho_f |omega|^2, which lacks a length^2.")
       .value("Unknown", EnergyDensityForm::Unknown);
 
-  py::class_<DimensionalCheckResult>(m, "DimensionalCheckResult", "Whether a formula has the right dimension.")
+  bound_class<DimensionalCheckResult>(m, "DimensionalCheckResult", "Whether a formula has the right dimension.")
       .def_readonly("allowed", &DimensionalCheckResult::allowed, "It has.")
       .def_readonly("reason", &DimensionalCheckResult::reason, "Why, or why not.");
 
   using API = DensityOntologyAPI;
-  py::class_<API>(m, "DensityOntologyAPI", "Density symbols and the energy densities on them. Nothing here raises.")
+  bound_class<API>(m, "DensityOntologyAPI", "Density symbols and the energy densities on them. Nothing here raises.")
       .def_static("symbol_name", &API::symbol_name, "Symbol of a DensitySymbol; \"unknown\" for other values.")
       .def_static("symbol_unit", &API::symbol_unit, "Unit of a DensitySymbol; empty for other values.")
-      .def_static("rho_sub_differs_from_rho_f", &API::rho_sub_differs_from_rho_f, py::arg("rho_sub"),
-                  py::arg("rho_f"), py::arg("abs_tol") = 0.0,
+      .def_static("rho_sub_differs_from_rho_f", &API::rho_sub_differs_from_rho_f, py::arg("rho_sub"), py::arg("rho_f"),
+                  py::arg("abs_tol") = 0.0,
                   "Whether two densities are more than abs_tol apart; True if one is not finite.")
       .def_static("j_omega_differs_from_mu_l", &API::j_omega_differs_from_mu_l, py::arg("j_omega"), py::arg("mu_l"),
                   py::arg("abs_tol") = 0.0,

@@ -14,7 +14,7 @@ void bind_evidence_report(py::module_& m) {
       .value("OpenResearchGate", CheckKind::OpenResearchGate, "Undecided; what an unclassified check is.")
       .value("SyntheticDiagnostic", CheckKind::SyntheticDiagnostic, "Made-up input, to exercise the code.");
 
-  py::class_<CheckResult>(m, "CheckResult", "The outcome of one check, and what it may support.")
+  bound_class<CheckResult>(m, "CheckResult", "The outcome of one check, and what it may support.")
       .def(py::init<>())
       .def_readwrite("name", &CheckResult::name, "Name of the check.")
       .def_readwrite("passed", &CheckResult::passed, "The check holds.")
@@ -26,7 +26,7 @@ void bind_evidence_report(py::module_& m) {
       .def_readwrite("message", &CheckResult::message, "Any text.");
 
   using Meta = EvidenceReportMeta;
-  py::class_<Meta>(m, "EvidenceReportMeta", "Where a report was made; all texts, all empty at first.")
+  bound_class<Meta>(m, "EvidenceReportMeta", "Where a report was made; all texts, all empty at first.")
       .def(py::init<>())
       .def_readwrite("vkmcore_version", &Meta::vkmcore_version, "Library version; its own is written where empty.")
       .def_readwrite("canon_version", &Meta::canon_version, "Version of the canon; the library's where empty.")
@@ -36,7 +36,7 @@ void bind_evidence_report(py::module_& m) {
       .def_readwrite("platform", &Meta::platform, "Machine and operating system.");
 
   using Checks = std::vector<CheckResult>;
-  py::class_<EvidenceReportAPI>(m, "EvidenceReportAPI", "Evidence reports as JSON documents, schema version 1.0.")
+  bound_class<EvidenceReportAPI>(m, "EvidenceReportAPI", "Evidence reports as JSON documents, schema version 1.0.")
       .def_static(
           "build_report_json",
           [](const Meta& meta, const Checks& checks) { return EvidenceReportAPI::build_report_json(meta, checks); },

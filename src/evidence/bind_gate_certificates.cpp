@@ -8,7 +8,7 @@ namespace vkm {
 void bind_gate_certificates(py::module_& m) {
   using Points = std::vector<Vec3>;
   using P = PolygonalSmoothCertificate;
-  py::class_<P>(m, "PolygonalSmoothCertificate", "A polygon compared with samples of its smooth curve.")
+  bound_class<P>(m, "PolygonalSmoothCertificate", "A polygon compared with samples of its smooth curve.")
       .def_readonly("status", &P::status, "CertificateStatus; never Pass.")
       .def_readonly("hausdorff_bound", &P::hausdorff_bound, "Larger directed distance, in the points' unit.")
       .def_readonly("tangent_error", &P::tangent_error,
@@ -18,8 +18,8 @@ void bind_gate_certificates(py::module_& m) {
       .def_readonly("polygon_hash", &P::polygon_hash, "fingerprint_points of the polygon, in every outcome.")
       .def_readonly("smooth_hash", &P::smooth_hash, "fingerprint_points of the samples, in every outcome.");
 
-  py::class_<PolygonalSmoothCertificateAPI>(m, "PolygonalSmoothCertificateAPI",
-                                            "Comparison of a closed polygon with samples of its smooth curve.")
+  bound_class<PolygonalSmoothCertificateAPI>(m, "PolygonalSmoothCertificateAPI",
+                                             "Comparison of a closed polygon with samples of its smooth curve.")
       .def_static(
           "evaluate",
           [](const Points& polygon_pts, const Points& smooth_pts, double tube_radius, double hausdorff_tol,
@@ -37,7 +37,7 @@ void bind_gate_certificates(py::module_& m) {
           "GeometryCertificateAPI.sha256_hex_of_points under another name.");
 
   using B = BiotSavartGateResult;
-  py::class_<B>(m, "BiotSavartGateResult", "Whether a regularised Biot-Savart observable agrees with its limit.")
+  bound_class<B>(m, "BiotSavartGateResult", "Whether a regularised Biot-Savart observable agrees with its limit.")
       .def_readonly("status", &B::status, "CertificateStatus.")
       .def_readonly("observable", &B::observable, "Observable as given.")
       .def_readonly("estimated_limit", &B::estimated_limit, "Limit as given, or 1 / (4 pi).")
@@ -46,15 +46,15 @@ void bind_gate_certificates(py::module_& m) {
       .def_readonly("sample_count", &B::sample_count, "Samples as given.")
       .def_readonly("regularization_id", &B::regularization_id, "Regularisation as given.");
 
-  py::class_<BiotSavartGateAPI>(m, "BiotSavartGateAPI", "Gate on the limit of a Biot-Savart observable.")
-      .def_static("evaluate", &BiotSavartGateAPI::evaluate, py::arg("observable"), py::arg("estimated_limit"),
-                  py::arg("boundary_margin"), py::arg("min_boundary_margin"), py::arg("sample_count"),
-                  py::arg("regularization_id"), py::arg("residual_tol") = 0.001,
-                  py::arg("use_four_pi_identity") = true,
-                  "BiotSavartGateResult. The residual is |4 pi observable - 1| with use_four_pi_identity, whatever limit\n"
-                  "is given, else relative to max(|estimated_limit|, 1e-30). Fail: boundary_margin is below its minimum or\n"
-                  "the residual above residual_tol. Indeterminate: no id, no samples, a negative tolerance or minimum, or\n"
-                  "a number that is not finite. Bad numbers do not raise.");
+  bound_class<BiotSavartGateAPI>(m, "BiotSavartGateAPI", "Gate on the limit of a Biot-Savart observable.")
+      .def_static(
+          "evaluate", &BiotSavartGateAPI::evaluate, py::arg("observable"), py::arg("estimated_limit"),
+          py::arg("boundary_margin"), py::arg("min_boundary_margin"), py::arg("sample_count"),
+          py::arg("regularization_id"), py::arg("residual_tol") = 0.001, py::arg("use_four_pi_identity") = true,
+          "BiotSavartGateResult. The residual is |4 pi observable - 1| with use_four_pi_identity, whatever limit\n"
+          "is given, else relative to max(|estimated_limit|, 1e-30). Fail: boundary_margin is below its minimum or\n"
+          "the residual above residual_tol. Indeterminate: no id, no samples, a negative tolerance or minimum, or\n"
+          "a number that is not finite. Bad numbers do not raise.");
 }
 
 }  // namespace vkm

@@ -11,7 +11,7 @@ using Series = std::vector<double>;
 
 void bind_results(py::module_& m) {
   using G = GeometryCertificate;
-  py::class_<G>(m, "GeometryCertificate", "Whether a tube fits around a closed polygon; lengths in the points' unit.")
+  bound_class<G>(m, "GeometryCertificate", "Whether a tube fits around a closed polygon; lengths in the points' unit.")
       .def_readonly("status", &G::status, "CertificateStatus.")
       .def_readonly("minimum_separation", &G::minimum_separation, "Least distance of edges that are not neighbours.")
       .def_readonly("minimum_radius_of_curvature", &G::minimum_radius_of_curvature, "Least vertex radius.")
@@ -22,7 +22,7 @@ void bind_results(py::module_& m) {
       .def_readonly("geometry_hash", &G::geometry_hash, "sha256_hex_of_points of the points, in every outcome.");
 
   using S = ContactSaturationResult;
-  py::class_<S>(m, "ContactSaturationResult", "Whether contact pressures stay at or below saturation.")
+  bound_class<S>(m, "ContactSaturationResult", "Whether contact pressures stay at or below saturation.")
       .def_readonly("status", &S::status, "CertificateStatus.")
       .def_readonly("peak_contact_pressure", &S::peak_contact_pressure, "Largest pressure.")
       .def_readonly("saturation_pressure", &S::saturation_pressure, "Saturation pressure as given.")
@@ -30,7 +30,7 @@ void bind_results(py::module_& m) {
       .def_readonly("active_contact_count", &S::active_contact_count, "Number of pressures above the floor.");
 
   using C = ChronosFirstHittingResult;
-  py::class_<C>(m, "ChronosFirstHittingResult", "When an observable first reaches a threshold from below.")
+  bound_class<C>(m, "ChronosFirstHittingResult", "When an observable first reaches a threshold from below.")
       .def_readonly("status", &C::status, "CertificateStatus.")
       .def_readonly("first_hitting_time", &C::first_hitting_time, "Interpolated time; +infinity if never.")
       .def_readonly("event_index", &C::event_index,
@@ -38,7 +38,7 @@ void bind_results(py::module_& m) {
       .def_readonly("threshold", &C::threshold, "Threshold as given.");
 
   using R = Rank9ChannelDiagnostics;
-  py::class_<R> rank9(m, "Rank9ChannelDiagnostics", "Whether nine channels are independent.");
+  auto rank9 = bound_class<R>(m, "Rank9ChannelDiagnostics", "Whether nine channels are independent.");
   rank9.def_readonly("status", &R::status, "CertificateStatus.")
       .def_readonly("numerical_rank", &R::numerical_rank, "Number of singular values that count.");
   def_list_readonly(rank9, "singular_values", &R::singular_values, "The nine values as given.");
@@ -57,9 +57,9 @@ void bind_geometry_certificate(py::module_& m) {
   bind_results(m);
 
   using API = GeometryCertificateAPI;
-  py::class_<API>(m, "GeometryCertificateAPI",
-                  "Certificates of geometries, pressures, time series and singular values. Bad numbers do not raise:\n"
-                  "the status is Indeterminate then.")
+  bound_class<API>(m, "GeometryCertificateAPI",
+                   "Certificates of geometries, pressures, time series and singular values. Bad numbers do not raise:\n"
+                   "the status is Indeterminate then.")
       .def_static(
           "evaluate_tube_geometry",
           [](const Points& pts, double tube_radius, double separation_tol, double curvature_tol) {
@@ -91,11 +91,12 @@ void bind_geometry_certificate(py::module_& m) {
           "times[0] if the observable starts at or above the threshold; Fail with +infinity if it never crosses.\n"
           "Indeterminate: fewer than two samples, lists of different lengths, decreasing times, or a number that is\n"
           "not finite.")
-      .def_static("rank9_from_singular_values", &API::rank9_from_singular_values, py::arg("singular_values"),
-                  py::arg("tau_rank") = 1e-12, py::arg("max_conditioning") = 1e12,
-                  "Rank9ChannelDiagnostics of nine singular values: those above tau_rank times the largest count. Pass:\n"
-                  "rank nine, conditioned no worse than max_conditioning; Indeterminate if worse, for a value that is\n"
-                  "negative or not finite, and for limits that are not positive; Fail for a lower rank.")
+      .def_static(
+          "rank9_from_singular_values", &API::rank9_from_singular_values, py::arg("singular_values"),
+          py::arg("tau_rank") = 1e-12, py::arg("max_conditioning") = 1e12,
+          "Rank9ChannelDiagnostics of nine singular values: those above tau_rank times the largest count. Pass:\n"
+          "rank nine, conditioned no worse than max_conditioning; Indeterminate if worse, for a value that is\n"
+          "negative or not finite, and for limits that are not positive; Fail for a lower rank.")
       .def_static(
           "sha256_hex_of_points", [](const Points& pts) { return sha256_hex_of_points(pts); }, py::arg("pts"),
           "SHA-256 of the points' coordinates as little-endian doubles, 24 bytes a point: of the stored numbers, so\n"

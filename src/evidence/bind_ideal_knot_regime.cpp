@@ -10,7 +10,7 @@ void bind_ideal_knot_regime(py::module_& m) {
       .value("Indeterminate", KnotRegime::Indeterminate, "Cannot be judged.");
 
   using R = IdealKnotRegimeResult;
-  py::class_<R>(m, "IdealKnotRegimeResult", "The regime of a knot's tube.")
+  bound_class<R>(m, "IdealKnotRegimeResult", "The regime of a knot's tube.")
       .def_readonly("epsilon_kappa", &R::epsilon_kappa, "a_core kappa_max.")
       .def_readonly("epsilon_sep", &R::epsilon_sep, "a_core / d_sep.")
       .def_readonly("regime", &R::regime, "KnotRegime.")
@@ -20,11 +20,10 @@ void bind_ideal_knot_regime(py::module_& m) {
       .def_readonly("message", &R::message, "The verdict in words.");
 
   using API = IdealKnotRegimeAPI;
-  py::class_<API>(m, "IdealKnotRegimeAPI", "Compact or slender tubes of knots. Nothing here raises.")
+  bound_class<API>(m, "IdealKnotRegimeAPI", "Compact or slender tubes of knots. Nothing here raises.")
       .def_static("epsilon_kappa", &API::epsilon_kappa,
                   "Of (a_core, kappa_max): their product; NaN unless a_core > 0 and kappa_max >= 0.")
-      .def_static("epsilon_sep", &API::epsilon_sep,
-                  "Of (a_core, d_sep): a_core / d_sep; NaN unless both are positive.")
+      .def_static("epsilon_sep", &API::epsilon_sep, "Of (a_core, d_sep): a_core / d_sep; NaN unless both are positive.")
       .def_static("classify_regime", &API::classify_regime, py::arg("eps_kappa"), py::arg("eps_sep"),
                   py::arg("order_one") = 0.3,
                   "KnotRegime: Compact if either number is at least order_one, Slender if both are below,\n"

@@ -17,7 +17,7 @@ void bind_kam_diagnostics(py::module_& m) {
       .value("KAM5", KAMStage::KAM5, "A name only.");
 
   using R = KAMStage1Result;
-  auto result = py::class_<R>(m, "KAMStage1Result", "Twist condition and low-order resonances of a frequency vector.");
+  auto result = bound_class<R>(m, "KAMStage1Result", "Twist condition and low-order resonances of a frequency vector.");
   result.def_readonly("sector", &R::sector, "KAMSector as given.")
       .def_readonly("achieved_stage", &R::achieved_stage, "KAM1 with status Pass, else KAM0.");
   def_list_readonly(result, "frequencies", &R::frequencies, "As given.");
@@ -28,7 +28,7 @@ void bind_kam_diagnostics(py::module_& m) {
       .def_readonly("status", &R::status, "CertificateStatus.");
 
   using API = KAMDiagnosticsAPI;
-  py::class_<API>(m, "KAMDiagnosticsAPI", "The first stage of a KAM analysis. No number raises.")
+  bound_class<API>(m, "KAMDiagnosticsAPI", "The first stage of a KAM analysis. No number raises.")
       .def_static("sector_name", &API::sector_name, "\"S\", and \"T\" for all other values.")
       .def_static("stage_name", &API::stage_name, "\"KAM-1\" to \"KAM-5\", and \"KAM-0\" for all other values.")
       .def_static(

@@ -5,7 +5,7 @@ namespace vkm {
 
 void bind_maxwell_kinetic(py::module_& m) {
   using R = MaxwellKineticResult;
-  py::class_<R>(m, "MaxwellKineticResult", "Whether a kinetic relaxation channel is active.")
+  bound_class<R>(m, "MaxwellKineticResult", "Whether a kinetic relaxation channel is active.")
       .def_readonly("coupling_nonzero", &R::coupling_nonzero, "Coupling is not 0; NaN counts as not 0.")
       .def_readonly("drive_above_gap", &R::drive_above_gap, "Drive >= gap.")
       .def_readonly("lifetime_observable", &R::lifetime_observable, "Lifetime >= its threshold.")
@@ -14,7 +14,7 @@ void bind_maxwell_kinetic(py::module_& m) {
       .def_readonly("message", &R::message, "The verdict in words.");
 
   using API = MaxwellKineticAPI;
-  py::class_<API>(m, "MaxwellKineticAPI", "Activation of a kinetic relaxation channel. Nothing here raises.")
+  bound_class<API>(m, "MaxwellKineticAPI", "Activation of a kinetic relaxation channel. Nothing here raises.")
       .def_static("three_gate_condition", &API::three_gate_condition,
                   "Of (coupling, drive, gap, lifetime threshold, lifetime): all finite, the coupling not 0, drive >=\n"
                   "gap and lifetime >= threshold.")

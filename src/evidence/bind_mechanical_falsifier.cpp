@@ -5,14 +5,14 @@ namespace vkm {
 
 void bind_mechanical_falsifier(py::module_& m) {
   using R = MechanicalFalsifierResult;
-  py::class_<R>(m, "MechanicalFalsifierResult", "Outcome of a blind mechanical test.")
+  bound_class<R>(m, "MechanicalFalsifierResult", "Outcome of a blind mechanical test.")
       .def_readonly("delta_p_omega", &R::delta_p_omega, "Difference of the pressures.")
       .def_readonly("C_blind", &R::C_blind, "delta_p_omega / (L K^2).")
       .def_readonly("scaling_ok", &R::scaling_ok, "Whether C_blind is finite.")
       .def_readonly("message", &R::message, "The verdict in words.");
 
   using API = MechanicalFalsifierAPI;
-  py::class_<API>(m, "MechanicalFalsifierAPI", "A blind mechanical test. Nothing here raises.")
+  bound_class<API>(m, "MechanicalFalsifierAPI", "A blind mechanical test. Nothing here raises.")
       .def_static("delta_p_omega", &API::delta_p_omega, "First minus second pressure; NaN unless both are finite.")
       .def_static("C_blind", &API::C_blind,
                   "Of (delta, L, K): delta / (L K^2); NaN unless L > 0, K > 0 and delta is finite.")

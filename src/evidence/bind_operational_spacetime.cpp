@@ -5,7 +5,7 @@ namespace vkm {
 
 void bind_operational_spacetime(py::module_& m) {
   using R = RadarInterval;
-  py::class_<R>(m, "RadarInterval", "Radar time and distance of an event.")
+  bound_class<R>(m, "RadarInterval", "Radar time and distance of an event.")
       .def_readonly("emission_time", &R::emission_time, "As given.")
       .def_readonly("reception_time", &R::reception_time, "As given.")
       .def_readonly("radar_time", &R::radar_time, "Mean of the two times; NaN unless causal.")
@@ -13,14 +13,14 @@ void bind_operational_spacetime(py::module_& m) {
       .def_readonly("causal", &R::causal, "Whether the signal comes back no earlier than it left.");
 
   using L = LorentzMapResult;
-  auto map = py::class_<L>(m, "LorentzMapResult", "An event as a moving observer sees it.");
+  auto map = bound_class<L>(m, "LorentzMapResult", "An event as a moving observer sees it.");
   def_list_readonly(map, "transformed_event", &L::transformed_event, "[t, x, y, z].");
   map.def_readonly("gamma", &L::gamma, "Lorentz factor.")
       .def_readonly("invariant_residual", &L::invariant_residual, "Relative change of the interval to the origin.");
 
   using API = OperationalSpacetimeAPI;
-  py::class_<API>(m, "OperationalSpacetimeAPI",
-                  "Radar times and Lorentz boosts of events [t, x, y, z], in any consistent units. No number raises.")
+  bound_class<API>(m, "OperationalSpacetimeAPI",
+                   "Radar times and Lorentz boosts of events [t, x, y, z], in any consistent units. No number raises.")
       .def_static("radar_interval", &API::radar_interval, py::arg("emission_time"), py::arg("reception_time"),
                   py::arg("c") = 1.0,
                   "RadarInterval of the times at which a signal leaves and comes back. Not causal, with NaN results,\n"

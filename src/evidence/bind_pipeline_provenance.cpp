@@ -18,8 +18,9 @@ void bind_pipeline_provenance(py::module_& m) {
       .value("Certified", Status::Certified, "An unbroken chain from the first tool to the library.");
 
   using R = ProvenanceRecord;
-  py::class_<R>(m, "ProvenanceRecord",
-                "One step of a chain of custody. Hashes are SHA-256 as 64 hexadecimal digits; texts are empty at first.")
+  bound_class<R>(
+      m, "ProvenanceRecord",
+      "One step of a chain of custody. Hashes are SHA-256 as 64 hexadecimal digits; texts are empty at first.")
       .def(py::init<>())
       .def_readwrite("stage", &R::stage, "PipelineStage of the tool.")
       .def_readwrite("certification", &R::certification, "PipelineCertificationStatus that the tool itself claims.")
@@ -36,16 +37,17 @@ void bind_pipeline_provenance(py::module_& m) {
                      "Such as 2024-01-01T00:00:00Z; fractions of a second are allowed.");
 
   using API = PipelineProvenanceAPI;
-  py::class_<API>(m, "PipelineProvenanceAPI", "Fingerprints and verdicts of chains of custody. Nothing here raises.")
+  bound_class<API>(m, "PipelineProvenanceAPI", "Fingerprints and verdicts of chains of custody. Nothing here raises.")
       .def_static("stage_name", &API::stage_name, "Name of a PipelineStage; \"Unknown\" for other values.")
       .def_static("certification_name", &API::certification_name,
                   "Name of a PipelineCertificationStatus; \"Unknown\" for other values.")
       .def_static(
           "fingerprint_hex", [](const std::string& text) { return API::fingerprint_hex(text); },
           "SHA-256 (FIPS 180-4) of the UTF-8 bytes of a text, as 64 lower-case hexadecimal digits.")
-      .def_static("record_fingerprint", &API::record_fingerprint,
-                  "SHA-256 of the eleven fields of a record in their order, stage and certification by name, joined by\n"
-                  "\"|\" without escaping.")
+      .def_static(
+          "record_fingerprint", &API::record_fingerprint,
+          "SHA-256 of the eleven fields of a record in their order, stage and certification by name, joined by\n"
+          "\"|\" without escaping.")
       .def_static(
           "evaluate_chain", [](const std::vector<R>& records) { return API::evaluate_chain(records); },
           "PipelineCertificationStatus of a list of records. Unknown: it is empty or a record is incomplete.\n"

@@ -5,7 +5,7 @@ namespace vkm {
 
 void bind_qss_spectroscopy(py::module_& m) {
   using R = QSSSpectrumResult;
-  auto spectrum = py::class_<R>(m, "QSSSpectrumResult", "Eigenvalues of a 2 x 2 matrix.");
+  auto spectrum = bound_class<R>(m, "QSSSpectrumResult", "Eigenvalues of a 2 x 2 matrix.");
   def_list_readonly(spectrum, "eigenvalues", &R::eigenvalues, "Two complex numbers, or none for bad input.");
   spectrum
       .def_readonly("eigen_residual", &R::eigen_residual, "Larger modulus of the characteristic polynomial at them.")
@@ -16,20 +16,20 @@ void bind_qss_spectroscopy(py::module_& m) {
                     "\"SYNTHETIC_DIAGNOSTIC\", or \"OPEN_RESEARCH_GATE\" for bad input.");
 
   using S = QSSPseudospectrumSample;
-  py::class_<S>(m, "QSSPseudospectrumSample", "A resolvent norm at one point of the complex plane.")
+  bound_class<S>(m, "QSSPseudospectrumSample", "A resolvent norm at one point of the complex plane.")
       .def_readonly("real_z", &S::real_z, "Real part.")
       .def_readonly("imag_z", &S::imag_z, "Imaginary part.")
       .def_readonly("resolvent_norm", &S::resolvent_norm, "Inverse distance to the nearer eigenvalue; at most 1e30.");
 
   using P = QSSPseudospectrumResult;
-  auto pseudospectrum = py::class_<P>(m, "QSSPseudospectrumResult", "Resolvent norms on a grid.");
+  auto pseudospectrum = bound_class<P>(m, "QSSPseudospectrumResult", "Resolvent norms on a grid.");
   def_list_readonly(pseudospectrum, "samples", &P::samples, "QSSPseudospectrumSample, imaginary part fastest.");
   pseudospectrum.def_readonly("max_resolvent_norm", &P::max_resolvent_norm, "Largest norm; NaN for bad input.")
       .def_readonly("epistemic_status", &P::epistemic_status,
                     "\"SYNTHETIC_DIAGNOSTIC\", or \"OPEN_RESEARCH_GATE\" for bad input.");
 
   using API = QSSSpectroscopyAPI;
-  py::class_<API>(m, "QSSSpectroscopyAPI", "Diagnostics on made-up 2 x 2 operators. Bad numbers do not raise.")
+  bound_class<API>(m, "QSSSpectroscopyAPI", "Diagnostics on made-up 2 x 2 operators. Bad numbers do not raise.")
       .def_static("eigen_2x2", &API::eigen_2x2, py::arg("matrix_row_major"),
                   "QSSSpectrumResult of four floats, row by row: of real eigenvalues the larger comes first, of\n"
                   "complex ones that with positive imaginary part. A list of another length gives NaN and no\n"

@@ -10,14 +10,14 @@ void bind_rotor_participation(py::module_& m) {
       .value("Unknown", WaveModeClass::Unknown, "Neither, or both.");
 
   using R = RotorParticipationResult;
-  py::class_<R>(m, "RotorParticipationResult", "How much of a medium takes part in a core's rotation.")
+  bound_class<R>(m, "RotorParticipationResult", "How much of a medium takes part in a core's rotation.")
       .def_readonly("j_omega_rot", &R::j_omega_rot, "pi r_c^2 rho_horn, kg/m.")
       .def_readonly("phi_dyn_ref", &R::phi_dyn_ref, "rho_ref / (pi rho_horn).")
       .def_readonly("ell_rho_eq_ref", &R::ell_rho_eq_ref, "sqrt(j_omega_rot / rho_ref), m.")
       .def_readonly("c_omega", &R::c_omega, "v_swirl as given, m/s.");
 
   using API = RotorParticipationAPI;
-  py::class_<API>(m, "RotorParticipationAPI", "Participation of a medium in a core's rotation. Nothing here raises.")
+  bound_class<API>(m, "RotorParticipationAPI", "Participation of a medium in a core's rotation. Nothing here raises.")
       .def_static("j_omega_rot", &API::j_omega_rot, "Of (r, rho): pi r^2 rho; NaN unless both are positive.")
       .def_static("phi_dyn_ref", &API::phi_dyn_ref,
                   "Of (rho_ref, rho_horn): rho_ref / (pi rho_horn); NaN unless both are positive.")

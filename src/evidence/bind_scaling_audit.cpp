@@ -17,14 +17,14 @@ void bind_scaling_audit(py::module_& m) {
       .value("X", ScalingClass::X, "Unclassified: nothing may be inferred.");
 
   using P = PrimitiveSetMembership;
-  py::class_<P>(m, "PrimitiveSetMembership", "The sets that a symbol belongs to.")
+  bound_class<P>(m, "PrimitiveSetMembership", "The sets that a symbol belongs to.")
       .def_readonly("in_p_cal", &P::in_p_cal, "Calibrated.")
       .def_readonly("in_p_open", &P::in_p_open, "Open.")
       .def_readonly("in_p_ref", &P::in_p_ref, "A reference value.")
       .def_readonly("legacy_reference", &P::legacy_reference, "A reference that is kept for old inputs only.");
 
   using API = ScalingAuditAPI;
-  py::class_<API>(m, "ScalingAuditAPI", "What a rescale of the density may change. Nothing here raises.")
+  bound_class<API>(m, "ScalingAuditAPI", "What a rescale of the density may change. Nothing here raises.")
       .def_static("scaling_class_name", &API::scaling_class_name, "Letter of a ScalingClass; \"?\" for other values.")
       .def_static("primitive_set_name", &API::primitive_set_name,
                   "\"P_cal\", \"P_open\" or \"P_ref\"; \"?\" for other values.")

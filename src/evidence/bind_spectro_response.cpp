@@ -5,7 +5,7 @@ namespace vkm {
 
 void bind_spectro_response(py::module_& m) {
   using R = SpectroResponseResult;
-  py::class_<R>(m, "SpectroResponseResult", "A transition and its linear response.")
+  bound_class<R>(m, "SpectroResponseResult", "A transition and its linear response.")
       .def_readonly("delta_E", &R::delta_E, "Transition energy, J.")
       .def_readonly("nu", &R::nu, "delta_E / h, Hz.")
       .def_readonly("delta_nu", &R::delta_nu, "Linear response, Hz.")
@@ -14,7 +14,7 @@ void bind_spectro_response(py::module_& m) {
       .def_readonly("message", &R::message, "The verdict in words.");
 
   using API = SpectroResponseAPI;
-  py::class_<API>(m, "SpectroResponseAPI", "Transition energies and line shifts. No number raises.")
+  bound_class<API>(m, "SpectroResponseAPI", "Transition energies and line shifts. No number raises.")
       .def_static("configuration_transition_energy", &API::configuration_transition_energy,
                   "First minus second energy, J; NaN unless both are finite.")
       .def_static("transition_frequency", &API::transition_frequency,

@@ -5,7 +5,7 @@ namespace vkm {
 
 void bind_swirl_tonic(py::module_& m) {
   using R = SwirlTonicResult;
-  py::class_<R>(m, "SwirlTonicResult", "Circulation and material holonomy of a sampled loop.")
+  bound_class<R>(m, "SwirlTonicResult", "Circulation and material holonomy of a sampled loop.")
       .def_readonly("circulation", &R::circulation, "Sum of u . dl.")
       .def_readonly("holonomy", &R::holonomy, "Circulation over scale.")
       .def_readonly("material_not_a_eff", &R::material_not_a_eff, "Whether no identification with A_eff is claimed.")
@@ -13,7 +13,7 @@ void bind_swirl_tonic(py::module_& m) {
       .def_readonly("message", &R::message, "The verdict in words.");
 
   using API = SwirlTonicAPI;
-  py::class_<API>(m, "SwirlTonicAPI", "Circulation of a sampled loop. No number raises.")
+  bound_class<API>(m, "SwirlTonicAPI", "Circulation of a sampled loop. No number raises.")
       .def_static("stokes_circulation", &API::stokes_circulation,
                   "Of six lists (u_x, u_y, u_z, dl_x, dl_y, dl_z): the sum of u . dl. NaN for empty lists and for\n"
                   "lists of different lengths.")

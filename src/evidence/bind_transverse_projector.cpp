@@ -10,7 +10,7 @@ void bind_transverse_projector(py::module_& m) {
       .value("Custom", RopelengthConvention::Custom, "The caller's own.");
 
   using R = TransverseProjectorResult;
-  py::class_<R>(m, "TransverseProjectorResult", "Response of a knotted tube to a transverse field.")
+  bound_class<R>(m, "TransverseProjectorResult", "Response of a knotted tube to a transverse field.")
       .def_readonly("projector_sphere_integral", &R::projector_sphere_integral, "8 pi / 3.")
       .def_readonly("R0", &R::R0, "Leading response, 8 pi / 3 L/D.")
       .def_readonly("rop_rad", &R::rop_rad, "Ropelength by the radius, 2 L/D.")
@@ -22,7 +22,8 @@ void bind_transverse_projector(py::module_& m) {
       .def_readonly("message", &R::message, "The verdict in words.");
 
   using API = TransverseProjectorAPI;
-  py::class_<API>(m, "TransverseProjectorAPI", "Response of a knotted tube to a transverse field. Nothing here raises.")
+  bound_class<API>(m, "TransverseProjectorAPI",
+                   "Response of a knotted tube to a transverse field. Nothing here raises.")
       .def_static("high_res_ld", &API::high_res_ld, "L/D of the HighRes convention.")
       .def_static("halvard_ld", &API::halvard_ld, "L/D of the Halvard convention.")
       .def_static("projector_sphere_integral", &API::projector_sphere_integral, "8 pi / 3.")

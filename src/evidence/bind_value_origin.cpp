@@ -9,14 +9,14 @@ void bind_value_origin(py::module_& m) {
       .value("Recomputed", ValueOrigin::Recomputed, "From its formula.")
       .value("CalibratedInput", ValueOrigin::CalibratedInput, "Fitted; supports no prediction.");
 
-  py::class_<CanonicalValue>(m, "CanonicalValue", "A number with its origin.")
+  bound_class<CanonicalValue>(m, "CanonicalValue", "A number with its origin.")
       .def_readonly("name", &CanonicalValue::name, "Name.")
       .def_readonly("value", &CanonicalValue::value, "Value.")
       .def_readonly("origin", &CanonicalValue::origin, "ValueOrigin.")
       .def_readonly("significant_figures", &CanonicalValue::significant_figures, "Figures; -1 if not stated.");
 
   using S = SnapshotCompareResult;
-  py::class_<S>(m, "SnapshotCompareResult", "A value as it was written down, beside what its formula gives.")
+  bound_class<S>(m, "SnapshotCompareResult", "A value as it was written down, beside what its formula gives.")
       .def_readonly("snapshot", &S::snapshot, "Value as written down.")
       .def_readonly("recomputed", &S::recomputed, "Value of the formula.")
       .def_readonly("residual", &S::residual, "|recomputed - snapshot|.")
@@ -24,9 +24,8 @@ void bind_value_origin(py::module_& m) {
                     "The literal was not edited in one place only; no numerical test.");
 
   using API = ValueOriginAPI;
-  py::class_<API>(m, "ValueOriginAPI", "Origins of numbers, and guards on calibrated ones. Nothing here raises.")
-      .def_static("origin_name", &API::origin_name,
-                  "Name of a ValueOrigin; \"CanonicalSnapshot\" for other values.")
+  bound_class<API>(m, "ValueOriginAPI", "Origins of numbers, and guards on calibrated ones. Nothing here raises.")
+      .def_static("origin_name", &API::origin_name, "Name of a ValueOrigin; \"CanonicalSnapshot\" for other values.")
       .def_static("fmax_snapshot", &API::fmax_snapshot, "The maximal swirl force as written down, 29.053507 N.")
       .def_static("fmax_recompute_from_primitives", &API::fmax_recompute_from_primitives,
                   "The maximal swirl force of VKMCanonicalConstants.values(), N.")
@@ -48,9 +47,8 @@ void bind_value_origin(py::module_& m) {
                   "Whether rounding to two figures changes rho_f by no more than 1e-30 max(|rho_f|, 1).")
       .def_static("rho_eff_rescale_preserves_calibrated_primitives",
                   &API::rho_eff_rescale_preserves_calibrated_primitives, py::arg("v_swirl_before"),
-                  py::arg("omega_c_before"), py::arg("r_c_before"), py::arg("gamma_0_before"),
-                  py::arg("v_swirl_after"), py::arg("omega_c_after"), py::arg("r_c_after"), py::arg("gamma_0_after"),
-                  py::arg("rel_tol") = 0.0,
+                  py::arg("omega_c_before"), py::arg("r_c_before"), py::arg("gamma_0_before"), py::arg("v_swirl_after"),
+                  py::arg("omega_c_after"), py::arg("r_c_after"), py::arg("gamma_0_after"), py::arg("rel_tol") = 0.0,
                   "Whether all four primitives agree before and after: |a - b| <= max(|a|, |b|, 1) rel_tol.")
       .def_static("reject_qdm_line_inertia_as_rho_f_derivation", &API::reject_qdm_line_inertia_as_rho_f_derivation,
                   py::arg("proposed_kg_per_m"), py::arg("proposed_rho_f_kg_per_m3"),

@@ -5,7 +5,7 @@ namespace vkm {
 
 void bind_worldsheet_guards(py::module_& m) {
   using R = WorldsheetGuardResult;
-  py::class_<R>(m, "WorldsheetGuardResult", "The worldsheet guards, each on its own and together.")
+  bound_class<R>(m, "WorldsheetGuardResult", "The worldsheet guards, each on its own and together.")
       .def_readonly("form_degree_ok", &R::form_degree_ok, "The degree is not 2.")
       .def_readonly("charge_not_gamma0", &R::charge_not_gamma0, "The charge is not the circulation quantum.")
       .def_readonly("b_not_a_em", &R::b_not_a_em, "Nobody claims that B is A_em.")
@@ -14,7 +14,7 @@ void bind_worldsheet_guards(py::module_& m) {
       .def_readonly("message", &R::message, "The verdict in words.");
 
   using API = WorldsheetGuardsAPI;
-  py::class_<API>(m, "WorldsheetGuardsAPI", "Guards of the worldsheet coupling. No number raises.")
+  bound_class<API>(m, "WorldsheetGuardsAPI", "Guards of the worldsheet coupling. No number raises.")
       .def_static("form_degree_H", &API::form_degree_H, "The degree as given.")
       .def_static("two_form_degree_guard", &API::two_form_degree_guard, py::arg("sphere_dimension") = 2,
                   py::arg("form_degree_H"),

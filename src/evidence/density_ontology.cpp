@@ -6,10 +6,14 @@ namespace vkm {
 
 std::string_view DensityOntologyAPI::symbol_name(DensitySymbol symbol) {
   switch (symbol) {
-    case DensitySymbol::RhoSub: return "rho_sub";
-    case DensitySymbol::RhoEff: return "rho_eff";
-    case DensitySymbol::JOmega: return "J_omega";
-    case DensitySymbol::MuL: return "mu_l";
+    case DensitySymbol::RhoSub:
+      return "rho_sub";
+    case DensitySymbol::RhoEff:
+      return "rho_eff";
+    case DensitySymbol::JOmega:
+      return "J_omega";
+    case DensitySymbol::MuL:
+      return "mu_l";
   }
   return "unknown";
 }
@@ -17,9 +21,11 @@ std::string_view DensityOntologyAPI::symbol_name(DensitySymbol symbol) {
 std::string_view DensityOntologyAPI::symbol_unit(DensitySymbol symbol) {
   switch (symbol) {
     case DensitySymbol::RhoSub:
-    case DensitySymbol::RhoEff: return "kg/m^3";
+    case DensitySymbol::RhoEff:
+      return "kg/m^3";
     case DensitySymbol::JOmega:
-    case DensitySymbol::MuL: return "kg/m";
+    case DensitySymbol::MuL:
+      return "kg/m";
   }
   return "";
 }
@@ -42,7 +48,8 @@ DimensionalCheckResult DensityOntologyAPI::validate_energy_density_form(EnergyDe
       return {true, "u_rot = 1/2 J_omega |omega|^2 is dimensionally valid"};
     case EnergyDensityForm::HalfRhoFOmegaSquaredNoLength:
       return {false, "forbidden: 1/2 rho_f |omega|^2 without derived length^2"};
-    case EnergyDensityForm::Unknown: break;
+    case EnergyDensityForm::Unknown:
+      break;
   }
   return {false, "unknown energy-density form"};
 }

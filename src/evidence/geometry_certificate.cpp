@@ -106,8 +106,8 @@ ChronosFirstHittingResult GeometryCertificateAPI::chronos_first_hitting(std::spa
   return result;
 }
 
-Rank9ChannelDiagnostics GeometryCertificateAPI::rank9_from_singular_values(
-    const std::array<double, 9>& singular_values, double tau_rank, double max_conditioning) {
+Rank9ChannelDiagnostics GeometryCertificateAPI::rank9_from_singular_values(const std::array<double, 9>& singular_values,
+                                                                           double tau_rank, double max_conditioning) {
   Rank9ChannelDiagnostics result;
   result.singular_values = singular_values;
   result.status = CertificateStatus::Indeterminate;

@@ -39,9 +39,12 @@ IdealKnotRegimeResult IdealKnotRegimeAPI::evaluate(double a_core, double kappa_m
 
 std::string_view IdealKnotRegimeAPI::regime_name(KnotRegime regime) {
   switch (regime) {
-    case KnotRegime::Compact: return "compact";
-    case KnotRegime::Slender: return "slender";
-    case KnotRegime::Indeterminate: break;
+    case KnotRegime::Compact:
+      return "compact";
+    case KnotRegime::Slender:
+      return "slender";
+    case KnotRegime::Indeterminate:
+      break;
   }
   return "indeterminate";
 }

@@ -79,12 +79,18 @@ std::string_view KAMDiagnosticsAPI::sector_name(KAMSector sector) { return secto
 
 std::string_view KAMDiagnosticsAPI::stage_name(KAMStage stage) {
   switch (stage) {
-    case KAMStage::KAM0: break;
-    case KAMStage::KAM1: return "KAM-1";
-    case KAMStage::KAM2: return "KAM-2";
-    case KAMStage::KAM3: return "KAM-3";
-    case KAMStage::KAM4: return "KAM-4";
-    case KAMStage::KAM5: return "KAM-5";
+    case KAMStage::KAM0:
+      break;
+    case KAMStage::KAM1:
+      return "KAM-1";
+    case KAMStage::KAM2:
+      return "KAM-2";
+    case KAMStage::KAM3:
+      return "KAM-3";
+    case KAMStage::KAM4:
+      return "KAM-4";
+    case KAMStage::KAM5:
+      return "KAM-5";
   }
   return "KAM-0";
 }
@@ -106,8 +112,8 @@ KAMStage1Result KAMDiagnosticsAPI::stage1(KAMSector sector, std::vector<double> 
   result.hessian_determinant = determinant(result.hessian, n, heartbeat);
   result.minimum_detuning = DetuningSearch(result.frequencies, heartbeat).least();
   result.diophantine_margin = result.minimum_detuning - diophantine_tau;
-  const bool holds = std::fabs(result.hessian_determinant) > diophantine_tau &&
-                     result.minimum_detuning > diophantine_tau;
+  const bool holds =
+      std::fabs(result.hessian_determinant) > diophantine_tau && result.minimum_detuning > diophantine_tau;
   result.status = holds ? CertificateStatus::Pass : CertificateStatus::Fail;
   result.achieved_stage = holds ? KAMStage::KAM1 : KAMStage::KAM0;
   return result;

@@ -20,11 +20,11 @@ enum class KAMStage : std::int32_t { KAM0 = 0, KAM1 = 1, KAM2 = 2, KAM3 = 3, KAM
 struct KAMStage1Result {
   KAMSector sector = KAMSector::S;
   KAMStage achieved_stage = KAMStage::KAM0;
-  std::vector<double> frequencies;   ///< as given, 1/time
-  std::vector<double> hessian;       ///< as given, row by row
+  std::vector<double> frequencies;  ///< as given, 1/time
+  std::vector<double> hessian;      ///< as given, row by row
   double hessian_determinant = 0.0;
-  double minimum_detuning = 0.0;     ///< least |k . omega|, 1/time
-  double diophantine_margin = 0.0;   ///< minimum_detuning - diophantine_tau
+  double minimum_detuning = 0.0;    ///< least |k . omega|, 1/time
+  double diophantine_margin = 0.0;  ///< minimum_detuning - diophantine_tau
   CertificateStatus status = CertificateStatus::NotEvaluated;
 };
 

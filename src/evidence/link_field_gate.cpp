@@ -18,17 +18,22 @@ LinkGateFailure first_failure(double rho_star, double Gamma_star, double r_star,
 
 std::string_view LinkFieldGateAPI::failure_name(LinkGateFailure failure) {
   switch (failure) {
-    case LinkGateFailure::None: return "None";
-    case LinkGateFailure::E: return "E";
-    case LinkGateFailure::T: return "T";
-    case LinkGateFailure::N: return "N";
-    case LinkGateFailure::M: return "M";
+    case LinkGateFailure::None:
+      return "None";
+    case LinkGateFailure::E:
+      return "E";
+    case LinkGateFailure::T:
+      return "T";
+    case LinkGateFailure::N:
+      return "N";
+    case LinkGateFailure::M:
+      return "M";
   }
   return "None";
 }
 
-LinkFieldGateResult LinkFieldGateAPI::evaluate(double rho_star, double Gamma_star, double r_star,
-                                               double phase_residual, double tol) {
+LinkFieldGateResult LinkFieldGateAPI::evaluate(double rho_star, double Gamma_star, double r_star, double phase_residual,
+                                               double tol) {
   LinkFieldGateResult result;
   result.rho_star = rho_star;
   result.Gamma_star = Gamma_star;

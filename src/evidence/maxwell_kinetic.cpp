@@ -7,7 +7,8 @@ namespace vkm {
 
 bool MaxwellKineticAPI::three_gate_condition(double coupling, double drive, double gap, double lifetime_threshold,
                                              double lifetime) {
-  return all_finite({coupling, drive, gap, lifetime_threshold, lifetime}) && coupling != 0.0 && drive >= gap && lifetime >= lifetime_threshold;
+  return all_finite({coupling, drive, gap, lifetime_threshold, lifetime}) && coupling != 0.0 && drive >= gap &&
+         lifetime >= lifetime_threshold;
 }
 
 double MaxwellKineticAPI::collision_rate_inv(double density, double cross_section, double speed) {
@@ -15,8 +16,7 @@ double MaxwellKineticAPI::collision_rate_inv(double density, double cross_sectio
 }
 
 MaxwellKineticResult MaxwellKineticAPI::evaluate(double coupling, double drive, double gap, double lifetime_threshold,
-                                                 double lifetime, double density, double cross_section,
-                                                 double speed) {
+                                                 double lifetime, double density, double cross_section, double speed) {
   MaxwellKineticResult result;
   result.coupling_nonzero = coupling != 0.0;
   result.drive_above_gap = drive >= gap;

@@ -56,8 +56,8 @@ LorentzMapResult OperationalSpacetimeAPI::lorentz_boost(const Event& event, cons
   result.transformed_event = {boosted_t, boosted[0], boosted[1], boosted[2]};
   result.gamma = gamma;
   const double before = interval2(t, x, c);
-  result.invariant_residual = std::fabs(interval2(boosted_t, boosted, c) - before) /
-                              (std::max(std::pow(c, 4.0), std::fabs(before)) + 1e-300);
+  result.invariant_residual =
+      std::fabs(interval2(boosted_t, boosted, c) - before) / (std::max(std::pow(c, 4.0), std::fabs(before)) + 1e-300);
   return result;
 }
 

@@ -23,11 +23,18 @@ bool is_timestamp_utc(std::string_view text) {
     bool fits;
     switch (i) {
       case 4:
-      case 7: fits = c == '-'; break;
-      case 10: fits = c == 'T'; break;
+      case 7:
+        fits = c == '-';
+        break;
+      case 10:
+        fits = c == 'T';
+        break;
       case 13:
-      case 16: fits = c == ':'; break;
-      default: fits = is_digit(c) || (i >= 19 && c == '.');
+      case 16:
+        fits = c == ':';
+        break;
+      default:
+        fits = is_digit(c) || (i >= 19 && c == '.');
     }
     if (!fits) return false;
   }
@@ -36,37 +43,44 @@ bool is_timestamp_utc(std::string_view text) {
 
 bool is_well_formed(const ProvenanceRecord& r) {
   return is_sha256_hex(r.input_sha256) && is_sha256_hex(r.output_sha256) && is_sha256_hex(r.parameter_sha256) &&
-         (r.parent_record_sha256.empty() || is_sha256_hex(r.parent_record_sha256)) &&
-         is_timestamp_utc(r.timestamp_utc);
+         (r.parent_record_sha256.empty() || is_sha256_hex(r.parent_record_sha256)) && is_timestamp_utc(r.timestamp_utc);
 }
 
 /// Whether `r` takes over where its predecessor `p` has left. A stage may repeat but not be skipped.
 bool continues(const ProvenanceRecord& r, const ProvenanceRecord& p) {
   const auto stage = static_cast<std::int64_t>(r.stage);
   const auto stage_before = static_cast<std::int64_t>(p.stage);
-  return r.parent_record_sha256 == PipelineProvenanceAPI::record_fingerprint(p) &&
-         r.input_sha256 == p.output_sha256 && (stage == stage_before || stage == stage_before + 1) &&
-         r.coordinate_convention == p.coordinate_convention && r.scale_convention == p.scale_convention;
+  return r.parent_record_sha256 == PipelineProvenanceAPI::record_fingerprint(p) && r.input_sha256 == p.output_sha256 &&
+         (stage == stage_before || stage == stage_before + 1) && r.coordinate_convention == p.coordinate_convention &&
+         r.scale_convention == p.scale_convention;
 }
 
 }  // namespace
 
 std::string_view PipelineProvenanceAPI::stage_name(PipelineStage stage) {
   switch (stage) {
-    case PipelineStage::KnotPlot: return "KnotPlot";
-    case PipelineStage::Ridgerunner: return "Ridgerunner";
-    case PipelineStage::Smoothing: return "Smoothing";
-    case PipelineStage::VKMcore: return "VKMcore";
-    case PipelineStage::EddyLab: return "EddyLab";
+    case PipelineStage::KnotPlot:
+      return "KnotPlot";
+    case PipelineStage::Ridgerunner:
+      return "Ridgerunner";
+    case PipelineStage::Smoothing:
+      return "Smoothing";
+    case PipelineStage::VKMcore:
+      return "VKMcore";
+    case PipelineStage::EddyLab:
+      return "EddyLab";
   }
   return "Unknown";
 }
 
 std::string_view PipelineProvenanceAPI::certification_name(PipelineCertificationStatus status) {
   switch (status) {
-    case PipelineCertificationStatus::Unknown: return "Unknown";
-    case PipelineCertificationStatus::Candidate: return "Candidate";
-    case PipelineCertificationStatus::Certified: return "Certified";
+    case PipelineCertificationStatus::Unknown:
+      return "Unknown";
+    case PipelineCertificationStatus::Candidate:
+      return "Candidate";
+    case PipelineCertificationStatus::Certified:
+      return "Certified";
   }
   return "Unknown";
 }

@@ -31,10 +31,9 @@ double largest_tangent_difference(std::span<const Vec3> a, std::span<const Vec3>
 }  // namespace
 
 PolygonalSmoothCertificate PolygonalSmoothCertificateAPI::evaluate(std::span<const Vec3> polygon_pts,
-                                                                   std::span<const Vec3> smooth_pts,
-                                                                   double tube_radius, double hausdorff_tol,
-                                                                   double tangent_tol, double curvature_tol,
-                                                                   const Poll& poll) {
+                                                                   std::span<const Vec3> smooth_pts, double tube_radius,
+                                                                   double hausdorff_tol, double tangent_tol,
+                                                                   double curvature_tol, const Poll& poll) {
   PolygonalSmoothCertificate result;
   result.polygon_hash = sha256_hex_of_points(polygon_pts);
   result.smooth_hash = sha256_hex_of_points(smooth_pts);
@@ -55,8 +54,8 @@ PolygonalSmoothCertificate PolygonalSmoothCertificateAPI::evaluate(std::span<con
   result.tangent_error = largest_tangent_difference(polygon_pts, smooth_pts);
   result.curvature_error = std::fabs(curvature_of_radius(polygon->minrad) - curvature_of_radius(smooth->minrad));
   result.thickness_lower_bound = std::min(polygon->minrad, smooth->minrad);
-  if (!all_finite({result.hausdorff_bound, result.tangent_error, result.curvature_error,
-                   result.thickness_lower_bound})) {
+  if (!all_finite(
+          {result.hausdorff_bound, result.tangent_error, result.curvature_error, result.thickness_lower_bound})) {
     return result;
   }
   const bool holds = result.thickness_lower_bound > tube_radius && result.hausdorff_bound <= hausdorff_tol &&

@@ -14,9 +14,9 @@ struct Symbol {
 };
 
 constexpr Symbol symbols[] = {
-    {"v_swirl", calibrated}, {"omega_c", calibrated},   {"\xCF\x89_c", calibrated},  // Greek omega
-    {"rho_sub", open},       {"rho_eff", open},         {"rho_f", open},
-    {"rho_ref", reference},  {"RHO_FLUID", reference},  {"RHO_FLUID_CANON", reference},
+    {"v_swirl", calibrated}, {"omega_c", calibrated},  {"\xCF\x89_c", calibrated},  // Greek omega
+    {"rho_sub", open},       {"rho_eff", open},        {"rho_f", open},
+    {"rho_ref", reference},  {"RHO_FLUID", reference}, {"RHO_FLUID_CANON", reference},
 };
 
 struct Observable {
@@ -46,20 +46,28 @@ constexpr double legacy_reference_density = 7e-7;  // kg/m^3
 
 std::string_view ScalingAuditAPI::scaling_class_name(ScalingClass scaling) {
   switch (scaling) {
-    case ScalingClass::A: return "A";
-    case ScalingClass::B: return "B";
-    case ScalingClass::C: return "C";
-    case ScalingClass::Q: return "Q";
-    case ScalingClass::X: return "X";
+    case ScalingClass::A:
+      return "A";
+    case ScalingClass::B:
+      return "B";
+    case ScalingClass::C:
+      return "C";
+    case ScalingClass::Q:
+      return "Q";
+    case ScalingClass::X:
+      return "X";
   }
   return "?";
 }
 
 std::string_view ScalingAuditAPI::primitive_set_name(PrimitiveSet set) {
   switch (set) {
-    case PrimitiveSet::PCal: return "P_cal";
-    case PrimitiveSet::POpen: return "P_open";
-    case PrimitiveSet::PRef: return "P_ref";
+    case PrimitiveSet::PCal:
+      return "P_cal";
+    case PrimitiveSet::POpen:
+      return "P_open";
+    case PrimitiveSet::PRef:
+      return "P_ref";
   }
   return "?";
 }

@@ -22,9 +22,12 @@ bool is_positive_and_finite(double x) { return x > 0.0 && std::isfinite(x); }
 
 std::string_view ValueOriginAPI::origin_name(ValueOrigin origin) {
   switch (origin) {
-    case ValueOrigin::CanonicalSnapshot: return "CanonicalSnapshot";
-    case ValueOrigin::Recomputed: return "Recomputed";
-    case ValueOrigin::CalibratedInput: return "CalibratedInput";
+    case ValueOrigin::CanonicalSnapshot:
+      return "CanonicalSnapshot";
+    case ValueOrigin::Recomputed:
+      return "Recomputed";
+    case ValueOrigin::CalibratedInput:
+      return "CalibratedInput";
   }
   return "CanonicalSnapshot";
 }

@@ -17,7 +17,7 @@ constexpr const char* bad_shape = "Expected array with shape (N,3)";
 void bind_biot_savart(py::module_& m) {
   using Points = std::vector<Vec3>;
 
-  py::class_<BiotSavart>(m, "BiotSavart", "Biot-Savart sums over closed polylines and the helicity pipeline on grids.")
+  bound_class<BiotSavart>(m, "BiotSavart", "Biot-Savart sums over closed polylines and the helicity pipeline on grids.")
       .def_static(
           "compute_velocity",
           [](const Points& curve, const Points& grid_points, double circulation) {

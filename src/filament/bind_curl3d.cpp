@@ -23,7 +23,8 @@ void bind_curl3d(py::module_& m) {
         for (Vec3& vector : field) vector = {in[0], in[1], in[2]}, in += 3;
         py::array_t<double> result(std::vector<py::ssize_t>(vel.shape(), vel.shape() + 4));
         double* out = result.mutable_data();
-        for (const Vec3& vector : curl_central(field, shape, spacing)) out = std::copy(vector.begin(), vector.end(), out);
+        for (const Vec3& vector : curl_central(field, shape, spacing))
+          out = std::copy(vector.begin(), vector.end(), out);
         return result;
       },
       py::arg("vel"), py::arg("spacing"),

@@ -101,7 +101,8 @@ the shape of X. ValueError for shapes that do not fit.)");
       [](const DoubleArray& polyline, const DoubleArray& grid, double current) {
         const std::vector<Vec3> curve = points_from(polyline, "polyline must have shape [N,3]");
         const Lanes points = lanes_from(grid, "grid must have shape [M,3]");
-        return components(vector_potential(curve, points, current, python_poll()), {static_cast<py::ssize_t>(points.size())});
+        return components(vector_potential(curve, points, current, python_poll()),
+                          {static_cast<py::ssize_t>(points.size())});
       },
       py::arg("polyline"), py::arg("grid"), py::arg("current") = 1.0,
       R"(Vector potential of an open polyline (mu0=1): current / (4 pi) sum dl / |R|, R from each segment's midpoint.

@@ -10,8 +10,8 @@ namespace {
 
 void require_rank(const DoubleArray& array, py::ssize_t rank) {
   if (array.ndim() == rank) return;
-  throw std::runtime_error("array has incorrect number of dimensions: " + std::to_string(array.ndim()) +
-                           "; expected " + std::to_string(rank));
+  throw std::runtime_error("array has incorrect number of dimensions: " + std::to_string(array.ndim()) + "; expected " +
+                           std::to_string(rank));
 }
 
 std::vector<Vec3> curve_from(const DoubleArray& points, const std::string& function) {
@@ -93,8 +93,8 @@ shape (N, 3) in m. 0 for N below 2. RuntimeError for another shape.)");
       [](const DoubleArray& points, const DoubleArray& tangents, const DoubleArray& ds_arr,
          const DoubleArray& a_values) {
         require_rank(a_values, 1);
-        return array_from(cutoff_scan(points, tangents, ds_arr, values_from(a_values, ""),
-                                      "calculate_bs_cutoff_energy_scan"));
+        return array_from(
+            cutoff_scan(points, tangents, ds_arr, values_from(a_values, ""), "calculate_bs_cutoff_energy_scan"));
       },
       py::arg("points"), py::arg("tangents"), py::arg("ds_arr"), py::arg("a_values"),
       R"(Biot-Savart energies of a curve for a list of cutoffs, in one pass over the pairs.

@@ -4,7 +4,7 @@
 namespace vkm {
 
 void bind_time_evolution(py::module_& m) {
-  py::class_<TimeEvolution>(m, "TimeEvolution", "A closed vortex filament evolved from a given state.")
+  bound_class<TimeEvolution>(m, "TimeEvolution", "A closed vortex filament evolved from a given state.")
       .def(py::init([](std::vector<Vec3> initial_positions, std::vector<Vec3> initial_tangents, double gamma) {
              return TimeEvolution{{std::move(initial_positions), std::move(initial_tangents), gamma}};
            }),
@@ -22,8 +22,10 @@ The tangents stay as given until the first step.)")
           R"(Take `steps` Euler steps of `dt` seconds under the filament's own Biot-Savart velocity.
 
 An interrupted call leaves the state as it was. ValueError if there are fewer tangents than positions.)")
-      .def("get_positions", [](const TimeEvolution& self) { return self.positions; }, "Positions in m, a new list.")
-      .def("get_tangents", [](const TimeEvolution& self) { return self.tangents; }, "Element vectors in m, a new list.");
+      .def(
+          "get_positions", [](const TimeEvolution& self) { return self.positions; }, "Positions in m, a new list.")
+      .def(
+          "get_tangents", [](const TimeEvolution& self) { return self.tangents; }, "Element vectors in m, a new list.");
 }
 
 }  // namespace vkm

@@ -13,7 +13,9 @@ the first point at the end for the whole closed curve. Gauss sum over pairs of e
 over 2 pi; pairs nearer than 1e-6 are left out. Dimensionless; 0 for fewer than two edges.)");
   m.def(
       "compute_linking_number",
-      [](const std::vector<Vec3>& A, const std::vector<Vec3>& B) { return compute_linking_number(A, B, python_poll()); },
+      [](const std::vector<Vec3>& A, const std::vector<Vec3>& B) {
+        return compute_linking_number(A, B, python_poll());
+      },
       R"(Compute the Gauss linking number of two filaments.
 
 A and B are lists of points, read as open: repeat the first point at the end to close a curve. Gauss sum over pairs of
@@ -28,7 +30,9 @@ over 2 pi: turns of the normal about the curve, a right-handed turn counting -1.
 Raises ValueError when N is shorter than T.)");
   m.def(
       "compute_centerline_helicity",
-      [](const std::vector<Vec3>& X, const std::vector<Vec3>&) { return compute_centerline_helicity(X, python_poll()); },
+      [](const std::vector<Vec3>& X, const std::vector<Vec3>&) {
+        return compute_centerline_helicity(X, python_poll());
+      },
       R"(Compute the centerline helicity as the sum of writhe and twist.
 
 The second list is not read and there is no twist term: the result equals compute_writhe(X).)");

@@ -6,7 +6,6 @@
 #include "core/kernel.hpp"
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
-#include "core/parallel.hpp"
 
 namespace vkm {
 
@@ -113,12 +112,13 @@ Lanes closed_curve_velocity(std::span<const Vec3> curve, const Lanes& grid, doub
   const Segments segments = closed_segments(curve);
   const double scale = circulation / four_pi;
   Heartbeat heartbeat(poll);
-  parallel_for(grid.blocks(), grid.size() * curve.size(), heartbeat, [&](std::size_t block) {
+  for (std::size_t block = 0; block < grid.blocks(); ++block) {
     const std::size_t at = block * lane_block;
     closed_curve_block(segments.mid.data(), segments.dl.data(), segments.dl.size(), grid.axis(0) + at,
                        grid.axis(1) + at, grid.axis(2) + at, scale, velocity.axis(0) + at, velocity.axis(1) + at,
                        velocity.axis(2) + at);
-  });
+    heartbeat.tick();
+  }
   return velocity;
 }
 
@@ -144,12 +144,13 @@ std::vector<Vec3> biot_savart_velocities(std::span<const Vec3> targets, std::spa
   check_lengths(filament_points, tangents);
   const Lanes at_points(targets);
   Lanes velocity(targets.size());
-  parallel_for(at_points.blocks(), targets.size() * filament_points.size(), heartbeat, [&](std::size_t block) {
+  for (std::size_t block = 0; block < at_points.blocks(); ++block) {
     const std::size_t at = block * lane_block;
     point_sources_block(filament_points.data(), tangents.data(), filament_points.size(), at_points.axis(0) + at,
                         at_points.axis(1) + at, at_points.axis(2) + at, circulation, velocity.axis(0) + at,
                         velocity.axis(1) + at, velocity.axis(2) + at);
-  });
+    heartbeat.tick();
+  }
   return rows(velocity);
 }
 

@@ -76,11 +76,16 @@ ReachLimiter choose_limiter(ContinuousReach& result) {
 
 const char* limiter_name(ReachLimiter limiter) {
   switch (limiter) {
-    case ReachLimiter::curvature: return "CURVATURE";
-    case ReachLimiter::self_dcsd: return "SELF_DCSD";
-    case ReachLimiter::inter_component: return "INTER_COMPONENT";
-    case ReachLimiter::tie: return "TIE";
-    case ReachLimiter::error: break;
+    case ReachLimiter::curvature:
+      return "CURVATURE";
+    case ReachLimiter::self_dcsd:
+      return "SELF_DCSD";
+    case ReachLimiter::inter_component:
+      return "INTER_COMPONENT";
+    case ReachLimiter::tie:
+      return "TIE";
+    case ReachLimiter::error:
+      break;
   }
   return "ERROR";
 }
@@ -107,8 +112,7 @@ ContinuousReach continuous_reach(std::span<const PeriodicCubicSpline3D> splines,
   }
   for (std::size_t i = 0; i < splines.size(); ++i) {
     for (std::size_t j = i + 1; j < splines.size(); ++j) {
-      add_run(search_critical_pairs(splines[i], splines[j], false, heartbeat), result,
-              result.inter_component_contacts);
+      add_run(search_critical_pairs(splines[i], splines[j], false, heartbeat), result, result.inter_component_contacts);
     }
   }
   result.self_dcsd = least_distance(result.self_contacts);

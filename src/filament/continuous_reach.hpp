@@ -30,7 +30,7 @@ struct ContinuousReach {
   double inter_component_distance = 0.0;
   double inter_component_radius = 0.0;
   double reach = 0.0;
-  ReachLimiter limiter = ReachLimiter::error;  // which of the three radii decided; a tie within 1e-5
+  ReachLimiter limiter = ReachLimiter::error;     // which of the three radii decided; a tie within 1e-5
   std::vector<Contact> self_contacts;             // one for each component where a pair was found
   std::vector<Contact> inter_component_contacts;  // one for each pair of components where a pair was found
   double orth_residual = 0.0;                     // the largest among these contacts
@@ -46,7 +46,7 @@ struct ContinuousReach {
 
 struct SmoothTube {
   ContinuousReach reach;
-  SplineLength length;  // sums over the components
+  SplineLength length;           // sums over the components
   double ropelength_rad = 0.0;   // length / reach
   double ropelength_diam = 0.0;  // length / (2 reach)
   bool converged = false;

@@ -3,8 +3,8 @@
 /// Biot-Savart energy of the pairs of curve elements that lie farther apart than a cutoff, for a whole list of cutoffs
 /// in one pass over the pairs.
 ///
-/// E[m] = 1 / (8 pi) sum of (t[i] . t[j]) / d ds[i] ds[j] over the ordered pairs at a distance d > a[m]; a pair at d = 0
-/// counts never. A pair adds to the first entry of a difference array and takes itself off where the cutoffs have
+/// E[m] = 1 / (8 pi) sum of (t[i] . t[j]) / d ds[i] ds[j] over the ordered pairs at a distance d > a[m]; a pair at d =
+/// 0 counts never. A pair adds to the first entry of a difference array and takes itself off where the cutoffs have
 /// reached it, so the cost is O(N^2 log M).
 
 #include <span>

@@ -5,7 +5,6 @@
 
 #include "core/kernel.hpp"
 #include "core/numbers.hpp"
-#include "core/parallel.hpp"
 #include "filament/biot_savart.hpp"
 
 namespace vkm {
@@ -124,16 +123,17 @@ VKM_KERNEL void dipoles_block(const Vec3* positions, const Vec3* moments, std::s
   store(block, sum_x, sum_y, sum_z);
 }
 
-/// Runs a block kernel of so many sources over all field points.
+/// Runs a block kernel over all field points.
 template <class Kernel>
-Lanes over_blocks(const Lanes& points, std::size_t sources, const Poll& poll, Kernel kernel) {
+Lanes over_blocks(const Lanes& points, const Poll& poll, Kernel kernel) {
   Lanes field(points.size());
   Heartbeat heartbeat(poll);
-  parallel_for(points.blocks(), points.size() * sources, heartbeat, [&](std::size_t block) {
+  for (std::size_t block = 0; block < points.blocks(); ++block) {
     const std::size_t at = block * lane_block;
     kernel(Block{points.axis(0) + at, points.axis(1) + at, points.axis(2) + at, field.axis(0) + at, field.axis(1) + at,
                  field.axis(2) + at});
-  });
+    heartbeat.tick();
+  }
   return field;
 }
 
@@ -142,7 +142,7 @@ Lanes over_blocks(const Lanes& points, std::size_t sources, const Poll& poll, Ke
 Lanes wire_field(std::span<const Vec3> wire, const Lanes& points, double current, const Poll& poll) {
   const Segments segments = open_segments(wire);
   const double f = current * inv_four_pi;
-  return over_blocks(points, segments.dl.size(), poll, [&](const Block& block) {
+  return over_blocks(points, poll, [&](const Block& block) {
     wire_block(segments.mid.data(), segments.dl.data(), segments.dl.size(), f, block);
   });
 }
@@ -150,7 +150,7 @@ Lanes wire_field(std::span<const Vec3> wire, const Lanes& points, double current
 Lanes vector_potential(std::span<const Vec3> polyline, const Lanes& points, double current, const Poll& poll) {
   if (polyline.size() < 2) return Lanes(points.size());  // zeros, whatever the current
   const Segments segments = open_segments(polyline);
-  return over_blocks(points, segments.dl.size(), poll, [&](const Block& block) {
+  return over_blocks(points, poll, [&](const Block& block) {
     potential_block(segments.mid.data(), segments.dl.data(), segments.dl.size(), current, block);
   });
 }
@@ -166,7 +166,7 @@ Vec3 dipole_field(const Vec3& r, const Vec3& m) {
 Lanes dipole_field_sum(std::span<const Vec3> positions, std::span<const Vec3> moments, const Lanes& points,
                        const Poll& poll) {
   const std::size_t sources = std::min(positions.size(), moments.size());
-  return over_blocks(points, sources, poll,
+  return over_blocks(points, poll,
                      [&](const Block& block) { dipoles_block(positions.data(), moments.data(), sources, block); });
 }
 

@@ -25,7 +25,8 @@ double calculate_length(std::span<const Vec3> points);
 double calculate_neumann_self_energy(std::span<const Vec3> points, double rc, const Poll& poll = {});
 
 /// Sum of 2 (dl[i] x dl[j]) . R / r^3 over the same pairs, divided by 4 pi, with R = p[j] - p[i] and
-/// r = sqrt(|R|^2 + rc^2). R points from i to j, so the sign is the opposite of the textbook's writhe. rc softens and cuts nothing off: with rc = 0 a coincident pair divides by zero.
+/// r = sqrt(|R|^2 + rc^2). R points from i to j, so the sign is the opposite of the textbook's writhe. rc softens and
+/// cuts nothing off: with rc = 0 a coincident pair divides by zero.
 double calculate_writhe(std::span<const Vec3> points, double rc, const Poll& poll = {});
 
 /// A wall of the twelfth power: the sum of (2 rc / d)^12 over pairs of points that are not neighbours, the pair across

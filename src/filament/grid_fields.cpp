@@ -60,15 +60,13 @@ std::size_t cell_count(const GridShape& shape) {
 }
 
 std::vector<Vec3> compute_vorticity(std::span<const Vec3> F, const GridShape& shape, double spacing) {
-  return stencil(F, shape, spacing, [](const Differences& D) -> Vec3 {
-    return {D.k[1] - D.j[2], D.i[2] - D.k[0], D.j[0] - D.i[1]};
-  });
+  return stencil(F, shape, spacing,
+                 [](const Differences& D) -> Vec3 { return {D.k[1] - D.j[2], D.i[2] - D.k[0], D.j[0] - D.i[1]}; });
 }
 
 std::vector<Vec3> curl_central(std::span<const Vec3> F, const GridShape& shape, double spacing) {
-  return stencil(F, shape, spacing, [](const Differences& D) -> Vec3 {
-    return {D.j[2] - D.k[1], D.k[0] - D.i[2], D.i[1] - D.j[0]};
-  });
+  return stencil(F, shape, spacing,
+                 [](const Differences& D) -> Vec3 { return {D.j[2] - D.k[1], D.k[0] - D.i[2], D.i[1] - D.j[0]}; });
 }
 
 std::vector<Vec3> extract_interior(std::span<const Vec3> F, const GridShape& shape, int margin) {

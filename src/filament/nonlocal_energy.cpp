@@ -12,7 +12,7 @@ namespace vkm {
 namespace {
 
 struct PairRule {
-  double count;       // points of the closed curve; places are doubles too, so that one vector width serves all
+  double count;  // points of the closed curve; places are doubles too, so that one vector width serves all
   double neighbours;
   double cutoff;
 };
@@ -66,8 +66,7 @@ double nonlocal_pair_sum(std::span<const Vec3> points, std::span<const Vec3> tan
   if (tangents.size() != points.size()) throw std::invalid_argument("nonlocal_pair_sum: one tangent a point is needed");
   const Lanes at(points);
   const Lanes along(tangents);
-  const PairRule rule{static_cast<double>(points.size()), static_cast<double>(neighbours),
-                      cutoff > 0.0 ? cutoff : 0.0};
+  const PairRule rule{static_cast<double>(points.size()), static_cast<double>(neighbours), cutoff > 0.0 ? cutoff : 0.0};
   Heartbeat heartbeat(poll);
   double total = 0.0;
   for (std::size_t block = 0; block < at.blocks(); ++block) {

@@ -39,8 +39,8 @@ class PeriodicCubicSpline3D {
   std::size_t n() const { return n_; }
   double L() const { return L_; }
   const std::vector<Vec3>& points() const { return points_; }
-  const std::vector<double>& s() const { return s_; }             // n + 1 knots
-  const std::vector<double>& h() const { return h_; }             // n spans
+  const std::vector<double>& s() const { return s_; }                 // n + 1 knots
+  const std::vector<double>& h() const { return h_; }                 // n spans
   const std::array<std::vector<double>, 3>& M() const { return M_; }  // second derivatives at the knots, by axis
 
   /// `s` modulo L, negative values counted from the end.

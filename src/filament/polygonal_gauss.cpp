@@ -61,8 +61,8 @@ double edge_pair_solid_angle(const Vec3& p1, const Vec3& p2, const Vec3& p3, con
   n2 = n2 * (1.0 / std::sqrt(s2));
   n3 = n3 * (1.0 / std::sqrt(s3));
   n4 = n4 * (1.0 / std::sqrt(s4));
-  const double w = clamped_asin(dot(n2, n3)) + clamped_asin(dot(n1, n2)) + clamped_asin(dot(n3, n4)) +
-                   clamped_asin(dot(n4, n1));
+  const double w =
+      clamped_asin(dot(n2, n3)) + clamped_asin(dot(n1, n2)) + clamped_asin(dot(n3, n4)) + clamped_asin(dot(n4, n1));
   const Vec3 r12 = p2 - p1, r34 = p4 - p3;
   return dot(r13, cross(r34, r12)) < 0.0 ? -w : w;
 }

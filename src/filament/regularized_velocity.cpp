@@ -6,7 +6,6 @@
 #include "core/kernel.hpp"
 #include "core/lanes.hpp"
 #include "core/numbers.hpp"
-#include "core/parallel.hpp"
 
 namespace vkm {
 
@@ -107,8 +106,6 @@ void add_own_edges(const Edges& edges, double strength, std::size_t begin, Verte
   add_edges_off_vertices(edge, mid, tail, n, strength, block);
 }
 
-bool is_source(const Filament& filament) { return filament.source && !filament.ghost; }
-
 Vec3 local_induction(const Vec3& a, const Vec3& b, double core, double constant, double strength) {
   constexpr double least_length = 1e-30;
   const double la = std::max(least_length, norm(a));
@@ -125,10 +122,8 @@ FilamentVelocity filament_velocity(std::span<const Filament> filaments, const Fi
   const double soft2 = options.a_sim * options.a_sim;
   std::vector<Edges> edges;
   FilamentVelocity result;
-  std::size_t source_edges = 0;
   for (const Filament& filament : filaments) {
     edges.push_back(edges_of(filament.points));
-    if (is_source(filament)) source_edges += filament.points.size();
     result.velocity.emplace_back(filament.points.size(), Vec3{});
   }
   Heartbeat heartbeat(poll);
@@ -144,17 +139,23 @@ FilamentVelocity filament_velocity(std::span<const Filament> filaments, const Fi
       const Vec3& a = edges[f].edge[i == 0 ? n - 1 : i - 1];
       velocity.set(i, local_induction(a, edges[f].edge[i], core, options.lia_constant, strength));
     }
-    const std::size_t blocks = options.lia_only ? 0 : points.blocks();
-    parallel_for(blocks, n * source_edges, heartbeat, [&](std::size_t b) {
+    for (std::size_t b = 0; b < points.blocks() && !options.lia_only; ++b) {
       const std::size_t at = b * lane_block;
-      VertexBlock block{points.axis(0) + at,   points.axis(1) + at,   points.axis(2) + at,
-                        velocity.axis(0) + at, velocity.axis(1) + at, velocity.axis(2) + at, {}, {}};
+      VertexBlock block{points.axis(0) + at,
+                        points.axis(1) + at,
+                        points.axis(2) + at,
+                        velocity.axis(0) + at,
+                        velocity.axis(1) + at,
+                        velocity.axis(2) + at,
+                        {},
+                        {}};
       for (std::size_t i = 0; i < lane_block; ++i) {
         block.row[i] = static_cast<double>(at + i);
         block.before[i] = static_cast<double>(at + i == 0 ? n - 1 : at + i - 1);
       }
       for (std::size_t s = 0; s < filaments.size(); ++s) {
-        if (!is_source(filaments[s])) continue;
+        if (!filaments[s].source || filaments[s].ghost) continue;
+        heartbeat.tick();
         const double source_strength = filaments[s].circulation / four_pi;
         if (s == f) {
           add_own_edges(edges[s], source_strength, at, block);
@@ -163,7 +164,7 @@ FilamentVelocity filament_velocity(std::span<const Filament> filaments, const Fi
                         block);
         }
       }
-    });
+    }
     for (std::size_t i = 0; i < n; ++i) {
       const Vec3 v = velocity[i];
       result.velocity[f][i] = v;

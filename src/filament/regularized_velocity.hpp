@@ -27,8 +27,8 @@ struct Filament {
   std::vector<Vec3> points;   // m, vertices of a closed polygon
   double circulation = 1.0;   // m^2/s
   bool moving = true;
-  bool source = true;   // induces velocity on others and, beyond the local term, on itself
-  bool ghost = false;   // neither moves nor induces, and has no velocity
+  bool source = true;  // induces velocity on others and, beyond the local term, on itself
+  bool ghost = false;  // neither moves nor induces, and has no velocity
 
   bool moves() const { return moving && !ghost; }
 };

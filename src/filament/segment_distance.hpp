@@ -15,9 +15,8 @@
 namespace vkm {
 
 template <std::size_t lanes>
-VKM_INLINE void segment_distances2(const Vec3& P0, const Vec3& u, const double* qx, const double* qy,
-                                   const double* qz, const double* vx, const double* vy, const double* vz,
-                                   double* distance2) {
+VKM_INLINE void segment_distances2(const Vec3& P0, const Vec3& u, const double* qx, const double* qy, const double* qz,
+                                   const double* vx, const double* vy, const double* vz, double* distance2) {
   constexpr double tiny = 1e-30;
   const double px = P0[0], py = P0[1], pz = P0[2];
   const double ux = u[0], uy = u[1], uz = u[2];

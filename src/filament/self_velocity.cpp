@@ -7,7 +7,6 @@
 #include "core/kernel.hpp"
 #include "core/lanes.hpp"
 #include "core/numbers.hpp"
-#include "core/parallel.hpp"
 #include "filament/biot_savart.hpp"
 
 namespace vkm {
@@ -64,8 +63,8 @@ VKM_INLINE void transpose(const Tile& in, Tile& out) {
 #endif
 }
 
-/// Adds the sources of the block at `from` to the sums of the block at `to`. The weights circulation / n^3, 0 for a pair
-/// that is skipped, are written to g[source][target] if `measure` says so, else read from there.
+/// Adds the sources of the block at `from` to the sums of the block at `to`. The weights circulation / n^3, 0 for a
+/// pair that is skipped, are written to g[source][target] if `measure` says so, else read from there.
 template <bool measure>
 VKM_INLINE void add_block(const Filament& f, std::size_t to, std::size_t from, double circulation, Tile& g) {
   const double* x = f.x + to;
@@ -116,9 +115,8 @@ VKM_KERNEL void column(const Filament& f, std::size_t b, double circulation) {
 }
 
 bool finite(std::span<const Vec3> vectors) {
-  return std::all_of(vectors.begin(), vectors.end(), [](const Vec3& a) {
-    return std::isfinite(a[0]) && std::isfinite(a[1]) && std::isfinite(a[2]);
-  });
+  return std::all_of(vectors.begin(), vectors.end(),
+                     [](const Vec3& a) { return std::isfinite(a[0]) && std::isfinite(a[1]) && std::isfinite(a[2]); });
 }
 
 }  // namespace
@@ -128,9 +126,7 @@ std::vector<Vec3> self_velocities(std::span<const Vec3> points, std::span<const 
   // The weight 0 of a skipped pair, and the zero tangents of the lanes that fill up the last block, add a zero, which
   // changes no sum: as long as no factor is infinite or NaN.
   const bool skips_add_zero = std::abs(circulation) < 1e200 && finite(points) && finite(tangents);
-  // Several threads share the targets, and are faster with each distance taken twice than one that takes it once.
-  const bool shared = threads_for(points.size() * points.size()) > 1;
-  if (shared || !skips_add_zero || tangents.size() < points.size()) {
+  if (!skips_add_zero || tangents.size() < points.size()) {
     return biot_savart_velocities(points, points, tangents, circulation, heartbeat);
   }
   const Lanes at(points);

@@ -24,9 +24,9 @@ double compute_writhe(std::span<const Vec3> X, const Poll& poll = {});
 /// A NaN sum gives 0, a sum beyond 32 bits the nearest 32-bit integer. 0 when either list has no edge.
 std::int32_t compute_linking_number(std::span<const Vec3> A, std::span<const Vec3> B, const Poll& poll = {});
 
-/// (1 / 2 pi) sum over the inner entries of (T[i] x dN) . N[i], dN = (N[i+1] - N[i-1]) / 2: turns of the frame's normal.
-/// The sign is opposite to the usual T . (N x dN): a right-handed turn counts -1. 0 for fewer than three tangents;
-/// std::invalid_argument when there are fewer normals than tangents.
+/// (1 / 2 pi) sum over the inner entries of (T[i] x dN) . N[i], dN = (N[i+1] - N[i-1]) / 2: turns of the frame's
+/// normal. The sign is opposite to the usual T . (N x dN): a right-handed turn counts -1. 0 for fewer than three
+/// tangents; std::invalid_argument when there are fewer normals than tangents.
 double compute_twist(std::span<const Vec3> T, std::span<const Vec3> N);
 
 /// The same sum as compute_writhe(X). There is no twist term: callers compare the two.

@@ -116,7 +116,7 @@ class PairSearch {
   }
 
   static Leaf columns_from(const EdgeTree& edges, std::size_t i) {
-    return {edges.mid(0) + i,   edges.mid(1) + i,   edges.mid(2) + i,    edges.length() + i, edges.start(0) + i,
+    return {edges.mid(0) + i,   edges.mid(1) + i,   edges.mid(2) + i,    edges.length() + i,  edges.start(0) + i,
             edges.start(1) + i, edges.start(2) + i, edges.vector(0) + i, edges.vector(1) + i, edges.vector(2) + i};
   }
 

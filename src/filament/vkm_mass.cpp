@@ -11,9 +11,9 @@ namespace vkm {
 
 namespace {
 
-constexpr double core_line_density = 2.4282113828462446e-11;     // rho_core pi r_c^2, kg / m
-constexpr double core_radius_squared = 1.985196939949829e-30;    // r_c^2, m^2
-constexpr double fluid_energy_scale = 2.6117619251066605e-24;    // rho_f Gamma^2 / (8 pi), J / m
+constexpr double core_line_density = 2.4282113828462446e-11;    // rho_core pi r_c^2, kg / m
+constexpr double core_radius_squared = 1.985196939949829e-30;   // r_c^2, m^2
+constexpr double fluid_energy_scale = 2.6117619251066605e-24;   // rho_f Gamma^2 / (8 pi), J / m
 constexpr double speed_of_light_squared = 89875517873681760.0;  // m^2 / s^2
 
 /// The sums over j of one block of points i, each in the order of j.

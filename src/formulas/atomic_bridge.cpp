@@ -78,8 +78,8 @@ double AtomicBridgeModel::helical_packet_gamma(double r, double phi, double z, d
                                                double w_z, double v, std::int32_t m, double k, double omega) {
   reject_if(0.0 >= w_r || 0.0 >= w_z, "w_r and w_z must be positive.");
   const double along = z - t * v;
-  const double envelope = std::exp(-(r * r) / (2.0 * w_r * w_r)) * A_gamma *
-                          std::exp(-(along * along) / (2.0 * w_z * w_z));
+  const double envelope =
+      std::exp(-(r * r) / (2.0 * w_r * w_r)) * A_gamma * std::exp(-(along * along) / (2.0 * w_z * w_z));
   return std::cos(m * phi + z * k - t * omega) * envelope;
 }
 

@@ -5,10 +5,10 @@ namespace vkm {
 
 void bind_atomic_bridge(py::module_& m) {
   using A = AtomicBridgeModel;
-  py::class_<A>(m, "AtomicBridgeModel",
-                "From the scales of the swirling medium to those of the atom.\n\n"
-                "Static functions in SI units: lengths in m, speeds in m/s, energies in J, circulations in m^2/s.\n"
-                "NaN is not rejected.")
+  bound_class<A>(m, "AtomicBridgeModel",
+                 "From the scales of the swirling medium to those of the atom.\n\n"
+                 "Static functions in SI units: lengths in m, speeds in m/s, energies in J, circulations in m^2/s.\n"
+                 "NaN is not rejected.")
       .def_static("eta0", &A::eta0, py::arg("v_swirl"), py::arg("c") = canonical::c,
                   "v_swirl / c. ValueError unless c is positive.")
       .def_static("bohr_radius_vkm", &A::bohr_radius_vkm, py::arg("r_c"), py::arg("alpha"),
@@ -26,8 +26,8 @@ void bind_atomic_bridge(py::module_& m) {
                   "1 + sigma eta0 gamma.")
       .def_static("scalar_clock_potential_linear", &A::scalar_clock_potential_linear, py::arg("sigma"), py::arg("E_R"),
                   py::arg("eta0"), py::arg("gamma"), "-2 sigma E_R eta0 gamma, J.")
-      .def_static("orbit_coupling_energy", &A::orbit_coupling_energy, py::arg("sigma"), py::arg("E_R"),
-                  py::arg("eta0"), py::arg("anticommutator_value"), "E_R eta0 sigma anticommutator_value / 2, J.")
+      .def_static("orbit_coupling_energy", &A::orbit_coupling_energy, py::arg("sigma"), py::arg("E_R"), py::arg("eta0"),
+                  py::arg("anticommutator_value"), "E_R eta0 sigma anticommutator_value / 2, J.")
       .def_static("frozen_linear_interaction", &A::frozen_linear_interaction, py::arg("sigma"), py::arg("E_R"),
                   py::arg("eta0"), py::arg("gamma"), py::arg("anticommutator_value"),
                   "scalar_clock_potential_linear plus orbit_coupling_energy, J.")

@@ -5,10 +5,10 @@ namespace vkm {
 
 void bind_chronos_kelvin(py::module_& m) {
   using K = ChronosKelvinTransport;
-  py::class_<K>(m, "ChronosKelvinTransport",
-                "Transport of the swirl clock along the Kelvin invariant R^2 omega of an inviscid fluid.\n\n"
-                "Static functions; R and r_c in m, rates in 1/s, c in m/s. ValueError unless R, r_c and c are\n"
-                "positive. NaN is not rejected.")
+  bound_class<K>(m, "ChronosKelvinTransport",
+                 "Transport of the swirl clock along the Kelvin invariant R^2 omega of an inviscid fluid.\n\n"
+                 "Static functions; R and r_c in m, rates in 1/s, c in m/s. ValueError unless R, r_c and c are\n"
+                 "positive. NaN is not rejected.")
       .def_static("kelvin_invariant", &K::kelvin_invariant, py::arg("R"), py::arg("omega"), "R^2 omega, m^2/s.")
       .def_static("omega_from_invariant", &K::omega_from_invariant, py::arg("invariant"), py::arg("R"),
                   "invariant / R^2, rad/s.")

@@ -5,7 +5,7 @@ namespace vkm {
 
 void bind_clock_field(py::module_& m) {
   using R = ClockSectorConstraints;
-  py::class_<R>(m, "ClockSectorConstraints", "What the couplings c1 and c3 say about tensor waves.")
+  bound_class<R>(m, "ClockSectorConstraints", "What the couplings c1 and c3 say about tensor waves.")
       .def(py::init<>())
       .def_readwrite("c13", &R::c13, "c1 + c3.")
       .def_readwrite("tensor_speed", &R::tensor_speed, "Tensor speed in units of the speed of light.")
@@ -14,9 +14,9 @@ void bind_clock_field(py::module_& m) {
       .def_readwrite("gw170817_ok", &R::gw170817_ok, "Whether the offset lies inside the tolerance.");
 
   using F = ClockFieldEFT;
-  py::class_<F>(m, "ClockFieldEFT",
-                "Effective field theory of a unit timelike clock field (Einstein-aether theory).\n\n"
-                "Static functions. NaN is not rejected.")
+  bound_class<F>(m, "ClockFieldEFT",
+                 "Effective field theory of a unit timelike clock field (Einstein-aether theory).\n\n"
+                 "Static functions. NaN is not rejected.")
       .def_static("c13", &F::c13, py::arg("c1"), py::arg("c3"), "c1 + c3.")
       .def_static("tensor_speed", &F::tensor_speed, py::arg("c13"), py::arg("c") = canonical::c,
                   "c / sqrt(1 - c13), in the unit of c (m/s). ValueError unless c and 1 - c13 are positive.")

@@ -27,8 +27,8 @@ The caller's list stays as it was, and None is returned. ValueError if there are
         "Legacy alias for local_rotation_rate = 0.5 * (dv/dx - du/dy). Not the Canon Swirl-Clock factor.");
   m.def("local_rotation_rate", &local_rotation_rate, py::arg("dv_dx"), py::arg("du_dy"),
         "(dv/dx - du/dy) / 2, rad/s: the angular velocity of a fluid element about z, half its vorticity.");
-  m.def("swirl_clock_factor_from_speed", &swirl_clock_factor_from_speed, py::arg("v_norm"),
-        py::arg("c") = canonical::c, "sqrt(max(1 - v_norm^2 / c^2, 0)), both in m/s: exactly 0 from c on.");
+  m.def("swirl_clock_factor_from_speed", &swirl_clock_factor_from_speed, py::arg("v_norm"), py::arg("c") = canonical::c,
+        "sqrt(max(1 - v_norm^2 / c^2, 0)), both in m/s: exactly 0 from c on.");
   m.def("vorticity_from_curvature", &vorticity_from_curvature, py::arg("V"), py::arg("R"),
         "V / R, 1/s: what a speed V along streamlines of radius R adds to the vorticity.");
   m.def("vortex_pressure_drop", &vortex_pressure_drop, py::arg("rho"), py::arg("c"),
@@ -39,8 +39,8 @@ The caller's list stays as it was, and None is returned. ValueError if there are
         "Legacy helper 0.5 * rho * omega^2. Prefer swirl_energy_density_from_speed or swirl_tension_energy_density.");
   m.def("swirl_energy_density_from_speed", &swirl_energy_density_from_speed, py::arg("rho"), py::arg("v_norm"),
         "rho v_norm^2 / 2, J/m^3.");
-  m.def("swirl_tension_energy_density", &swirl_tension_energy_density, py::arg("rho"), py::arg("omega"),
-        py::arg("ell"), "rho (ell omega)^2 / 2, J/m^3: a rotation omega in 1/s felt over the length ell in m.");
+  m.def("swirl_tension_energy_density", &swirl_tension_energy_density, py::arg("rho"), py::arg("omega"), py::arg("ell"),
+        "rho (ell omega)^2 / 2, J/m^3: a rotation omega in 1/s felt over the length ell in m.");
   m.def("kairos_energy_trigger", &kairos_energy_trigger, py::arg("rho"), py::arg("omega"), py::arg("Ce"),
         "Whether rho omega^2 / 2 > rho Ce^2 / 2; False at equality.");
   m.def("compute_helicity", &helicity_integral, py::arg("velocity"), py::arg("vorticity"), py::arg("dV"),

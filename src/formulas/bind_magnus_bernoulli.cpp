@@ -5,7 +5,7 @@ namespace vkm {
 
 void bind_magnus_bernoulli(py::module_& m) {
   using I = MagnusBernoulliIntegrator;
-  py::class_<I>(m, "MagnusBernoulliIntegrator", "Forces of a swirling medium on a vortex segment; SI units.")
+  bound_class<I>(m, "MagnusBernoulliIntegrator", "Forces of a swirling medium on a vortex segment; SI units.")
       .def(py::init<double, double, double, double>(), py::arg("rho_f"), py::arg("v_swirl"), py::arg("r_c"),
            py::arg("Gamma"),
            "From the density (kg/m^3), swirl speed (m/s), core radius (m) and circulation (m^2/s). Nothing is checked.")

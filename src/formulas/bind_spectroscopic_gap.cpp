@@ -5,9 +5,9 @@ namespace vkm {
 
 void bind_spectroscopic_gap(py::module_& m) {
   using G = SpectroscopicGap;
-  py::class_<G>(m, "SpectroscopicGap",
-                "The energy gap of Kelvin waves on a core, beside atomic transitions and temperatures.\n\n"
-                "Static functions; the electronvolt is 1.602176634e-19 J. NaN is not rejected.")
+  bound_class<G>(m, "SpectroscopicGap",
+                 "The energy gap of Kelvin waves on a core, beside atomic transitions and temperatures.\n\n"
+                 "Static functions; the electronvolt is 1.602176634e-19 J. NaN is not rejected.")
       .def_static("kelvin_gap_joule", &G::kelvin_gap_joule, py::arg("hbar"), py::arg("v_swirl"), py::arg("r_c"),
                   py::arg("multiplier") = 1.0,
                   "multiplier hbar v_swirl / r_c, J, for hbar in J s, v_swirl in m/s, r_c in m. ValueError unless all\n"

@@ -17,10 +17,10 @@ std::vector<double> radii_from(const DoubleArray& array) {
 
 void bind_vkm_gravity(py::module_& m) {
   using G = VKMGravity;
-  py::class_<G>(m, "VKMGravity",
-                "Gravity-like effects of a swirling medium, sample by sample.\n\n"
-                "Static functions. Fields are arrays of shape (N, 3), radii of shape (N,); ValueError for other\n"
-                "shapes. Results are lists of N floats. NaN is not rejected.")
+  bound_class<G>(m, "VKMGravity",
+                 "Gravity-like effects of a swirling medium, sample by sample.\n\n"
+                 "Static functions. Fields are arrays of shape (N, 3), radii of shape (N,); ValueError for other\n"
+                 "shapes. Results are lists of N floats. NaN is not rejected.")
       .def_static(
           "compute_beltrami_shear",
           [](const DoubleArray& B_field, const DoubleArray& Curl_B) {

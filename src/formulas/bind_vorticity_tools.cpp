@@ -19,8 +19,8 @@ The same as vorticity_z_2D.)");
       R"(Velocity-curl product equals pressure gradient divided by density
 
 The vorticity takes no part.)");
-  m.def("compute_vorticity", &planar_vorticity, py::arg("u"), py::arg("v"), py::arg("nx"), py::arg("ny"),
-        py::arg("dx"), py::arg("dy"),
+  m.def("compute_vorticity", &planar_vorticity, py::arg("u"), py::arg("v"), py::arg("nx"), py::arg("ny"), py::arg("dx"),
+        py::arg("dy"),
         R"(Compute 2D vorticity field
 
 Vorticity tools for 2D flows

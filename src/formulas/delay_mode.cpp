@@ -32,8 +32,8 @@ double DelayModeSelector::phase_lock_stability_slope(double Omega, double kappa,
 }
 
 DelayModeResult DelayModeSelector::solve_phase_locked_frequency(double omega0, double kappa, double tau,
-                                                                double initial_guess, std::int32_t max_iter,
-                                                                double tol, const Poll& poll) {
+                                                                double initial_guess, std::int32_t max_iter, double tol,
+                                                                const Poll& poll) {
   reject_if(0.0 >= tau || 0 >= max_iter || 0.0 >= tol, "tau, max_iter, and tol must be positive.");
   constexpr double least_derivative = 1e-30;
   constexpr std::int32_t steps_a_tick = 1024;

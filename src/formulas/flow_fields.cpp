@@ -44,8 +44,7 @@ double kinetic_energy(std::span<const Vec3> velocity, double rho) {
 }
 
 double helicity_integral(std::span<const Vec3> velocity, std::span<const Vec3> vorticity, double dV) {
-  reject_if(velocity.size() != vorticity.size(),
-            "compute_helicity: velocity and vorticity must have the same length.");
+  reject_if(velocity.size() != vorticity.size(), "compute_helicity: velocity and vorticity must have the same length.");
   return sum_of_products(velocity, vorticity) * dV;
 }
 
@@ -56,8 +55,7 @@ double circulation_surface_integral(std::span<const Vec3> omega_field, std::span
 }
 
 double enstrophy(std::span<const double> omega_squared, std::span<const double> ds_area) {
-  reject_if(omega_squared.size() != ds_area.size(),
-            "enstrophy: omega_squared and ds_area must have the same length.");
+  reject_if(omega_squared.size() != ds_area.size(), "enstrophy: omega_squared and ds_area must have the same length.");
   double sum = 0.0;
   for (std::size_t i = 0; i < omega_squared.size(); ++i) sum += omega_squared[i] * ds_area[i];
   return sum;

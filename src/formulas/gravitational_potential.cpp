@@ -59,8 +59,7 @@ VKM_KERNEL void direct_block(const Vec3* positions, const Vec3* vorticity, std::
 }
 
 /// Exponents |p_i - p_j|^2 / width of one source against a block of targets; returns whether any of them counts.
-VKM_INLINE bool exponents(const Vec3& p, const double* x, const double* y, const double* z, double width,
-                          double* q) {
+VKM_INLINE bool exponents(const Vec3& p, const double* x, const double* y, const double* z, double width, double* q) {
   std::uint64_t counts = 0;
   for (std::size_t k = 0; k < lane_block; ++k) {
     const double dx = x[k] - p[0];

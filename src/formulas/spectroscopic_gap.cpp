@@ -24,8 +24,7 @@ double SpectroscopicGap::boltzmann_suppression(double gap_joule, double temperat
   return std::exp(-gap_joule / (temperature_K * k_B));
 }
 
-bool SpectroscopicGap::is_decoupled_from_atomic_transition(double transition_ev, double gap_ev,
-                                                           double safety_factor) {
+bool SpectroscopicGap::is_decoupled_from_atomic_transition(double transition_ev, double gap_ev, double safety_factor) {
   reject_if(0.0 > transition_ev || 0.0 > gap_ev || 0.0 >= safety_factor, "invalid arguments.");
   return gap_ev >= transition_ev * safety_factor;
 }

@@ -32,8 +32,7 @@ std::vector<double> VKMGravity::compute_gravity_dilation(std::span<const Vec3> B
   return map(B_field, [=](const Vec3& B) { return std::clamp(1.0 - (norm(B) / B_saturation) * L, 0.0, 1.0); });
 }
 
-std::vector<double> VKMGravity::compute_helicity_density(std::span<const Vec3> A_field,
-                                                         std::span<const Vec3> B_field) {
+std::vector<double> VKMGravity::compute_helicity_density(std::span<const Vec3> A_field, std::span<const Vec3> B_field) {
   reject_if(A_field.size() != B_field.size(), "A_field and B_field must have the same size.");
   std::vector<double> density(A_field.size());
   for (std::size_t i = 0; i < density.size(); ++i) density[i] = dot(A_field[i], B_field[i]);

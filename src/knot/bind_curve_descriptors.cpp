@@ -36,10 +36,9 @@ py::tuple fourier_knot_eval(const DoubleArray& a_x, const DoubleArray& b_x, cons
 }
 
 void register_records(py::module_& m) {
-  py::class_<GeometricDescriptors> descriptors(
+  auto descriptors = bound_class<GeometricDescriptors>(
       m, "GeometricDescriptors", "Geometry of a Fourier curve: the result of describe_fourier_block.");
-  descriptors
-      .def_readonly("length", &GeometricDescriptors::length, "Curve length, in the units of the coefficients.")
+  descriptors.def_readonly("length", &GeometricDescriptors::length, "Curve length, in the units of the coefficients.")
       .def_readonly("bending_energy", &GeometricDescriptors::bending_energy,
                     "Integral of curvature squared over arc length, 1 / length.")
       .def_readonly("min_self_distance", &GeometricDescriptors::min_self_distance,
@@ -48,11 +47,13 @@ void register_records(py::module_& m) {
   def_list_readonly(descriptors, "mode_energy", &GeometricDescriptors::mode_energy, "mode_energies of the block.");
 
   using KnotDynamics::FourierResult;
-  py::class_<FourierResult> series(m, "FourierResult", "Points and tangents: the result of evaluate_fourier_series.");
+  auto series =
+      bound_class<FourierResult>(m, "FourierResult", "Points and tangents: the result of evaluate_fourier_series.");
   def_list_readonly(series, "positions", &FourierResult::positions, "Points, one a parameter.");
   def_list_readonly(series, "tangents", &FourierResult::tangents, "Derivatives by the parameter, not normalised.");
 
-  py::class_<LoadedKnot> loaded(m, "LoadedKnot", "A sampled, centred knot: an entry of the result of load_all_knots.");
+  auto loaded =
+      bound_class<LoadedKnot>(m, "LoadedKnot", "A sampled, centred knot: an entry of the result of load_all_knots.");
   loaded.def_readonly("name", &LoadedKnot::name, "Name derived from the path.");
   def_list_readonly(loaded, "points", &LoadedKnot::points, "Centred samples; the first point is repeated as the last.");
   def_list_readonly(loaded, "curvature", &LoadedKnot::curvature, "compute_curvature of the samples.");
@@ -61,8 +62,7 @@ void register_records(py::module_& m) {
           "get_points_array", [](const LoadedKnot& self) { return array_from(self.points); },
           "Get points as NumPy array (N,3)")
       .def(
-          "get_curvature_array",
-          [](const LoadedKnot& self) { return array_from(std::vector<double>(self.curvature)); },
+          "get_curvature_array", [](const LoadedKnot& self) { return array_from(std::vector<double>(self.curvature)); },
           "Get curvature as NumPy array (N,)");
 }
 

@@ -9,7 +9,7 @@ namespace vkm {
 namespace {
 
 void register_fourier_block(py::module_& m) {
-  py::class_<FourierBlock> block(m, "FourierBlock", R"(A closed curve as a truncated Fourier series.
+  auto block = bound_class<FourierBlock>(m, "FourierBlock", R"(A closed curve as a truncated Fourier series.
 
 x(s) = sum_i a_x[i] cos((i + 1) s) + b_x[i] sin((i + 1) s), the same for y and z; s in radians, period 2 pi. Row i is
 harmonic i + 1; there is no constant term.)");
@@ -23,8 +23,8 @@ harmonic i + 1; there is no constant term.)");
 }
 
 void register_fourier_knot(py::module_& m) {
-  py::class_<FourierKnot> knot(m, "fourier_knot",
-                               "A knot from a .fseries file: loadBlocks, selectMaxHarmonics, reconstruct.");
+  auto knot = bound_class<FourierKnot>(m, "fourier_knot",
+                                       "A knot from a .fseries file: loadBlocks, selectMaxHarmonics, reconstruct.");
   knot.def(py::init<>());
   def_list(knot, "blocks", &FourierKnot::blocks, "Blocks of the last loadBlocks.");
   knot.def_readwrite("activeBlock", &FourierKnot::activeBlock, "The block that reconstruct evaluates.");

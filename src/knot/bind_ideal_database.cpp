@@ -6,7 +6,7 @@ namespace vkm {
 namespace {
 
 void register_records(py::module_& m) {
-  py::class_<IdealABComponent> component(m, "IdealABComponent", R"(One component of an ideal knot or link.
+  auto component = bound_class<IdealABComponent>(m, "IdealABComponent", R"(One component of an ideal knot or link.
 
 r(s) = A0 + B0 + the series `fourier`; s in radians.)");
   component.def(py::init<>())
@@ -15,7 +15,7 @@ r(s) = A0 + B0 + the series `fourier`; s in radians.)");
       .def_readwrite("B0", &IdealABComponent::B0, "The B triple of row 0.")
       .def_readwrite("fourier", &IdealABComponent::fourier, "The rows from harmonic 1 on.");
 
-  py::class_<IdealABBlock> block(m, "IdealABBlock", "One knot or link of the ideal database.");
+  auto block = bound_class<IdealABBlock>(m, "IdealABBlock", "One knot or link of the ideal database.");
   block.def(py::init<>())
       .def_readwrite("id", &IdealABBlock::id, "Attribute Id, as \"3:1:1\".")
       .def_readwrite("conway", &IdealABBlock::conway, "Conway notation.")

@@ -5,7 +5,7 @@
 namespace vkm {
 
 void register_vortex_knot_system(py::module_& m) {
-  py::class_<VortexKnotSystem, std::shared_ptr<VortexKnotSystem>>(
+  bound_class<VortexKnotSystem, std::shared_ptr<VortexKnotSystem>>(
       m, "VortexKnotSystem", "A closed vortex filament evolved by explicit Euler under the Biot-Savart law.")
       .def(py::init([](double circulation) {
              auto system = std::make_shared<VortexKnotSystem>();
@@ -40,7 +40,8 @@ cannot be found or read; the system then keeps its state.)")
           R"(Take `steps` Euler steps of `dt` seconds under the filament's own Biot-Savart velocity.
 
 An interrupted call leaves the state as it was.)")
-      .def("get_positions", [](const VortexKnotSystem& self) { return self.positions; }, "Positions in m, a new list.")
+      .def(
+          "get_positions", [](const VortexKnotSystem& self) { return self.positions; }, "Positions in m, a new list.")
       .def(
           "get_tangents", [](const VortexKnotSystem& self) { return self.tangents; },
           "Element vectors in m: half of the difference of the neighbours. A new list.");

@@ -29,7 +29,7 @@ using namespace workbench;
 
 void register_records(py::module_& m) {
   using C = CanonicalizeResult;
-  py::class_<C>(m, "CanonicalizeResult", "What canonicalize_fseries_file_inplace found and did.")
+  bound_class<C>(m, "CanonicalizeResult", "What canonicalize_fseries_file_inplace found and did.")
       .def(py::init<>())
       .def_readwrite("path", &C::path, "The file.")
       .def_readwrite("found_numeric_rows", &C::found_numeric_rows, "Rows of three or six numbers.")
@@ -37,7 +37,7 @@ void register_records(py::module_& m) {
       .def_readwrite("reason", &C::reason, "Why, or why not.");
 
   using H = HelicityResult;
-  py::class_<H>(m, "HelicityResult", "Helicity and discrete measures of a file's curve.")
+  bound_class<H>(m, "HelicityResult", "Helicity and discrete measures of a file's curve.")
       .def(py::init<>())
       .def_readwrite("path", &H::path, "The file.")
       .def_readwrite("a_mu", &H::a_mu, "Ratio of the invariants.")
@@ -52,7 +52,7 @@ void register_records(py::module_& m) {
       .def_readwrite("nsamples", &H::nsamples, "Samples.");
 
   using P = FilamentEnergyParams;
-  py::class_<P>(m, "FilamentEnergyParams", "Parameters of compute_filament_energy_from_fseries.")
+  bound_class<P>(m, "FilamentEnergyParams", "Parameters of compute_filament_energy_from_fseries.")
       .def(py::init<>())
       .def_readwrite("rho_outer", &P::rho_outer, "Density of the nonlocal term.")
       .def_readwrite("rho_local", &P::rho_local, "Density of the local terms.")
@@ -68,7 +68,7 @@ void register_records(py::module_& m) {
       .def_readwrite("skip_neighbors_base", &P::skip_neighbors_base, "Least neighbour skip.");
 
   using E = FilamentEnergyResult;
-  py::class_<E>(m, "FilamentEnergyResult", "Discrete measures and energies of a file's curve.")
+  bound_class<E>(m, "FilamentEnergyResult", "Discrete measures and energies of a file's curve.")
       .def(py::init<>())
       .def_readwrite("path", &E::path, "The file.")
       .def_readwrite("L", &E::L, "Polygon length.")
@@ -99,7 +99,8 @@ void register_measures(py::module_& m) {
       [](const std::string& path, int nsamples) { return sample_curve_centered(path, nsamples, python_poll()); },
       py::arg("path"), py::arg("nsamples") = 1024,
       "Samples of a file's largest block at s = 2 pi k / nsamples, less their mean; a list of points, empty for\n"
-      "nsamples below 1. Raises RuntimeError for a missing file or one without blocks, as do all tools over files here.");
+      "nsamples below 1. Raises RuntimeError for a missing file or one without blocks, as do all tools over files "
+      "here.");
   m.def(
       "compute_curve_metrics_from_fseries",
       [](const std::string& path, int nsamples, std::int32_t skip) {
@@ -113,7 +114,8 @@ void register_measures(py::module_& m) {
         return TubeMetricsObject(resolved_tube_metrics_from_fseries(path, nsamples, skip, python_poll()));
       },
       py::arg("path"), py::arg("nsamples") = 2048, py::arg("skip") = 3,
-      "ResolvedTubeMetrics of the samples, with at least one neighbour skipped. Raises ValueError for fewer than three\n"
+      "ResolvedTubeMetrics of the samples, with at least one neighbour skipped. Raises ValueError for fewer than "
+      "three\n"
       "samples.");
   m.def(
       "curve_length_from_fseries",
@@ -144,10 +146,11 @@ void register_measures(py::module_& m) {
 
 void bind_workbench(py::module_& m) {
   register_records(m);
-  m.def("canonicalize_fseries_file_inplace", &canonicalize_fseries_file_inplace, py::arg("path"),
-        "Replace the leading three-column row of a legacy file by a six-column row of zeros, whatever stood in it.\n\n"
-        "The file is written in that one case only, with line feeds for line ends. Returns a CanonicalizeResult; raises\n"
-        "RuntimeError when the file cannot be read or written.");
+  m.def(
+      "canonicalize_fseries_file_inplace", &canonicalize_fseries_file_inplace, py::arg("path"),
+      "Replace the leading three-column row of a legacy file by a six-column row of zeros, whatever stood in it.\n\n"
+      "The file is written in that one case only, with line feeds for line ends. Returns a CanonicalizeResult; raises\n"
+      "RuntimeError when the file cannot be read or written.");
   m.def(
       "compute_helicity_from_fseries",
       [](const std::string& path, int grid_size, double spacing, int interior_margin, int nsamples) {
@@ -155,7 +158,8 @@ void bind_workbench(py::module_& m) {
       },
       py::arg("path"), py::arg("grid_size") = 32, py::arg("spacing") = 0.1, py::arg("interior_margin") = 8,
       py::arg("nsamples") = 1000,
-      "HelicityResult: compute_helicity_from_fourier_block of the largest block, and the measures of its centred samples.");
+      "HelicityResult: compute_helicity_from_fourier_block of the largest block, and the measures of its centred "
+      "samples.");
   register_measures(m);
   m.def(
       "compute_filament_energy_from_fseries",
@@ -163,7 +167,8 @@ void bind_workbench(py::module_& m) {
         return compute_filament_energy_from_fseries(path, params, python_poll());
       },
       py::arg("path"), py::arg("params"),
-      "FilamentEnergyResult: rho_outer Gamma^2 ds^2 / (8 pi) times the sum of t_i . t_j / |p_j - p_i| over ordered pairs\n"
+      "FilamentEnergyResult: rho_outer Gamma^2 ds^2 / (8 pi) times the sum of t_i . t_j / |p_j - p_i| over ordered "
+      "pairs\n"
       "more than m_loc apart, (ln(s_cut_local / a_core) + c_rankine_outer) rho_local Gamma^2 L / (4 pi), and\n"
       "rho_local Gamma^2 L / (16 pi).");
   m.def(
@@ -174,7 +179,8 @@ void bind_workbench(py::module_& m) {
       },
       py::arg("root_dir"), py::arg("grid_size") = 32, py::arg("spacing") = 0.1, py::arg("interior_margin") = 8,
       py::arg("nsamples") = 1000, py::arg("recurse") = false,
-      "compute_helicity_from_fseries of every *.fseries file of a directory, a list sorted by path. Links to directories\n"
+      "compute_helicity_from_fseries of every *.fseries file of a directory, a list sorted by path. Links to "
+      "directories\n"
       "are not followed. Raises RuntimeError for a missing directory; the first error ends the batch.");
   m.def(
       "compare_fseries_files",
@@ -186,7 +192,8 @@ void bind_workbench(py::module_& m) {
         return found;
       },
       py::arg("path_a"), py::arg("path_b"), py::arg("nsamples") = 2048, py::arg("skip") = 3,
-      "Measures of two files, their differences b - a, and the root mean square distance of samples with the same index:\n"
+      "Measures of two files, their differences b - a, and the root mean square distance of samples with the same "
+      "index:\n"
       "no alignment of phase or direction.");
 }
 

@@ -7,9 +7,8 @@
 namespace vkm {
 
 const EmbeddedText* find_embedded(std::span<const EmbeddedText> table, std::string_view key) {
-  const auto found = std::lower_bound(table.begin(), table.end(), key, [](const EmbeddedText& entry, auto wanted) {
-    return entry.key < wanted;
-  });
+  const auto found = std::lower_bound(table.begin(), table.end(), key,
+                                      [](const EmbeddedText& entry, auto wanted) { return entry.key < wanted; });
   return found != table.end() && found->key == key ? &*found : nullptr;
 }
 

@@ -20,11 +20,11 @@ namespace vkm {
 
 /// What describe_fourier_block gathers.
 struct GeometricDescriptors {
-  double length = 0.0;               // curve length
-  double bending_energy = 0.0;       // integral of curvature squared over arc length, 1 / length
-  double min_self_distance = 0.0;    // least distance between samples that are not neighbours
-  double writhe = 0.0;               // compute_writhe of the samples, read as an open list
-  std::vector<double> mode_energy;   // mode_energies of the block, length squared
+  double length = 0.0;              // curve length
+  double bending_energy = 0.0;      // integral of curvature squared over arc length, 1 / length
+  double min_self_distance = 0.0;   // least distance between samples that are not neighbours
+  double writhe = 0.0;              // compute_writhe of the samples, read as an open list
+  std::vector<double> mode_energy;  // mode_energies of the block, length squared
 };
 
 /// The points of a block at s = k 2 pi / nsamples, k = 0 .. nsamples - 1: a closed polygon, its first point not
@@ -38,8 +38,8 @@ std::vector<double> curvature_exact(const FourierBlock& block, std::span<const d
 /// Integral of |r'| over the period, with max(16, nsamples) samples.
 double length_exact(const FourierBlock& block, std::int64_t nsamples = 4096, const Poll& poll = {});
 
-/// Integral of kappa^2 v over the period, v = max(eps, |r'|), with max(32, nsamples) samples. The clamped speed stands in
-/// the arc-length weight too.
+/// Integral of kappa^2 v over the period, v = max(eps, |r'|), with max(32, nsamples) samples. The clamped speed stands
+/// in the arc-length weight too.
 double bending_energy_exact(const FourierBlock& block, std::int64_t nsamples = 4096, double eps = 1e-12,
                             const Poll& poll = {});
 

@@ -17,7 +17,7 @@ std::tuple<double, double, double> compute_helicity_from_fourier_block(const Fou
   const int G = std::max(grid_size, 0);
   const int c = G / 2;
   const GridShape shape{G, G, G};
-  require_memory(cell_count(shape), 6 * sizeof(Vec3));  // grid, fields, interiors
+  require_memory(cell_count(shape), 6 * sizeof(Vec3));                                // grid, fields, interiors
   require_memory(static_cast<std::size_t>(std::max(nsamples, 0)), 4 * sizeof(Vec3));  // curve and its segments
   const std::vector<Vec3> curve = sample_both_ends_centred(block, nsamples, poll);
 

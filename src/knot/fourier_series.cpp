@@ -121,8 +121,8 @@ std::vector<Vec3> evaluate_fourier_block(const FourierBlock& block, std::span<co
 }
 
 std::array<Vec3, 4> evaluate_with_derivatives(const FourierBlock& block, double s) {
-  const std::size_t n = std::max({block.a_x.size(), block.b_x.size(), block.a_y.size(), block.b_y.size(),
-                                  block.a_z.size(), block.b_z.size()});
+  const std::size_t n = std::max(
+      {block.a_x.size(), block.b_x.size(), block.a_y.size(), block.b_y.size(), block.a_z.size(), block.b_z.size()});
   Vec3 r{};
   Vec3 r1{};
   Vec3 r2{};

@@ -19,9 +19,9 @@ namespace vkm {
 
 /// One series; a reader gives the six vectors one length, the number of harmonics.
 struct FourierBlock {
-  std::string header;        // text of the block's last `%` line
-  std::vector<double> a_x;   // cosine coefficients of x; entry i belongs to harmonic i + 1
-  std::vector<double> b_x;   // sine coefficients of x
+  std::string header;       // text of the block's last `%` line
+  std::vector<double> a_x;  // cosine coefficients of x; entry i belongs to harmonic i + 1
+  std::vector<double> b_x;  // sine coefficients of x
   std::vector<double> a_y;
   std::vector<double> b_y;
   std::vector<double> a_z;

@@ -33,9 +33,7 @@ class Matcher {
   }
 
   /// [^"]*
-  std::string_view up_to_quote() {
-    return take(std::min(rest_.find('"'), rest_.size()));
-  }
+  std::string_view up_to_quote() { return take(std::min(rest_.find('"'), rest_.size())); }
 
   std::string_view rest() const { return rest_; }
 

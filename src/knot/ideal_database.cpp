@@ -59,8 +59,8 @@ std::vector<IdealABComponent> parse_component_elements(std::string_view body) {
     if (tag_end == npos) break;
     const std::size_t end = body.find(closing, tag_end + 1);
     if (end == npos) break;
-    components.push_back(parse_ideal_component(body.substr(at, tag_end + 1 - at),
-                                               body.substr(tag_end + 1, end - tag_end - 1)));
+    components.push_back(
+        parse_ideal_component(body.substr(at, tag_end + 1 - at), body.substr(tag_end + 1, end - tag_end - 1)));
     at = body.find(opening, end + closing.size());
   }
   return components;
@@ -107,8 +107,8 @@ void parse_blocks(std::string_view content, std::string_view tag, std::vector<Id
     if (head_end == npos) return;
     const std::size_t body_end = content.find(closing, head_end);
     if (body_end == npos) return;
-    blocks.push_back(parse_block(content.substr(at, head_end + 1 - at),
-                                 content.substr(head_end + 1, body_end - head_end - 1), tag));
+    blocks.push_back(
+        parse_block(content.substr(at, head_end + 1 - at), content.substr(head_end + 1, body_end - head_end - 1), tag));
     at = body_end + closing.size();
   }
 }
@@ -167,8 +167,8 @@ int index_of_ideal_id(std::span<const IdealABBlock> blocks, std::string_view id)
 }
 
 std::string format_ideal_ab_header(const IdealABBlock& ab) {
-  return "AB Id=\"" + ab.id + "\" Conway=\"" + ab.conway + "\" L=\"" + fixed_text(ab.L) + "\" D=\"" +
-         fixed_text(ab.D) + "\" n=\"" + std::to_string(ab.n) + "\"";
+  return "AB Id=\"" + ab.id + "\" Conway=\"" + ab.conway + "\" L=\"" + fixed_text(ab.L) + "\" D=\"" + fixed_text(ab.D) +
+         "\" n=\"" + std::to_string(ab.n) + "\"";
 }
 
 std::vector<std::vector<Vec3>> evaluate_ideal_ab_components(const IdealABBlock& ab, std::span<const double> s,

@@ -23,8 +23,9 @@ struct LoadedKnot {
 /// "a/knot.3_1.fseries" is named ".3_1".
 std::string knot_name_of_path(std::string_view path);
 
-/// The largest block of each file, sampled at s_k = k 2 pi / (nsamples - 1): both ends of the period. A file that cannot
-/// be read or has no block gives no entry. No points for nsamples below 1; a single sample has no step, it is NaN.
+/// The largest block of each file, sampled at s_k = k 2 pi / (nsamples - 1): both ends of the period. A file that
+/// cannot be read or has no block gives no entry. No points for nsamples below 1; a single sample has no step, it is
+/// NaN.
 std::vector<LoadedKnot> load_all_knots(std::span<const std::string> paths, std::int64_t nsamples = 1000,
                                        const Poll& poll = {});
 

@@ -39,7 +39,9 @@ VKM_KERNEL bool test_block(const double* x, const double* y, const double* fx, c
 }  // namespace
 
 CrossingSearch::CrossingSearch(const Lanes& points)
-    : points_(points), edges_(points.size()), block_boxes_(points.blocks(), {infinity, -infinity, infinity, -infinity}) {
+    : points_(points),
+      edges_(points.size()),
+      block_boxes_(points.blocks(), {infinity, -infinity, infinity, -infinity}) {
   const std::size_t n = points.size();
   Box all{infinity, -infinity, infinity, -infinity};
   const auto grow = [](Box& box, const Box& by) {

@@ -14,8 +14,8 @@ namespace vkm {
 namespace {
 
 /// File names of the ideal databases, in the order of the search.
-constexpr std::string_view standard_names[] = {"ideal.txt",      "ideal_short.txt",    "ideal_11a.txt",
-                                               "ideal_11n.txt",  "idealLinks.txt",     "idealLinks_10a.txt",
+constexpr std::string_view standard_names[] = {"ideal.txt",         "ideal_short.txt", "ideal_11a.txt",
+                                               "ideal_11n.txt",     "idealLinks.txt",  "idealLinks_10a.txt",
                                                "idealLinks_10n.txt"};
 
 /// Places of the database's legacy file.

@@ -145,8 +145,8 @@ FilamentEnergyResult compute_filament_energy_from_fseries(const std::string& pat
   return result;
 }
 
-std::vector<HelicityResult> batch_helicity_from_dir(const std::string& root_dir, const HelicityGrid& grid,
-                                                    bool recurse, const Poll& poll) {
+std::vector<HelicityResult> batch_helicity_from_dir(const std::string& root_dir, const HelicityGrid& grid, bool recurse,
+                                                    const Poll& poll) {
   std::error_code error;
   if (root_dir.find('\0') != std::string::npos || !std::filesystem::is_directory(root_dir, error)) {
     throw std::runtime_error("directory does not exist: " + root_dir);
@@ -167,7 +167,7 @@ std::vector<std::pair<std::string, double>> compare_fseries_files(const std::str
   const FilamentEnergyResult a = metrics_of(path_a, points_a, nsamples, skip, poll);
   const FilamentEnergyResult b = metrics_of(path_b, points_b, nsamples, skip, poll);
   std::vector<std::pair<std::string, double>> found;
-  const auto compare = [&](const std::string& name, double FilamentEnergyResult::*measure) {
+  const auto compare = [&](const std::string& name, double FilamentEnergyResult::* measure) {
     found.emplace_back(name + "_a", a.*measure);
     found.emplace_back(name + "_b", b.*measure);
     found.emplace_back("d" + name, b.*measure - a.*measure);

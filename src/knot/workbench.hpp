@@ -38,16 +38,16 @@ struct HelicityResult {
 };
 
 struct FilamentEnergyParams {
-  double rho_outer = 7e-07;          // density of the nonlocal term
-  double rho_local = 7e-07;          // density of the local terms
-  double Gamma = 1.0;                // circulation
-  double a_core = 1.0;               // core radius
-  double delta = 0.0;                // if positive, pairs within this distance do not count
-  double s_cut_local = 0.0;          // arc length of the local region
+  double rho_outer = 7e-07;  // density of the nonlocal term
+  double rho_local = 7e-07;  // density of the local terms
+  double Gamma = 1.0;        // circulation
+  double a_core = 1.0;       // core radius
+  double delta = 0.0;        // if positive, pairs within this distance do not count
+  double s_cut_local = 0.0;  // arc length of the local region
   bool include_nonlocal = true;
   bool include_local_match = true;
   bool include_core_int = true;
-  double c_rankine_outer = 0.0;      // constant of the local match
+  double c_rankine_outer = 0.0;  // constant of the local match
   std::int32_t nsamples = 1024;
   std::int32_t skip_neighbors_base = 1;  // least neighbour skip
 };
@@ -110,8 +110,8 @@ FilamentEnergyResult compute_filament_energy_from_fseries(const std::string& pat
 
 /// compute_helicity_from_fseries of every file *.fseries of a directory, by path. Subdirectories are walked on demand;
 /// links to directories are not. Any error ends the batch.
-std::vector<HelicityResult> batch_helicity_from_dir(const std::string& root_dir, const HelicityGrid& grid,
-                                                    bool recurse, const Poll& poll = {});
+std::vector<HelicityResult> batch_helicity_from_dir(const std::string& root_dir, const HelicityGrid& grid, bool recurse,
+                                                    const Poll& poll = {});
 
 /// Measures of two files, their differences b - a, and the root mean square distance of samples with the same index.
 std::vector<std::pair<std::string, double>> compare_fseries_files(const std::string& path_a, const std::string& path_b,

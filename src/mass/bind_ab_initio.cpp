@@ -8,7 +8,7 @@ namespace {
 
 void bind_zoo(py::module_& m) {
   using R = ZooResult;
-  py::class_<R>(m, "ZooResult", "The golden mass of an entry of the Master Dictionary.")
+  bound_class<R>(m, "ZooResult", "The golden mass of an entry of the Master Dictionary.")
       .def(py::init<>())
       .def_readwrite("identifier", &R::identifier, "The entry's name.")
       .def_readwrite("mass_mev", &R::mass_mev, "Mass, MeV.")
@@ -16,9 +16,9 @@ void bind_zoo(py::module_& m) {
       .def_readwrite("genus_g", &R::genus_g, "Genus.");
 
   using Z = ZooEvaluator;
-  py::class_<Z>(m, "ZooEvaluator",
-                "Masses of the Master Dictionary of knots and links: bridge_b m_0 phi^(-2 genus_g) with m_0 = "
-                "1.0290437436843307e-54 kg and the golden ratio phi.\n\nStatic functions.")
+  bound_class<Z>(m, "ZooEvaluator",
+                 "Masses of the Master Dictionary of knots and links: bridge_b m_0 phi^(-2 genus_g) with m_0 = "
+                 "1.0290437436843307e-54 kg and the golden ratio phi.\n\nStatic functions.")
       .def_static("evaluate_all_golden_nls", &Z::evaluate_all_golden_nls,
                   "Run ab initio Golden NLS mass evaluation for the entire VKM Master Dictionary.\n\n"
                   "A list of ZooResult, in the order of the identifiers' bytes.")
@@ -29,7 +29,7 @@ void bind_zoo(py::module_& m) {
 
 void bind_records(py::module_& m) {
   using T = TailApproxConfig;
-  py::class_<T>(m, "TailApproxConfig", "How the energy of the flow outside the core is estimated.")
+  bound_class<T>(m, "TailApproxConfig", "How the energy of the flow outside the core is estimated.")
       .def(py::init<>())
       .def_readwrite("enabled", &T::enabled, "Unless true the tail is 0.")
       .def_readwrite("radial_samples", &T::radial_samples, "Shells around a vertex; at least 1 is taken.")
@@ -43,7 +43,7 @@ void bind_records(py::module_& m) {
                      "Carried along without effect: shells are always weighted by their area.");
 
   using R = RelativisticMetrics;
-  py::class_<R> metrics(m, "RelativisticMetrics", "Helicity and clock rates of a filament in its own flow.");
+  auto metrics = bound_class<R>(m, "RelativisticMetrics", "Helicity and clock rates of a filament in its own flow.");
   metrics.def(py::init<>()).def_readwrite("helicity", &R::helicity, "Mean of velocity . vorticity, m/s^2.");
   def_list(metrics, "time_dilation_map", &R::time_dilation_map, "Clock rate at each point.");
   metrics.def_readwrite("core_time_dilation", &R::core_time_dilation, "Mean of the clock rates.");
@@ -54,10 +54,10 @@ void bind_records(py::module_& m) {
 void bind_ab_initio(py::module_& m) {
   using E = ParticleEvaluator;
   bind_records(m);
-  py::class_<E>(m, "ParticleEvaluator",
-                "From a catalogue knot to a mass in MeV without a fitted parameter.\n\n"
-                "Holds closed filaments. relax() gives them the size of the electron; lengths are in metres from "
-                "then on.")
+  bound_class<E>(m, "ParticleEvaluator",
+                 "From a catalogue knot to a mass in MeV without a fitted parameter.\n\n"
+                 "Holds closed filaments. relax() gives them the size of the electron; lengths are in metres from "
+                 "then on.")
       .def(py::init([](const std::string& knot_ab_id, std::int32_t resolution, bool allow) {
              return E(knot_ab_id, resolution, allow, python_poll());
            }),
@@ -69,7 +69,8 @@ void bind_ab_initio(py::module_& m) {
       .def(py::init<std::vector<std::vector<Vec3>>>(), py::arg("input_filaments"),
            "A copy of closed filaments, each a list of points of three floats. Any geometry is accepted.")
       .def(
-          "relax", [](E& self, std::int32_t iterations, double timestep) { self.relax(iterations, timestep, python_poll()); },
+          "relax",
+          [](E& self, std::int32_t iterations, double timestep) { self.relax(iterations, timestep, python_poll()); },
           py::arg("iterations") = 1000, py::arg("timestep") = 0.01,
           "Relax the filaments by damped dynamics and scale them about their mean to the electron radius, "
           "2.81794034e-15 m.\n\nWith P the points, C their mean and d = P[i] - P[j], each sweep sums\n"

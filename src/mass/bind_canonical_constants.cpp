@@ -7,7 +7,7 @@ namespace {
 
 void bind_values(py::module_& m) {
   using V = VKMCanonicalValues;
-  py::class_<V>(m, "VKMCanonicalValues", "Canonical constants and what follows from them, SI units.")
+  bound_class<V>(m, "VKMCanonicalValues", "Canonical constants and what follows from them, SI units.")
       .def(py::init<>())
       .def_readwrite("c", &V::c, "Speed of light, m/s.")
       .def_readwrite("hbar", &V::hbar, "Reduced Planck constant, J s.")
@@ -38,9 +38,9 @@ void bind_canonical_constants(py::module_& m) {
   namespace k = canonical;
   using K = VKMCanonicalConstants;
   bind_values(m);
-  py::class_<K>(m, "VKMCanonicalConstants",
-                "Constants of the theory (CODATA 2018 where physical) and the closed-form relations between them.\n\n"
-                "Static functions in SI units. A NaN argument is not rejected and gives NaN.")
+  bound_class<K>(m, "VKMCanonicalConstants",
+                 "Constants of the theory (CODATA 2018 where physical) and the closed-form relations between them.\n\n"
+                 "Static functions in SI units. A NaN argument is not rejected and gives NaN.")
       .def_static("speed_of_light", &K::speed_of_light, "Speed of light, 299792458 m/s.")
       .def_static("hbar", &K::hbar, "Reduced Planck constant, J s.")
       .def_static("alpha", &K::alpha, "Fine-structure constant.")
@@ -75,12 +75,12 @@ void bind_canonical_constants(py::module_& m) {
                   "Kinetic energy density 0.5 rho_f v_norm^2, J/m^3. ValueError if rho_f is negative.")
       .def_static("mass_equivalent_density", &K::mass_equivalent_density, py::arg("rho_E"), py::arg("c") = k::c,
                   "Mass density rho_E / c^2 of an energy density, kg/m^3. ValueError unless c is positive.")
-      .def_static("horn_envelope_density", &K::horn_envelope_density, py::arg("m_e"), py::arg("c"),
-                  py::arg("v_swirl"), py::arg("r_c"),
+      .def_static("horn_envelope_density", &K::horn_envelope_density, py::arg("m_e"), py::arg("c"), py::arg("v_swirl"),
+                  py::arg("r_c"),
                   "Horn envelope density m_e c^2 / (2 pi v_swirl^2 r_c^3), kg/m^3: the expression of "
                   "core_density_closure for a distinct density. ValueError unless all are positive.")
-      .def_static("core_density_closure", &K::core_density_closure, py::arg("m_e"), py::arg("c"),
-                  py::arg("v_swirl"), py::arg("r_c"),
+      .def_static("core_density_closure", &K::core_density_closure, py::arg("m_e"), py::arg("c"), py::arg("v_swirl"),
+                  py::arg("r_c"),
                   "Core density m_e c^2 / (2 pi v_swirl^2 r_c^3), kg/m^3, that closes the electron's rest energy on "
                   "the core. ValueError unless all are positive.")
       .def_static("geometric_gate", &K::geometric_gate, py::arg("lambda_c"), py::arg("r_c"),

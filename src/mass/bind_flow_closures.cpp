@@ -13,12 +13,12 @@ void bind_golden_nls_closure(py::module_& m) {
 
   using G = GoldenNLSClosure;
   constexpr double electron = G::default_target_mass;
-  py::class_<G>(m, "GoldenNLSClosure",
-                "Energy of a thin vortex loop closed by the golden ratio, and the loop that has a given mass.\n\n"
-                "E(R) = (ln(8 R / r_c) - phi) rho/2 Gamma^2 R, with r_c = 1.40897017e-15 m, Gamma = 9.683619203e-9 "
-                "m^2/s and the density rho of the regime. With x = R / r_c and S = rho Gamma^2 / (2 c^2) r_c a mass M "
-                "is met at the root of f(x) = (ln(8 x) - phi) x - M / S. SI units. Whatever needs the density raises "
-                "RuntimeError for a regime that is no member.")
+  bound_class<G>(m, "GoldenNLSClosure",
+                 "Energy of a thin vortex loop closed by the golden ratio, and the loop that has a given mass.\n\n"
+                 "E(R) = (ln(8 R / r_c) - phi) rho/2 Gamma^2 R, with r_c = 1.40897017e-15 m, Gamma = 9.683619203e-9 "
+                 "m^2/s and the density rho of the regime. With x = R / r_c and S = rho Gamma^2 / (2 c^2) r_c a mass M "
+                 "is met at the root of f(x) = (ln(8 x) - phi) x - M / S. SI units. Whatever needs the density raises "
+                 "RuntimeError for a regime that is no member.")
       .def(py::init<DensityRegime>(), py::arg("regime") = DensityRegime::CORE_DOMINATED, "A loop in this regime.")
       .def("set_regime", &G::set_regime, py::arg("regime"), "Change the density.")
       .def("get_active_density", &G::get_active_density, "Density of the regime, kg/m^3.")

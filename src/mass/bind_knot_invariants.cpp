@@ -19,7 +19,8 @@ Args:
 
 Raises ValueError when a coefficient vector is shorter than a_x, MemoryError for absurd sample counts.)";
 
-constexpr const char* file_doc = R"(Load a .fseries file, build KnotInvariants from its largest block, and return the payload.
+constexpr const char* file_doc =
+    R"(Load a .fseries file, build KnotInvariants from its largest block, and return the payload.
 
 Arguments from knot_name on as for build_invariants_from_fourier_block; an empty name becomes the file's. Raises
 RuntimeError when the file cannot be read or holds no block.)";
@@ -33,7 +34,7 @@ void register_knot_invariants(py::module_& m) {
       .value("Unknown", SectorGate::Unknown);
 
   using K = KnotInvariants;
-  py::class_<K>(m, "KnotInvariants", "Catalogue metadata, curve descriptors and tube measures of a knot.")
+  bound_class<K>(m, "KnotInvariants", "Catalogue metadata, curve descriptors and tube measures of a knot.")
       .def(py::init<>())
       .def_readwrite("name", &K::name, "Knot name.")
       .def_readwrite("crossing_number", &K::crossing_number, "Crossing number k.")

@@ -15,7 +15,7 @@ py::arg_v params() { return py::arg_v("params", P{}, "KnotParticleModelParams()"
 
 void register_particle_model(py::module_& m) {
   using R = KnotPrediction;
-  py::class_<R>(m, "KnotPrediction", "The estimate of KnotParticleModel.")
+  bound_class<R>(m, "KnotPrediction", "The estimate of KnotParticleModel.")
       .def(py::init<>())
       .def_readwrite("gate", &R::gate, "Sector.")
       .def_readwrite("gate_factor", &R::gate_factor, "Factor of the sector.")
@@ -24,7 +24,7 @@ void register_particle_model(py::module_& m) {
       .def_readwrite("mass_kg", &R::mass_kg, "Mass, kg.")
       .def_readwrite("note", &R::note, "What the estimate rests on.");
 
-  py::class_<P>(m, "KnotParticleModelParams", "Weights of KnotParticleModel, all 0 by default.")
+  bound_class<P>(m, "KnotParticleModelParams", "Weights of KnotParticleModel, all 0 by default.")
       .def(py::init<>())
       .def_readwrite("a_k", &P::a_k, "Of the crossing number.")
       .def_readwrite("a_b", &P::a_b, "Of the braid index.")
@@ -34,7 +34,7 @@ void register_particle_model(py::module_& m) {
       .def_readwrite("a_wr", &P::a_wr, "Of the writhe.")
       .def_readwrite("a_sep", &P::a_sep, "Of 1 / min_self_distance, a length.");
 
-  py::class_<M>(m, "KnotParticleModel", "A mass estimate with constants of its own.")
+  bound_class<M>(m, "KnotParticleModel", "A mass estimate with constants of its own.")
       .def(py::init<const P&>(), params())
       .def("compute_xi", &M::compute_xi, py::arg("K"),
            "exp(a_L L + a_b b + a_k k + a_g g + a_vol V + a_wr writhe + a_sep / max(min_self_distance, 1e-9)), within\n"

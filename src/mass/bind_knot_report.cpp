@@ -7,7 +7,7 @@ namespace {
 
 void register_records(py::module_& m) {
   using S = KnotState;
-  py::class_<S>(m, "KnotState", "An entry of a data set. Only `inv` enters an evaluation.")
+  bound_class<S>(m, "KnotState", "An entry of a data set. Only `inv` enters an evaluation.")
       .def(py::init<>())
       .def_readwrite("inv", &S::inv, "KnotInvariants.")
       .def_readwrite("contact_score", &S::contact_score, "The caller's, or None.")
@@ -16,7 +16,7 @@ void register_records(py::module_& m) {
       .def_readwrite("derived", &S::derived, "The caller's KnotDerived; the evaluators do not write it.");
 
   using R = KnotReportRow;
-  py::class_<R>(m, "KnotReportRow", "A knot and its mass in a row.")
+  bound_class<R>(m, "KnotReportRow", "A knot and its mass in a row.")
       .def(py::init<>())
       .def_readwrite("name", &R::name, "Knot name.")
       .def_readwrite("k", &R::k, "Crossing number.")

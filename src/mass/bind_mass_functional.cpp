@@ -8,8 +8,8 @@ namespace {
 
 void register_records(py::module_& m) {
   using C = CanonicalConstants;
-  py::class_<C>(m, "CanonicalConstants",
-                "Constants of the knot models, SI units. Independent numbers: a change of one changes no other.")
+  bound_class<C>(m, "CanonicalConstants",
+                 "Constants of the knot models, SI units. Independent numbers: a change of one changes no other.")
       .def(py::init<>())
       .def_readwrite("r_c", &C::r_c, "Core radius, m.")
       .def_readwrite("lambda_c", &C::lambda_c, "Compton wavelength, m.")
@@ -21,7 +21,7 @@ void register_records(py::module_& m) {
       .def_readwrite("rho_horn", &C::rho_horn, "Horn envelope density, kg/m^3.");
 
   using D = KnotDerived;
-  py::class_<D>(m, "KnotDerived", "The mass of a knot, and how it came about.")
+  bound_class<D>(m, "KnotDerived", "The mass of a knot, and how it came about.")
       .def(py::init<>())
       .def_readwrite("gate", &D::gate, "Sector.")
       .def_readwrite("gate_factor", &D::gate_factor, "Factor of the sector.")
@@ -35,7 +35,7 @@ void register_records(py::module_& m) {
 template <class Model, class Params>
 void register_model(py::module_& m, const char* name, const char* params_default, const char* doc, const char* xi_doc,
                     const char* gate_doc) {
-  py::class_<Model>(m, name, doc)
+  bound_class<Model>(m, name, doc)
       .def(py::init<const Params&>(), py::arg_v("params", Params{}, params_default))
       .def("compute_xi", &Model::compute_xi, py::arg("K"), xi_doc)
       .def("assign_gate", &Model::assign_gate, py::arg("K"), gate_doc);
@@ -43,7 +43,7 @@ void register_model(py::module_& m, const char* name, const char* params_default
 
 void register_models(py::module_& m) {
   using S = SimpleInvariantXiModelParams;
-  py::class_<S>(m, "SimpleInvariantXiModelParams", "Weights of SimpleInvariantXiModel, all 0 by default.")
+  bound_class<S>(m, "SimpleInvariantXiModelParams", "Weights of SimpleInvariantXiModel, all 0 by default.")
       .def(py::init<>())
       .def_readwrite("a_k", &S::a_k, "Of the crossing number.")
       .def_readwrite("a_b", &S::a_b, "Of the braid index.")
@@ -57,7 +57,7 @@ void register_models(py::module_& m) {
       "Exposed above four crossings, else Shielded.");
 
   using V = VKMCanonicalXiModelParams;
-  py::class_<V>(m, "VKMCanonicalXiModelParams", "Weights of VKMCanonicalXiModel, all 0 by default.")
+  bound_class<V>(m, "VKMCanonicalXiModelParams", "Weights of VKMCanonicalXiModel, all 0 by default.")
       .def(py::init<>())
       .def_readwrite("alpha_C", &V::alpha_C, "Of C.")
       .def_readwrite("beta_L", &V::beta_L, "Of the effective ropelength.")
@@ -93,12 +93,12 @@ void register_mass_functional(py::module_& m) {
   register_records(m);
   register_models(m);
   using F = MassFunctional;
-  py::class_<F> functional(m, "MassFunctional",
-                           "Masses from invariants. Raises ValueError unless r_c, lambda_c, m_e, rho_m and c are "
-                           "positive.");
+  auto functional =
+      bound_class<F>(m, "MassFunctional",
+                     "Masses from invariants. Raises ValueError unless r_c, lambda_c, m_e, rho_m and c are "
+                     "positive.");
   functional
-      .def(py::init<const CanonicalConstants&>(),
-           py::arg_v("constants", CanonicalConstants{}, "CanonicalConstants()"))
+      .def(py::init<const CanonicalConstants&>(), py::arg_v("constants", CanonicalConstants{}, "CanonicalConstants()"))
       .def("baseline_mass_from_ropelength", &F::baseline_mass_from_ropelength, py::arg("L_tot"),
            "2 pi^3 rho_m r_c^5 L_tot / lambda_c^2, kg.")
       .def("baseline_mass_from_horn_ropelength", &F::baseline_mass_from_horn_ropelength, py::arg("L_tot"),

@@ -7,7 +7,7 @@ namespace {
 
 void bind_records(py::module_& m) {
   using T = VKMTopologyKernelInput;
-  py::class_<T>(m, "VKMTopologyKernelInput", "Weights and measures of the topological kernel; all dimensionless.")
+  bound_class<T>(m, "VKMTopologyKernelInput", "Weights and measures of the topological kernel; all dimensionless.")
       .def(py::init<>())
       .def_readwrite("alpha_C", &T::alpha_C, "Weight of the crossing term.")
       .def_readwrite("beta_L", &T::beta_L, "Weight of the ropelength term.")
@@ -19,7 +19,7 @@ void bind_records(py::module_& m) {
       .def_readwrite("phi", &T::phi, "Base of the suppression.");
 
   using I = VKMMasterEquationInput;
-  py::class_<I>(m, "VKMMasterEquationInput", "Input of VKMMasterEquation.evaluate, SI units.")
+  bound_class<I>(m, "VKMMasterEquationInput", "Input of VKMMasterEquation.evaluate, SI units.")
       .def(py::init<>())
       .def_readwrite("rho_f", &I::rho_f, "Fluid density, kg/m^3.")
       .def_readwrite("v_norm", &I::v_norm, "Swirl speed, m/s.")
@@ -31,7 +31,7 @@ void bind_records(py::module_& m) {
       .def_readwrite("explicit_swirl_clock", &I::explicit_swirl_clock, "A positive value replaces the computed clock.");
 
   using O = VKMMasterEquationOutput;
-  py::class_<O>(m, "VKMMasterEquationOutput", "Every factor of the master equation, SI units.")
+  bound_class<O>(m, "VKMMasterEquationOutput", "Every factor of the master equation, SI units.")
       .def(py::init<>())
       .def_readwrite("rho_E", &O::rho_E, "Swirl energy density, J/m^3.")
       .def_readwrite("rho_m", &O::rho_m, "Mass-equivalent density, kg/m^3.")
@@ -48,9 +48,9 @@ void bind_records(py::module_& m) {
 void bind_master_equation(py::module_& m) {
   using E = VKMMasterEquation;
   bind_records(m);
-  py::class_<E>(m, "VKMMasterEquation",
-                "The master mass equation M = (1/2 rho_f v^2 / c^2) r_c^3 (lambda_c / (pi r_c))^n phi^(-2k) "
-                "(alpha_C C + beta_L L + gamma_H H) / S^2.\n\nStatic functions in SI units. NaN is not rejected.")
+  bound_class<E>(m, "VKMMasterEquation",
+                 "The master mass equation M = (1/2 rho_f v^2 / c^2) r_c^3 (lambda_c / (pi r_c))^n phi^(-2k) "
+                 "(alpha_C C + beta_L L + gamma_H H) / S^2.\n\nStatic functions in SI units. NaN is not rejected.")
       .def_static("topological_kernel", &E::topological_kernel, py::arg("input"),
                   "phi^(-2k) (alpha_C crossing + beta_L ropelength + gamma_H helicity) with k the golden layer. "
                   "ValueError unless phi is positive.")
@@ -68,8 +68,8 @@ void bind_master_equation(py::module_& m) {
                   "if rho_m is negative, or r_c or lambda_c not positive.")
       .def_static("geometric_baseline_mass_from_rho_m", &E::geometric_baseline_mass_from_rho_m, py::arg("rho_m"),
                   py::arg("r_c"), py::arg("lambda_c"), py::arg("L_tot"), "Second name of geometric_baseline_mass.")
-      .def_static("geometric_horn_baseline_mass", &E::geometric_horn_baseline_mass, py::arg("rho_horn"),
-                  py::arg("r_c"), py::arg("lambda_c"), py::arg("L_tot"),
+      .def_static("geometric_horn_baseline_mass", &E::geometric_horn_baseline_mass, py::arg("rho_horn"), py::arg("r_c"),
+                  py::arg("lambda_c"), py::arg("L_tot"),
                   "The expression of geometric_baseline_mass on the horn envelope density, kg. ValueError if rho_horn "
                   "is negative, or r_c or lambda_c not positive.")
       .def_static("evaluate", &E::evaluate, py::arg("input"),

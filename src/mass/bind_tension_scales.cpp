@@ -5,9 +5,9 @@ namespace vkm {
 
 void bind_tension_scales(py::module_& m) {
   using S = VKMTensionScales;
-  py::class_<S>(m, "VKMTensionScales",
-                "Closed-form force, coupling and spring scales on the canonical constants.\n\n"
-                "Static functions in SI units. NaN is not rejected.")
+  bound_class<S>(m, "VKMTensionScales",
+                 "Closed-form force, coupling and spring scales on the canonical constants.\n\n"
+                 "Static functions in SI units. NaN is not rejected.")
       .def_static("F_swirl_max", &S::F_swirl_max, py::arg("hbar"), py::arg("omega_c"), py::arg("r_c"),
                   "Maximal swirl force hbar omega_c / (2 r_c), N. ValueError unless all are positive.")
       .def_static("F_gr_max", &S::F_gr_max, py::arg("c"), py::arg("G"),
@@ -24,8 +24,7 @@ void bind_tension_scales(py::module_& m) {
                   "Coulomb force e_charge^2 / (4 pi epsilon_0 r_c^2) of two charges at r_c, N. ValueError unless "
                   "epsilon_0 and r_c are positive.")
       .def_static("electron_spring_constant", &S::electron_spring_constant, py::arg("F_swirl_max"), py::arg("r_c"),
-                  py::arg("n") = 2.0,
-                  "Spring constant F_swirl_max / (n r_c), N/m. ValueError unless all are positive.")
+                  py::arg("n") = 2.0, "Spring constant F_swirl_max / (n r_c), N/m. ValueError unless all are positive.")
       .def_static("electron_spring_frequency", &S::electron_spring_frequency, py::arg("F_swirl_max"), py::arg("r_c"),
                   py::arg("m_e"), py::arg("n") = 2.0,
                   "Angular frequency sqrt(k / m_e) of the electron on its spring, 1/s. ValueError unless all are "

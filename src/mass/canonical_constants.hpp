@@ -33,27 +33,27 @@ inline constexpr double default_v_swirl = 1093845.63;  // m/s
 
 /// A snapshot of the constants and of what follows from them for one pair (rho_f, v_swirl).
 struct VKMCanonicalValues {
-  double c = canonical::c;                     // speed of light, m/s
-  double hbar = canonical::hbar;               // reduced Planck constant, J s
-  double alpha = canonical::alpha;             // fine-structure constant
-  double m_e = canonical::m_e;                 // electron mass, kg
-  double e_charge = canonical::e_charge;       // elementary charge, C
-  double rho_f = canonical::default_rho_f;     // fluid density, kg/m^3
+  double c = canonical::c;                      // speed of light, m/s
+  double hbar = canonical::hbar;                // reduced Planck constant, J s
+  double alpha = canonical::alpha;              // fine-structure constant
+  double m_e = canonical::m_e;                  // electron mass, kg
+  double e_charge = canonical::e_charge;        // elementary charge, C
+  double rho_f = canonical::default_rho_f;      // fluid density, kg/m^3
   double v_swirl = canonical::default_v_swirl;  // swirl speed, m/s
-  double omega_c = 0.0;                        // Compton angular frequency, 1/s
-  double r_c = 0.0;                            // core radius, m
-  double gamma_0 = 0.0;                        // circulation quantum, m^2/s
-  double lambda_c = 0.0;                       // full Compton wavelength, m
-  double lambda_bar_c = 0.0;                   // reduced Compton wavelength, m
-  double rho_E = 0.0;                          // swirl energy density, J/m^3
-  double rho_m = 0.0;                          // mass-equivalent density, kg/m^3
-  double rho_core = 0.0;                       // core density closure, kg/m^3
-  double rho_horn = 0.0;                       // horn envelope density, kg/m^3
-  double eta_0 = 0.0;                          // v_swirl / c
-  double geometric_gate = 0.0;                 // lambda_c / (pi r_c)
-  double swirl_clock = 0.0;                    // clock factor
-  double F_swirl_max = 0.0;                    // maximal swirl force, N
-  double R_infty_vkm = 0.0;                    // Rydberg-like wavenumber, 1/m
+  double omega_c = 0.0;                         // Compton angular frequency, 1/s
+  double r_c = 0.0;                             // core radius, m
+  double gamma_0 = 0.0;                         // circulation quantum, m^2/s
+  double lambda_c = 0.0;                        // full Compton wavelength, m
+  double lambda_bar_c = 0.0;                    // reduced Compton wavelength, m
+  double rho_E = 0.0;                           // swirl energy density, J/m^3
+  double rho_m = 0.0;                           // mass-equivalent density, kg/m^3
+  double rho_core = 0.0;                        // core density closure, kg/m^3
+  double rho_horn = 0.0;                        // horn envelope density, kg/m^3
+  double eta_0 = 0.0;                           // v_swirl / c
+  double geometric_gate = 0.0;                  // lambda_c / (pi r_c)
+  double swirl_clock = 0.0;                     // clock factor
+  double F_swirl_max = 0.0;                     // maximal swirl force, N
+  double R_infty_vkm = 0.0;                     // Rydberg-like wavenumber, 1/m
 };
 
 /// The relations. A guard rejects the bad range (std::invalid_argument), so a NaN passes and gives a NaN.

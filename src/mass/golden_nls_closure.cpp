@@ -23,8 +23,10 @@ constexpr double core_density = 3893435826691868672.0;         // kg/m^3
 
 double GoldenNLSClosure::get_active_density() const {
   switch (regime_) {
-    case DensityRegime::EFFECTIVE_FLUID: return effective_density;
-    case DensityRegime::CORE_DOMINATED: return core_density;
+    case DensityRegime::EFFECTIVE_FLUID:
+      return effective_density;
+    case DensityRegime::CORE_DOMINATED:
+      return core_density;
   }
   throw std::runtime_error("Unknown density regime selected.");
 }

@@ -14,9 +14,12 @@ constexpr double core_radius = 1.40897017e-15;  // m
 
 const char* note_of(SectorGate gate) {
   switch (gate) {
-    case SectorGate::Exposed: return "exposed-sector estimate";
-    case SectorGate::Shielded: return "shielded-sector estimate";
-    case SectorGate::Unknown: break;
+    case SectorGate::Exposed:
+      return "exposed-sector estimate";
+    case SectorGate::Shielded:
+      return "shielded-sector estimate";
+    case SectorGate::Unknown:
+      break;
   }
   return "unknown-sector estimate (insufficient geometric separation)";
 }
@@ -26,8 +29,8 @@ const char* note_of(SectorGate gate) {
 double KnotParticleModel::compute_xi(const KnotInvariants& K) const {
   const KnotParticleModelParams& p = params_;
   const double s = std::max(K.min_self_distance, 1e-9);
-  const double topology = (p.a_b * K.braid_index + p.a_k * K.crossing_number) + p.a_g * K.seifert_genus +
-                          p.a_vol * K.hyperbolic_volume;
+  const double topology =
+      (p.a_b * K.braid_index + p.a_k * K.crossing_number) + p.a_g * K.seifert_genus + p.a_vol * K.hyperbolic_volume;
   const double xi = std::exp(p.a_L * K.ropelength_like + topology + p.a_wr * K.writhe + p.a_sep / s);
   return std::clamp(xi, 1e-12, 1e12);
 }
@@ -40,8 +43,7 @@ SectorGate KnotParticleModel::assign_gate(const KnotInvariants& K) const {
 }
 
 KnotPrediction KnotParticleModel::predict(const KnotInvariants& K) const {
-  const double lambda_c =
-      VKMCanonicalConstants::full_compton_wavelength(canonical::hbar, canonical::m_e, canonical::c);
+  const double lambda_c = VKMCanonicalConstants::full_compton_wavelength(canonical::hbar, canonical::m_e, canonical::c);
   KnotPrediction prediction;
   prediction.gate = assign_gate(K);
   prediction.gate_factor = prediction.gate == SectorGate::Exposed ? lambda_c / (pi * core_radius) : 1.0;

@@ -26,15 +26,15 @@ struct KnotState {
 
 struct KnotReportRow {
   std::string name;
-  std::int32_t k = 0;                     // crossing number
-  std::int32_t b = 0;                     // braid index
-  std::int32_t g = 0;                     // genus
-  double vol_h = 0.0;                     // effective volume
-  double L_tot = 0.0;                     // effective ropelength
+  std::int32_t k = 0;  // crossing number
+  std::int32_t b = 0;  // braid index
+  std::int32_t g = 0;  // genus
+  double vol_h = 0.0;  // effective volume
+  double L_tot = 0.0;  // effective ropelength
   SectorGate gate = SectorGate::Unknown;
   double xi = 1.0;
-  double mass_ratio = 1.0;                // to the electron's mass
-  double mass_kg = 0.0;                   // kg
+  double mass_ratio = 1.0;  // to the electron's mass
+  double mass_kg = 0.0;     // kg
 };
 
 KnotReportRow make_knot_report_row(const KnotInvariants& K, const KnotDerived& D);

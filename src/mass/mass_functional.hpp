@@ -33,7 +33,7 @@ struct KnotDerived {
   double mass_ratio = 1.0;  // to the electron's mass
   double mass_kg = 0.0;     // kg
   bool valid = false;
-  std::string note;         // the formula used
+  std::string note;  // the formula used
 };
 
 class MassFunctional {

@@ -49,8 +49,7 @@ double VKMMasterEquation::geometric_baseline_mass(double rho_m, double r_c, doub
   return baseline_mass(rho_m, r_c, lambda_c, L_tot);
 }
 
-double VKMMasterEquation::geometric_baseline_mass_from_rho_m(double rho_m, double r_c, double lambda_c,
-                                                             double L_tot) {
+double VKMMasterEquation::geometric_baseline_mass_from_rho_m(double rho_m, double r_c, double lambda_c, double L_tot) {
   return geometric_baseline_mass(rho_m, r_c, lambda_c, L_tot);
 }
 
@@ -70,8 +69,8 @@ VKMMasterEquationOutput VKMMasterEquation::evaluate(const VKMMasterEquationInput
   const double lambda_c = input.lambda_c > 0.0 ? input.lambda_c : Constants::full_compton_wavelength();
   out.rho_E = Constants::swirl_energy_density(input.rho_f, input.v_norm);
   out.rho_m = Constants::mass_equivalent_density(out.rho_E, input.c);
-  out.swirl_clock = input.explicit_swirl_clock > 0.0 ? input.explicit_swirl_clock
-                                                     : Constants::swirl_clock(input.v_norm, input.c);
+  out.swirl_clock =
+      input.explicit_swirl_clock > 0.0 ? input.explicit_swirl_clock : Constants::swirl_clock(input.v_norm, input.c);
   out.clock_impedance = clock_impedance(out.swirl_clock);
   out.geometric_gate = geometric_gate_factor(lambda_c, input.r_c, input.gate);
   out.topological_kernel = topological_kernel(input.topology);

@@ -8,7 +8,7 @@ namespace vkm {
 
 namespace {
 
-constexpr double speed_of_light = 299792458.0;        // m/s
+constexpr double speed_of_light = 299792458.0;       // m/s
 constexpr double core_area = 6.236680122475321e-30;  // pi times core radius squared, m^2
 
 }  // namespace

@@ -19,7 +19,7 @@ inline constexpr double electron_radius = 2.81794034e-15;
 
 /// The filaments after `iterations` sweeps with the given time step, and rescaled. A count below 1 only rescales.
 /// No points at all come back as they are. `poll` may throw to abandon the work.
-std::vector<std::vector<Vec3>> relaxed(const std::vector<std::vector<Vec3>>& filaments, int iterations,
-                                       double timestep, const Poll& poll = {});
+std::vector<std::vector<Vec3>> relaxed(const std::vector<std::vector<Vec3>>& filaments, int iterations, double timestep,
+                                       const Poll& poll = {});
 
 }  // namespace vkm

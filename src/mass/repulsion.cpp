@@ -33,8 +33,8 @@ VKM_INLINE bool in_window(double r2) { return (r2 > nearest2) & (r2 < farthest2)
 constexpr std::size_t lanes = 8;
 
 /// The candidates that lie in the window around a point, in their order. Candidates are padded to whole lanes.
-VKM_KERNEL std::size_t find_partners(const Coordinates& at, const std::uint32_t* candidates, std::size_t count, double x,
-                                     double y, double z, std::uint32_t* partners) {
+VKM_KERNEL std::size_t find_partners(const Coordinates& at, const std::uint32_t* candidates, std::size_t count,
+                                     double x, double y, double z, std::uint32_t* partners) {
   std::size_t found = 0;
   for (std::size_t k = 0; k < count; k += lanes) {
     std::uint64_t hits[lanes];
@@ -174,8 +174,8 @@ void Repulsion::add_to_few(CellGrid::Range cell, Axes& force, const Axes& points
   std::uint32_t* partners = partners_.data();
   for (std::uint32_t position = cell.begin; position < cell.end; ++position) {
     const std::uint32_t i = grid_.index[position];
-    std::size_t count = find_partners(at, candidates_.data(), candidate_count_, points.x[i], points.y[i], points.z[i],
-                                      partners);
+    std::size_t count =
+        find_partners(at, candidates_.data(), candidate_count_, points.x[i], points.y[i], points.z[i], partners);
     const auto on_filament = [&](std::uint32_t j) { return j == previous_[i] || j == next_[i]; };
     count = static_cast<std::size_t>(std::remove_if(partners, partners + count, on_filament) - partners);
     if (count == 0) continue;

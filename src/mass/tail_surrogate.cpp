@@ -12,8 +12,8 @@ namespace vkm {
 
 namespace {
 
-constexpr double core_radius = 1.40897017e-15;                // m
-constexpr double half_density = 3.5e-7;                       // rho_f / 2, kg/m^3
+constexpr double core_radius = 1.40897017e-15;               // m
+constexpr double half_density = 3.5e-7;                      // rho_f / 2, kg/m^3
 constexpr double field_coefficient = 7.705979316274285e-10;  // circulation / (4 pi), m^2/s
 
 constexpr std::size_t lanes = 32;  // samples that a kernel call works on
@@ -198,8 +198,7 @@ double tail_surrogate_energy(const std::vector<std::vector<Vec3>>& filaments, co
         for (std::size_t i = 0; i < used; ++i) {
           const std::size_t a = (base + i) % samples.angles;
           const double radius = samples.mean_radius((base + i) / samples.angles);
-          const Vec3 q =
-              points[j] + plane.n * (samples.cosines[a] * radius) + plane.b * (samples.sines[a] * radius);
+          const Vec3 q = points[j] + plane.n * (samples.cosines[a] * radius) + plane.b * (samples.sines[a] * radius);
           block.x[i] = q[0];
           block.y[i] = q[1];
           block.z[i] = q[2];

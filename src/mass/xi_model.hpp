@@ -41,11 +41,11 @@ class SimpleInvariantXiModel final : public XiModel {
 };
 
 struct VKMCanonicalXiModelParams {
-  double alpha_C = 0.0;           // weight of C
-  double beta_L = 0.0;            // of L
-  double gamma_H = 0.0;           // of H
-  double delta_V = 0.0;           // of V
-  std::int32_t golden_layer = 0;  // powers of phi^-2
+  double alpha_C = 0.0;                  // weight of C
+  double beta_L = 0.0;                   // of L
+  double gamma_H = 0.0;                  // of H
+  double delta_V = 0.0;                  // of V
+  std::int32_t golden_layer = 0;         // powers of phi^-2
   bool use_crossing_number_as_C = true;  // else C = 0
   bool use_writhe_as_H = true;           // else H = 0
 };

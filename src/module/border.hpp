@@ -54,10 +54,17 @@ py::array_t<double> array_from(std::vector<double>&& values);
 /// A poll for long loops: raises KeyboardInterrupt (or what the pending signal's handler raises).
 Poll python_poll();
 
+/// A bound class. Its native destructor runs without the interpreter lock, which is held everywhere else: a large
+/// object that goes away does not hold up other Python threads.
+template <class... Types, class... Extra>
+py::class_<Types...> bound_class(py::handle scope, const char* name, const Extra&... extra) {
+  return py::class_<Types...>(scope, name, py::release_gil_before_calling_cpp_dtor(), extra...);
+}
+
 /// Binds a read-write attribute of list type. Each read gives a list of copies: elements of a plain read-write
 /// attribute would be references into the owner and dangle once the list is replaced.
 template <class Class, class Record, class List>
-void def_list(Class& cls, const char* name, List Record::*member, const char* doc = "") {
+void def_list(Class& cls, const char* name, List Record::* member, const char* doc = "") {
   cls.def_property(
       name, [member](const Record& self) { return self.*member; },
       [member](Record& self, List value) { self.*member = std::move(value); }, doc);
@@ -65,7 +72,7 @@ void def_list(Class& cls, const char* name, List Record::*member, const char* do
 
 /// The read-only form of def_list.
 template <class Class, class Record, class List>
-void def_list_readonly(Class& cls, const char* name, List Record::*member, const char* doc = "") {
+void def_list_readonly(Class& cls, const char* name, List Record::* member, const char* doc = "") {
   cls.def_property_readonly(name, [member](const Record& self) { return self.*member; }, doc);
 }
 
@@ -123,7 +130,8 @@ struct type_caster<std::vector<vkm::Vec3>> : list_caster<std::vector<vkm::Vec3>,
     if (source.ndim() != 2 || source.shape(1) != 3) return false;
     const auto view = source.unchecked<2>();
     value.resize(static_cast<std::size_t>(view.shape(0)));
-    for (ssize_t i = 0; i < view.shape(0); ++i) value[static_cast<std::size_t>(i)] = {view(i, 0), view(i, 1), view(i, 2)};
+    for (ssize_t i = 0; i < view.shape(0); ++i)
+      value[static_cast<std::size_t>(i)] = {view(i, 0), view(i, 1), view(i, 2)};
     return true;
   }
 };

@@ -2,7 +2,6 @@
 // module: its public names are the binders' alone.
 
 #include "core/kernel.hpp"
-#include "core/parallel.hpp"
 
 #define VKM_TEXT_(x) #x
 #define VKM_TEXT(x) VKM_TEXT_(x)
@@ -30,6 +29,4 @@ VKM_EXPORT const char* vkm_compiler() {
 }
 
 VKM_EXPORT int vkm_vector_bits() { return vkm::kernel_vector_bits(); }
-
-VKM_EXPORT int vkm_threads() { return vkm::thread_limit(); }
 }

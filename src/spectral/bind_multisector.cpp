@@ -168,14 +168,13 @@ void bind_suppressed(py::class_<MultisectorFitterV2>& cls, const char* name, con
 }
 
 void bind_fitter(py::module_& m) {
-  py::class_<MultisectorFitter> cls(m, "MultisectorFitter",
-                                    "Multisector primitive-cycle products and an objective for fitting them.");
+  auto cls = bound_class<MultisectorFitter>(m, "MultisectorFitter",
+                                            "Multisector primitive-cycle products and an objective for fitting them.");
   cls.def_static(
       "evaluate_sector",
       [](const DoubleArray& t_values, std::int32_t nu, double theta_nu, double ell_trefoil,
          std::uint64_t truncation_M) {
-        return complex_array(
-            evaluate_sector(t_values, nu, theta_nu, ell_trefoil, truncation_M, "evaluate_sector"));
+        return complex_array(evaluate_sector(t_values, nu, theta_nu, ell_trefoil, truncation_M, "evaluate_sector"));
       },
       py::arg("t_values"), py::arg("nu"), py::arg("theta_nu"), py::arg("ell_trefoil"), py::arg("truncation_M"),
       "Evaluate one sector zeta Z_nu(1/2 + i t).\n"
@@ -186,15 +185,19 @@ void bind_fitter(py::module_& m) {
 }
 
 void bind_node_analyzer(py::module_& m) {
-  py::class_<NodeAnalyzer> cls(m, "NodeAnalyzer", "Local minima of a sampled curve, ranked by depth.");
+  auto cls = bound_class<NodeAnalyzer>(m, "NodeAnalyzer", "Local minima of a sampled curve, ranked by depth.");
   cls.def_static(
       "local_minima_indices",
-      [](const DoubleArray& y) { return index_array(local_minima_indices(vector_from(y, "local_minima_indices", "y"))); },
+      [](const DoubleArray& y) {
+        return index_array(local_minima_indices(vector_from(y, "local_minima_indices", "y")));
+      },
       py::arg("y"),
       "Indices 1 .. n - 2 with both neighbours at least y(i). Inclusive: every inner point of a flat stretch counts.");
   cls.def_static(
       "local_maxima_indices",
-      [](const DoubleArray& y) { return index_array(local_maxima_indices(vector_from(y, "local_maxima_indices", "y"))); },
+      [](const DoubleArray& y) {
+        return index_array(local_maxima_indices(vector_from(y, "local_maxima_indices", "y")));
+      },
       py::arg("y"), "Indices 1 .. n - 2 with y(i) at least both neighbours. Inclusive.");
   cls.def_static(
       "strongest_minima_t",
@@ -223,8 +226,8 @@ void bind_node_analyzer(py::module_& m) {
         const auto values = vector_from(y, name, "y");
         const auto targets = vector_from(target_nodes, name, "target_nodes");
         if (points.size() != values.size()) throw std::runtime_error(name + ": t and y must have same length");
-        return array_from(strongest_minima_t_by_windows(points, values, {targets, target_halfwidth}, keep_only_outside,
-                                                        keep_count));
+        return array_from(
+            strongest_minima_t_by_windows(points, values, {targets, target_halfwidth}, keep_only_outside, keep_count));
       },
       py::arg("t"), py::arg("y"), py::arg("target_nodes"), py::arg("target_halfwidth"), py::arg("keep_only_outside"),
       py::arg("keep_count"),
@@ -249,8 +252,8 @@ void bind_node_analyzer(py::module_& m) {
 }
 
 void bind_trace_formula(py::module_& m) {
-  py::class_<TraceFormula> cls(m, "TraceFormula",
-                               "Logarithm of the multisector product, its derivative, and phase densities.");
+  auto cls = bound_class<TraceFormula>(m, "TraceFormula",
+                                       "Logarithm of the multisector product, its derivative, and phase densities.");
   cls.def_static(
       "evaluate_multisector_logz",
       [](const DoubleArray& t_values, const Array<std::int32_t>& sectors, const DoubleArray& thetas,
@@ -269,13 +272,13 @@ void bind_trace_formula(py::module_& m) {
       py::arg("t_values"), py::arg("sectors"), py::arg("thetas"), py::arg("sector_weights") = py::none(),
       py::arg("ell_trefoil"), py::arg("truncation_M"),
       "ln Phi_pc without the completion factor at each of t_values (n,): -sum of w (ln|D| + i arg D) over sectors and\n"
-      "m <= truncation_M, D = 1 - 2 cos(m theta) z + z^2. The imaginary part is a sum of principal values, not reduced.");
+      "m <= truncation_M, D = 1 - 2 cos(m theta) z + z^2. The imaginary part is a sum of principal values, not "
+      "reduced.");
   cls.def_static(
       "evaluate_multisector_dlogz_ds",
       [](const DoubleArray& t_values, const Array<std::int32_t>& sectors, const DoubleArray& thetas,
          const OptionalArray& sector_weights, double ell_trefoil, std::uint64_t truncation_M) {
-        const Arguments args("evaluate_multisector_dlogz_ds", second_texts, t_values, sectors, thetas,
-                             sector_weights);
+        const Arguments args("evaluate_multisector_dlogz_ds", second_texts, t_values, sectors, thetas, sector_weights);
         return complex_array(
             cycle_product_log_derivative(args.sectors, ell_trefoil, truncation_M, args.t, python_poll()));
       },
@@ -299,7 +302,7 @@ void bind_trace_formula(py::module_& m) {
 }
 
 void bind_fitter_v2(py::module_& m) {
-  py::class_<MultisectorFitterV2> cls(
+  auto cls = bound_class<MultisectorFitterV2>(
       m, "MultisectorFitterV2",
       "Multisector primitive-cycle products, truncation scans, and objectives that suppress extra minima.");
   cls.def_static("completion_factor", &completion_factor, py::arg("s"), py::arg("completion_mode") = 0,
@@ -309,8 +312,7 @@ void bind_fitter_v2(py::module_& m) {
       "evaluate_sector",
       [](const DoubleArray& t_values, std::int32_t nu, double theta_nu, double ell_trefoil, std::uint64_t truncation_M,
          std::int32_t, double, double) {
-        return complex_array(
-            evaluate_sector(t_values, nu, theta_nu, ell_trefoil, truncation_M, "evaluate_sector"));
+        return complex_array(evaluate_sector(t_values, nu, theta_nu, ell_trefoil, truncation_M, "evaluate_sector"));
       },
       py::arg("t_values"), py::arg("nu"), py::arg("theta_nu"), py::arg("ell_trefoil"), py::arg("truncation_M"),
       py::arg("completion_mode") = 0, py::arg("alpha") = 0.0, py::arg("beta") = 0.0,
@@ -358,19 +360,20 @@ void bind_fitter_v2(py::module_& m) {
                   "objective_near_nodes + lambda_extra times a penalty for minima outside the target windows\n"
                   "+ lambda_reg times the sum of (w - 1)^2; the \"total\" of objective_suppressed_breakdown.",
                   [](const SuppressedObjective& objective) { return objective.total; });
-  bind_suppressed(cls, "objective_suppressed_breakdown",
-                  "Dict with \"total\", \"mismatch\" (objective_near_nodes), \"extra_penalty\" (the sum of\n"
-                  "exp(-|Phi_pc| / sigma_extra) over the minima outside the windows target_nodes +- target_halfwidth,\n"
-                  "or its first term alone unless penalize_all_extra_minima) and \"reg_penalty\" (the sum of (w - 1)^2).\n"
-                  "For fewer minima than targets total is 1e300 and the others are 0.",
-                  [](const SuppressedObjective& objective) {
-                    py::dict dict;
-                    dict["total"] = objective.total;
-                    dict["mismatch"] = objective.mismatch;
-                    dict["extra_penalty"] = objective.extra_penalty;
-                    dict["reg_penalty"] = objective.reg_penalty;
-                    return dict;
-                  });
+  bind_suppressed(
+      cls, "objective_suppressed_breakdown",
+      "Dict with \"total\", \"mismatch\" (objective_near_nodes), \"extra_penalty\" (the sum of\n"
+      "exp(-|Phi_pc| / sigma_extra) over the minima outside the windows target_nodes +- target_halfwidth,\n"
+      "or its first term alone unless penalize_all_extra_minima) and \"reg_penalty\" (the sum of (w - 1)^2).\n"
+      "For fewer minima than targets total is 1e300 and the others are 0.",
+      [](const SuppressedObjective& objective) {
+        py::dict dict;
+        dict["total"] = objective.total;
+        dict["mismatch"] = objective.mismatch;
+        dict["extra_penalty"] = objective.extra_penalty;
+        dict["reg_penalty"] = objective.reg_penalty;
+        return dict;
+      });
   cls.def_static(
       "phase_invariants",
       [](const DoubleArray& thetas) {
@@ -382,7 +385,8 @@ void bind_fitter_v2(py::module_& m) {
         return dict;
       },
       py::arg("thetas"),
-      "Dict with \"delta23\" = theta(0) - theta(1), \"delta35\" = theta(1) - theta(2) and \"theta_sum_mod\", their sum\n"
+      "Dict with \"delta23\" = theta(0) - theta(1), \"delta35\" = theta(1) - theta(2) and \"theta_sum_mod\", their "
+      "sum\n"
       "modulo 2 pi, from the first three phases / rad; all NaN for fewer.");
 }
 

@@ -57,25 +57,25 @@ struct Pair {
 };
 
 void bind_records(py::module_& m) {
-  py::class_<Grid1D>(m, "Grid1D", "A uniform grid of n points from u_min to u_max, both included.")
+  bound_class<Grid1D>(m, "Grid1D", "A uniform grid of n points from u_min to u_max, both included.")
       .def(py::init<>())
       .def_readwrite("u_min", &Grid1D::u_min)
       .def_readwrite("u_max", &Grid1D::u_max)
       .def_readwrite("n", &Grid1D::n)
       .def_property_readonly("spacing", &Grid1D::spacing, "(u_max - u_min) / (n - 1), or 0 for n below 2.");
-  py::class_<BoundaryOptions>(m, "BoundaryOptions",
-                              "Boundary rows of an operator: mode 0 Dirichlet, 1 Dirichlet with a centre node, "
-                              "2 reflecting ends.")
+  bound_class<BoundaryOptions>(m, "BoundaryOptions",
+                               "Boundary rows of an operator: mode 0 Dirichlet, 1 Dirichlet with a centre node, "
+                               "2 reflecting ends.")
       .def(py::init<>())
       .def_readwrite("mode", &BoundaryOptions::mode)
       .def_readwrite("force_center_dirichlet", &BoundaryOptions::force_center_dirichlet);
-  py::class_<PotentialGaussianWell>(m, "PotentialGaussianWell",
-                                    "amplitude exp(-(u - center)^2 / (2 sigma^2)), a well for a negative amplitude.")
+  bound_class<PotentialGaussianWell>(m, "PotentialGaussianWell",
+                                     "amplitude exp(-(u - center)^2 / (2 sigma^2)), a well for a negative amplitude.")
       .def(py::init<>())
       .def_readwrite("center", &PotentialGaussianWell::center)
       .def_readwrite("amplitude", &PotentialGaussianWell::amplitude)
       .def_readwrite("sigma", &PotentialGaussianWell::sigma);
-  py::class_<PotentialOptions> options(
+  auto options = bound_class<PotentialOptions>(
       m, "PotentialOptions", "constant_shift + harmonic_coeff u^2 + quartic_coeff u^4 + the sum of the gaussians.");
   options.def(py::init<>())
       .def_readwrite("harmonic_coeff", &PotentialOptions::harmonic_coeff)
@@ -141,8 +141,7 @@ void bind_matrices(py::class_<TrefoilOperator>& cls) {
   cls.def_static(
       "build_second_difference",
       [](double u_min, double u_max, std::uint64_t n, std::int32_t boundary_mode, bool force_center_dirichlet) {
-        return array_of(
-            spectral::build_second_difference({u_min, u_max, n}, {boundary_mode, force_center_dirichlet}));
+        return array_of(spectral::build_second_difference({u_min, u_max, n}, {boundary_mode, force_center_dirichlet}));
       },
       py::arg("u_min"), py::arg("u_max"), py::arg("n"), py::arg("boundary_mode") = 0,
       py::arg("force_center_dirichlet") = true,
@@ -232,8 +231,7 @@ void bind_matrices(py::class_<TrefoilOperator>& cls) {
   cls.def_static(
       "trace_from_diagonal",
       [](const ContiguousArray& matrix) {
-        return spectral::trace_from_diagonal(
-            matrix_from(matrix, "trace_from_diagonal: matrix must be square (n,n)"));
+        return spectral::trace_from_diagonal(matrix_from(matrix, "trace_from_diagonal: matrix must be square (n,n)"));
       },
       py::arg("matrix"), "The sum of the diagonal.");
 }
@@ -242,10 +240,10 @@ void bind_spectra(py::class_<TrefoilOperator>& cls) {
   cls.def_static(
       "eigenvalues",
       [](const ContiguousArray& matrix, std::int64_t max_sweeps, double tol, bool sort_ascending) {
-        return array_from(std::move(spectral::jacobi_eigensolve_symmetric(
-                                        matrix_from(matrix, "eigenvalues: matrix must be square (n,n)"),
-                                        {false, max_sweeps, tol, sort_ascending}, python_poll())
-                                        .eigenvalues));
+        return array_from(std::move(
+            spectral::jacobi_eigensolve_symmetric(matrix_from(matrix, "eigenvalues: matrix must be square (n,n)"),
+                                                  {false, max_sweeps, tol, sort_ascending}, python_poll())
+                .eigenvalues));
       },
       py::arg("matrix"), py::arg("max_sweeps") = 100, py::arg("tol") = 1e-12, py::arg("sort_ascending") = true,
       "Eigenvalues of a symmetric matrix, shape (n,): jacobi_eigensolve_symmetric without eigenvectors. max_sweeps\n"
@@ -277,8 +275,10 @@ void bind_spectra(py::class_<TrefoilOperator>& cls) {
       },
       py::arg("matrix"), py::arg("compute_eigenvectors") = true, py::arg("max_sweeps") = 100, py::arg("tol") = 1e-12,
       py::arg("sort_ascending") = true,
-      "Classical Jacobi solve of a symmetric matrix (n, n). Dict with \"eigenvalues\" (n,), \"eigenvectors\" (n, n) with\n"
-      "column k for eigenvalue k, or None, and \"n\". max_sweeps limits single rotations, not sweeps over all pairs: a\n"
+      "Classical Jacobi solve of a symmetric matrix (n, n). Dict with \"eigenvalues\" (n,), \"eigenvectors\" (n, n) "
+      "with\n"
+      "column k for eigenvalue k, or None, and \"n\". max_sweeps limits single rotations, not sweeps over all pairs: "
+      "a\n"
       "dense matrix needs some 2 n^2 to 4 n^2 of them. The solve stops when no off-diagonal magnitude reaches tol.");
   cls.def_static(
       "build_and_solve_node_anchored_operator",
@@ -338,8 +338,8 @@ void bind_spectra(py::class_<TrefoilOperator>& cls) {
 
 void bind_spectral_operator(py::module_& m) {
   bind_records(m);
-  py::class_<TrefoilOperator> cls(m, "TrefoilOperator",
-                                  "One-dimensional spectral operators on a uniform grid, their potentials and spectra.");
+  auto cls = bound_class<TrefoilOperator>(
+      m, "TrefoilOperator", "One-dimensional spectral operators on a uniform grid, their potentials and spectra.");
   bind_matrices(cls);
   bind_potentials(cls);
   bind_spectra(cls);

@@ -182,7 +182,8 @@ double weight_of(const Sectors& sectors, std::size_t j) { return sectors.weights
 }  // namespace
 
 void log_cycle_products(const Sectors& sectors, double ell, std::span<const std::uint64_t> truncations,
-                        std::span<const double> t, const LogPrefactor& prefactor, const LogSink& sink, const Poll& poll) {
+                        std::span<const double> t, const LogPrefactor& prefactor, const LogSink& sink,
+                        const Poll& poll) {
   if (truncations.empty()) return;
   // Rows of equal truncation share their sums; the greatest truncations come first.
   std::vector<std::uint64_t> distinct(truncations.begin(), truncations.end());

@@ -41,12 +41,13 @@ using LogSink = std::function<void(std::size_t row, std::size_t first, std::span
 /// of the row alone, sectors outside and repetitions inside, so that a row has the bits of a single evaluation.
 /// Without a prefactor the sums start from 0.
 void log_cycle_products(const Sectors& sectors, double ell, std::span<const std::uint64_t> truncations,
-                        std::span<const double> t, const LogPrefactor& prefactor, const LogSink& sink, const Poll& poll);
+                        std::span<const double> t, const LogPrefactor& prefactor, const LogSink& sink,
+                        const Poll& poll);
 
 /// Derivative of the log form with respect to s: the sum of -w D' / D with D' = 2 cos(m theta) L z - 2 L z^2.
 /// NaN where a D is not finite; where a D is zero both parts of D' are divided by zero.
 std::vector<std::complex<double>> cycle_product_log_derivative(const Sectors& sectors, double ell,
-                                                               std::uint64_t truncation,
-                                                               std::span<const double> t, const Poll& poll);
+                                                               std::uint64_t truncation, std::span<const double> t,
+                                                               const Poll& poll);
 
 }  // namespace vkm

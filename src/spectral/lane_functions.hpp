@@ -119,8 +119,7 @@ VKM_INLINE double log(double x) {
   series = 2.0 / 3.0 + z * series;
   const double half_square = 0.5 * f * f;
   const double r = z * series;
-  const double value =
-      exponent * ln2_head - ((half_square - (s * (half_square + r) + exponent * ln2_tail)) - f);
+  const double value = exponent * ln2_head - ((half_square - (s * (half_square + r) + exponent * ln2_tail)) - f);
   return (x >= 1e-290) & (x <= 1e290) ? value : nan;
 }
 

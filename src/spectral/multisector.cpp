@@ -99,8 +99,8 @@ SuppressedObjective objective_suppressed(std::span<const double> t, const Sector
   objective.extra_penalty = extra_minima_penalty(t, y, {targets.t, options.target_halfwidth}, options.sigma_extra,
                                                  options.penalize_all_extra_minima);
   for (const double weight : sectors.weights) objective.reg_penalty += (weight - 1.0) * (weight - 1.0);
-  objective.total = options.lambda_extra * objective.extra_penalty + objective.mismatch +
-                    options.lambda_reg * objective.reg_penalty;
+  objective.total =
+      options.lambda_extra * objective.extra_penalty + objective.mismatch + options.lambda_reg * objective.reg_penalty;
   return objective;
 }
 

@@ -27,10 +27,10 @@ struct MultisectorConfig {
 };
 
 struct SuppressionOptions {
-  double lambda_extra = 0.5;      // weight of the penalty for minima outside the windows
-  double sigma_extra = 0.05;      // depth, in units of |Phi|, at which an extra minimum stops counting
-  double lambda_reg = 0.01;       // weight of the sum of (w - 1)^2
-  double target_halfwidth = 0.35; // half width of a window, in units of t
+  double lambda_extra = 0.5;       // weight of the penalty for minima outside the windows
+  double sigma_extra = 0.05;       // depth, in units of |Phi|, at which an extra minimum stops counting
+  double lambda_reg = 0.01;        // weight of the sum of (w - 1)^2
+  double target_halfwidth = 0.35;  // half width of a window, in units of t
   bool penalize_all_extra_minima = true;
 };
 

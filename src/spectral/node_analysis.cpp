@@ -47,8 +47,7 @@ std::vector<std::int64_t> local_maxima_indices(std::span<const double> y) {
   return extrema(y, [](double neighbour, double point) { return point >= neighbour; });
 }
 
-std::vector<double> strongest_minima_t(std::span<const double> t, std::span<const double> y,
-                                       std::uint64_t keep_count) {
+std::vector<double> strongest_minima_t(std::span<const double> t, std::span<const double> y, std::uint64_t keep_count) {
   return deepest_t(t, y, local_minima_indices(y), keep_count);
 }
 

@@ -59,8 +59,8 @@ PivotSearch::Pivot PivotSearch::greatest() const {
 void PivotSearch::update(std::size_t p, std::size_t q) {
   const double* at_p = transposed_.data() + p * n_;  // column p, or its mirror in row p
   const double* at_q = transposed_.data() + q * n_;
-  mark_touched(at_p, at_q, keys_.data(), columns_.data(), q, static_cast<std::int64_t>(p),
-               static_cast<std::int64_t>(q), touched_.data());
+  mark_touched(at_p, at_q, keys_.data(), columns_.data(), q, static_cast<std::int64_t>(p), static_cast<std::int64_t>(q),
+               touched_.data());
   for (std::size_t i = 0; i < q; ++i) {
     if (touched_[i] == 0 || i == p) continue;
     // Above row p both columns have changed, between p and q the latter alone.

@@ -8,7 +8,8 @@ namespace {
 using Map = ContactStressMap;
 using Vector = std::vector<double>;
 
-constexpr const char* coordinate_descent_doc = R"(Multipliers x >= 0 that minimise |A x - target|, by coordinate descent.
+constexpr const char* coordinate_descent_doc =
+    R"(Multipliers x >= 0 that minimise |A x - target|, by coordinate descent.
 
 Args:
     matrix: rigidity matrix A, one column per contact.
@@ -19,7 +20,8 @@ Args:
 
 Returns: NNLSResult; never raises for bad sizes, see `converged`.)";
 
-constexpr const char* active_set_doc = R"(Multipliers x >= 0 that minimise |A x - target|, by Lawson and Hanson's active set.
+constexpr const char* active_set_doc =
+    R"(Multipliers x >= 0 that minimise |A x - target|, by Lawson and Hanson's active set.
 
 Args:
     matrix: rigidity matrix A, one column per contact.
@@ -30,8 +32,8 @@ Args:
 
 Returns: NNLSResult; never raises for bad sizes, see `converged`.)";
 
-constexpr auto coordinate_descent = [](const RigidityMatrix& matrix, const Vector& target,
-                                       std::uint64_t max_iterations, double tolerance) {
+constexpr auto coordinate_descent = [](const RigidityMatrix& matrix, const Vector& target, std::uint64_t max_iterations,
+                                       double tolerance) {
   return Map::solve_nonnegative_least_squares(matrix, target, max_iterations, tolerance, python_poll());
 };
 constexpr auto coordinate_descent_sparse = [](const SparseRigidityMatrix& matrix, const Vector& target,
@@ -52,7 +54,7 @@ constexpr auto active_set_sparse = [](const SparseRigidityMatrix& matrix, const 
 }  // namespace
 
 void register_nnls_record(py::module_& m) {
-  py::class_<NNLSResult> result(m, "NNLSResult", "A non-negative least squares fit of A x to b.");
+  auto result = bound_class<NNLSResult>(m, "NNLSResult", "A non-negative least squares fit of A x to b.");
   result.def(py::init<>());
   def_list(result, "multipliers", &NNLSResult::multipliers, "x, one float per column.");
   result.def_readwrite("residual_norm", &NNLSResult::residual_norm, "|A x - b|.")

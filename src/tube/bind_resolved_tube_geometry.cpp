@@ -21,7 +21,7 @@ Time is n log n on curves, memory linear in the vertices and contacts.)";
 }  // namespace
 
 void register_tube_records(py::module_& m) {
-  py::class_<SegmentPair>(m, "SegmentPair", "The closest points of two edges i < j of a polygon.")
+  bound_class<SegmentPair>(m, "SegmentPair", "The closest points of two edges i < j of a polygon.")
       .def(py::init<>())
       .def_readwrite("i", &SegmentPair::i, "First edge.")
       .def_readwrite("j", &SegmentPair::j, "Second edge.")
@@ -31,7 +31,7 @@ void register_tube_records(py::module_& m) {
       .def_readwrite("arclength_i", &SegmentPair::arclength_i, "Arc length from vertex 0 to the point on edge i.")
       .def_readwrite("arclength_j", &SegmentPair::arclength_j, "Arc length from vertex 0 to the point on edge j.");
 
-  py::class_<KinkRecord>(m, "KinkRecord", "The radius of a corner of a polygon, from either of its edges.")
+  bound_class<KinkRecord>(m, "KinkRecord", "The radius of a corner of a polygon, from either of its edges.")
       .def(py::init<>())
       .def_readwrite("vertex", &KinkRecord::vertex, "Vertex, reduced modulo n.")
       .def_readwrite("minrad_minus", &KinkRecord::minrad_minus, "Radius from the incoming edge.")
@@ -39,8 +39,8 @@ void register_tube_records(py::module_& m) {
       .def_readwrite("minrad", &KinkRecord::minrad, "The smaller of the two.")
       .def_readwrite("turning_angle", &KinkRecord::turning_angle, "Exterior angle in radians.");
 
-  py::class_<ResolvedTubeMetrics> metrics(m, "ResolvedTubeMetrics",
-                                          "Thickness, ropelength and contacts of a polygon; lengths in its unit.");
+  auto metrics = bound_class<ResolvedTubeMetrics>(
+      m, "ResolvedTubeMetrics", "Thickness, ropelength and contacts of a polygon; lengths in its unit.");
   metrics.def(py::init<>())
       .def_readwrite("length", &ResolvedTubeMetrics::length, "Polygon length.")
       .def_readwrite("minrad", &ResolvedTubeMetrics::minrad, "Least vertex radius.")
@@ -75,11 +75,12 @@ void register_resolved_tube_geometry(py::module_& m) {
   const auto global_minrad = [](const Points& points) { return Geometry::global_minrad(points); };
   const auto length_gradient = [](const Points& points) { return Geometry::length_gradient_flat(points); };
 
-  py::class_<Geometry>(
-      m, "ResolvedTubeGeometry",
-      "Closed polygons as the centre lines of tubes of constant radius. Points are N lists of three floats or an (N, 3)\n"
-      "array in any unit of length; the closing edge is implied. A flat gradient has 3 N entries, coordinate `axis` of\n"
-      "vertex v at index 3 v + axis. Vertex numbers are taken modulo N.")
+  bound_class<Geometry>(m, "ResolvedTubeGeometry",
+                        "Closed polygons as the centre lines of tubes of constant radius. Points are N lists of three "
+                        "floats or an (N, 3)\n"
+                        "array in any unit of length; the closing edge is implied. A flat gradient has 3 N entries, "
+                        "coordinate `axis` of\n"
+                        "vertex v at index 3 v + axis. Vertex numbers are taken modulo N.")
       .def_static("length", length, py::arg("points"), "Polygon length; 0 for fewer than two points.")
       .def_static(
           "edge_length_mean", [](const Points& points) { return Geometry::edge_length_mean(points); },
@@ -98,7 +99,8 @@ void register_resolved_tube_geometry(py::module_& m) {
           "minrad_at_vertex",
           [](const Points& points, std::uint64_t i) { return Geometry::minrad_at_vertex(points, i); },
           py::arg("points"), py::arg("i"),
-          "Radius min(l-, l+) / (2 tan(theta / 2)) of the corner at vertex i (Rawdon's MinRad): 0 at a collapsed edge,\n"
+          "Radius min(l-, l+) / (2 tan(theta / 2)) of the corner at vertex i (Rawdon's MinRad): 0 at a collapsed "
+          "edge,\n"
           "+infinity on a straight run.")
       .def_static(
           "kink_at_vertex", [](const Points& points, std::uint64_t i) { return Geometry::kink_at_vertex(points, i); },
@@ -116,7 +118,8 @@ void register_resolved_tube_geometry(py::module_& m) {
             return std::make_tuple(distance, s, t);
           },
           py::arg("p0"), py::arg("p1"), py::arg("q0"), py::arg("q1"),
-          "(distance, s, t) of the segments p0 p1 and q0 q1: the closest points are p0 + s (p1 - p0), q0 + t (q1 - q0).")
+          "(distance, s, t) of the segments p0 p1 and q0 q1: the closest points are p0 + s (p1 - p0), q0 + t (q1 - "
+          "q0).")
       .def_static(
           "dcsd_candidates",
           [](const Points& points, std::int32_t skip_neighbors, double distance_tol) {
@@ -149,16 +152,15 @@ void register_resolved_tube_geometry(py::module_& m) {
           [](const Points& points, const KinkRecord& kink, bool use_analytic, double finite_difference_step) {
             return Geometry::kink_minrad_gradient_flat(points, kink, use_analytic, finite_difference_step);
           },
-          py::arg("points"), py::arg("kink"), py::arg("use_analytic") = true,
-          py::arg("finite_difference_step") = 1e-6,
+          py::arg("points"), py::arg("kink"), py::arg("use_analytic") = true, py::arg("finite_difference_step") = 1e-6,
           "Flat gradient of minrad: the active side's analytic form, ties to the minus side; central differences of\n"
           "step max(|x|, 1) finite_difference_step where that vanishes or is not wanted.")
       .def_static("nontrivial_knot_lower_bound_rad", &Geometry::nontrivial_knot_lower_bound_rad,
                   "(4 + 2 sqrt(2)) pi, a lower bound of length over radius for any non-trivial knot.")
-      .def_static("radius_to_diameter_ropelength", &Geometry::radius_to_diameter_ropelength,
-                  py::arg("ropelength_rad"), "Half of the argument.")
-      .def_static("diameter_to_radius_ropelength", &Geometry::diameter_to_radius_ropelength,
-                  py::arg("ropelength_diam"), "Twice the argument.");
+      .def_static("radius_to_diameter_ropelength", &Geometry::radius_to_diameter_ropelength, py::arg("ropelength_rad"),
+                  "Half of the argument.")
+      .def_static("diameter_to_radius_ropelength", &Geometry::diameter_to_radius_ropelength, py::arg("ropelength_diam"),
+                  "Twice the argument.");
 
   m.def("resolved_tube_analyze", analyze, py::arg("points"), py::arg("skip_neighbors") = 2,
         py::arg("contact_tol") = 0.001, py::arg("equilateral_tol") = 0.001, analyze_doc);

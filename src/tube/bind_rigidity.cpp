@@ -18,11 +18,13 @@ Args:
 
 Contacts whose gradient has a norm up to 1e-14 give no column.)";
 
-constexpr const char* sparse_doc = R"(Sparse rigidity matrix of a tube: entries above 1e-15 in magnitude, rows ascending.
+constexpr const char* sparse_doc =
+    R"(Sparse rigidity matrix of a tube: entries above 1e-15 in magnitude, rows ascending.
 
 Arguments as for the dense form, which holds the same numbers.)";
 
-constexpr const char* diagnose_doc = R"(How far the length gradient of a tube lies from the cone of its contacts' gradients.
+constexpr const char* diagnose_doc =
+    R"(How far the length gradient of a tube lies from the cone of its contacts' gradients.
 
 Args:
     points: vertices, N lists of three floats or an (N, 3) array.
@@ -47,26 +49,27 @@ void bind_column_head(py::class_<Column>& cls) {
 }  // namespace
 
 void register_rigidity_records(py::module_& m) {
-  py::class_<SparseEntry>(m, "SparseEntry", "One stored entry of a sparse column.")
+  bound_class<SparseEntry>(m, "SparseEntry", "One stored entry of a sparse column.")
       .def(py::init<>())
       .def_readwrite("row", &SparseEntry::row, "Row, zero-based.")
       .def_readwrite("value", &SparseEntry::value, "Value.");
 
-  py::class_<RigidityColumn> column(m, "RigidityColumn", "The flat gradient of one active contact.");
+  auto column = bound_class<RigidityColumn>(m, "RigidityColumn", "The flat gradient of one active contact.");
   bind_column_head(column);
   def_list(column, "values", &RigidityColumn::values, "Flat gradient, 3 N floats.");
 
-  py::class_<RigidityMatrix> matrix(m, "RigidityMatrix", "Dense rigidity matrix, by columns.");
+  auto matrix = bound_class<RigidityMatrix>(m, "RigidityMatrix", "Dense rigidity matrix, by columns.");
   matrix.def(py::init<>())
       .def_readwrite("row_count", &RigidityMatrix::row_count, "3 N.")
       .def_readwrite("column_count", &RigidityMatrix::column_count, "Number of columns.");
   def_list(matrix, "columns", &RigidityMatrix::columns, "List of RigidityColumn.");
 
-  py::class_<SparseRigidityColumn> sparse_column(m, "SparseRigidityColumn", "The stored entries of one gradient.");
+  auto sparse_column =
+      bound_class<SparseRigidityColumn>(m, "SparseRigidityColumn", "The stored entries of one gradient.");
   bind_column_head(sparse_column);
   def_list(sparse_column, "entries", &SparseRigidityColumn::entries, "List of SparseEntry, rows ascending.");
 
-  py::class_<SparseRigidityMatrix> sparse(m, "SparseRigidityMatrix", "Sparse rigidity matrix, by columns.");
+  auto sparse = bound_class<SparseRigidityMatrix>(m, "SparseRigidityMatrix", "Sparse rigidity matrix, by columns.");
   sparse.def(py::init<>())
       .def_readwrite("row_count", &SparseRigidityMatrix::row_count, "3 N.")
       .def_readwrite("column_count", &SparseRigidityMatrix::column_count, "Number of columns.")
@@ -76,7 +79,8 @@ void register_rigidity_records(py::module_& m) {
 
 void register_contact_stress_record(py::module_& m) {
   using Record = ContactStressDiagnostics;
-  py::class_<Record> cls(m, "ContactStressDiagnostics", "The fit of a length gradient by the gradients of contacts.");
+  auto cls =
+      bound_class<Record>(m, "ContactStressDiagnostics", "The fit of a length gradient by the gradients of contacts.");
   cls.def(py::init<>())
       .def_readwrite("contact_residual", &Record::contact_residual, "Relative residual of the fit.")
       .def_readwrite("strut_weight_sum", &Record::strut_weight_sum, "Sum of positive multipliers on struts.")
@@ -123,12 +127,8 @@ void register_contact_stress_map(py::module_& m) {
       "Write the floats as a Matrix Market array file, 17 significant digits. Raises RuntimeError if the file cannot\n"
       "be opened.";
 
-  py::class_<Map> map(m, "ContactStressMap", "Rigidity matrices of resolved tubes and the stress that contacts carry.");
-  map.def_static("sparse_to_dense", &Map::sparse_to_dense, py::arg("sparse"),
-                 "The dense matrix of the same columns; entries at or beyond row_count are ignored.")
-      .def_static("write_vector_csv", write_vector_csv, py::arg("vector"), py::arg("path"),
-                  "Write the floats as CSV with the header row,value, 17 significant digits. Raises RuntimeError if\n"
-                  "the file cannot be opened.");
+  auto map = bound_class<Map>(m, "ContactStressMap",
+                              "Rigidity matrices of resolved tubes and the stress that contacts carry.");
 
   // Each of these stands on the class and, under another name, in the module.
   const auto both = [&](const char* member, const char* function, const auto& call, const auto&... extra) {
@@ -142,10 +142,15 @@ void register_contact_stress_map(py::module_& m) {
   };
   both_builders("build_rigidity_matrix", "resolved_tube_build_rigidity_matrix", build, build_doc);
   both_builders("build_sparse_rigidity_matrix", "resolved_tube_build_sparse_rigidity_matrix", build_sparse, sparse_doc);
+  map.def_static("sparse_to_dense", &Map::sparse_to_dense, py::arg("sparse"),
+                 "The dense matrix of the same columns; entries at or beyond row_count are ignored.");
   both("write_sparse_matrix_market", "resolved_tube_write_matrix_market", &Map::write_sparse_matrix_market,
        py::arg("sparse"), py::arg("path"), py::arg("one_based_indices") = true, matrix_market_doc);
   both("write_vector_market", "resolved_tube_write_vector_market", write_vector_market, py::arg("vector"),
        py::arg("path"), vector_market_doc);
+  map.def_static("write_vector_csv", write_vector_csv, py::arg("vector"), py::arg("path"),
+                 "Write the floats as CSV with the header row,value, 17 significant digits. Raises RuntimeError if\n"
+                 "the file cannot be opened.");
 }
 
 void register_contact_diagnosis(py::module_& m) {

@@ -18,7 +18,8 @@ Returns: TighteningResult. Its `reason` is one of max_steps_zero, nonpositive_in
 Raises ValueError below three points and for negative contact_tol or equilateral_tol. Ctrl-C ends the run.
 After Ashton, Cantarella, Piatek and Rawdon, Knot tightening by constrained gradient descent (2011).)";
 
-constexpr const char* projected_gradient_doc = R"(The part of the negative length gradient that the contacts do not balance.
+constexpr const char* projected_gradient_doc =
+    R"(The part of the negative length gradient that the contacts do not balance.
 
 Args:
     points: vertices, N lists of three floats or an (N, 3) array.
@@ -30,7 +31,7 @@ the length gradient g best.)";
 
 void register_options(py::module_& m) {
   using Options = TighteningOptions;
-  py::class_<Options>(m, "TighteningOptions", "How a polygon is tightened.")
+  bound_class<Options>(m, "TighteningOptions", "How a polygon is tightened.")
       .def(py::init<>())
       .def_readwrite("max_steps", &Options::max_steps, "Outer step limit.")
       .def_readwrite("line_search_trials", &Options::line_search_trials, "Trials per step.")
@@ -64,7 +65,7 @@ void register_options(py::module_& m) {
 
 void register_results(py::module_& m) {
   using Step = TighteningStepRecord;
-  py::class_<Step>(m, "TighteningStepRecord", "One attempted step of a tightening.")
+  bound_class<Step>(m, "TighteningStepRecord", "One attempted step of a tightening.")
       .def(py::init<>())
       .def_readwrite("step", &Step::step, "Zero-based number.")
       .def_readwrite("ropelength_before", &Step::ropelength_before, "ropelength_rad before the step.")
@@ -85,7 +86,7 @@ void register_results(py::module_& m) {
       .def_readwrite("correction_strategy", &Step::correction_strategy, "Copy of the option.")
       .def_readwrite("solver_algorithm", &Step::solver_algorithm, "Method of the contact fit; empty if none ran.");
 
-  py::class_<TighteningResult> result(m, "TighteningResult", "A tightened polygon and its history.");
+  auto result = bound_class<TighteningResult>(m, "TighteningResult", "A tightened polygon and its history.");
   result.def(py::init<>());
   def_list(result, "points", &TighteningResult::points, "The last accepted polygon.");
   result.def_readwrite("metrics", &TighteningResult::metrics, "Its ResolvedTubeMetrics.");
@@ -119,7 +120,7 @@ void register_tightening_records(py::module_& m) {
 
 void register_tightener(py::module_& m) {
   const py::arg_v options = options_argument();
-  py::class_<Tightener>(m, "ResolvedTubeTightener", "Shortens closed polygons at fixed tube thickness.")
+  bound_class<Tightener>(m, "ResolvedTubeTightener", "Shortens closed polygons at fixed tube thickness.")
       .def_static(
           "rescale_to_thickness",
           [](const Points& points, double target_thickness, std::int32_t skip_neighbors, double contact_tol,
@@ -127,8 +128,8 @@ void register_tightener(py::module_& m) {
             return Tightener::rescale_to_thickness(points, target_thickness, skip_neighbors, contact_tol,
                                                    equilateral_tol, python_poll());
           },
-          py::arg("points"), py::arg("target_thickness"), py::arg("skip_neighbors") = 2,
-          py::arg("contact_tol") = 0.001, py::arg("equilateral_tol") = 0.001,
+          py::arg("points"), py::arg("target_thickness"), py::arg("skip_neighbors") = 2, py::arg("contact_tol") = 0.001,
+          py::arg("equilateral_tol") = 0.001,
           "The polygon scaled up about its centroid to just past the target thickness; a copy where it has that\n"
           "already, where it has none, or where the target is not positive and finite.")
       .def_static(
@@ -141,9 +142,7 @@ void register_tightener(py::module_& m) {
           "for the rest ('newton'), by the scaling alone ('scale'), or not at all ('none').")
       .def_static("projected_gradient_flat", projected_gradient, py::arg("points"), py::arg("tube"), options,
                   projected_gradient_doc)
-      .def_static("tighten", tighten, py::arg("initial_points"), options, tighten_doc)
-      .def_static("_watched_tighten", watched, py::arg("initial_points"), py::arg("options"), py::arg("watch"),
-                  "tighten, calling watch(step record, points) after each step; what it raises ends the run.");
+      .def_static("tighten", tighten, py::arg("initial_points"), options, tighten_doc);
 }
 
 void register_tightening_functions(py::module_& m) {
@@ -151,6 +150,8 @@ void register_tightening_functions(py::module_& m) {
   m.def("resolved_tube_tighten", tighten, py::arg("initial_points"), options, tighten_doc);
   m.def("resolved_tube_projected_gradient", projected_gradient, py::arg("points"), py::arg("tube"), options,
         projected_gradient_doc);
+  m.def("_watched_tighten", watched, py::arg("initial_points"), py::arg("options"), py::arg("watch"),
+        "tighten, calling watch(step record, points) after each step; what it raises ends the run.");
 }
 
 }  // namespace vkm

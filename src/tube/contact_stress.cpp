@@ -37,9 +37,11 @@ void record_fit(const NNLSResult& fit, const std::vector<Column>& columns, Conta
 
 }  // namespace
 
-ContactStressDiagnostics ContactStressMap::diagnose_length_criticality(
-    Points points, const ResolvedTubeMetrics& tube, bool solve_nnls, std::uint64_t max_iterations, double tolerance,
-    bool use_sparse_solver, bool use_analytic_kink_gradient, bool use_active_set_solver, const Poll& poll) {
+ContactStressDiagnostics ContactStressMap::diagnose_length_criticality(Points points, const ResolvedTubeMetrics& tube,
+                                                                       bool solve_nnls, std::uint64_t max_iterations,
+                                                                       double tolerance, bool use_sparse_solver,
+                                                                       bool use_analytic_kink_gradient,
+                                                                       bool use_active_set_solver, const Poll& poll) {
   constexpr double ridge = 1e-12;
   constexpr double step = 1e-6;
   ContactStressDiagnostics found;

@@ -20,23 +20,23 @@
 namespace vkm {
 
 struct ContactStressDiagnostics {
-  double contact_residual = 0.0;           ///< relative residual of the fit of the length gradient
-  double strut_weight_sum = 0.0;           ///< sum of the positive multipliers on struts
-  double kink_weight_sum = 0.0;            ///< the same on kinks
-  double contact_entropy = 0.0;            ///< Shannon entropy of the normalised multipliers, nats
-  double gradient_norm = 0.0;              ///< of the length gradient
-  double residual_norm = 0.0;              ///< of the fit
+  double contact_residual = 0.0;  ///< relative residual of the fit of the length gradient
+  double strut_weight_sum = 0.0;  ///< sum of the positive multipliers on struts
+  double kink_weight_sum = 0.0;   ///< the same on kinks
+  double contact_entropy = 0.0;   ///< Shannon entropy of the normalised multipliers, nats
+  double gradient_norm = 0.0;     ///< of the length gradient
+  double residual_norm = 0.0;     ///< of the fit
   double nnls_objective = 0.0;
-  std::uint64_t strut_count = 0;           ///< of the tube
-  std::uint64_t kink_count = 0;            ///< of the tube
-  std::uint64_t rigidity_rows = 0;         ///< 3n
-  std::uint64_t rigidity_columns = 0;      ///< kept in the matrix
+  std::uint64_t strut_count = 0;       ///< of the tube
+  std::uint64_t kink_count = 0;        ///< of the tube
+  std::uint64_t rigidity_rows = 0;     ///< 3n
+  std::uint64_t rigidity_columns = 0;  ///< kept in the matrix
   std::uint64_t nnls_iterations = 0;
   std::uint64_t nnls_active_set_size = 0;
   std::string nnls_algorithm;
-  bool solved_nnls = false;                ///< a fit was run
+  bool solved_nnls = false;  ///< a fit was run
   bool nnls_converged = false;
-  std::vector<double> multipliers;         ///< one per column
+  std::vector<double> multipliers;  ///< one per column
 };
 
 struct ContactStressMap {
@@ -87,8 +87,7 @@ struct ContactStressMap {
                                                               std::uint64_t max_iterations = 5000,
                                                               double tolerance = 1e-10, bool use_sparse_solver = true,
                                                               bool use_analytic_kink_gradient = true,
-                                                              bool use_active_set_solver = true,
-                                                              const Poll& poll = {});
+                                                              bool use_active_set_solver = true, const Poll& poll = {});
 };
 
 }  // namespace vkm

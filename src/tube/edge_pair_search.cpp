@@ -146,7 +146,7 @@ struct EdgePairSearch::Scan {
   double keep = keep_up_to(infinity);
   double reach2 = infinity;  ///< square of the largest distance that matters, and its rounding
   std::vector<SegmentPair> pairs = {};
-  std::size_t crowded = 1024;               ///< so many pairs call for a look at the outdated
+  std::size_t crowded = 1024;            ///< so many pairs call for a look at the outdated
   std::vector<std::size_t> leaves = {};  ///< that the current leaf may be near to, ascending
 
   VKM_INLINE void meet(std::size_t i, std::size_t j, double distance, double s, double t) {

@@ -28,8 +28,8 @@ VKM_INLINE bool all_zero(const Lanes& a) {
 }
 
 /// Eight pivot rows in turn on the listed lanes of one row.
-VKM_INLINE void subtract_panel(Lanes* __restrict row, const Lanes* __restrict pivots, std::size_t lanes,
-                               const Lanes& f, const std::size_t* busy, std::size_t busy_count) {
+VKM_INLINE void subtract_panel(Lanes* __restrict row, const Lanes* __restrict pivots, std::size_t lanes, const Lanes& f,
+                               const std::size_t* busy, std::size_t busy_count) {
   for (std::size_t b = 0; b < busy_count; ++b) {
     const Lanes* __restrict r = pivots + busy[b];
     double* __restrict a = row[busy[b]].at;

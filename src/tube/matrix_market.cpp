@@ -1,6 +1,6 @@
-// Writers of rigidity matrices and vectors for outside solvers: Matrix Market coordinate and array files (R. F. Boisvert,
-// R. Pozo, K. Remington, The Matrix Market exchange formats, NISTIR 5935, 1996) and two-column CSV. Numbers have 17
-// significant digits, whatever the locale of the process.
+// Writers of rigidity matrices and vectors for outside solvers: Matrix Market coordinate and array files (R. F.
+// Boisvert, R. Pozo, K. Remington, The Matrix Market exchange formats, NISTIR 5935, 1996) and two-column CSV. Numbers
+// have 17 significant digits, whatever the locale of the process.
 
 #include <charconv>
 #include <fstream>

@@ -9,14 +9,14 @@
 namespace vkm {
 
 struct NNLSResult {
-  std::vector<double> multipliers;      ///< x, one per column
-  double residual_norm = 0.0;           ///< |A x - b|
-  double relative_residual = 0.0;       ///< residual_norm / max(|b|, 1e-14)
-  double objective = 0.0;               ///< residual_norm^2 / 2
-  std::uint64_t iterations = 0;         ///< sweeps or outer iterations used
+  std::vector<double> multipliers;  ///< x, one per column
+  double residual_norm = 0.0;       ///< |A x - b|
+  double relative_residual = 0.0;   ///< residual_norm / max(|b|, 1e-14)
+  double objective = 0.0;           ///< residual_norm^2 / 2
+  std::uint64_t iterations = 0;     ///< sweeps or outer iterations used
   bool converged = false;
-  std::string algorithm;                ///< "coordinate_descent", "coordinate_descent_sparse" or "active_set"
-  std::uint64_t active_set_size = 0;    ///< multipliers above the tolerance
+  std::string algorithm;              ///< "coordinate_descent", "coordinate_descent_sparse" or "active_set"
+  std::uint64_t active_set_size = 0;  ///< multipliers above the tolerance
 };
 
 }  // namespace vkm

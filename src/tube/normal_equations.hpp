@@ -36,8 +36,7 @@ class NormalEquations {
   double residual_norm(std::span<const double> x) const;
 
  private:
-  NormalEquations(CompressedColumns&& columns, std::size_t count, std::span<const double> target,
-                  Heartbeat& heartbeat);
+  NormalEquations(CompressedColumns&& columns, std::size_t count, std::span<const double> target, Heartbeat& heartbeat);
 
   void form_gram(Heartbeat& heartbeat);
 

@@ -50,20 +50,20 @@ struct KinkRecord {
 /// What the analysis of a polygon finds.
 struct ResolvedTubeMetrics {
   double length = 0.0;
-  double minrad = 0.0;                   ///< least vertex radius
-  double min_dcsd = 0.0;                 ///< least distance of admissible edge pairs; +infinity if there is none
+  double minrad = 0.0;    ///< least vertex radius
+  double min_dcsd = 0.0;  ///< least distance of admissible edge pairs; +infinity if there is none
   double half_min_dcsd = 0.0;
-  double thickness_rad = 0.0;            ///< min(minrad, half_min_dcsd)
-  double reach_rad = 0.0;                ///< equal to thickness_rad
-  double ropelength_rad = 0.0;           ///< length / thickness_rad; 0 for a thickness that is not positive and finite
-  double ropelength_diam = 0.0;          ///< length over tube diameter
+  double thickness_rad = 0.0;    ///< min(minrad, half_min_dcsd)
+  double reach_rad = 0.0;        ///< equal to thickness_rad
+  double ropelength_rad = 0.0;   ///< length / thickness_rad; 0 for a thickness that is not positive and finite
+  double ropelength_diam = 0.0;  ///< length over tube diameter
   double edge_length_mean = 0.0;
   double edge_length_rel_std = 0.0;
   double edge_length_max_rel_dev = 0.0;
-  bool equilateral_ok = false;           ///< edge_length_max_rel_dev within its tolerance
-  bool lower_bound_ok = true;            ///< the ropelength does not undercut the bound for non-trivial knots
-  std::vector<SegmentPair> struts;       ///< active edge contacts, by i, then j
-  std::vector<KinkRecord> kinks;         ///< active curvature contacts, by vertex
+  bool equilateral_ok = false;      ///< edge_length_max_rel_dev within its tolerance
+  bool lower_bound_ok = true;       ///< the ropelength does not undercut the bound for non-trivial knots
+  std::vector<SegmentPair> struts;  ///< active edge contacts, by i, then j
+  std::vector<KinkRecord> kinks;    ///< active curvature contacts, by vertex
 };
 
 struct ResolvedTubeGeometry {

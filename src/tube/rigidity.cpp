@@ -75,24 +75,23 @@ RigidityMatrix ContactStressMap::build_rigidity_matrix(Points points, const Reso
 SparseRigidityMatrix ContactStressMap::build_sparse_rigidity_matrix(Points points, const ResolvedTubeMetrics& tube,
                                                                     bool include_struts, bool include_kinks,
                                                                     double kink_finite_difference_step,
-                                                                    bool use_analytic_kink_gradient,
-                                                                    const Poll& poll) {
+                                                                    bool use_analytic_kink_gradient, const Poll& poll) {
   SparseRigidityMatrix matrix;
   matrix.row_count = 3 * points.size();
   const Choice choice{include_struts, include_kinks, kink_finite_difference_step, use_analytic_kink_gradient};
-  for_each_column<SparseRigidityColumn>(
-      points, tube, choice, poll, [&](SparseRigidityColumn&& column, const ContactGradient& gradient) {
-        for (const auto& part : gradient.parts()) {
-          for (std::size_t axis = 0; axis < 3; ++axis) {
-            if (std::fabs(part.value[axis]) > least_entry) {
-              column.entries.push_back({3 * part.vertex + axis, part.value[axis]});
-            }
-          }
-        }
-        if (column.entries.empty()) return;
-        matrix.nonzero_count += column.entries.size();
-        matrix.columns.push_back(std::move(column));
-      });
+  for_each_column<SparseRigidityColumn>(points, tube, choice, poll,
+                                        [&](SparseRigidityColumn&& column, const ContactGradient& gradient) {
+                                          for (const auto& part : gradient.parts()) {
+                                            for (std::size_t axis = 0; axis < 3; ++axis) {
+                                              if (std::fabs(part.value[axis]) > least_entry) {
+                                                column.entries.push_back({3 * part.vertex + axis, part.value[axis]});
+                                              }
+                                            }
+                                          }
+                                          if (column.entries.empty()) return;
+                                          matrix.nonzero_count += column.entries.size();
+                                          matrix.columns.push_back(std::move(column));
+                                        });
   matrix.column_count = matrix.columns.size();
   return matrix;
 }

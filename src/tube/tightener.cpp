@@ -38,8 +38,8 @@ std::vector<double> fit_gradient(const Matrix& matrix, const std::vector<double>
 
 /// What a trial of the line search must keep.
 struct Bounds {
-  double floor;   ///< thickness, from the current polygon
-  double hold;    ///< thickness that corrections restore
+  double floor;  ///< thickness, from the current polygon
+  double hold;   ///< thickness that corrections restore
   double ropelength;
   double length;
 };
@@ -48,8 +48,8 @@ Bounds bounds_of(const ResolvedTubeMetrics& metrics, double initial_thickness, c
   Bounds bounds;
   bounds.floor = std::max(options.thickness_floor_fraction, 0.0) * metrics.thickness_rad;
   bounds.hold = options.preserve_initial_thickness ? initial_thickness : bounds.floor;
-  bounds.ropelength = metrics.ropelength_rad + std::max(metrics.ropelength_rad, 1.0) *
-                                                   std::max(options.ropelength_increase_tolerance, 0.0);
+  bounds.ropelength = metrics.ropelength_rad +
+                      std::max(metrics.ropelength_rad, 1.0) * std::max(options.ropelength_increase_tolerance, 0.0);
   bounds.length = metrics.length;
   return bounds;
 }
@@ -83,8 +83,7 @@ void line_search(AnalyzedPolygon& current, const std::vector<double>& direction,
     heartbeat.tick();
     AnalyzedPolygon candidate = analyzed(moved(current.points, direction, record.alpha), options, poll);
     const double thickness = candidate.metrics.thickness_rad;
-    const bool thin =
-        thickness < bounds.floor || (options.preserve_initial_thickness && thickness < bounds.hold);
+    const bool thin = thickness < bounds.floor || (options.preserve_initial_thickness && thickness < bounds.hold);
     if (thin) candidate = corrected(std::move(candidate), bounds.hold, options, poll);
     if (acceptable(candidate.metrics, bounds, options)) {
       current = std::move(candidate);
@@ -125,10 +124,10 @@ std::vector<double> ResolvedTubeTightener::projected_gradient_flat(Points points
                          solve_with(Map::solve_nonnegative_least_squares_sparse_active_set,
                                     Map::solve_nonnegative_least_squares_sparse),
                          found)
-          : fit_gradient(Map::build_rigidity_matrix(points, tube, true, true, step, analytic, poll), gradient,
-                         solve_with(Map::solve_nonnegative_least_squares_active_set,
-                                    Map::solve_nonnegative_least_squares),
-                         found);
+          : fit_gradient(
+                Map::build_rigidity_matrix(points, tube, true, true, step, analytic, poll), gradient,
+                solve_with(Map::solve_nonnegative_least_squares_active_set, Map::solve_nonnegative_least_squares),
+                found);
   for (std::size_t k = 0; k < direction.size(); ++k) direction[k] -= gradient[k];
 
   if (diagnostics != nullptr) {
@@ -161,8 +160,7 @@ TighteningResult ResolvedTubeTightener::tighten(Points initial_points, const Tig
   for (std::uint64_t step = 0; step < options.max_steps; ++step) {
     heartbeat.tick();
     ContactStressDiagnostics balance;
-    std::vector<double> direction =
-        projected_gradient_flat(current.points, current.metrics, options, &balance, poll);
+    std::vector<double> direction = projected_gradient_flat(current.points, current.metrics, options, &balance, poll);
     const double direction_norm = euclidean_norm(direction);
     const double kkt_residual = direction_norm / std::max(balance.gradient_norm, least_norm);
     if (kkt_residual <= options.target_kkt_residual) {

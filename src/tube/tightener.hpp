@@ -22,13 +22,13 @@
 namespace vkm {
 
 struct TighteningOptions {
-  std::uint64_t max_steps = 100;                 ///< outer steps
-  std::uint64_t line_search_trials = 24;         ///< per step
+  std::uint64_t max_steps = 100;          ///< outer steps
+  std::uint64_t line_search_trials = 24;  ///< per step
   std::uint64_t nnls_max_iterations = 2000;
-  std::int32_t skip_neighbors = 2;               ///< as in the analysis
-  double contact_tol = 0.001;                    ///< as in the analysis
-  double equilateral_tol = 0.001;                ///< as in the analysis
-  double target_kkt_residual = 0.0001;           ///< converged at or below
+  std::int32_t skip_neighbors = 2;      ///< as in the analysis
+  double contact_tol = 0.001;           ///< as in the analysis
+  double equilateral_tol = 0.001;       ///< as in the analysis
+  double target_kkt_residual = 0.0001;  ///< converged at or below
   double nnls_tolerance = 1e-10;
   double max_step_size = 0.01;                   ///< first trial
   double min_step_size = 1e-8;                   ///< smallest trial
@@ -38,40 +38,40 @@ struct TighteningOptions {
   double newton_correction_damping = 1.0;        ///< factor on a correction, used within 0..1
   double newton_ridge = 1e-10;                   ///< of the correction's equations
   bool use_sparse_solver = true;
-  bool use_active_set_solver = true;             ///< otherwise coordinate descent
+  bool use_active_set_solver = true;  ///< otherwise coordinate descent
   bool use_analytic_kink_gradient = true;
-  bool normalize_direction = true;               ///< to a largest vertex move of 1
-  bool preserve_initial_thickness = true;        ///< hold the first thickness, not the current one
-  std::string correction_strategy = "newton";    ///< "none", "scale", any other is "newton"
+  bool normalize_direction = true;             ///< to a largest vertex move of 1
+  bool preserve_initial_thickness = true;      ///< hold the first thickness, not the current one
+  std::string correction_strategy = "newton";  ///< "none", "scale", any other is "newton"
 };
 
 /// One attempted step.
 struct TighteningStepRecord {
   std::uint64_t step = 0;
   double ropelength_before = 0.0;
-  double ropelength_after = 0.0;          ///< as before if no trial was accepted; so the other two
+  double ropelength_after = 0.0;  ///< as before if no trial was accepted; so the other two
   double thickness_before = 0.0;
   double thickness_after = 0.0;
   double length_before = 0.0;
   double length_after = 0.0;
   double kkt_residual_before = 0.0;
-  double projected_gradient_norm = 0.0;   ///< before normalisation
-  double alpha = 0.0;                     ///< step size accepted, or at which the search gave up
-  std::uint64_t strut_count = 0;          ///< before the step
-  std::uint64_t kink_count = 0;           ///< before the step
+  double projected_gradient_norm = 0.0;  ///< before normalisation
+  double alpha = 0.0;                    ///< step size accepted, or at which the search gave up
+  std::uint64_t strut_count = 0;         ///< before the step
+  std::uint64_t kink_count = 0;          ///< before the step
   std::uint64_t rigidity_columns = 0;
   bool accepted = false;
-  bool thickness_corrected = false;       ///< the accepted trial was corrected
+  bool thickness_corrected = false;  ///< the accepted trial was corrected
   std::string correction_strategy;
-  std::string solver_algorithm;           ///< empty if no fit ran
+  std::string solver_algorithm;  ///< empty if no fit ran
 };
 
 struct TighteningResult {
-  std::vector<Vec3> points;      ///< the last accepted polygon
-  ResolvedTubeMetrics metrics;   ///< its analysis
+  std::vector<Vec3> points;     ///< the last accepted polygon
+  ResolvedTubeMetrics metrics;  ///< its analysis
   std::vector<TighteningStepRecord> steps;
   bool converged = false;
-  std::string reason;            ///< why the run ended
+  std::string reason;  ///< why the run ended
 };
 
 /// Sees each step's record, and the polygon that the step left. Throws to abandon the run.

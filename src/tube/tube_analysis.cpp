@@ -32,8 +32,8 @@ std::vector<double> estimated_radii(std::span<const Vec3> points, std::span<cons
   std::vector<double> radii(n);
   for (std::size_t v = 0; v < n; ++v) {
     const std::size_t prev = v == 0 ? n - 1 : v - 1;
-    const double cosine = dot(points[v] - points[prev], points[v + 1 == n ? 0 : v + 1] - points[v]) /
-                          (lengths[prev] * lengths[v]);
+    const double cosine =
+        dot(points[v] - points[prev], points[v + 1 == n ? 0 : v + 1] - points[v]) / (lengths[prev] * lengths[v]);
     const double shorter = std::min(lengths[prev], lengths[v]);
     const double capped = std::min(cosine, 1.0);
     radii[v] = 0.5 * shorter * std::sqrt((1.0 + capped) / (1.0 - capped));
@@ -106,8 +106,7 @@ ResolvedTubeMetrics ResolvedTubeGeometry::analyze(Points points, std::int32_t sk
     tube.ropelength_diam = 0.5 * tube.ropelength_rad;
   }
   // A degenerate polygon passes.
-  tube.lower_bound_ok =
-      tube.ropelength_rad <= 0.0 || tube.ropelength_rad + 1e-9 >= nontrivial_knot_lower_bound_rad();
+  tube.lower_bound_ok = tube.ropelength_rad <= 0.0 || tube.ropelength_rad + 1e-9 >= nontrivial_knot_lower_bound_rad();
   if (!usable(tube.thickness_rad)) return tube;
 
   const double contact = contact_of(tube.thickness_rad);
