@@ -1,4 +1,3 @@
 # Types of the extension module `_native`, which is a single file and cannot carry stubs of its own. They stand with
 # the package, so that `_native.FourierBlock` and `vkmcore.FourierBlock` are one type.
 from vkmcore._native import *
-from vkmcore._native import _watched_tighten as _watched_tighten

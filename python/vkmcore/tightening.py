@@ -2,20 +2,22 @@
 
 from __future__ import annotations
 
+import ctypes
 import math
 import os
 from collections.abc import Callable, Sequence
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
+import _native
 import numpy as np
-from _native import _watched_tighten
 
 from vkmcore import (
     ContactStressMap,
     ResolvedTubeGeometry,
     ResolvedTubeMetrics,
     TighteningOptions,
+    TighteningResult,
     TighteningStepRecord,
 )
 from vkmcore.curve_description import neighbours
@@ -48,6 +50,16 @@ STEP_FIELDS = (
     "solver_algorithm",
 )
 
+
+def _watched_tighten() -> Callable[..., TighteningResult]:
+    """The tightener with a function to call after each step: a C symbol of the extension, and no public name of it."""
+    make = ctypes.PyDLL(_native.__file__).vkm_watched_tighten
+    make.restype = ctypes.py_object
+    function: Callable[..., TighteningResult] = make()
+    return function
+
+
+watched_tighten = _watched_tighten()
 
 PATIENCE = 20  # steps over which a gain is measured
 
@@ -158,7 +170,7 @@ class Tightening:
                     raise EndOfRun("little_gain")
 
         try:
-            result = _watched_tighten(self.scaled.tolist(), options, see)
+            result = watched_tighten(self.scaled.tolist(), options, see)
         except EndOfRun as end:
             self.reason = str(end)
         else:

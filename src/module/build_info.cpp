@@ -1,22 +1,14 @@
-// Facts about this build for `vkmcore info`. They are plain C symbols, read through ctypes, and not attributes of the
-// module: its public names are the binders' alone.
+// Facts about this build for `vkmcore info`.
 
 #include "core/kernel.hpp"
+#include "module/c_symbol.hpp"
 
 #define VKM_TEXT_(x) #x
 #define VKM_TEXT(x) VKM_TEXT_(x)
 
-#if defined(_WIN32)
-#define VKM_EXPORT __declspec(dllexport)
-#else
-#define VKM_EXPORT __attribute__((visibility("default"), used))
-#endif
+VKM_C_SYMBOL const char* vkm_version() { return VKM_VERSION; }
 
-extern "C" {
-
-VKM_EXPORT const char* vkm_version() { return VKM_VERSION; }
-
-VKM_EXPORT const char* vkm_compiler() {
+VKM_C_SYMBOL const char* vkm_compiler() {
 #if defined(__clang__)
   return "Clang " __clang_version__;
 #elif defined(__GNUC__)
@@ -28,5 +20,4 @@ VKM_EXPORT const char* vkm_compiler() {
 #endif
 }
 
-VKM_EXPORT int vkm_vector_bits() { return vkm::kernel_vector_bits(); }
-}
+VKM_C_SYMBOL int vkm_vector_bits() { return vkm::kernel_vector_bits(); }

@@ -1,3 +1,4 @@
+#include "module/c_symbol.hpp"
 #include "tube/tightener.hpp"
 #include "tube/tube_registrars.hpp"
 
@@ -150,8 +151,10 @@ void register_tightening_functions(py::module_& m) {
   m.def("resolved_tube_tighten", tighten, py::arg("initial_points"), options, tighten_doc);
   m.def("resolved_tube_projected_gradient", projected_gradient, py::arg("points"), py::arg("tube"), options,
         projected_gradient_doc);
-  m.def("_watched_tighten", watched, py::arg("initial_points"), py::arg("options"), py::arg("watch"),
-        "tighten, calling watch(step record, points) after each step; what it raises ends the run.");
 }
 
 }  // namespace vkm
+
+/// A new function (initial_points, options, watch): tighten, calling watch(step record, points) after each step. What
+/// it raises ends the run. The caller holds the interpreter lock.
+VKM_C_SYMBOL PyObject* vkm_watched_tighten() { return py::cpp_function(vkm::watched).release().ptr(); }

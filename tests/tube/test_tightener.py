@@ -6,6 +6,7 @@ import signal
 import _native as vkm
 import numpy as np
 import pytest
+from vkmcore.tightening import watched_tighten
 
 Geometry = vkm.ResolvedTubeGeometry
 Tightener = vkm.ResolvedTubeTightener
@@ -307,7 +308,7 @@ def test_interrupt_ends_a_run():
 def test_a_watch_sees_every_step_and_changes_nothing():
     seen = []
     o = options(max_steps=6, skip_neighbors=4)
-    result = vkm._watched_tighten(trefoil(), o, lambda step, points: seen.append((step, points)))
+    result = watched_tighten(trefoil(), o, lambda step, points: seen.append((step, points)))
     plain = Tightener.tighten(trefoil(), o)
     assert result.points == plain.points == seen[-1][1] and result.reason == plain.reason
     assert [step.ropelength_after for step, _ in seen] == [step.ropelength_after for step in plain.steps]
@@ -317,4 +318,4 @@ def test_a_watch_sees_every_step_and_changes_nothing():
         raise KeyError(step.step)
 
     with pytest.raises(KeyError, match="0"):
-        vkm._watched_tighten(trefoil(), o, stop)
+        watched_tighten(trefoil(), o, stop)
