@@ -7,7 +7,7 @@ import collections.abc
 import numpy
 import numpy.typing
 import typing
-__all__: list[str] = ['ActionPhaseAPI', 'ActionPhaseResiduals', 'AnisotropyResiduals', 'BiotSavart', 'BiotSavartGateAPI', 'BiotSavartGateResult', 'BoundaryOptions', 'CanonicalConstants', 'CanonicalValue', 'CanonicalizeResult', 'CertificateStatus', 'CheckKind', 'CheckResult', 'ChronosFirstHittingResult', 'ContactSaturationResult', 'ContactStressDiagnostics', 'ContactStressMap', 'CoreTorsionAPI', 'DensityOntologyAPI', 'DensitySymbol', 'DimensionalCheckResult', 'EnergyDensityForm', 'EvidenceReportAPI', 'EvidenceReportMeta', 'FilamentEnergyParams', 'FilamentEnergyResult', 'FourierBlock', 'FourierResult', 'GeometricDescriptors', 'GeometryCertificate', 'GeometryCertificateAPI', 'Grid1D', 'HelicityResult', 'IdealABBlock', 'IdealABComponent', 'IdealKnotRegimeAPI', 'IdealKnotRegimeResult', 'KAMDiagnosticsAPI', 'KAMSector', 'KAMStage', 'KAMStage1Result', 'KinkRecord', 'KnotDerived', 'KnotInvariants', 'KnotParticleModel', 'KnotParticleModelParams', 'KnotPrediction', 'KnotRegime', 'KnotReportRow', 'KnotState', 'LinkFieldGateAPI', 'LinkFieldGateResult', 'LinkGateFailure', 'LoadedKnot', 'LorentzMapResult', 'MassFunctional', 'MaxwellKineticAPI', 'MaxwellKineticResult', 'MechanicalFalsifierAPI', 'MechanicalFalsifierResult', 'MultisectorFitter', 'MultisectorFitterV2', 'NNLSResult', 'NodeAnalyzer', 'OperationalSpacetimeAPI', 'ParticleEvaluator', 'PipelineCertificationStatus', 'PipelineProvenanceAPI', 'PipelineStage', 'PolygonalSmoothCertificate', 'PolygonalSmoothCertificateAPI', 'PotentialGaussianWell', 'PotentialOptions', 'PrimitiveSet', 'PrimitiveSetMembership', 'ProvenanceRecord', 'QSSPseudospectrumResult', 'QSSPseudospectrumSample', 'QSSSpectroscopyAPI', 'QSSSpectrumResult', 'RadarInterval', 'Rank9ChannelDiagnostics', 'RelativisticMetrics', 'ResolvedTubeGeometry', 'ResolvedTubeMetrics', 'ResolvedTubeTightener', 'RigidityColumn', 'RigidityMatrix', 'RopelengthConvention', 'RotorParticipationAPI', 'RotorParticipationResult', 'ScalingAuditAPI', 'ScalingClass', 'SectorGate', 'SegmentPair', 'SimpleInvariantXiModel', 'SimpleInvariantXiModelParams', 'SnapshotCompareResult', 'SparseEntry', 'SparseRigidityColumn', 'SparseRigidityMatrix', 'SpectroResponseAPI', 'SpectroResponseResult', 'SwirlTonicAPI', 'SwirlTonicResult', 'TailApproxConfig', 'TighteningOptions', 'TighteningResult', 'TighteningStepRecord', 'TimeEvolution', 'TorsionMassResult', 'TraceFormula', 'TransverseProjectorAPI', 'TransverseProjectorResult', 'TrefoilOperator', 'VKMCanonicalConstants', 'VKMCanonicalValues', 'VKMCanonicalXiModel', 'VKMCanonicalXiModelParams', 'VKMMasterEquation', 'VKMMasterEquationInput', 'VKMMasterEquationOutput', 'VKMTensionScales', 'VKMTopologyKernelInput', 'ValueOrigin', 'ValueOriginAPI', 'VortexKnotSystem', 'WaveModeClass', 'WorldsheetGuardResult', 'WorldsheetGuardsAPI', 'analyze_resolved_tube_clearance', 'analyze_smooth_resolved_tube', 'batch_helicity_from_dir', 'bending_energy_exact', 'biot_savart_vector_potential_grid', 'biot_savart_velocity', 'biot_savart_velocity_grid', 'biot_savart_wire_grid', 'build_invariants_from_fourier_block', 'build_invariants_from_fseries', 'calculate_bs_cutoff_energy', 'calculate_bs_cutoff_energy_scan', 'calculate_core_repulsion', 'calculate_curvature_penalty', 'calculate_length', 'calculate_neumann_self_energy', 'calculate_writhe', 'canonicalize_fseries_file_inplace', 'check_kind_export_string', 'check_kind_from_export_string', 'compare_fseries_files', 'compute_biot_savart_velocity_grid', 'compute_centerline_helicity', 'compute_continuous_reach', 'compute_curvature', 'compute_curvature_torsion', 'compute_curve_metrics_from_fseries', 'compute_filament_energy_from_fseries', 'compute_filament_velocity', 'compute_frenet_frames', 'compute_helicity', 'compute_helicity_from_fourier_block', 'compute_helicity_from_fseries', 'compute_helicity_invariants', 'compute_intrinsic_frame', 'compute_linking_number', 'compute_polygonal_gauss', 'compute_regularized_mutual_velocity', 'compute_rigid_motion', 'compute_topology_clearance', 'compute_twist', 'compute_vkm_mass', 'compute_vorticity_grid', 'compute_writhe', 'curl3d_central', 'curvature_exact', 'curve_length_from_fseries', 'describe_fourier_block', 'detect_reconnection_candidates', 'dipole_field_at_point', 'dipole_ring_field_grid', 'estimate_cfl_dt', 'estimate_crossing_number', 'evaluate_fourier_block', 'evaluate_fourier_series', 'evaluate_ideal_ab_components', 'evaluate_ideal_component', 'evaluate_knot_dataset', 'evaluate_knot_dataset_vkm_canonical', 'evaluate_single_knot', 'evaluate_single_knot_vkm_canonical', 'evaluate_with_derivatives', 'evolve_positions_euler', 'evolve_vortex_knot', 'extract_interior_field', 'find_ideal_ab_block_by_id', 'find_ideal_block_by_id', 'format_ideal_ab_header', 'fourier_knot', 'fourier_knot_eval', 'get_embedded_ideal_files', 'get_embedded_knot_files', 'guard_topology_step', 'hyperbolic_volume_from_pd', 'index_of_ideal_id', 'index_of_largest_block', 'length_exact', 'list_bindings', 'load_all_knots', 'load_embedded_ideal_text', 'load_embedded_knot_block', 'make_knot_report_row', 'min_non_neighbor_distance_from_fseries', 'min_self_distance_exactish', 'min_self_distance_sampled', 'mode_energies', 'parse_embedded_ideal_ab_by_id', 'parse_embedded_ideal_txt', 'parse_fseries_from_string', 'parse_fseries_multi', 'parse_ideal_ab_by_id_from_string', 'parse_ideal_halvard_from_string', 'parse_ideal_txt_from_string', 'parse_ideal_txt_multi', 'pd_from_curve', 'predict_particle_from_fourier_block', 'predict_particle_from_fseries', 'reach_proxy_from_fseries', 'resample_closed_curve', 'resolved_tube_analyze', 'resolved_tube_build_rigidity_matrix', 'resolved_tube_build_sparse_rigidity_matrix', 'resolved_tube_kkt_diagnostics', 'resolved_tube_length', 'resolved_tube_length_gradient_flat', 'resolved_tube_lower_bound_rad', 'resolved_tube_metrics_from_fseries', 'resolved_tube_minrad', 'resolved_tube_projected_gradient', 'resolved_tube_solve_active_set', 'resolved_tube_tighten', 'resolved_tube_write_matrix_market', 'resolved_tube_write_vector_market', 'rk4_integrate', 'rk4_step', 'sample_circle', 'sample_curve', 'sample_curve_centered', 'writhe_gauss_curve']
+__all__: list[str] = ['ActionPhaseAPI', 'ActionPhaseResiduals', 'AnisotropyResiduals', 'AtomicBridgeModel', 'BiotSavart', 'BiotSavartGateAPI', 'BiotSavartGateResult', 'BoundaryOptions', 'CanonicalConstants', 'CanonicalValue', 'CanonicalizeResult', 'CertificateStatus', 'CheckKind', 'CheckResult', 'ChronosFirstHittingResult', 'ChronosKelvinTransport', 'ClockFieldEFT', 'ClockSectorConstraints', 'ContactSaturationResult', 'ContactStressDiagnostics', 'ContactStressMap', 'CoreTorsionAPI', 'DelayModeResult', 'DelayModeSelector', 'DensityOntologyAPI', 'DensityRegime', 'DensitySymbol', 'DimensionalCheckResult', 'EnergyDensityForm', 'EvidenceReportAPI', 'EvidenceReportMeta', 'FilamentEnergyParams', 'FilamentEnergyResult', 'FourierBlock', 'FourierResult', 'GeometricDescriptors', 'GeometryCertificate', 'GeometryCertificateAPI', 'GoldenNLSClosure', 'Grid1D', 'HelicityResult', 'IdealABBlock', 'IdealABComponent', 'IdealKnotRegimeAPI', 'IdealKnotRegimeResult', 'KAMDiagnosticsAPI', 'KAMSector', 'KAMStage', 'KAMStage1Result', 'KinkRecord', 'KnotDerived', 'KnotInvariants', 'KnotParticleModel', 'KnotParticleModelParams', 'KnotPrediction', 'KnotRegime', 'KnotReportRow', 'KnotState', 'LinkFieldGateAPI', 'LinkFieldGateResult', 'LinkGateFailure', 'LoadedKnot', 'LorentzMapResult', 'MagnusBernoulliIntegrator', 'MassFunctional', 'MaxwellKineticAPI', 'MaxwellKineticResult', 'MechanicalFalsifierAPI', 'MechanicalFalsifierResult', 'MultisectorFitter', 'MultisectorFitterV2', 'NNLSResult', 'NodeAnalyzer', 'OperationalSpacetimeAPI', 'ParticleEvaluator', 'PipelineCertificationStatus', 'PipelineProvenanceAPI', 'PipelineStage', 'PolygonalSmoothCertificate', 'PolygonalSmoothCertificateAPI', 'PotentialGaussianWell', 'PotentialOptions', 'PrimitiveSet', 'PrimitiveSetMembership', 'ProvenanceRecord', 'QSSPseudospectrumResult', 'QSSPseudospectrumSample', 'QSSSpectroscopyAPI', 'QSSSpectrumResult', 'RadarInterval', 'Rank9ChannelDiagnostics', 'RelativisticMetrics', 'ResolvedTubeGeometry', 'ResolvedTubeMetrics', 'ResolvedTubeTightener', 'RigidityColumn', 'RigidityMatrix', 'RopelengthConvention', 'RotorParticipationAPI', 'RotorParticipationResult', 'ScalingAuditAPI', 'ScalingClass', 'SectorGate', 'SegmentPair', 'SimpleInvariantXiModel', 'SimpleInvariantXiModelParams', 'SnapshotCompareResult', 'SparseEntry', 'SparseRigidityColumn', 'SparseRigidityMatrix', 'SpectroResponseAPI', 'SpectroResponseResult', 'SpectroscopicGap', 'SwirlTonicAPI', 'SwirlTonicResult', 'TailApproxConfig', 'TighteningOptions', 'TighteningResult', 'TighteningStepRecord', 'TimeEvolution', 'TorsionMassResult', 'TraceFormula', 'TransverseProjectorAPI', 'TransverseProjectorResult', 'TrefoilOperator', 'VKMCanonicalConstants', 'VKMCanonicalValues', 'VKMCanonicalXiModel', 'VKMCanonicalXiModelParams', 'VKMGravity', 'VKMMasterEquation', 'VKMMasterEquationInput', 'VKMMasterEquationOutput', 'VKMTensionScales', 'VKMTopologyKernelInput', 'ValueOrigin', 'ValueOriginAPI', 'VortexKnotSystem', 'WaveModeClass', 'WorldsheetGuardResult', 'WorldsheetGuardsAPI', 'ZooEvaluator', 'ZooResult', 'analyze_resolved_tube_clearance', 'analyze_smooth_resolved_tube', 'baroclinic_term', 'batch_helicity_from_dir', 'bending_energy_exact', 'bernoulli_pressure_potential', 'biot_savart_vector_potential_grid', 'biot_savart_velocity', 'biot_savart_velocity_grid', 'biot_savart_wire_grid', 'build_invariants_from_fourier_block', 'build_invariants_from_fseries', 'calculate_bs_cutoff_energy', 'calculate_bs_cutoff_energy_scan', 'calculate_core_repulsion', 'calculate_curvature_penalty', 'calculate_length', 'calculate_neumann_self_energy', 'calculate_writhe', 'canonicalize_fseries_file_inplace', 'check_kind_export_string', 'check_kind_from_export_string', 'circulation_surface_integral', 'compare_fseries_files', 'compute_bernoulli_pressure', 'compute_biot_savart_velocity_grid', 'compute_centerline_helicity', 'compute_continuous_reach', 'compute_curvature', 'compute_curvature_torsion', 'compute_curve_metrics_from_fseries', 'compute_filament_energy_from_fseries', 'compute_filament_velocity', 'compute_frenet_frames', 'compute_gravitational_potential', 'compute_gravitational_potential_direct', 'compute_gravitational_potential_gradient', 'compute_helicity', 'compute_helicity_from_fourier_block', 'compute_helicity_from_fseries', 'compute_helicity_invariants', 'compute_intrinsic_frame', 'compute_kinetic_energy', 'compute_linking_number', 'compute_polygonal_gauss', 'compute_pressure_field', 'compute_regularized_mutual_velocity', 'compute_rigid_motion', 'compute_swirl_field', 'compute_time_dilation_map', 'compute_time_dilation_map_linear', 'compute_time_dilation_map_sqrt', 'compute_topology_clearance', 'compute_twist', 'compute_velocity_magnitude', 'compute_vkm_mass', 'compute_vorticity', 'compute_vorticity_grid', 'compute_vorticity_rhs', 'compute_writhe', 'couette_vorticity', 'crocco_gradient', 'crocco_relation', 'curl3d_central', 'curvature_exact', 'curve_length_from_fseries', 'cylinder_inertia', 'cylinder_mass', 'describe_fourier_block', 'detect_reconnection_candidates', 'dipole_field_at_point', 'dipole_ring_field_grid', 'ekman_number', 'enstrophy', 'enthalpy', 'entropy_from_pv', 'entropy_from_theta', 'estimate_cfl_dt', 'estimate_crossing_number', 'evaluate_fourier_block', 'evaluate_fourier_series', 'evaluate_ideal_ab_components', 'evaluate_ideal_component', 'evaluate_knot_dataset', 'evaluate_knot_dataset_vkm_canonical', 'evaluate_single_knot', 'evaluate_single_knot_vkm_canonical', 'evaluate_with_derivatives', 'evolve_positions_euler', 'evolve_vortex_knot', 'extract_interior_field', 'find_ideal_ab_block_by_id', 'find_ideal_block_by_id', 'format_ideal_ab_header', 'fourier_knot', 'fourier_knot_eval', 'get_embedded_ideal_files', 'get_embedded_knot_files', 'grad_phi', 'guard_topology_step', 'hill_circulation', 'hill_streamfunction', 'hill_velocity', 'hill_vorticity', 'hyperbolic_volume_from_pd', 'index_of_ideal_id', 'index_of_largest_block', 'is_incompressible', 'kairos_energy_trigger', 'lamb_oseen_velocity', 'lamb_oseen_vorticity', 'laplacian_phi', 'length_exact', 'list_bindings', 'load_all_knots', 'load_embedded_ideal_text', 'load_embedded_knot_block', 'local_circulation_density', 'local_rotation_rate', 'make_knot_report_row', 'min_non_neighbor_distance_from_fseries', 'min_self_distance_exactish', 'min_self_distance_sampled', 'mode_energies', 'parse_embedded_ideal_ab_by_id', 'parse_embedded_ideal_txt', 'parse_fseries_from_string', 'parse_fseries_multi', 'parse_ideal_ab_by_id_from_string', 'parse_ideal_halvard_from_string', 'parse_ideal_txt_from_string', 'parse_ideal_txt_multi', 'pd_from_curve', 'potential_temperature', 'potential_vorticity', 'predict_particle_from_fourier_block', 'predict_particle_from_fseries', 'pressure_gradient', 'radiation_force', 'reach_proxy_from_fseries', 'resample_closed_curve', 'resolved_tube_analyze', 'resolved_tube_build_rigidity_matrix', 'resolved_tube_build_sparse_rigidity_matrix', 'resolved_tube_kkt_diagnostics', 'resolved_tube_length', 'resolved_tube_length_gradient_flat', 'resolved_tube_lower_bound_rad', 'resolved_tube_metrics_from_fseries', 'resolved_tube_minrad', 'resolved_tube_projected_gradient', 'resolved_tube_solve_active_set', 'resolved_tube_tighten', 'resolved_tube_write_matrix_market', 'resolved_tube_write_vector_market', 'rk4_integrate', 'rk4_step', 'rossby_number', 'rotating_frame_rhs', 'sample_circle', 'sample_curve', 'sample_curve_centered', 'solid_body_rotation_vorticity', 'swirl_clock_factor_from_speed', 'swirl_clock_rate', 'swirl_energy', 'swirl_energy_density_from_speed', 'swirl_tension_energy_density', 'torque', 'van_der_pol_dx', 'van_der_pol_dy', 'vortex_pressure_drop', 'vortex_transverse_pressure_diff', 'vorticity_from_curvature', 'vorticity_z_2D', 'writhe_gauss_curve']
 
 class TailApproxConfig:
     """
@@ -216,6 +216,77 @@ class ParticleEvaluator:
     def set_tail_approx_config(self, config: TailApproxConfig) -> None:
         """
         Copy in a TailApproxConfig for the tail surrogate.
+        """
+
+class ZooResult:
+    """
+    The golden mass of an entry of the Master Dictionary.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def bridge_b(self) -> float:
+        """
+        Bridge number.
+        """
+
+    @bridge_b.setter
+    def bridge_b(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def genus_g(self) -> int:
+        """
+        Genus.
+        """
+
+    @genus_g.setter
+    def genus_g(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def identifier(self) -> str:
+        """
+        The entry's name.
+        """
+
+    @identifier.setter
+    def identifier(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def mass_mev(self) -> float:
+        """
+        Mass, MeV.
+        """
+
+    @mass_mev.setter
+    def mass_mev(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class ZooEvaluator:
+    """
+    Masses of the Master Dictionary of knots and links: bridge_b m_0 phi^(-2 genus_g) with m_0 = 1.0290437436843307e-54 kg and the golden ratio phi.
+
+    Static functions.
+    """
+
+    @staticmethod
+    def evaluate_all_golden_nls() -> list[ZooResult]:
+        """
+        Run ab initio Golden NLS mass evaluation for the entire VKM Master Dictionary.
+
+        A list of ZooResult, in the order of the identifiers' bytes.
+        """
+
+    @staticmethod
+    def get_entry_mass(identifier: str) -> float:
+        """
+        Get the mass of a specific knot by its dictionary ID.
+
+        In MeV; -1.0 for an identifier that the dictionary does not hold.
         """
 
 class VKMCanonicalValues:
@@ -906,6 +977,66 @@ class VKMMasterEquation:
         1 + v_norm^2 / c^2, the first order of the clock impedance. ValueError unless c is positive.
         """
 
+class ChronosKelvinTransport:
+    """
+    Transport of the swirl clock along the Kelvin invariant R^2 omega of an inviscid fluid.
+
+    Static functions; R and r_c in m, rates in 1/s, c in m/s. ValueError unless R, r_c and c are
+    positive. NaN is not rejected.
+    """
+
+    @staticmethod
+    def chronos_kelvin_invariant(R: typing.SupportsFloat | typing.SupportsIndex, S_t: typing.SupportsFloat | typing.SupportsIndex, r_c: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex=299792458.0) -> float:
+        """
+        vorticity_from_swirl_clock(S_t, r_c, c) R^2, m^2/s.
+        """
+
+    @staticmethod
+    def clock_radius_derivative(S_t: typing.SupportsFloat | typing.SupportsIndex, R: typing.SupportsFloat | typing.SupportsIndex, dR_dt: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        dS/dt = 2 (1 - S_t^2) / S_t (dR/dt) / R, 1/s, at a constant invariant. ValueError unless S_t and R
+        are positive.
+        """
+
+    @staticmethod
+    def kelvin_invariant(R: typing.SupportsFloat | typing.SupportsIndex, omega: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        R^2 omega, m^2/s.
+        """
+
+    @staticmethod
+    def omega_from_invariant(invariant: typing.SupportsFloat | typing.SupportsIndex, R: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        invariant / R^2, rad/s.
+        """
+
+    @staticmethod
+    def omega_from_swirl_clock(S_t: typing.SupportsFloat | typing.SupportsIndex, r_c: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex=299792458.0) -> float:
+        """
+        sqrt(1 - S_t^2) c / r_c, rad/s: the rate at which a core's clock runs at S_t. ValueError unless
+        0 <= S_t <= 1.
+        """
+
+    @staticmethod
+    def radius_from_clock_invariant(invariant: typing.SupportsFloat | typing.SupportsIndex, S_t: typing.SupportsFloat | typing.SupportsIndex, r_c: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex=299792458.0) -> float:
+        """
+        sqrt(invariant / vorticity_from_swirl_clock(S_t, r_c, c)), m; NaN for a negative invariant.
+        ValueError at S_t = 1, where the vorticity is zero.
+        """
+
+    @staticmethod
+    def swirl_clock_from_omega(omega: typing.SupportsFloat | typing.SupportsIndex, r_c: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex=299792458.0) -> float:
+        """
+        sqrt(max(1 - (omega r_c)^2 / (4 c^2), 0)), where omega is a vorticity in 1/s: the inverse of
+        vorticity_from_swirl_clock. 0 beyond the light limit.
+        """
+
+    @staticmethod
+    def vorticity_from_swirl_clock(S_t: typing.SupportsFloat | typing.SupportsIndex, r_c: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex=299792458.0) -> float:
+        """
+        Twice omega_from_swirl_clock, 1/s.
+        """
+
 class VKMTensionScales:
     """
     Closed-form force, coupling and spring scales on the canonical constants.
@@ -977,6 +1108,370 @@ class VKMTensionScales:
     def tension_ratio_from_couplings(alpha_g: typing.SupportsFloat | typing.SupportsIndex, alpha: typing.SupportsFloat | typing.SupportsIndex) -> float:
         """
         Ratio 4 alpha_g / alpha of the swirl to the gravitational force scale. ValueError unless alpha is positive.
+        """
+
+class DelayModeResult:
+    """
+    How DelayModeSelector.solve_phase_locked_frequency ended.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def converged(self) -> bool:
+        """
+        Whether the last step met the tolerance.
+        """
+
+    @converged.setter
+    def converged(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def iterations(self) -> int:
+        """
+        Newton steps taken.
+        """
+
+    @iterations.setter
+    def iterations(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def omega(self) -> float:
+        """
+        Frequency at which the iteration ended, rad/s.
+        """
+
+    @omega.setter
+    def omega(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def residual(self) -> float:
+        """
+        Phase-lock residual at that frequency, rad/s.
+        """
+
+    @residual.setter
+    def residual(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def tau(self) -> float:
+        """
+        The delay that was passed in, s.
+        """
+
+    @tau.setter
+    def tau(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class DelayModeSelector:
+    """
+    Frequencies that a delayed feedback selects: the roots of Omega - omega0 + kappa sin(Omega tau).
+
+    Static functions; frequencies and kappa in rad/s, tau in s, lengths in m, speeds in m/s. NaN is not
+    rejected.
+    """
+
+    @staticmethod
+    def circulation_delay(length: typing.SupportsFloat | typing.SupportsIndex, v_swirl: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        length / v_swirl, s. ValueError if length is negative or v_swirl not positive.
+        """
+
+    @staticmethod
+    def core_turnover_delay(r_c: typing.SupportsFloat | typing.SupportsIndex, v_swirl: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        2 pi r_c / v_swirl, s. ValueError unless both are positive.
+        """
+
+    @staticmethod
+    def discrete_mode_frequency(n: typing.SupportsInt | typing.SupportsIndex, tau: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        2 pi n / tau, rad/s, n an integer. ValueError unless tau is positive.
+        """
+
+    @staticmethod
+    def phase_lock_residual(Omega: typing.SupportsFloat | typing.SupportsIndex, omega0: typing.SupportsFloat | typing.SupportsIndex, kappa: typing.SupportsFloat | typing.SupportsIndex, tau: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        Omega - omega0 + kappa sin(Omega tau), rad/s.
+        """
+
+    @staticmethod
+    def phase_lock_stability_slope(Omega: typing.SupportsFloat | typing.SupportsIndex, kappa: typing.SupportsFloat | typing.SupportsIndex, tau: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        kappa tau cos(Omega tau): the residual's derivative, less one.
+        """
+
+    @staticmethod
+    def solve_phase_locked_frequency(omega0: typing.SupportsFloat | typing.SupportsIndex, kappa: typing.SupportsFloat | typing.SupportsIndex, tau: typing.SupportsFloat | typing.SupportsIndex, initial_guess: typing.SupportsFloat | typing.SupportsIndex=0.0, max_iter: typing.SupportsInt | typing.SupportsIndex=64, tol: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> DelayModeResult:
+        """
+        A root of phase_lock_residual by Newton's iteration, as a DelayModeResult.
+
+        It starts at initial_guess, or at omega0 if that is exactly 0, and converges when a step is at most tol
+        max(|omega|, 1). It ends unconverged after max_iter steps or where the derivative vanishes; neither
+        raises. ValueError unless tau, max_iter and tol are positive.
+        """
+
+class AtomicBridgeModel:
+    """
+    From the scales of the swirling medium to those of the atom.
+
+    Static functions in SI units: lengths in m, speeds in m/s, energies in J, circulations in m^2/s.
+    NaN is not rejected.
+    """
+
+    @staticmethod
+    def bohr_radius_vkm(r_c: typing.SupportsFloat | typing.SupportsIndex, alpha: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        2 r_c / alpha^2, m. ValueError unless both are positive.
+        """
+
+    @staticmethod
+    def clock_branch_factor(sigma: typing.SupportsFloat | typing.SupportsIndex, eta0: typing.SupportsFloat | typing.SupportsIndex, gamma: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        1 + sigma eta0 gamma.
+        """
+
+    @staticmethod
+    def eta0(v_swirl: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex=299792458.0) -> float:
+        """
+        v_swirl / c. ValueError unless c is positive.
+        """
+
+    @staticmethod
+    def frozen_linear_interaction(sigma: typing.SupportsFloat | typing.SupportsIndex, E_R: typing.SupportsFloat | typing.SupportsIndex, eta0: typing.SupportsFloat | typing.SupportsIndex, gamma: typing.SupportsFloat | typing.SupportsIndex, anticommutator_value: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        scalar_clock_potential_linear plus orbit_coupling_energy, J.
+        """
+
+    @staticmethod
+    def gamma_from_uniform_vorticity(r: typing.SupportsFloat | typing.SupportsIndex, omega_z: typing.SupportsFloat | typing.SupportsIndex, Gamma0: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        pi r^2 omega_z / Gamma0: circulation in quanta. ValueError unless Gamma0 is positive.
+        """
+
+    @staticmethod
+    def helical_packet_gamma(r: typing.SupportsFloat | typing.SupportsIndex, phi: typing.SupportsFloat | typing.SupportsIndex, z: typing.SupportsFloat | typing.SupportsIndex, t: typing.SupportsFloat | typing.SupportsIndex, A_gamma: typing.SupportsFloat | typing.SupportsIndex, w_r: typing.SupportsFloat | typing.SupportsIndex, w_z: typing.SupportsFloat | typing.SupportsIndex, v: typing.SupportsFloat | typing.SupportsIndex, m: typing.SupportsInt | typing.SupportsIndex, k: typing.SupportsFloat | typing.SupportsIndex, omega: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        A_gamma exp(-r^2 / (2 w_r^2)) exp(-(z - v t)^2 / (2 w_z^2)) cos(m phi + k z - omega t), m an
+        integer: a Gaussian packet with a helical phase. ValueError unless w_r and w_z are positive.
+        """
+
+    @staticmethod
+    def lambda_vkm(rho_core: typing.SupportsFloat | typing.SupportsIndex, v_swirl: typing.SupportsFloat | typing.SupportsIndex, r_c: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        4 pi rho_core v_swirl^2 r_c^4, J m. ValueError unless all are positive.
+        """
+
+    @staticmethod
+    def omega_z_from_displacement_gradient(Omega: typing.SupportsFloat | typing.SupportsIndex, dxi_dz: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        2 Omega dxi_dz, 1/s.
+        """
+
+    @staticmethod
+    def orbit_coupling_energy(sigma: typing.SupportsFloat | typing.SupportsIndex, E_R: typing.SupportsFloat | typing.SupportsIndex, eta0: typing.SupportsFloat | typing.SupportsIndex, anticommutator_value: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        E_R eta0 sigma anticommutator_value / 2, J.
+        """
+
+    @staticmethod
+    def pauli_barrier_scale(rho_f: typing.SupportsFloat | typing.SupportsIndex, Gamma0: typing.SupportsFloat | typing.SupportsIndex, L: typing.SupportsFloat | typing.SupportsIndex, a_cut: typing.SupportsFloat | typing.SupportsIndex, shape_factor: typing.SupportsFloat | typing.SupportsIndex=1.0) -> float:
+        """
+        rho_f Gamma0^2 / (4 pi) (L / a_cut) shape_factor. ValueError if rho_f or shape_factor is negative,
+        or one of the others not positive.
+        """
+
+    @staticmethod
+    def rydberg_energy(hbar: typing.SupportsFloat | typing.SupportsIndex, reduced_mass: typing.SupportsFloat | typing.SupportsIndex, a0: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        hbar^2 / (2 reduced_mass a0^2), J. ValueError unless all are positive.
+        """
+
+    @staticmethod
+    def scalar_clock_potential_linear(sigma: typing.SupportsFloat | typing.SupportsIndex, E_R: typing.SupportsFloat | typing.SupportsIndex, eta0: typing.SupportsFloat | typing.SupportsIndex, gamma: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        -2 sigma E_R eta0 gamma, J.
+        """
+
+    @staticmethod
+    def soft_core_force(r: typing.SupportsFloat | typing.SupportsIndex, Lambda: typing.SupportsFloat | typing.SupportsIndex, r_c: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        -Lambda r / (r^2 + r_c^2)^(3/2), N, odd in r. ValueError unless r_c is positive.
+        """
+
+    @staticmethod
+    def soft_core_potential(r: typing.SupportsFloat | typing.SupportsIndex, Lambda: typing.SupportsFloat | typing.SupportsIndex, r_c: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        -Lambda / sqrt(r^2 + r_c^2), J: Plummer's softening of the Coulomb potential. ValueError unless
+        r_c is positive.
+        """
+
+    @staticmethod
+    def u_theta_uniform_vorticity(r: typing.SupportsFloat | typing.SupportsIndex, omega_z: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        r omega_z / 2, m/s: solid-body rotation.
+        """
+
+class SpectroscopicGap:
+    """
+    The energy gap of Kelvin waves on a core, beside atomic transitions and temperatures.
+
+    Static functions; the electronvolt is 1.602176634e-19 J. NaN is not rejected.
+    """
+
+    @staticmethod
+    def boltzmann_suppression(gap_joule: typing.SupportsFloat | typing.SupportsIndex, temperature_K: typing.SupportsFloat | typing.SupportsIndex, k_B: typing.SupportsFloat | typing.SupportsIndex=1.380649e-23) -> float:
+        """
+        exp(-gap_joule / (k_B temperature_K)). ValueError unless temperature_K and k_B are positive.
+        """
+
+    @staticmethod
+    def ev_to_joule(E_ev: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        Electronvolt to joule.
+        """
+
+    @staticmethod
+    def gap_ratio(transition_ev: typing.SupportsFloat | typing.SupportsIndex, gap_ev: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        gap_ev / transition_ev. ValueError if transition_ev is zero.
+        """
+
+    @staticmethod
+    def is_decoupled_from_atomic_transition(transition_ev: typing.SupportsFloat | typing.SupportsIndex, gap_ev: typing.SupportsFloat | typing.SupportsIndex, safety_factor: typing.SupportsFloat | typing.SupportsIndex=10.0) -> bool:
+        """
+        Whether gap_ev >= transition_ev safety_factor. ValueError if an energy is negative or the factor
+        not positive.
+        """
+
+    @staticmethod
+    def joule_to_ev(E_joule: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        Joule to electronvolt.
+        """
+
+    @staticmethod
+    def kelvin_gap_ev(hbar: typing.SupportsFloat | typing.SupportsIndex, v_swirl: typing.SupportsFloat | typing.SupportsIndex, r_c: typing.SupportsFloat | typing.SupportsIndex, multiplier: typing.SupportsFloat | typing.SupportsIndex=1.0) -> float:
+        """
+        kelvin_gap_joule in eV.
+        """
+
+    @staticmethod
+    def kelvin_gap_joule(hbar: typing.SupportsFloat | typing.SupportsIndex, v_swirl: typing.SupportsFloat | typing.SupportsIndex, r_c: typing.SupportsFloat | typing.SupportsIndex, multiplier: typing.SupportsFloat | typing.SupportsIndex=1.0) -> float:
+        """
+        multiplier hbar v_swirl / r_c, J, for hbar in J s, v_swirl in m/s, r_c in m. ValueError unless all
+        four are positive.
+        """
+
+class ClockSectorConstraints:
+    """
+    What the couplings c1 and c3 say about tensor waves.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def c13(self) -> float:
+        """
+        c1 + c3.
+        """
+
+    @c13.setter
+    def c13(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def gw170817_ok(self) -> bool:
+        """
+        Whether the offset lies inside the tolerance.
+        """
+
+    @gw170817_ok.setter
+    def gw170817_ok(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def tensor_speed(self) -> float:
+        """
+        Tensor speed in units of the speed of light.
+        """
+
+    @tensor_speed.setter
+    def tensor_speed(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def tensor_speed_fractional_offset(self) -> float:
+        """
+        Tensor speed over the speed of light, less one.
+        """
+
+    @tensor_speed_fractional_offset.setter
+    def tensor_speed_fractional_offset(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class ClockFieldEFT:
+    """
+    Effective field theory of a unit timelike clock field (Einstein-aether theory).
+
+    Static functions. NaN is not rejected.
+    """
+
+    @staticmethod
+    def c13(c1: typing.SupportsFloat | typing.SupportsIndex, c3: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        c1 + c3.
+        """
+
+    @staticmethod
+    def constraints(c1: typing.SupportsFloat | typing.SupportsIndex, c3: typing.SupportsFloat | typing.SupportsIndex, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-15) -> ClockSectorConstraints:
+        """
+        ClockSectorConstraints of the couplings; its tensor_speed is dimensionless. ValueError unless
+        1 - c13 is positive and tolerance not negative.
+        """
+
+    @staticmethod
+    def effective_gravity_from_potential_gradient(grad_chi: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        -grad_chi, one component.
+        """
+
+    @staticmethod
+    def poisson_source(rho_matter: typing.SupportsFloat | typing.SupportsIndex, G_eff: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        4 pi G_eff rho_matter, 1/s^2 for kg/m^3 and m^3/(kg s^2). ValueError if G_eff is negative.
+        """
+
+    @staticmethod
+    def satisfies_gw170817(c13: typing.SupportsFloat | typing.SupportsIndex, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-15) -> bool:
+        """
+        Whether |tensor_speed_fractional_offset(c13)| <= tolerance (bound of the merger GW170817).
+        ValueError if tolerance is negative or 1 - c13 not positive.
+        """
+
+    @staticmethod
+    def tensor_speed(c13: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex=299792458.0) -> float:
+        """
+        c / sqrt(1 - c13), in the unit of c (m/s). ValueError unless c and 1 - c13 are positive.
+        """
+
+    @staticmethod
+    def tensor_speed_fractional_offset(c13: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        1 / sqrt(1 - c13) - 1. ValueError unless 1 - c13 is positive.
+        """
+
+    @staticmethod
+    def unit_timelike_from_gradient_minkowski(grad_chi: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(4)']) -> typing.Annotated[list[float], 'FixedSize(4)']:
+        """
+        grad_chi / sqrt(g0^2 - g1^2 - g2^2 - g3^2), a list of four. ValueError unless the gradient is
+        timelike.
         """
 
 class BiotSavart:
@@ -2472,6 +2967,28 @@ class VortexKnotSystem:
         Put the filament on the torus-knot trefoil (cos 2t (cos 3t + 2), sin 2t (cos 3t + 2), sin 3t).
         """
 
+class MagnusBernoulliIntegrator:
+    """
+    Forces of a swirling medium on a vortex segment; SI units.
+    """
+
+    def __init__(self, rho_f: typing.SupportsFloat | typing.SupportsIndex, v_swirl: typing.SupportsFloat | typing.SupportsIndex, r_c: typing.SupportsFloat | typing.SupportsIndex, Gamma: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        """
+        From the density (kg/m^3), swirl speed (m/s), core radius (m) and circulation (m^2/s). Nothing is checked.
+        """
+
+    def compute_magnus_force(self, tangent: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], normal: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], curvature_radius: typing.SupportsFloat | typing.SupportsIndex, v_knot: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], v_bg: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> typing.Annotated[list[float], 'FixedSize(3)']:
+        """
+        rho_f Gamma (tangent x (v_knot - v_bg) + normal / curvature_radius): the Magnus force a length, and a
+        term of curvature that carries no velocity. A radius of at most 1e-30 m drops that term.
+        """
+
+    def compute_swirl_coulomb_accel(self, eval_pos: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], source_pos: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> typing.Annotated[list[float], 'FixedSize(3)']:
+        """
+        -(v_swirl^2 / r) exp(-2 r / r_c) along R / r with R = eval_pos - source_pos, m/s^2: a short-range pull
+        toward the source. Zero for r < 1e-30 and where -2 r / r_c < -700.
+        """
+
 class MultisectorFitter:
     """
     Multisector primitive-cycle products and an objective for fitting them.
@@ -2693,6 +3210,200 @@ class TimeEvolution:
     def get_tangents(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
         """
         Element vectors in m, a new list.
+        """
+
+class DensityRegime:
+    """
+    Which density the fluid of a loop has.
+
+    Members:
+
+      EFFECTIVE_FLUID : 7e-7 kg/m^3.
+
+      CORE_DOMINATED : 3.893435826691869e18 kg/m^3.
+    """
+    CORE_DOMINATED: typing.ClassVar[DensityRegime]
+    EFFECTIVE_FLUID: typing.ClassVar[DensityRegime]
+    __members__: typing.ClassVar[dict[str, DensityRegime]]
+
+    @typing.overload
+    def __eq__(self, other: DensityRegime) -> bool:
+        ...
+
+    @typing.overload
+    def __eq__(self, other: typing.Any) -> bool:
+        ...
+
+    def __getstate__(self) -> int:
+        ...
+
+    def __hash__(self) -> int:
+        ...
+
+    def __index__(self) -> int:
+        ...
+
+    def __init__(self, value: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __int__(self) -> int:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: DensityRegime) -> bool:
+        ...
+
+    @typing.overload
+    def __ne__(self, other: typing.Any) -> bool:
+        ...
+
+    def __repr__(self) -> str:
+        ...
+
+    def __setstate__(self, state: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+
+    def __str__(self) -> str:
+        ...
+
+    @property
+    def name(self) -> str:
+        ...
+
+    @property
+    def value(self) -> int:
+        ...
+
+class GoldenNLSClosure:
+    """
+    Energy of a thin vortex loop closed by the golden ratio, and the loop that has a given mass.
+
+    E(R) = (ln(8 R / r_c) - phi) rho/2 Gamma^2 R, with r_c = 1.40897017e-15 m, Gamma = 9.683619203e-9 m^2/s and the density rho of the regime. With x = R / r_c and S = rho Gamma^2 / (2 c^2) r_c a mass M is met at the root of f(x) = (ln(8 x) - phi) x - M / S. SI units. Whatever needs the density raises RuntimeError for a regime that is no member.
+    """
+
+    @staticmethod
+    def infer_effective_base(ratio: typing.SupportsFloat | typing.SupportsIndex, exponent_n: typing.SupportsInt | typing.SupportsIndex) -> float:
+        """
+        The root ratio^(1 / exponent_n). ValueError unless both are positive.
+        """
+
+    @staticmethod
+    def predicted_ratio_from_base(base: typing.SupportsFloat | typing.SupportsIndex, exponent_n: typing.SupportsInt | typing.SupportsIndex) -> float:
+        """
+        The power base^exponent_n. ValueError unless base is positive.
+        """
+
+    @staticmethod
+    def relative_error(predicted: typing.SupportsFloat | typing.SupportsIndex, observed: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        |predicted - observed| / |observed|. ValueError if observed is 0.
+        """
+
+    def __init__(self, regime: DensityRegime=...) -> None:
+        """
+        A loop in this regime.
+        """
+
+    def calculate_loop_energy(self, R: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        Energy of a loop of radius R in m, J. There is no guard on R.
+        """
+
+    def calculate_loop_mass(self, R: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        Mass E(R) / c^2 of the loop, kg.
+        """
+
+    def calculate_screened_mass(self, bare_mass: typing.SupportsFloat | typing.SupportsIndex, double_k: typing.SupportsInt | typing.SupportsIndex) -> float:
+        """
+        bare_mass phi^(-double_k).
+        """
+
+    def geometric_ratio_residual(self, x: typing.SupportsFloat | typing.SupportsIndex, target_mass: typing.SupportsFloat | typing.SupportsIndex=9.10938356e-31) -> float:
+        """
+        f(x) for a mass in kg. ValueError unless x is positive; NaN is not rejected. Outside the core-dominated regime each evaluation warns with a line on the process's standard error.
+        """
+
+    def get_active_density(self) -> float:
+        """
+        Density of the regime, kg/m^3.
+        """
+
+    def infer_geometric_ratio(self, target_mass: typing.SupportsFloat | typing.SupportsIndex=9.10938356e-31, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-12, max_iter: typing.SupportsInt | typing.SupportsIndex=100) -> float:
+        """
+        The x of a mass in kg by Newton's iteration from x = 1, up to a last step below tolerance.
+
+        RuntimeError if max_iter steps don't reach it. Outside the core-dominated regime a line on the process's standard error warns.
+        """
+
+    def infer_geometric_ratio_safe(self, target_mass: typing.SupportsFloat | typing.SupportsIndex=9.10938356e-31, x0: typing.SupportsFloat | typing.SupportsIndex=1.0, x_min: typing.SupportsFloat | typing.SupportsIndex=1e-06, x_max: typing.SupportsFloat | typing.SupportsIndex=10.0, x_tol: typing.SupportsFloat | typing.SupportsIndex=1e-12, f_tol: typing.SupportsFloat | typing.SupportsIndex=1e-12, max_iter: typing.SupportsInt | typing.SupportsIndex=100) -> float:
+        """
+        The x of a mass in kg by Newton's iteration from x0 inside (x_min, x_max), else by bisection.
+
+        A bracket without a change of sign is widened up to 12 times; bisection takes up to 4 max_iter steps, until |f| < f_tol or half the bracket is below x_tol. ValueError unless 0 < x_min < x_max; RuntimeError for a residual that is not finite, no bracket, or no convergence.
+        """
+
+    def set_regime(self, regime: DensityRegime) -> None:
+        """
+        Change the density.
+        """
+
+class VKMGravity:
+    """
+    Gravity-like effects of a swirling medium, sample by sample.
+
+    Static functions. Fields are arrays of shape (N, 3), radii of shape (N,); ValueError for other
+    shapes. Results are lists of N floats. NaN is not rejected.
+    """
+
+    @staticmethod
+    def compute_G_swirl(v_swirl: typing.SupportsFloat | typing.SupportsIndex, t_p: typing.SupportsFloat | typing.SupportsIndex, F_max: typing.SupportsFloat | typing.SupportsIndex, r_c: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex=299792458.0) -> float:
+        """
+        c^5 v_swirl t_p^2 / (2 F_max r_c^2), one float in m^3/(kg s^2) for SI units. ValueError unless
+        F_max and r_c are positive.
+        """
+
+    @staticmethod
+    def compute_beltrami_shear(B_field: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], Curl_B: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> list[float]:
+        """
+        |B x curl B|, zero for a Beltrami field. ValueError if the sizes differ.
+        """
+
+    @staticmethod
+    def compute_gravity_dilation(B_field: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], omega_drive: typing.SupportsFloat | typing.SupportsIndex, v_swirl: typing.SupportsFloat | typing.SupportsIndex, B_saturation: typing.SupportsFloat | typing.SupportsIndex) -> list[float]:
+        """
+        1 - (|B| / B_saturation) log10(omega_drive), clamped to 0 and 1; without the second term unless
+        omega_drive > 0. v_swirl takes no part. ValueError unless B_saturation is positive.
+        """
+
+    @staticmethod
+    def compute_helicity_density(A_field: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], B_field: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> list[float]:
+        """
+        A . B. ValueError if the sizes differ.
+        """
+
+    @staticmethod
+    def compute_swirl_clock(v_swirl_field: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], v_swirl: typing.SupportsFloat | typing.SupportsIndex) -> list[float]:
+        """
+        sqrt(max(1 - |v|^2 / v_swirl^2, 0)).
+        """
+
+    @staticmethod
+    def compute_swirl_coulomb_force(radii: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], Lambda: typing.SupportsFloat | typing.SupportsIndex, r_c: typing.SupportsFloat | typing.SupportsIndex) -> list[float]:
+        """
+        -Lambda r / (r^2 + r_c^2)^(3/2), and 0 where the denominator is 0. ValueError unless r_c is positive.
+        """
+
+    @staticmethod
+    def compute_swirl_coulomb_potential(radii: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], Lambda: typing.SupportsFloat | typing.SupportsIndex, r_c: typing.SupportsFloat | typing.SupportsIndex) -> list[float]:
+        """
+        -Lambda / sqrt(r^2 + r_c^2): Plummer's softening. ValueError unless r_c is positive.
+        """
+
+    @staticmethod
+    def compute_swirl_energy_density(v_field: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], rho_f: typing.SupportsFloat | typing.SupportsIndex) -> list[float]:
+        """
+        rho_f |v|^2 / 2, J/m^3 for m/s and kg/m^3.
         """
 
 class CanonicalizeResult:
@@ -3793,141 +4504,6 @@ class ResolvedTubeMetrics:
     def thickness_rad(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
         ...
 
-class ResolvedTubeGeometry:
-    """
-    Closed polygons as the centre lines of tubes of constant radius. Points are N lists of three floats or an (N, 3)
-    array in any unit of length; the closing edge is implied. A flat gradient has 3 N entries, coordinate `axis` of
-    vertex v at index 3 v + axis. Vertex numbers are taken modulo N.
-    """
-
-    @staticmethod
-    def analyze(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], skip_neighbors: typing.SupportsInt | typing.SupportsIndex=2, contact_tol: typing.SupportsFloat | typing.SupportsIndex=0.001, equilateral_tol: typing.SupportsFloat | typing.SupportsIndex=0.001) -> ResolvedTubeMetrics:
-        """
-        Thickness, ropelength and contacts of a closed polygon.
-
-        Args:
-            points: vertices, N lists of three floats or an (N, 3) array, any unit of length; the closing edge is implied.
-            skip_neighbors (int): edges up to this many apart around the loop are not tested against each other.
-            contact_tol (float): contacts up to (1 + tol) thickness + tol are active; relative and additive at once.
-            equilateral_tol (float): largest relative deviation of an edge length that still counts as equilateral.
-
-        Returns: ResolvedTubeMetrics. Raises ValueError below three points and for negative tolerances.
-        Time is n log n on curves, memory linear in the vertices and contacts.
-        """
-
-    @staticmethod
-    def dcsd_candidates(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], skip_neighbors: typing.SupportsInt | typing.SupportsIndex=2, distance_tol: typing.SupportsFloat | typing.SupportsIndex=0.0) -> list[SegmentPair]:
-        """
-        List of SegmentPair, by i, then j: the edge pairs more than skip_neighbors apart around the loop whose
-        distance is within 1e-12 of the least distance m, or within (1 + tol) m + tol for a positive tolerance.
-        """
-
-    @staticmethod
-    def diameter_to_radius_ropelength(ropelength_diam: typing.SupportsFloat | typing.SupportsIndex) -> float:
-        """
-        Twice the argument.
-        """
-
-    @staticmethod
-    def edge_length_max_relative_deviation(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
-        """
-        Largest |l / mean - 1| of the edge lengths l.
-        """
-
-    @staticmethod
-    def edge_length_mean(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
-        """
-        Mean edge length; 0 for fewer than two points.
-        """
-
-    @staticmethod
-    def edge_length_relative_std(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
-        """
-        Standard deviation (divisor N) of the edge lengths over their mean.
-        """
-
-    @staticmethod
-    def global_minrad(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
-        """
-        Least minrad_at_vertex; 0 for fewer than three points.
-        """
-
-    @staticmethod
-    def kink_at_vertex(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], i: typing.SupportsInt | typing.SupportsIndex) -> KinkRecord:
-        """
-        KinkRecord of the corner at vertex i. Raises ValueError below three points. A collapsed edge makes the
-        angle 0 and thereby all radii infinite, unlike minrad_at_vertex.
-        """
-
-    @staticmethod
-    def kink_minrad_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], kink: KinkRecord, use_analytic: bool=True, finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06) -> list[float]:
-        """
-        Flat gradient of minrad: the active side's analytic form, ties to the minus side; central differences of
-        step max(|x|, 1) finite_difference_step where that vanishes or is not wanted.
-        """
-
-    @staticmethod
-    def kink_minrad_minus_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], kink: KinkRecord) -> list[float]:
-        """
-        Flat gradient of minrad_minus, at the record's turning angle.
-        """
-
-    @staticmethod
-    def kink_minrad_plus_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], kink: KinkRecord) -> list[float]:
-        """
-        Flat gradient of minrad_plus, at the record's turning angle.
-        """
-
-    @staticmethod
-    def length(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
-        """
-        Polygon length; 0 for fewer than two points.
-        """
-
-    @staticmethod
-    def length_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> list[float]:
-        """
-        Flat gradient of the length.
-        """
-
-    @staticmethod
-    def minrad_at_vertex(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], i: typing.SupportsInt | typing.SupportsIndex) -> float:
-        """
-        Radius min(l-, l+) / (2 tan(theta / 2)) of the corner at vertex i (Rawdon's MinRad): 0 at a collapsed edge,
-        +infinity on a straight run.
-        """
-
-    @staticmethod
-    def nontrivial_knot_lower_bound_rad() -> float:
-        """
-        (4 + 2 sqrt(2)) pi, a lower bound of length over radius for any non-trivial knot.
-        """
-
-    @staticmethod
-    def radius_to_diameter_ropelength(ropelength_rad: typing.SupportsFloat | typing.SupportsIndex) -> float:
-        """
-        Half of the argument.
-        """
-
-    @staticmethod
-    def segment_segment_distance(p0: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], p1: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], q0: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], q1: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> tuple[float, float, float]:
-        """
-        (distance, s, t) of the segments p0 p1 and q0 q1: the closest points are p0 + s (p1 - p0), q0 + t (q1 - q0).
-        """
-
-    @staticmethod
-    def strut_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], pair: SegmentPair) -> list[float]:
-        """
-        Flat gradient of half the distance of the pair at its fixed s and t.
-        """
-
-    @staticmethod
-    def turning_angle(a: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], b: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], c: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> float:
-        """
-        Exterior angle of the corner a b c in radians: 0 straight on, pi for a reversal; 0 for a collapsed
-        edge.
-        """
-
 class SparseEntry:
     """
     One stored entry of a sparse column.
@@ -4177,315 +4753,6 @@ class SparseRigidityMatrix:
     @row_count.setter
     def row_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
         ...
-
-class ContactStressDiagnostics:
-    """
-    The fit of a length gradient by the gradients of contacts.
-    """
-
-    def __init__(self) -> None:
-        ...
-
-    @property
-    def contact_entropy(self) -> float:
-        """
-        Shannon entropy of the multipliers, nats.
-        """
-
-    @contact_entropy.setter
-    def contact_entropy(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
-        ...
-
-    @property
-    def contact_residual(self) -> float:
-        """
-        Relative residual of the fit.
-        """
-
-    @contact_residual.setter
-    def contact_residual(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
-        ...
-
-    @property
-    def gradient_norm(self) -> float:
-        """
-        Norm of the length gradient.
-        """
-
-    @gradient_norm.setter
-    def gradient_norm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
-        ...
-
-    @property
-    def kink_count(self) -> int:
-        """
-        Kinks of the tube.
-        """
-
-    @kink_count.setter
-    def kink_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
-        ...
-
-    @property
-    def kink_weight_sum(self) -> float:
-        """
-        Sum of positive multipliers on kinks.
-        """
-
-    @kink_weight_sum.setter
-    def kink_weight_sum(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
-        ...
-
-    @property
-    def multipliers(self) -> list[float]:
-        """
-        One float per column.
-        """
-
-    @multipliers.setter
-    def multipliers(self, arg1: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], /) -> None:
-        ...
-
-    @property
-    def nnls_active_set_size(self) -> int:
-        """
-        Multipliers above the tolerance.
-        """
-
-    @nnls_active_set_size.setter
-    def nnls_active_set_size(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
-        ...
-
-    @property
-    def nnls_algorithm(self) -> str:
-        """
-        Method of the fit.
-        """
-
-    @nnls_algorithm.setter
-    def nnls_algorithm(self, arg0: str, /) -> None:
-        ...
-
-    @property
-    def nnls_converged(self) -> bool:
-        """
-        The fit converged.
-        """
-
-    @nnls_converged.setter
-    def nnls_converged(self, arg0: bool, /) -> None:
-        ...
-
-    @property
-    def nnls_iterations(self) -> int:
-        """
-        Iterations of the fit.
-        """
-
-    @nnls_iterations.setter
-    def nnls_iterations(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
-        ...
-
-    @property
-    def nnls_objective(self) -> float:
-        """
-        Half the squared residual norm.
-        """
-
-    @nnls_objective.setter
-    def nnls_objective(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
-        ...
-
-    @property
-    def residual_norm(self) -> float:
-        """
-        Norm of the residual.
-        """
-
-    @residual_norm.setter
-    def residual_norm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
-        ...
-
-    @property
-    def rigidity_columns(self) -> int:
-        """
-        Columns of the matrix.
-        """
-
-    @rigidity_columns.setter
-    def rigidity_columns(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
-        ...
-
-    @property
-    def rigidity_rows(self) -> int:
-        """
-        3 N.
-        """
-
-    @rigidity_rows.setter
-    def rigidity_rows(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
-        ...
-
-    @property
-    def solved_nnls(self) -> bool:
-        """
-        A fit was run.
-        """
-
-    @solved_nnls.setter
-    def solved_nnls(self, arg0: bool, /) -> None:
-        ...
-
-    @property
-    def strut_count(self) -> int:
-        """
-        Struts of the tube.
-        """
-
-    @strut_count.setter
-    def strut_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
-        ...
-
-    @property
-    def strut_weight_sum(self) -> float:
-        """
-        Sum of positive multipliers on struts.
-        """
-
-    @strut_weight_sum.setter
-    def strut_weight_sum(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
-        ...
-
-class ContactStressMap:
-    """
-    Rigidity matrices of resolved tubes and the stress that contacts carry.
-    """
-
-    @staticmethod
-    def build_rigidity_matrix(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, include_struts: bool=True, include_kinks: bool=True, kink_finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06, use_analytic_kink_gradient: bool=True) -> RigidityMatrix:
-        """
-        Rigidity matrix of a tube: one column per active contact, struts before kinks.
-
-        Args:
-            points: vertices, N lists of three floats or an (N, 3) array.
-            tube: the ResolvedTubeMetrics of these points; another's gives columns without meaning.
-            include_struts, include_kinks (bool): which contacts to take.
-            kink_finite_difference_step (float): relative step where a kink's gradient is found by differences.
-            use_analytic_kink_gradient (bool): False takes differences for all kinks.
-
-        Contacts whose gradient has a norm up to 1e-14 give no column.
-        """
-
-    @staticmethod
-    def build_sparse_rigidity_matrix(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, include_struts: bool=True, include_kinks: bool=True, kink_finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06, use_analytic_kink_gradient: bool=True) -> SparseRigidityMatrix:
-        """
-        Sparse rigidity matrix of a tube: entries above 1e-15 in magnitude, rows ascending.
-
-        Arguments as for the dense form, which holds the same numbers.
-        """
-
-    @staticmethod
-    def diagnose_length_criticality(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, solve_nnls: bool=True, max_iterations: typing.SupportsInt | typing.SupportsIndex=5000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10, use_sparse_solver: bool=True, use_analytic_kink_gradient: bool=True, use_active_set_solver: bool=True) -> ContactStressDiagnostics:
-        """
-        How far the length gradient of a tube lies from the cone of its contacts' gradients.
-
-        Args:
-            points: vertices, N lists of three floats or an (N, 3) array.
-            tube: the ResolvedTubeMetrics of these points.
-            solve_nnls (bool): False reports the counts and norms alone.
-            max_iterations, tolerance: of the non-negative fit.
-            use_sparse_solver, use_active_set_solver (bool): which of the four solvers.
-            use_analytic_kink_gradient (bool): False takes differences for all kinks.
-
-        Returns: ContactStressDiagnostics; a contact_residual of 0 is a length-critical polygon.
-        """
-
-    @staticmethod
-    def solve_nonnegative_least_squares(matrix: RigidityMatrix, target: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], max_iterations: typing.SupportsInt | typing.SupportsIndex=5000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10) -> NNLSResult:
-        """
-        Multipliers x >= 0 that minimise |A x - target|, by coordinate descent.
-
-        Args:
-            matrix: rigidity matrix A, one column per contact.
-            target: list of floats, one per row; read only as far as the shorter of it and a column reaches.
-            max_iterations (int): limit of sweeps; 0 counts as 1.
-            tolerance (float): ends the sweeps when no multiplier moves by more than (|x| + 1) tolerance or the relative
-                residual is within it; 1e-10 if not positive.
-
-        Returns: NNLSResult; never raises for bad sizes, see `converged`.
-        """
-
-    @staticmethod
-    def solve_nonnegative_least_squares_active_set(matrix: RigidityMatrix, target: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], max_iterations: typing.SupportsInt | typing.SupportsIndex=2000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10, ridge: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> NNLSResult:
-        """
-        Multipliers x >= 0 that minimise |A x - target|, by Lawson and Hanson's active set.
-
-        Args:
-            matrix: rigidity matrix A, one column per contact.
-            target: list of floats, one per row; read only as far as the shorter of it and a column reaches.
-            max_iterations (int): limit of outer iterations; 0 counts as 1.
-            tolerance (float): multipliers and dual slopes up to this count as zero; 1e-10 if not positive.
-            ridge (float): added to the diagonal of each subproblem; climbs by factors of 10 where it is singular.
-
-        Returns: NNLSResult; never raises for bad sizes, see `converged`.
-        """
-
-    @staticmethod
-    def solve_nonnegative_least_squares_sparse(matrix: SparseRigidityMatrix, target: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], max_iterations: typing.SupportsInt | typing.SupportsIndex=5000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10) -> NNLSResult:
-        """
-        Multipliers x >= 0 that minimise |A x - target|, by coordinate descent.
-
-        Args:
-            matrix: rigidity matrix A, one column per contact.
-            target: list of floats, one per row; read only as far as the shorter of it and a column reaches.
-            max_iterations (int): limit of sweeps; 0 counts as 1.
-            tolerance (float): ends the sweeps when no multiplier moves by more than (|x| + 1) tolerance or the relative
-                residual is within it; 1e-10 if not positive.
-
-        Returns: NNLSResult; never raises for bad sizes, see `converged`.
-        """
-
-    @staticmethod
-    def solve_nonnegative_least_squares_sparse_active_set(matrix: SparseRigidityMatrix, target: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], max_iterations: typing.SupportsInt | typing.SupportsIndex=2000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10, ridge: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> NNLSResult:
-        """
-        Multipliers x >= 0 that minimise |A x - target|, by Lawson and Hanson's active set.
-
-        Args:
-            matrix: rigidity matrix A, one column per contact.
-            target: list of floats, one per row; read only as far as the shorter of it and a column reaches.
-            max_iterations (int): limit of outer iterations; 0 counts as 1.
-            tolerance (float): multipliers and dual slopes up to this count as zero; 1e-10 if not positive.
-            ridge (float): added to the diagonal of each subproblem; climbs by factors of 10 where it is singular.
-
-        Returns: NNLSResult; never raises for bad sizes, see `converged`.
-        """
-
-    @staticmethod
-    def sparse_to_dense(sparse: SparseRigidityMatrix) -> RigidityMatrix:
-        """
-        The dense matrix of the same columns; entries at or beyond row_count are ignored.
-        """
-
-    @staticmethod
-    def write_sparse_matrix_market(sparse: SparseRigidityMatrix, path: str, one_based_indices: bool=True) -> None:
-        """
-        Write the matrix as a Matrix Market coordinate file, 17 significant digits. Raises RuntimeError if the file
-        cannot be opened.
-        """
-
-    @staticmethod
-    def write_vector_csv(vector: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], path: str) -> None:
-        """
-        Write the floats as CSV with the header row,value, 17 significant digits. Raises RuntimeError if
-        the file cannot be opened.
-        """
-
-    @staticmethod
-    def write_vector_market(vector: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], path: str) -> None:
-        """
-        Write the floats as a Matrix Market array file, 17 significant digits. Raises RuntimeError if the file cannot
-        be opened.
-        """
 
 class NNLSResult:
     """
@@ -5029,6 +5296,319 @@ class TighteningResult:
     def steps(self, arg1: collections.abc.Sequence[TighteningStepRecord], /) -> None:
         ...
 
+class ContactStressDiagnostics:
+    """
+    The fit of a length gradient by the gradients of contacts.
+    """
+
+    def __init__(self) -> None:
+        ...
+
+    @property
+    def contact_entropy(self) -> float:
+        """
+        Shannon entropy of the multipliers, nats.
+        """
+
+    @contact_entropy.setter
+    def contact_entropy(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def contact_residual(self) -> float:
+        """
+        Relative residual of the fit.
+        """
+
+    @contact_residual.setter
+    def contact_residual(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def gradient_norm(self) -> float:
+        """
+        Norm of the length gradient.
+        """
+
+    @gradient_norm.setter
+    def gradient_norm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def kink_count(self) -> int:
+        """
+        Kinks of the tube.
+        """
+
+    @kink_count.setter
+    def kink_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def kink_weight_sum(self) -> float:
+        """
+        Sum of positive multipliers on kinks.
+        """
+
+    @kink_weight_sum.setter
+    def kink_weight_sum(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def multipliers(self) -> list[float]:
+        """
+        One float per column.
+        """
+
+    @multipliers.setter
+    def multipliers(self, arg1: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], /) -> None:
+        ...
+
+    @property
+    def nnls_active_set_size(self) -> int:
+        """
+        Multipliers above the tolerance.
+        """
+
+    @nnls_active_set_size.setter
+    def nnls_active_set_size(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def nnls_algorithm(self) -> str:
+        """
+        Method of the fit.
+        """
+
+    @nnls_algorithm.setter
+    def nnls_algorithm(self, arg0: str, /) -> None:
+        ...
+
+    @property
+    def nnls_converged(self) -> bool:
+        """
+        The fit converged.
+        """
+
+    @nnls_converged.setter
+    def nnls_converged(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def nnls_iterations(self) -> int:
+        """
+        Iterations of the fit.
+        """
+
+    @nnls_iterations.setter
+    def nnls_iterations(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def nnls_objective(self) -> float:
+        """
+        Half the squared residual norm.
+        """
+
+    @nnls_objective.setter
+    def nnls_objective(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def residual_norm(self) -> float:
+        """
+        Norm of the residual.
+        """
+
+    @residual_norm.setter
+    def residual_norm(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def rigidity_columns(self) -> int:
+        """
+        Columns of the matrix.
+        """
+
+    @rigidity_columns.setter
+    def rigidity_columns(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def rigidity_rows(self) -> int:
+        """
+        3 N.
+        """
+
+    @rigidity_rows.setter
+    def rigidity_rows(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def solved_nnls(self) -> bool:
+        """
+        A fit was run.
+        """
+
+    @solved_nnls.setter
+    def solved_nnls(self, arg0: bool, /) -> None:
+        ...
+
+    @property
+    def strut_count(self) -> int:
+        """
+        Struts of the tube.
+        """
+
+    @strut_count.setter
+    def strut_count(self, arg0: typing.SupportsInt | typing.SupportsIndex, /) -> None:
+        ...
+
+    @property
+    def strut_weight_sum(self) -> float:
+        """
+        Sum of positive multipliers on struts.
+        """
+
+    @strut_weight_sum.setter
+    def strut_weight_sum(self, arg0: typing.SupportsFloat | typing.SupportsIndex, /) -> None:
+        ...
+
+class ResolvedTubeGeometry:
+    """
+    Closed polygons as the centre lines of tubes of constant radius. Points are N lists of three floats or an (N, 3)
+    array in any unit of length; the closing edge is implied. A flat gradient has 3 N entries, coordinate `axis` of
+    vertex v at index 3 v + axis. Vertex numbers are taken modulo N.
+    """
+
+    @staticmethod
+    def analyze(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], skip_neighbors: typing.SupportsInt | typing.SupportsIndex=2, contact_tol: typing.SupportsFloat | typing.SupportsIndex=0.001, equilateral_tol: typing.SupportsFloat | typing.SupportsIndex=0.001) -> ResolvedTubeMetrics:
+        """
+        Thickness, ropelength and contacts of a closed polygon.
+
+        Args:
+            points: vertices, N lists of three floats or an (N, 3) array, any unit of length; the closing edge is implied.
+            skip_neighbors (int): edges up to this many apart around the loop are not tested against each other.
+            contact_tol (float): contacts up to (1 + tol) thickness + tol are active; relative and additive at once.
+            equilateral_tol (float): largest relative deviation of an edge length that still counts as equilateral.
+
+        Returns: ResolvedTubeMetrics. Raises ValueError below three points and for negative tolerances.
+        Time is n log n on curves, memory linear in the vertices and contacts.
+        """
+
+    @staticmethod
+    def dcsd_candidates(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], skip_neighbors: typing.SupportsInt | typing.SupportsIndex=2, distance_tol: typing.SupportsFloat | typing.SupportsIndex=0.0) -> list[SegmentPair]:
+        """
+        List of SegmentPair, by i, then j: the edge pairs more than skip_neighbors apart around the loop whose
+        distance is within 1e-12 of the least distance m, or within (1 + tol) m + tol for a positive tolerance.
+        """
+
+    @staticmethod
+    def diameter_to_radius_ropelength(ropelength_diam: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        Twice the argument.
+        """
+
+    @staticmethod
+    def edge_length_max_relative_deviation(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Largest |l / mean - 1| of the edge lengths l.
+        """
+
+    @staticmethod
+    def edge_length_mean(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Mean edge length; 0 for fewer than two points.
+        """
+
+    @staticmethod
+    def edge_length_relative_std(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Standard deviation (divisor N) of the edge lengths over their mean.
+        """
+
+    @staticmethod
+    def global_minrad(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Least minrad_at_vertex; 0 for fewer than three points.
+        """
+
+    @staticmethod
+    def kink_at_vertex(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], i: typing.SupportsInt | typing.SupportsIndex) -> KinkRecord:
+        """
+        KinkRecord of the corner at vertex i. Raises ValueError below three points. A collapsed edge makes the
+        angle 0 and thereby all radii infinite, unlike minrad_at_vertex.
+        """
+
+    @staticmethod
+    def kink_minrad_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], kink: KinkRecord, use_analytic: bool=True, finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06) -> list[float]:
+        """
+        Flat gradient of minrad: the active side's analytic form, ties to the minus side; central differences of
+        step max(|x|, 1) finite_difference_step where that vanishes or is not wanted.
+        """
+
+    @staticmethod
+    def kink_minrad_minus_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], kink: KinkRecord) -> list[float]:
+        """
+        Flat gradient of minrad_minus, at the record's turning angle.
+        """
+
+    @staticmethod
+    def kink_minrad_plus_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], kink: KinkRecord) -> list[float]:
+        """
+        Flat gradient of minrad_plus, at the record's turning angle.
+        """
+
+    @staticmethod
+    def length(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+        """
+        Polygon length; 0 for fewer than two points.
+        """
+
+    @staticmethod
+    def length_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> list[float]:
+        """
+        Flat gradient of the length.
+        """
+
+    @staticmethod
+    def minrad_at_vertex(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], i: typing.SupportsInt | typing.SupportsIndex) -> float:
+        """
+        Radius min(l-, l+) / (2 tan(theta / 2)) of the corner at vertex i (Rawdon's MinRad): 0 at a collapsed edge,
+        +infinity on a straight run.
+        """
+
+    @staticmethod
+    def nontrivial_knot_lower_bound_rad() -> float:
+        """
+        (4 + 2 sqrt(2)) pi, a lower bound of length over radius for any non-trivial knot.
+        """
+
+    @staticmethod
+    def radius_to_diameter_ropelength(ropelength_rad: typing.SupportsFloat | typing.SupportsIndex) -> float:
+        """
+        Half of the argument.
+        """
+
+    @staticmethod
+    def segment_segment_distance(p0: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], p1: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], q0: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], q1: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> tuple[float, float, float]:
+        """
+        (distance, s, t) of the segments p0 p1 and q0 q1: the closest points are p0 + s (p1 - p0), q0 + t (q1 - q0).
+        """
+
+    @staticmethod
+    def strut_gradient_flat(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], pair: SegmentPair) -> list[float]:
+        """
+        Flat gradient of half the distance of the pair at its fixed s and t.
+        """
+
+    @staticmethod
+    def turning_angle(a: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], b: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], c: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> float:
+        """
+        Exterior angle of the corner a b c in radians: 0 straight on, pi for a reversal; 0 for a collapsed
+        edge.
+        """
+
 class ResolvedTubeTightener:
     """
     Shortens closed polygons at fixed tube thickness.
@@ -5075,6 +5655,137 @@ class ResolvedTubeTightener:
         (the one with `converged` true), zero_projected_gradient, line_search_failed, max_steps.
         Raises ValueError below three points and for negative contact_tol or equilateral_tol. Ctrl-C ends the run.
         After Ashton, Cantarella, Piatek and Rawdon, Knot tightening by constrained gradient descent (2011).
+        """
+
+class ContactStressMap:
+    """
+    Rigidity matrices of resolved tubes and the stress that contacts carry.
+    """
+
+    @staticmethod
+    def build_rigidity_matrix(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, include_struts: bool=True, include_kinks: bool=True, kink_finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06, use_analytic_kink_gradient: bool=True) -> RigidityMatrix:
+        """
+        Rigidity matrix of a tube: one column per active contact, struts before kinks.
+
+        Args:
+            points: vertices, N lists of three floats or an (N, 3) array.
+            tube: the ResolvedTubeMetrics of these points; another's gives columns without meaning.
+            include_struts, include_kinks (bool): which contacts to take.
+            kink_finite_difference_step (float): relative step where a kink's gradient is found by differences.
+            use_analytic_kink_gradient (bool): False takes differences for all kinks.
+
+        Contacts whose gradient has a norm up to 1e-14 give no column.
+        """
+
+    @staticmethod
+    def build_sparse_rigidity_matrix(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, include_struts: bool=True, include_kinks: bool=True, kink_finite_difference_step: typing.SupportsFloat | typing.SupportsIndex=1e-06, use_analytic_kink_gradient: bool=True) -> SparseRigidityMatrix:
+        """
+        Sparse rigidity matrix of a tube: entries above 1e-15 in magnitude, rows ascending.
+
+        Arguments as for the dense form, which holds the same numbers.
+        """
+
+    @staticmethod
+    def diagnose_length_criticality(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], tube: ResolvedTubeMetrics, solve_nnls: bool=True, max_iterations: typing.SupportsInt | typing.SupportsIndex=5000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10, use_sparse_solver: bool=True, use_analytic_kink_gradient: bool=True, use_active_set_solver: bool=True) -> ContactStressDiagnostics:
+        """
+        How far the length gradient of a tube lies from the cone of its contacts' gradients.
+
+        Args:
+            points: vertices, N lists of three floats or an (N, 3) array.
+            tube: the ResolvedTubeMetrics of these points.
+            solve_nnls (bool): False reports the counts and norms alone.
+            max_iterations, tolerance: of the non-negative fit.
+            use_sparse_solver, use_active_set_solver (bool): which of the four solvers.
+            use_analytic_kink_gradient (bool): False takes differences for all kinks.
+
+        Returns: ContactStressDiagnostics; a contact_residual of 0 is a length-critical polygon.
+        """
+
+    @staticmethod
+    def solve_nonnegative_least_squares(matrix: RigidityMatrix, target: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], max_iterations: typing.SupportsInt | typing.SupportsIndex=5000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10) -> NNLSResult:
+        """
+        Multipliers x >= 0 that minimise |A x - target|, by coordinate descent.
+
+        Args:
+            matrix: rigidity matrix A, one column per contact.
+            target: list of floats, one per row; read only as far as the shorter of it and a column reaches.
+            max_iterations (int): limit of sweeps; 0 counts as 1.
+            tolerance (float): ends the sweeps when no multiplier moves by more than (|x| + 1) tolerance or the relative
+                residual is within it; 1e-10 if not positive.
+
+        Returns: NNLSResult; never raises for bad sizes, see `converged`.
+        """
+
+    @staticmethod
+    def solve_nonnegative_least_squares_active_set(matrix: RigidityMatrix, target: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], max_iterations: typing.SupportsInt | typing.SupportsIndex=2000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10, ridge: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> NNLSResult:
+        """
+        Multipliers x >= 0 that minimise |A x - target|, by Lawson and Hanson's active set.
+
+        Args:
+            matrix: rigidity matrix A, one column per contact.
+            target: list of floats, one per row; read only as far as the shorter of it and a column reaches.
+            max_iterations (int): limit of outer iterations; 0 counts as 1.
+            tolerance (float): multipliers and dual slopes up to this count as zero; 1e-10 if not positive.
+            ridge (float): added to the diagonal of each subproblem; climbs by factors of 10 where it is singular.
+
+        Returns: NNLSResult; never raises for bad sizes, see `converged`.
+        """
+
+    @staticmethod
+    def solve_nonnegative_least_squares_sparse(matrix: SparseRigidityMatrix, target: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], max_iterations: typing.SupportsInt | typing.SupportsIndex=5000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10) -> NNLSResult:
+        """
+        Multipliers x >= 0 that minimise |A x - target|, by coordinate descent.
+
+        Args:
+            matrix: rigidity matrix A, one column per contact.
+            target: list of floats, one per row; read only as far as the shorter of it and a column reaches.
+            max_iterations (int): limit of sweeps; 0 counts as 1.
+            tolerance (float): ends the sweeps when no multiplier moves by more than (|x| + 1) tolerance or the relative
+                residual is within it; 1e-10 if not positive.
+
+        Returns: NNLSResult; never raises for bad sizes, see `converged`.
+        """
+
+    @staticmethod
+    def solve_nonnegative_least_squares_sparse_active_set(matrix: SparseRigidityMatrix, target: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], max_iterations: typing.SupportsInt | typing.SupportsIndex=2000, tolerance: typing.SupportsFloat | typing.SupportsIndex=1e-10, ridge: typing.SupportsFloat | typing.SupportsIndex=1e-12) -> NNLSResult:
+        """
+        Multipliers x >= 0 that minimise |A x - target|, by Lawson and Hanson's active set.
+
+        Args:
+            matrix: rigidity matrix A, one column per contact.
+            target: list of floats, one per row; read only as far as the shorter of it and a column reaches.
+            max_iterations (int): limit of outer iterations; 0 counts as 1.
+            tolerance (float): multipliers and dual slopes up to this count as zero; 1e-10 if not positive.
+            ridge (float): added to the diagonal of each subproblem; climbs by factors of 10 where it is singular.
+
+        Returns: NNLSResult; never raises for bad sizes, see `converged`.
+        """
+
+    @staticmethod
+    def sparse_to_dense(sparse: SparseRigidityMatrix) -> RigidityMatrix:
+        """
+        The dense matrix of the same columns; entries at or beyond row_count are ignored.
+        """
+
+    @staticmethod
+    def write_sparse_matrix_market(sparse: SparseRigidityMatrix, path: str, one_based_indices: bool=True) -> None:
+        """
+        Write the matrix as a Matrix Market coordinate file, 17 significant digits. Raises RuntimeError if the file
+        cannot be opened.
+        """
+
+    @staticmethod
+    def write_vector_csv(vector: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], path: str) -> None:
+        """
+        Write the floats as CSV with the header row,value, 17 significant digits. Raises RuntimeError if
+        the file cannot be opened.
+        """
+
+    @staticmethod
+    def write_vector_market(vector: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], path: str) -> None:
+        """
+        Write the floats as a Matrix Market array file, 17 significant digits. Raises RuntimeError if the file cannot
+        be opened.
         """
 
 class CertificateStatus:
@@ -8257,6 +8968,13 @@ def analyze_smooth_resolved_tube(curves: collections.abc.Sequence[typing.Annotat
     reach is not finite and positive. Errors as in compute_continuous_reach.
     """
 
+def baroclinic_term(grad_rho: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], grad_p: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], rho: typing.SupportsFloat | typing.SupportsIndex) -> typing.Annotated[list[float], 'FixedSize(3)']:
+    """
+    Baroclinic torque term
+
+    grad_rho x grad_p / rho^2, 1/s^2.
+    """
+
 def batch_helicity_from_dir(root_dir: str, grid_size: typing.SupportsInt | typing.SupportsIndex=32, spacing: typing.SupportsFloat | typing.SupportsIndex=0.1, interior_margin: typing.SupportsInt | typing.SupportsIndex=8, nsamples: typing.SupportsInt | typing.SupportsIndex=1000, recurse: bool=False) -> list[HelicityResult]:
     """
     compute_helicity_from_fseries of every *.fseries file of a directory, a list sorted by path. Links to directories
@@ -8269,6 +8987,11 @@ def bending_energy_exact(block: FourierBlock, nsamples: typing.SupportsInt | typ
 
     Integral of curvature squared over arc length, in 1 / length, by the rectangle rule; the speed is clamped from below at
     eps. At least 32 samples are taken.
+    """
+
+def bernoulli_pressure_potential(velocity_squared: typing.SupportsFloat | typing.SupportsIndex, V: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    velocity_squared / 2 - V, m^2/s^2.
     """
 
 def biot_savart_vector_potential_grid(polyline: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], grid: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], current: typing.SupportsFloat | typing.SupportsIndex=1.0) -> tuple[numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64], numpy.typing.NDArray[numpy.float64]]:
@@ -8405,10 +9128,22 @@ def check_kind_from_export_string(arg0: str, /) -> CheckKind:
     CheckKind from its text in reports or its own name, case-sensitive; OpenResearchGate for any other text.
     """
 
+def circulation_surface_integral(omega_field: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], dA_field: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> float:
+    """
+    Sum of omega . dA over the samples, m^2/s: the circulation around a surface (Stokes).
+
+    ValueError if the lists differ in length.
+    """
+
 def compare_fseries_files(path_a: str, path_b: str, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, skip: typing.SupportsInt | typing.SupportsIndex=3) -> dict[str, float]:
     """
     Measures of two files, their differences b - a, and the root mean square distance of samples with the same index:
     no alignment of phase or direction.
+    """
+
+def compute_bernoulli_pressure(velocity_magnitude: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], rho: typing.SupportsFloat | typing.SupportsIndex=7e-07, p_inf: typing.SupportsFloat | typing.SupportsIndex=0.0) -> list[float]:
+    """
+    p_inf - rho v^2 / 2, a list of one pressure in Pa a speed; rho is the canonical fluid density by default.
     """
 
 def compute_biot_savart_velocity_grid(curve: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], grid_points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
@@ -8493,6 +9228,37 @@ def compute_frenet_frames(arg0: collections.abc.Sequence[typing.Annotated[collec
     NaN normals; fewer than three points give zero vectors.
     """
 
+def compute_gravitational_potential(positions: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], vorticity: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], epsilon: typing.SupportsFloat | typing.SupportsIndex=7e-07) -> list[float]:
+    """
+    compute_gravitational_potential_gradient under its first name; kept for backward compatibility.
+    """
+
+def compute_gravitational_potential_direct(positions: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], vorticity: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], epsilon: typing.SupportsFloat | typing.SupportsIndex=0.1) -> list[float]:
+    """
+    -1 / (4 pi) sum over j != i of (p_i - p_j) . w_j / (|p_i - p_j|^2 + epsilon^2)^(3/2): Plummer's softening.
+
+    `positions` and `vorticity` are lists of N vectors, in m and 1/s; `epsilon` in m. Returns a list of N floats. ValueError
+    if the lists differ in length.
+    """
+
+def compute_gravitational_potential_gradient(positions: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], vorticity: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], epsilon: typing.SupportsFloat | typing.SupportsIndex=7e-07) -> list[float]:
+    """
+    -|a_i|^2 / 2 with a_i = sum over j != i of exp(-|p_i - p_j|^2 / (2 epsilon^2)) w_j: Gaussian smoothing.
+
+    `positions` and `vorticity` are lists of N vectors, in m and 1/s; `epsilon` in m. Returns a list of N floats. ValueError
+    if the lists differ in length.
+    """
+
+@typing.overload
+def compute_helicity(velocity: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], vorticity: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], dV: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    compute_helicity with three arguments: dV times the sum of v . w over the samples, m^4/s^2.
+
+    In double precision; with two arguments it is another function, a mean in single precision. ValueError if the lists
+    differ in length.
+    """
+
+@typing.overload
 def compute_helicity(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:
     """
     Compute helicity H = ∫ v · ω dV.
@@ -8531,6 +9297,11 @@ def compute_intrinsic_frame(points: typing.Annotated[numpy.typing.ArrayLike, num
     Raises ValueError "Expected (N,3) array" for another shape.
     """
 
+def compute_kinetic_energy(velocity: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], rho_ae: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    rho_ae / 2 times the sum of |v|^2 over the samples, J/m^3; times the volume of a cell it is the energy.
+    """
+
 def compute_linking_number(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> int:
     """
     Compute the Gauss linking number of two filaments.
@@ -8553,6 +9324,11 @@ def compute_polygonal_gauss(curve_a: typing.Annotated[numpy.typing.ArrayLike, nu
 
     Each pair of edges contributes its solid angle in closed form (Klenin and Langowski, Biopolymers 54 (2000) 307).
     Raises ValueError "Expected (N,3) array" for another shape.
+    """
+
+def compute_pressure_field(velocity_magnitude: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], rho_ae: typing.SupportsFloat | typing.SupportsIndex, P_infinity: typing.SupportsFloat | typing.SupportsIndex) -> list[float]:
+    """
+    P_infinity - rho_ae v^2 / 2 (Bernoulli), a list of one pressure in Pa a speed in m/s; rho_ae in kg/m^3.
     """
 
 def compute_regularized_mutual_velocity(filaments: collections.abc.Sequence[dict[typing.Any, typing.Any]], options: dict[typing.Any, typing.Any]={}) -> dict[typing.Any, typing.Any]:
@@ -8586,6 +9362,32 @@ def compute_rigid_motion(points: typing.Annotated[numpy.typing.ArrayLike, numpy.
     Raises ValueError "Expected (N,3) array" for another shape.
     """
 
+def compute_swirl_field(res: typing.SupportsInt | typing.SupportsIndex, time: typing.SupportsFloat | typing.SupportsIndex) -> list[typing.Annotated[list[float], 'FixedSize(2)']]:
+    """
+    Compute 2D swirl force field at a given resolution and time.
+
+    A list of res^2 pairs, point (x, y) = (j / res - 1/2, i / res - 1/2) at index i res + j: ((-A y - B x) m,
+    (-A x + B y) m) with r2 = r^2 = x^2 + y^2 + 1e-5, A = 0.1 / r2, B = 0.25 / r, m = 1 + 0.03 sin(10 r - 6 time). Single
+    precision throughout. A negative res gives res^2 zero pairs; MemoryError for absurd sizes.
+    """
+
+def compute_time_dilation_map(tangents: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], C_e: typing.SupportsFloat | typing.SupportsIndex=1093845.63) -> list[float]:
+    """
+    compute_time_dilation_map_sqrt under its first name; kept for backward compatibility.
+    """
+
+def compute_time_dilation_map_linear(tangents: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], C_e: typing.SupportsFloat | typing.SupportsIndex) -> list[float]:
+    """
+    Clock rates 1 - |t|^2 / C_e^2, a list of one float a tangent. There is no floor: negative beyond C_e.
+    """
+
+def compute_time_dilation_map_sqrt(tangents: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], C_e: typing.SupportsFloat | typing.SupportsIndex=1093845.63) -> list[float]:
+    """
+    Clock rates sqrt(1 - q) with q = |t|^2 / C_e^2, a list of one float a tangent.
+
+    q is replaced by 0.999999 where it is 1 or more: the rate jumps to 0.001 there and never reaches 0.
+    """
+
 def compute_topology_clearance(curves: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]], core_radius: typing.SupportsFloat | typing.SupportsIndex=0.0) -> dict[typing.Any, typing.Any]:
     """
     Compute the least distance between edges of closed polygons that are not neighbours.
@@ -8609,6 +9411,11 @@ def compute_twist(arg0: collections.abc.Sequence[typing.Annotated[collections.ab
     Raises ValueError when N is shorter than T.
     """
 
+def compute_velocity_magnitude(velocity: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']]) -> list[float]:
+    """
+    |v|, a list of one float a vector.
+    """
+
 def compute_vkm_mass(points: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], chi_spin: typing.SupportsFloat | typing.SupportsIndex) -> tuple[float, float]:
     """
     points: list of [x,y,z] (closed curve by convention).
@@ -8620,9 +9427,35 @@ def compute_vkm_mass(points: collections.abc.Sequence[typing.Annotated[collectio
     filament). An empty list gives (0, 0).
     """
 
+@typing.overload
+def compute_vorticity(grad: typing.Annotated[collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], 'FixedSize(3)']) -> typing.Annotated[list[float], 'FixedSize(3)']:
+    """
+    Curl of a velocity, 1/s: row i of the 3 by 3 matrix `grad` holds the derivatives of component i.
+    """
+
+@typing.overload
+def compute_vorticity(u: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], v: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], nx: typing.SupportsInt | typing.SupportsIndex, ny: typing.SupportsInt | typing.SupportsIndex, dx: typing.SupportsFloat | typing.SupportsIndex, dy: typing.SupportsFloat | typing.SupportsIndex) -> list[float]:
+    """
+    Compute 2D vorticity field
+
+    Vorticity tools for 2D flows
+
+    dv/dx - du/dy by central differences. `u` and `v` are flat lists, cell (i, j) of nx times ny at j nx + i; `dx` and `dy`
+    are the spacings. Returns a list of nx ny floats; the rim is 0. ValueError if u or v is shorter than nx ny or an extent
+    negative.
+    """
+
 def compute_vorticity_grid(velocity: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], shape: typing.Annotated[collections.abc.Sequence[typing.SupportsInt | typing.SupportsIndex], 'FixedSize(3)'], spacing: typing.SupportsFloat | typing.SupportsIndex) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
     """
     Minus the textbook curl on a periodic grid, as BiotSavart.compute_vorticity.
+    """
+
+def compute_vorticity_rhs(omega: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], grad_u: typing.Annotated[collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], 'FixedSize(3)'], div_u: typing.SupportsFloat | typing.SupportsIndex, grad_rho: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], grad_p: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], rho: typing.SupportsFloat | typing.SupportsIndex) -> typing.Annotated[list[float], 'FixedSize(3)']:
+    """
+    Vorticity transport RHS
+
+    grad_u omega - omega div_u + grad_rho x grad_p / rho^2, 1/s^2. Row k of `grad_u` holds the derivatives of component
+    k.
     """
 
 def compute_writhe(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:
@@ -8632,6 +9465,25 @@ def compute_writhe(arg0: collections.abc.Sequence[typing.Annotated[collections.a
     The vertices X (list of N points) are read as an open list: the sum runs over the N - 1 edges X[i+1] - X[i], so repeat
     the first point at the end for the whole closed curve. Gauss sum over pairs of edges i < j, taken at the edge starts,
     over 2 pi; pairs nearer than 1e-6 are left out. Dimensionless; 0 for fewer than two edges.
+    """
+
+def couette_vorticity(alpha: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    Vorticity of Couette flow: -alpha
+    """
+
+def crocco_gradient(velocity: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], vorticity: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], grad_phi: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], grad_p: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], rho: typing.SupportsFloat | typing.SupportsIndex) -> typing.Annotated[list[float], 'FixedSize(3)']:
+    """
+    Compute ∇H from Crocco's theorem
+
+    rho (vorticity x velocity) + grad_phi + grad_p / rho; the textbook form has no density in the first term.
+    """
+
+def crocco_relation(vorticity: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], rho: typing.SupportsFloat | typing.SupportsIndex, pressure_gradient: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> typing.Annotated[list[float], 'FixedSize(3)']:
+    """
+    Velocity-curl product equals pressure gradient divided by density
+
+    The vorticity takes no part.
     """
 
 def curl3d_central(vel: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], spacing: typing.SupportsFloat | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.float64]:
@@ -8652,6 +9504,16 @@ def curvature_exact(block: FourierBlock, s: collections.abc.Sequence[typing.Supp
 def curve_length_from_fseries(path: str, nsamples: typing.SupportsInt | typing.SupportsIndex=2048) -> float:
     """
     Length of the closed polygon of the samples.
+    """
+
+def cylinder_inertia(mass: typing.SupportsFloat | typing.SupportsIndex, R: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    mass R^2 / 2, kg m^2: about the cylinder's axis.
+    """
+
+def cylinder_mass(rho: typing.SupportsFloat | typing.SupportsIndex, R: typing.SupportsFloat | typing.SupportsIndex, H: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    pi rho R^2 H, kg.
     """
 
 def describe_fourier_block(block: FourierBlock, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, exclude_window: typing.SupportsInt | typing.SupportsIndex=4) -> GeometricDescriptors:
@@ -8685,6 +9547,38 @@ def dipole_ring_field_grid(X: typing.Any, Y: typing.Any, Z: typing.Any, position
 
     `X`, `Y`, `Z` are arrays of one shape, `positions` and `moments` have shape (N, 3). Returns (Bx, By, Bz), new arrays of
     the shape of X. ValueError for shapes that do not fit.
+    """
+
+def ekman_number(nu: typing.SupportsFloat | typing.SupportsIndex, omega: typing.SupportsFloat | typing.SupportsIndex, H: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    nu / (omega H^2): viscosity over Coriolis force.
+    """
+
+def enstrophy(omega_squared: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], ds_area: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex]) -> float:
+    """
+    Sum of omega^2 dS over the samples, m^2/s^2. ValueError if the lists differ in length.
+    """
+
+def enthalpy(internal_energy: typing.SupportsFloat | typing.SupportsIndex, p: typing.SupportsFloat | typing.SupportsIndex, V: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    Enthalpy H = E + pV
+
+    in J, for E in J, p in Pa and V in m^3.
+    """
+
+def entropy_from_pv(N: typing.SupportsFloat | typing.SupportsIndex, R: typing.SupportsFloat | typing.SupportsIndex, p: typing.SupportsFloat | typing.SupportsIndex, V: typing.SupportsFloat | typing.SupportsIndex, gamma: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    Entropy from pressure and volume ds = NR/(γ-1) * (ln(p)+ln(V))
+
+    in the unit of N R. Both logarithms have the weight 1, where the entropy of an ideal gas has γ ln(V). An infinity
+    or NaN for gamma = 1.
+    """
+
+def entropy_from_theta(cp: typing.SupportsFloat | typing.SupportsIndex, theta: typing.SupportsFloat | typing.SupportsIndex, dtheta: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    Entropy differential ds = cp * dθ / θ
+
+    in the unit of cp, J/(kg K).
     """
 
 def estimate_cfl_dt(filaments: collections.abc.Sequence[dict[typing.Any, typing.Any]], options: dict[typing.Any, typing.Any]={}, cfl: typing.SupportsFloat | typing.SupportsIndex=0.5) -> float:
@@ -8832,6 +9726,11 @@ def get_embedded_knot_files() -> dict[str, str]:
     Return embedded .fseries resources as {knot_id: file_content}.
     """
 
+def grad_phi(phi_grad: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> typing.Annotated[list[float], 'FixedSize(3)']:
+    """
+    The gradient that it is given.
+    """
+
 def guard_topology_step(before: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]], after: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]], contact_threshold: typing.SupportsFloat | typing.SupportsIndex, max_displacement: typing.SupportsFloat | typing.SupportsIndex, core_radius: typing.SupportsFloat | typing.SupportsIndex=0.0) -> dict[typing.Any, typing.Any]:
     """
     Check that strands of closed polygons stay apart on the way of a step.
@@ -8843,6 +9742,26 @@ def guard_topology_step(before: collections.abc.Sequence[typing.Annotated[numpy.
     Returns a dict: contact, warn_only (False), safe_dt_fraction (part of the step that is safe: 1 without contact, 0 for a
     contact at the start or the end), clearance_before, clearance_after and message.
     Raises ValueError "Expected (N,3) array" for another shape.
+    """
+
+def hill_circulation(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+    """
+    (A, a): circulation a^3 2 pi A / 3.
+    """
+
+def hill_streamfunction(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+    """
+    (A, r, z, a): stream function A r (a^2 - r^2 - z^2) inside the sphere of radius a, 0 outside. The power of r is 1, where textbooks have 2.
+    """
+
+def hill_velocity(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+    """
+    (A, a): velocity A / (5 a).
+    """
+
+def hill_vorticity(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+    """
+    (A, r, z, a): vorticity A (4 z^2 + r^2 - a^2) inside the sphere of radius a, 0 outside; textbooks have a multiple of r.
     """
 
 def hyperbolic_volume_from_pd(pd: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsInt | typing.SupportsIndex], 'FixedSize(4)']]) -> float:
@@ -8864,6 +9783,31 @@ def index_of_largest_block(blocks: collections.abc.Sequence[FourierBlock]) -> in
     Return index of block with most harmonics.
 
     The first of equals; -1 for an empty list.
+    """
+
+def is_incompressible(dudx: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], dvdy: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], dwdz: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']) -> bool:
+    """
+    Whether |dudx[0] + dvdy[1] + dwdz[2]| < 1e-8 1/s; other entries are not read.
+    """
+
+def kairos_energy_trigger(rho: typing.SupportsFloat | typing.SupportsIndex, omega: typing.SupportsFloat | typing.SupportsIndex, Ce: typing.SupportsFloat | typing.SupportsIndex) -> bool:
+    """
+    Whether rho omega^2 / 2 > rho Ce^2 / 2; False at equality.
+    """
+
+def lamb_oseen_velocity(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+    """
+    (Gamma, r, nu, t): azimuthal velocity (1 - exp(-r^2 / (4 nu t))) Gamma / (2 pi r) of a Lamb-Oseen vortex, m/s.
+    """
+
+def lamb_oseen_vorticity(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+    """
+    (Gamma, r, nu, t): vorticity exp(-r^2 / (4 nu t)) Gamma / (4 pi nu t) of a Lamb-Oseen vortex, 1/s.
+    """
+
+def laplacian_phi(d2phidx2: typing.SupportsFloat | typing.SupportsIndex, d2phidy2: typing.SupportsFloat | typing.SupportsIndex, d2phidz2: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    Sum of the three second derivatives.
     """
 
 def length_exact(block: FourierBlock, nsamples: typing.SupportsInt | typing.SupportsIndex=4096) -> float:
@@ -8905,6 +9849,18 @@ def load_embedded_knot_block(knot_id: str) -> FourierBlock:
     Load embedded knot by id and return its largest Fourier block.
 
     Raises RuntimeError if the id is unknown or its text holds no block.
+    """
+
+def local_circulation_density(dv_dx: typing.SupportsFloat | typing.SupportsIndex, du_dy: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    Local circulation density (vorticity) via Stokes' theorem
+
+    The same as vorticity_z_2D.
+    """
+
+def local_rotation_rate(dv_dx: typing.SupportsFloat | typing.SupportsIndex, du_dy: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    (dv/dx - du/dy) / 2, rad/s: the angular velocity of a fluid element about z, half its vorticity.
     """
 
 def make_knot_report_row(K: KnotInvariants, D: KnotDerived) -> KnotReportRow:
@@ -9011,6 +9967,18 @@ def pd_from_curve(P3: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], t
     Raises ValueError for another shape or fewer than 4 points, RuntimeError if no projection shows a crossing.
     """
 
+def potential_temperature(T: typing.SupportsFloat | typing.SupportsIndex, p0: typing.SupportsFloat | typing.SupportsIndex, p: typing.SupportsFloat | typing.SupportsIndex, R: typing.SupportsFloat | typing.SupportsIndex, cp: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    Compute potential temperature θ = T (p0/p)^k
+
+    with k = R / cp: the temperature in K of a parcel brought adiabatically from the pressure p to p0 (Poisson).
+    """
+
+def potential_vorticity(fa: typing.SupportsFloat | typing.SupportsIndex, zeta_r: typing.SupportsFloat | typing.SupportsIndex, h: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    (fa + zeta_r) / h, 1/(m s): planetary and relative vorticity over the depth of a shallow layer (Rossby).
+    """
+
 def predict_particle_from_fourier_block(block: FourierBlock, params: KnotParticleModelParams=..., knot_name: str='', crossing_number: typing.SupportsInt | typing.SupportsIndex=0, braid_index: typing.SupportsInt | typing.SupportsIndex=0, seifert_genus: typing.SupportsInt | typing.SupportsIndex=0, chirality: typing.SupportsInt | typing.SupportsIndex=0, hyperbolic: bool=False, hyperbolic_volume: typing.SupportsFloat | typing.SupportsIndex=0.0, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, exclude_window: typing.SupportsInt | typing.SupportsIndex=4) -> KnotPrediction:
     """
     Predict particle quantities directly from a Fourier block and optional metadata.
@@ -9023,6 +9991,22 @@ def predict_particle_from_fseries(path: str, params: KnotParticleModelParams=...
     Predict particle quantities from a .fseries file using its largest Fourier block.
 
     KnotParticleModel(params).predict of build_invariants_from_fseries, whose arguments and errors hold.
+    """
+
+def pressure_gradient(pressure_field: collections.abc.Sequence[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex]], dx: typing.SupportsFloat | typing.SupportsIndex=1.0, dy: typing.SupportsFloat | typing.SupportsIndex=1.0) -> list[list[typing.Annotated[list[float], 'FixedSize(3)']]]:
+    """
+    The negated gradient of a pressure field, Pa/m: the direction of the force.
+
+    `pressure_field` is a list of rows p[i][j], i along x with the spacing dx, j along y with dy. Central differences
+    inside, one-sided ones on the first and last row and column. Returns rows of 3-lists, the third component 0. ValueError
+    for rows of different lengths, and for a single row or column.
+    """
+
+def radiation_force(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, arg4: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+    """
+    radiation_force(a, b, c, d, e): (d / e) (c / e) (2 a b / 3e8) / (1 - (c / e)^2).
+
+    The speed of light in it is the rounded 3e8 m/s. Nothing is guarded: an infinity or NaN at c = e.
     """
 
 def reach_proxy_from_fseries(path: str, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, skip: typing.SupportsInt | typing.SupportsIndex=3) -> float:
@@ -9186,6 +10170,18 @@ def rk4_step(filaments: collections.abc.Sequence[dict[typing.Any, typing.Any]], 
     written back: restore it where it was False. The input is left as it is.
     """
 
+def rossby_number(U: typing.SupportsFloat | typing.SupportsIndex, omega: typing.SupportsFloat | typing.SupportsIndex, d: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    U / (2 omega d): inertia over Coriolis force.
+    """
+
+def rotating_frame_rhs(velocity: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], vorticity: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], grad_phi: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], grad_p: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], omega: typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)'], rho: typing.SupportsFloat | typing.SupportsIndex) -> typing.Annotated[list[float], 'FixedSize(3)']:
+    """
+    Compute rotating frame momentum RHS
+
+    2 velocity x omega - grad_phi - grad_p / rho, m/s^2. The vorticity takes no part.
+    """
+
 def sample_circle(n: typing.SupportsInt | typing.SupportsIndex, R: typing.SupportsFloat | typing.SupportsIndex=1.0, z: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
     """
     Sample a circle of radius R about the z axis, at height z: array (n, 3), counterclockwise from (R, 0, z).
@@ -9202,6 +10198,71 @@ def sample_curve_centered(path: str, nsamples: typing.SupportsInt | typing.Suppo
     """
     Samples of a file's largest block at s = 2 pi k / nsamples, less their mean; a list of points, empty for
     nsamples below 1. Raises RuntimeError for a missing file or one without blocks, as do all tools over files here.
+    """
+
+def solid_body_rotation_vorticity(omega: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    Vorticity of solid body rotation: 2 * omega
+    """
+
+def swirl_clock_factor_from_speed(v_norm: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex=299792458.0) -> float:
+    """
+    sqrt(max(1 - v_norm^2 / c^2, 0)), both in m/s: exactly 0 from c on.
+    """
+
+def swirl_clock_rate(dv_dx: typing.SupportsFloat | typing.SupportsIndex, du_dy: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    Legacy alias for local_rotation_rate = 0.5 * (dv/dx - du/dy). Not the Canon Swirl-Clock factor.
+    """
+
+def swirl_energy(rho: typing.SupportsFloat | typing.SupportsIndex, omega: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    Legacy helper 0.5 * rho * omega^2. Prefer swirl_energy_density_from_speed or swirl_tension_energy_density.
+    """
+
+def swirl_energy_density_from_speed(rho: typing.SupportsFloat | typing.SupportsIndex, v_norm: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    rho v_norm^2 / 2, J/m^3.
+    """
+
+def swirl_tension_energy_density(rho: typing.SupportsFloat | typing.SupportsIndex, omega: typing.SupportsFloat | typing.SupportsIndex, ell: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    rho (ell omega)^2 / 2, J/m^3: a rotation omega in 1/s felt over the length ell in m.
+    """
+
+def torque(inertia: typing.SupportsFloat | typing.SupportsIndex, alpha: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    inertia alpha, N m for kg m^2 and rad/s^2.
+    """
+
+def van_der_pol_dx(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+    """
+    van_der_pol_dx(x, y): dx/dt = y of van der Pol's oscillator.
+    """
+
+def van_der_pol_dy(arg0: typing.SupportsFloat | typing.SupportsIndex, arg1: typing.SupportsFloat | typing.SupportsIndex, arg2: typing.SupportsFloat | typing.SupportsIndex, /) -> float:
+    """
+    van_der_pol_dy(x, y, mu): dy/dt = mu (1 - x^2) y - x of van der Pol's oscillator.
+    """
+
+def vortex_pressure_drop(rho: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    rho c^2 / 2, Pa: the drop to the centre of a vortex with rim speed c (Bernoulli).
+    """
+
+def vortex_transverse_pressure_diff(rho: typing.SupportsFloat | typing.SupportsIndex, c: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    rho c^2 / 4, Pa: half of vortex_pressure_drop.
+    """
+
+def vorticity_from_curvature(V: typing.SupportsFloat | typing.SupportsIndex, R: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    V / R, 1/s: what a speed V along streamlines of radius R adds to the vorticity.
+    """
+
+def vorticity_z_2D(dv_dx: typing.SupportsFloat | typing.SupportsIndex, du_dy: typing.SupportsFloat | typing.SupportsIndex) -> float:
+    """
+    Compute 2D vorticity: dv/dx - du/dy
     """
 
 def writhe_gauss_curve(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], /) -> float:
