@@ -1,12 +1,12 @@
 """Certificates of geometries, pressures, series and limits."""
 
 import math
-import signal
 
 import _native
 import numpy as np
 import pytest
 from _native import CertificateStatus as Status
+from interruption import ended_by_a_signal
 
 API = _native.GeometryCertificateAPI
 SMOOTH = _native.PolygonalSmoothCertificateAPI
@@ -285,18 +285,9 @@ def test_comparison_without_a_verdict(arguments):
 def test_a_signal_is_no_verdict(call):
     """An interrupted analysis raises what the signal's handler raises; it is not Indeterminate."""
 
-    def stop(*_):
-        raise InterruptedError
-
     points = np.random.default_rng(1).standard_normal((300_000, 3))
-    before = signal.signal(signal.SIGALRM, stop)
-    signal.setitimer(signal.ITIMER_REAL, 0.2)
-    try:
-        with pytest.raises(InterruptedError):
-            call(points)
-    finally:
-        signal.setitimer(signal.ITIMER_REAL, 0.0)
-        signal.signal(signal.SIGALRM, before)
+    with ended_by_a_signal(0.2):
+        call(points)
 
 
 # --- limit of an observable ---------------------------------------------------------------------------------------

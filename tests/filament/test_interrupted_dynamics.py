@@ -1,18 +1,14 @@
 """A signal ends a long computation at once, with the handler's exception."""
 
 import math
-import signal
 
 import _native
 import numpy as np
 import pytest
+from interruption import ended_by_a_signal
 
 RNG = np.random.default_rng(0)
 CLOUD = RNG.normal(size=(100000, 3))
-
-
-class Stopped(Exception):
-    pass
 
 
 @pytest.mark.parametrize(
@@ -27,14 +23,5 @@ class Stopped(Exception):
     ],
 )
 def test_a_signal_ends_the_call(call):
-    def stop(*_):
-        raise Stopped
-
-    before = signal.signal(signal.SIGALRM, stop)
-    signal.setitimer(signal.ITIMER_REAL, 0.1)
-    try:
-        with pytest.raises(Stopped):
-            call()
-    finally:
-        signal.setitimer(signal.ITIMER_REAL, 0)
-        signal.signal(signal.SIGALRM, before)
+    with ended_by_a_signal():
+        call()

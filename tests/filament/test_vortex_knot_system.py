@@ -1,11 +1,11 @@
 """The simple filament simulator: start curves, Euler steps, and what a failed or abandoned call leaves behind."""
 
 import math
-import signal
 
 import _native
 import numpy as np
 import pytest
+from interruption import ended_by_a_signal
 
 TWO_PI = 6.283185307179586
 
@@ -179,30 +179,12 @@ def test_too_few_tangents():
     assert (evolution.get_positions(), evolution.get_tangents()) == (X, X[:3])
 
 
-class Stopped(Exception):
-    pass
-
-
-def stop(*_):
-    raise Stopped
-
-
-def end_with_a_signal(call):
-    before = signal.signal(signal.SIGALRM, stop)
-    signal.setitimer(signal.ITIMER_REAL, 0.2)
-    try:
-        with pytest.raises(Stopped):
-            call()
-    finally:
-        signal.setitimer(signal.ITIMER_REAL, 0)
-        signal.signal(signal.SIGALRM, before)
-
-
 @pytest.mark.parametrize("n", [0, 30])
 def test_a_negative_count_runs_until_a_signal_and_leaves_the_state(n):
     X = np.random.default_rng(0).normal(size=(n, 3)).tolist()
     evolution = _native.TimeEvolution(X, X)
-    end_with_a_signal(lambda: evolution.evolve(1e-3, -1))
+    with ended_by_a_signal():
+        evolution.evolve(1e-3, -1)
     assert evolution.get_positions() == evolution.get_tangents() == X
 
 
@@ -210,7 +192,8 @@ def test_a_signal_ends_a_single_long_step():
     system = _native.VortexKnotSystem()
     system.initialize_trefoil_knot(60000)
     before = system.get_positions()
-    end_with_a_signal(lambda: system.evolve(0.1, 1))
+    with ended_by_a_signal():
+        system.evolve(0.1, 1)
     assert system.get_positions() == before
 
 
@@ -225,7 +208,8 @@ def test_a_signal_ends_a_single_long_step():
 )
 def test_a_signal_ends_a_grid(call):
     X = np.random.default_rng(0).normal(size=(100000, 3))
-    end_with_a_signal(lambda: call(X))
+    with ended_by_a_signal():
+        call(X)
 
 
 def test_steps_along_the_tangents():

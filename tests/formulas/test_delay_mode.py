@@ -1,11 +1,11 @@
 """The phase-locked frequency: Newton's iteration and how it ends."""
 
 import math
-import signal
 
 import _native
 import pytest
 from _native import DelayModeSelector as Delay
+from interruption import ended_by_a_signal
 
 
 def newton(omega0, kappa, tau, initial_guess=0.0, max_iter=64, tol=1e-12):
@@ -61,10 +61,6 @@ def test_how_it_ends():
     assert fields(fresh) == (0.0, 0.0, 0.0, False, 3)
 
 
-class Stopped(Exception):
-    pass
-
-
 CLOUD = [[math.sin(k), math.cos(k), float(k)] for k in range(60000)]
 
 
@@ -77,14 +73,5 @@ CLOUD = [[math.sin(k), math.cos(k), float(k)] for k in range(60000)]
     ],
 )
 def test_a_signal_ends_the_call(call):
-    def stop(*_):
-        raise Stopped
-
-    before = signal.signal(signal.SIGALRM, stop)
-    signal.setitimer(signal.ITIMER_REAL, 0.1)
-    try:
-        with pytest.raises(Stopped):
-            call()
-    finally:
-        signal.setitimer(signal.ITIMER_REAL, 0)
-        signal.signal(signal.SIGALRM, before)
+    with ended_by_a_signal():
+        call()

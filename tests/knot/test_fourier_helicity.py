@@ -1,11 +1,11 @@
 """The road from a Fourier block to the helicity invariants, against the same road taken step by step."""
 
 import math
-import signal
 
 import _native
 import numpy as np
 import pytest
+from interruption import ended_by_a_signal
 
 TWO_PI = 6.283185307179586
 BLOCK = _native.parse_fseries_from_string("0 1 1 0 0 0\n0 2 -2 0 0 0\n0.1 0 0 0 0 -1\n")[0]
@@ -71,15 +71,6 @@ def test_bad_sizes():
 
 
 def test_a_signal_ends_the_call():
-    def stop(*_):
-        raise InterruptedError
-
-    before = signal.signal(signal.SIGALRM, stop)
-    signal.setitimer(signal.ITIMER_REAL, 0.2)
-    try:
-        with pytest.raises(InterruptedError):
-            _native.compute_helicity_from_fourier_block(BLOCK, grid_size=150, nsamples=20000)
-    finally:
-        signal.setitimer(signal.ITIMER_REAL, 0)
-        signal.signal(signal.SIGALRM, before)
+    with ended_by_a_signal(0.2):
+        _native.compute_helicity_from_fourier_block(BLOCK, grid_size=150, nsamples=20000)
     assert np.isfinite(_native.compute_helicity_from_fourier_block(BLOCK, 8, 0.3, 1, 30)).all()

@@ -1,17 +1,12 @@
 """A signal ends a long computation at once, with the handler's exception."""
 
-import signal
-
 import _native
 import numpy as np
 import pytest
+from interruption import ended_by_a_signal
 
 MANY = np.random.default_rng(0).normal(size=(400000, 3))
 CIRCLE = _native.parse_fseries_from_string("1 0 0 1 0 0\n")[0]
-
-
-class Stopped(Exception):
-    pass
 
 
 @pytest.mark.parametrize(
@@ -36,17 +31,8 @@ class Stopped(Exception):
     ],
 )
 def test_a_signal_ends_the_call(call):
-    def stop(*_):
-        raise Stopped
-
-    before = signal.signal(signal.SIGALRM, stop)
-    signal.setitimer(signal.ITIMER_REAL, 0.3)
-    try:
-        with pytest.raises(Stopped):
-            call()
-    finally:
-        signal.setitimer(signal.ITIMER_REAL, 0)
-        signal.signal(signal.SIGALRM, before)
+    with ended_by_a_signal(0.3):
+        call()
 
 
 def sphere(n):

@@ -1,10 +1,9 @@
 """ParticleEvaluator.relax holds the bits of the plain loop over all pairs."""
 
-import signal
-
 import _native
 import numpy as np
 import pytest
+from interruption import ended_by_a_signal
 
 ELECTRON_RADIUS = 2.81794034e-15
 
@@ -143,15 +142,6 @@ def test_an_interrupted_call_leaves_the_filaments_as_they_were(points):
     evaluator = _native.ParticleEvaluator([trefoil(points, 5.0).tolist()])
     before = evaluator.get_filaments()
 
-    def interrupt(*_):
-        raise KeyboardInterrupt
-
-    old = signal.signal(signal.SIGALRM, interrupt)
-    try:
-        signal.setitimer(signal.ITIMER_REAL, 0.05)
-        with pytest.raises(KeyboardInterrupt):
-            evaluator.relax(2**31 - 1)
-    finally:
-        signal.setitimer(signal.ITIMER_REAL, 0)
-        signal.signal(signal.SIGALRM, old)
+    with ended_by_a_signal(0.05):
+        evaluator.relax(2**31 - 1)
     assert evaluator.get_filaments() == before

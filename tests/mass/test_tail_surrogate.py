@@ -1,11 +1,11 @@
 """The tail surrogate against plain loops of its formula."""
 
 import math
-import signal
 
 import _native
 import numpy as np
 import pytest
+from interruption import ended_by_a_signal
 
 CORE_RADIUS = 1.40897017e-15
 
@@ -178,14 +178,5 @@ def test_no_filaments_no_tail():
 
 
 def test_interrupt():
-    def interrupt(*_):
-        raise KeyboardInterrupt
-
-    old = signal.signal(signal.SIGALRM, interrupt)
-    try:
-        signal.setitimer(signal.ITIMER_REAL, 0.05)
-        with pytest.raises(KeyboardInterrupt):
-            tail([ring(300, R)], config(radial_samples=1000, azimuth_samples=100000))
-    finally:
-        signal.setitimer(signal.ITIMER_REAL, 0)
-        signal.signal(signal.SIGALRM, old)
+    with ended_by_a_signal(0.05):
+        tail([ring(300, R)], config(radial_samples=1000, azimuth_samples=100000))

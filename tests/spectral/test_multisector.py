@@ -6,6 +6,7 @@ import math
 import _native
 import numpy as np
 import pytest
+from interruption import ended_by_a_signal
 
 F1, F2, TRACE = _native.MultisectorFitter, _native.MultisectorFitterV2, _native.TraceFormula
 SECTORS, THETAS, WEIGHTS = [2, 3, 5], [0.3, 1.1, 2.5], [1.0, 0.7, 2.0]
@@ -245,19 +246,5 @@ def test_docstrings_open_with_their_texts():
 
 
 def test_long_evaluations_can_be_interrupted():
-    import signal
-
-    class Stop(Exception):
-        pass
-
-    def stop(number, frame):
-        raise Stop
-
-    before = signal.signal(signal.SIGALRM, stop)
-    signal.setitimer(signal.ITIMER_REAL, 0.05)
-    try:
-        with pytest.raises(Stop):
-            F2.evaluate_multisector_abs([1.0], [2], [0.1], None, 1.0, 10**15)
-    finally:
-        signal.setitimer(signal.ITIMER_REAL, 0.0)
-        signal.signal(signal.SIGALRM, before)
+    with ended_by_a_signal(0.05):
+        F2.evaluate_multisector_abs([1.0], [2], [0.1], None, 1.0, 10**15)

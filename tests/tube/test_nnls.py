@@ -1,11 +1,11 @@
 """Non-negative least squares on rigidity matrices: both methods, dense and sparse."""
 
 import math
-import signal
 
 import _native as vkm
 import numpy as np
 import pytest
+from interruption import ended_by_a_signal
 
 Map = vkm.ContactStressMap
 
@@ -309,14 +309,5 @@ def test_interrupt_ends_a_fit(name):
     a[:, 2] = a[:, 0] * 1e-3
     b[0] = math.nan  # no sweep ever meets a test
 
-    def interrupt(*_):
-        raise KeyboardInterrupt
-
-    previous = signal.signal(signal.SIGALRM, interrupt)
-    try:
-        signal.setitimer(signal.ITIMER_REAL, 0.05)
-        with pytest.raises(KeyboardInterrupt):
-            SOLVERS[name](a, b, 2**62)
-    finally:
-        signal.setitimer(signal.ITIMER_REAL, 0.0)
-        signal.signal(signal.SIGALRM, previous)
+    with ended_by_a_signal(0.05):
+        SOLVERS[name](a, b, 2**62)

@@ -1,12 +1,12 @@
 """Thickness, contacts and gradients of closed polygons."""
 
 import math
-import signal
 
 import _native
 import numpy as np
 import pytest
 import tube.tube_forms as forms
+from interruption import ended_by_a_signal
 
 Geometry = _native.ResolvedTubeGeometry
 
@@ -219,22 +219,10 @@ def test_tolerances_without_a_number_and_without_end():
 
 
 def test_long_searches_end_on_a_signal():
-    class Stop(Exception):
-        pass
-
-    def stop(*_):
-        raise Stop
-
     chords = np.random.default_rng(13).uniform(-1.0, 1.0, (40000, 3))
-    before = signal.signal(signal.SIGALRM, stop)
-    try:
-        for search in (Geometry.analyze, Geometry.dcsd_candidates):
-            signal.setitimer(signal.ITIMER_REAL, 0.1)
-            with pytest.raises(Stop):
-                search(chords)
-    finally:
-        signal.setitimer(signal.ITIMER_REAL, 0.0)
-        signal.signal(signal.SIGALRM, before)
+    for search in (Geometry.analyze, Geometry.dcsd_candidates):
+        with ended_by_a_signal():
+            search(chords)
 
 
 def test_lower_bound_allows_for_rounding():

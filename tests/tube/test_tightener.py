@@ -1,11 +1,11 @@
 """The tightener: its loop against the same loop over the public operations, corrections, stop reasons, bad input."""
 
 import math
-import signal
 
 import _native as vkm
 import numpy as np
 import pytest
+from interruption import ended_by_a_signal
 from vkmcore.tightening import watched_tighten
 
 Geometry = vkm.ResolvedTubeGeometry
@@ -289,20 +289,11 @@ def test_bad_input():
 
 
 def test_interrupt_ends_a_run():
-    def interrupt(*_):
-        raise KeyboardInterrupt
-
-    previous = signal.signal(signal.SIGALRM, interrupt)
-    try:
-        signal.setitimer(signal.ITIMER_REAL, 0.05)
-        with pytest.raises(KeyboardInterrupt):
-            # No step is ever small enough for the targets, and every one is accepted.
-            o = options(max_steps=2**62, target_kkt_residual=-1.0, min_step_size=0.0, line_search_trials=2**62)
-            o.ropelength_increase_tolerance = math.inf
-            Tightener.tighten(trefoil(60), o)
-    finally:
-        signal.setitimer(signal.ITIMER_REAL, 0.0)
-        signal.signal(signal.SIGALRM, previous)
+    with ended_by_a_signal(0.05):
+        # No step is ever small enough for the targets, and every one is accepted.
+        o = options(max_steps=2**62, target_kkt_residual=-1.0, min_step_size=0.0, line_search_trials=2**62)
+        o.ropelength_increase_tolerance = math.inf
+        Tightener.tighten(trefoil(60), o)
 
 
 def test_a_watch_sees_every_step_and_changes_nothing():
