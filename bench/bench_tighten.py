@@ -8,6 +8,7 @@ from collections.abc import Callable
 import _native
 import numpy as np
 from harness import Case, best_time, plain
+from vkmcore.tightening import watched_tighten
 
 
 def trefoil(n: int) -> np.ndarray:
@@ -110,7 +111,7 @@ def split(points: np.ndarray, options: _native.TighteningOptions) -> str:
     def spent(call: Callable[[], object]) -> float:
         return best_time(call, budget=0.005, least=2)
 
-    _native._watched_tighten(points, options, watch)
+    watched_tighten(points, options, watch)
     tubes = [geometry.analyze(p, options.skip_neighbors, options.contact_tol) for p in polygons]
     whole = best_time(lambda: tightener.tighten(points, options), least=2, most=20)
     directions = analyses = 0.0
