@@ -18,6 +18,8 @@ from typing import IO, TYPE_CHECKING, Any
 
 import click
 
+from vkmcore.errors import PlotError
+
 if TYPE_CHECKING:
     from collections.abc import Callable
 
@@ -69,6 +71,8 @@ class Program(click.Group):
             ctx.exit(130)
         except MemoryError:
             raise Failure("vkmcore: not enough memory for this size") from None
+        except PlotError as error:
+            raise Failure(f"vkmcore: {error}") from error
         except (RuntimeError, ValueError, OSError) as error:
             raise Failure(str(error)) from error
 
@@ -479,21 +483,15 @@ def settings_record(settings: Any, config: Any) -> dict[str, object]:
 
 def check_plot(path: Path) -> None:
     """Fail before the long work rather than after it."""
-    from vkmcore.plots import PlotError, check_plot_target
+    from vkmcore.plots import check_plot_target
 
-    try:
-        check_plot_target(path)
-    except PlotError as error:
-        raise Failure(f"vkmcore: {error}") from error
+    check_plot_target(path)
 
 
 def draw(path: Path, weighed: list[tuple[Weight, list[list[list[float]]]]]) -> None:
-    from vkmcore.plots import PlotError, plot_filaments
+    from vkmcore.plots import plot_filaments
 
-    try:
-        plot_filaments(path, [(f"{w.id}   {w.core_mass_MeV:.6g} MeV", filaments) for w, filaments in weighed])
-    except PlotError as error:
-        raise Failure(f"vkmcore: {error}") from error
+    plot_filaments(path, [(f"{w.id}   {w.core_mass_MeV:.6g} MeV", filaments) for w, filaments in weighed])
     click.echo(f"wrote {path}", err=True)
 
 

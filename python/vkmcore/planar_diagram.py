@@ -229,9 +229,9 @@ def plot_diagram(path: Path, diagram: Diagram, settings: DiagramSettings) -> Non
     Raises:
         PlotError: matplotlib is missing, the points are not finite, or the file cannot be written.
     """
-    import io
 
-    from vkmcore.plots import PALETTE, PlotError, check_plot_target
+    from vkmcore.errors import PlotError
+    from vkmcore.plots import PALETTE, check_plot_target, write_figure
 
     kind = check_plot_target(path)
     from matplotlib.backends.backend_agg import FigureCanvasAgg
@@ -252,12 +252,7 @@ def plot_diagram(path: Path, diagram: Diagram, settings: DiagramSettings) -> Non
     axes.set_aspect("equal")
     axes.margins(0.05)
     axes.axis("off")
-    picture = io.BytesIO()
-    figure.savefig(picture, format=kind)
-    try:
-        path.write_bytes(picture.getvalue())
-    except OSError as error:
-        raise PlotError(f"{path}: {error.strerror}") from error
+    write_figure(figure, path, kind)
 
 
 # --- the command ----------------------------------------------------------------------------------------------------
@@ -325,10 +320,5 @@ def pd(source: str, volume: bool, as_json: bool, plot: Path | None, **options: A
             table.add_row(str(number), *map(str, row))
         print_table(table)
     if plot is not None:
-        from vkmcore.plots import PlotError
-
-        try:
-            plot_diagram(plot, diagram, settings)
-        except PlotError as error:
-            raise Failure(f"vkmcore: {error}") from error
+        plot_diagram(plot, diagram, settings)
         click.echo(f"wrote {plot}", err=True)

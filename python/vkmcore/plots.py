@@ -14,7 +14,10 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
+from vkmcore.errors import PlotError
+
 if TYPE_CHECKING:
+    from matplotlib.figure import Figure
     from numpy.typing import ArrayLike, NDArray
 
     Points = NDArray[np.float64]
@@ -25,10 +28,6 @@ RINGS = 360  # most rings drawn along a filament
 SIDES = 14  # of a ring
 SMOOTH = 0.98  # least part of the length that the rings must keep
 PALETTE = ("#3b6fb6", "#c8553d", "#4f9d69", "#8d6a9f", "#c9a227", "#4b9da9")
-
-
-class PlotError(Exception):
-    """The picture cannot be drawn or written; the text says why."""
 
 
 def check_plot_target(path: Path) -> str:
@@ -70,6 +69,15 @@ def plot_filaments(path: Path, knots: Sequence[tuple[str, Sequence[ArrayLike]]])
     for place, (title, filaments) in enumerate(knots, start=1):
         axes: Any = figure.add_subplot(rows, columns, place, projection="3d", computed_zorder=False)
         _draw_knot(axes, title, [np.asarray(filament, dtype=np.float64).reshape(-1, 3) for filament in filaments])
+    write_figure(figure, path, kind)
+
+
+def write_figure(figure: Figure, path: Path, kind: str) -> None:
+    """Draw the figure as a picture of that kind, then write it at once: one that cannot be drawn leaves no file.
+
+    Raises:
+        PlotError: the file cannot be written.
+    """
     picture = io.BytesIO()
     figure.savefig(picture, format=kind)
     try:

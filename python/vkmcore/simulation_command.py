@@ -49,7 +49,6 @@ def simulate(
     docs/simulation.md describes scenes; examples/scenes holds two.
     """
     from vkmcore.cli import Failure, check_plot, print_json
-    from vkmcore.plots import PlotError
     from vkmcore.scene import load_scene
     from vkmcore.simulation import simulate as evolve
     from vkmcore.simulation_pictures import check_movie_target, film_run, plot_run
@@ -60,11 +59,8 @@ def simulate(
         raise Failure(f"vkmcore: {trajectory}: the directory does not exist")
     if plot is not None:
         check_plot(plot)
-    try:
-        if movie is not None:
-            check_movie_target(movie)
-    except PlotError as error:
-        raise Failure(f"vkmcore: {error}") from error
+    if movie is not None:
+        check_movie_target(movie)
     scene = load_scene(scene_file)
     settings: dict[str, Any] = dict(scene.settings)
     if dt is not None:
@@ -99,16 +95,13 @@ def simulate(
 
     ghosts = [bool(filament.get("ghost", False)) for filament in run.filaments]
     title = f"{scene_file.stem}   t = {run.time:.4g} s"
-    try:
-        if plot is not None:
-            plot_run(plot, run.frames, ghosts, title)
-            click.echo(f"wrote {plot}", err=True)
-        if movie is not None:
-            with _frames_bar(len(run.frames), visible) as tell:
-                film_run(movie, run.frames, ghosts, scene_file.stem, fps, tell)
-            click.echo(f"wrote {movie}", err=True)
-    except PlotError as error:
-        raise Failure(f"vkmcore: {error}") from error
+    if plot is not None:
+        plot_run(plot, run.frames, ghosts, title)
+        click.echo(f"wrote {plot}", err=True)
+    if movie is not None:
+        with _frames_bar(len(run.frames), visible) as tell:
+            film_run(movie, run.frames, ghosts, scene_file.stem, fps, tell)
+        click.echo(f"wrote {movie}", err=True)
 
 
 def record(run: Simulation) -> dict[str, Any]:

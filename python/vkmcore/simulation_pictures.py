@@ -2,14 +2,14 @@
 
 from __future__ import annotations
 
-import io
 from collections.abc import Callable, Sequence
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
-from vkmcore.plots import PALETTE, PlotError, check_plot_target, shade, thinned, tube_faces
+from vkmcore.errors import PlotError
+from vkmcore.plots import PALETTE, check_plot_target, shade, thinned, tube_faces, write_figure
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray
@@ -52,9 +52,7 @@ def plot_run(path: Path, frames: Sequence[Frame], ghosts: Sequence[bool], title:
             ring = np.vstack([points, points[:1]])
             axes.plot(*ring.T, color=PALETTE[number % len(PALETTE)], linewidth=0.8, alpha=0.55)
     _draw_tubes(axes, frames[-1].points, ghosts, TUBE * diagonal)
-    picture = io.BytesIO()
-    figure.savefig(picture, format=kind)
-    _write(path, picture)
+    write_figure(figure, path, kind)
 
 
 def film_run(
@@ -88,13 +86,6 @@ def film_run(
                 tell(number)
     except OSError as error:
         raise PlotError(f"{path}: {error.strerror or error}") from error
-
-
-def _write(path: Path, picture: io.BytesIO) -> None:
-    try:
-        path.write_bytes(picture.getvalue())
-    except OSError as error:
-        raise PlotError(f"{path}: {error.strerror}") from error
 
 
 def _stage(frames: Sequence[Frame], title: str, inches: float = 6.0, dpi: int = 150) -> tuple[Any, Any]:

@@ -132,24 +132,18 @@ def record(spectrum: Spectrum, settings: OperatorSettings, nodes: Sequence[float
 
 def plot_spectrum(path: Path, spectrum: Spectrum, levels: int) -> None:
     """Draw the potential with the lowest levels' vectors standing on their eigenvalues, and the targets."""
-    import io
 
     from matplotlib.backends.backend_agg import FigureCanvasAgg
     from matplotlib.figure import Figure
 
-    from vkmcore.plots import PALETTE, PlotError, check_plot_target
+    from vkmcore.plots import PALETTE, check_plot_target, write_figure
 
     kind = check_plot_target(path)
     figure = Figure(figsize=(7.2, 4.8), dpi=150, facecolor="white", layout="constrained")
     FigureCanvasAgg(figure)
     axes: Any = figure.add_subplot()
     draw_levels(axes, spectrum, levels, PALETTE)
-    picture = io.BytesIO()
-    figure.savefig(picture, format=kind)
-    try:
-        path.write_bytes(picture.getvalue())
-    except OSError as error:
-        raise PlotError(f"{path}: {error.strerror}") from error
+    write_figure(figure, path, kind)
 
 
 def draw_levels(axes: Any, spectrum: Spectrum, levels: int, palette: Sequence[str]) -> None:
@@ -212,7 +206,7 @@ def spectrum(
     **options: Any,
 ) -> None:
     """Solve an operator with a well at each NODE (default -0.5 0 0.5) and list its lowest levels."""
-    from vkmcore.cli import Failure, check_plot, plain_table, print_json, print_table
+    from vkmcore.cli import check_plot, plain_table, print_json, print_table
 
     if plot is not None:
         check_plot(plot)
@@ -241,10 +235,5 @@ def spectrum(
             table.add_row(f"{row['target']:.10g}", f"{row['nearest_eigenvalue']:.10g}", f"{row['difference']:.3e}")
         print_table(table)
     if plot is not None:
-        from vkmcore.plots import PlotError
-
-        try:
-            plot_spectrum(plot, solved, levels)
-        except PlotError as error:
-            raise Failure(f"vkmcore: {error}") from error
+        plot_spectrum(plot, solved, levels)
         click.echo(f"wrote {plot}", err=True)

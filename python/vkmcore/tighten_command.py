@@ -262,10 +262,6 @@ def print_outcome(name: str, reached: Tightening) -> None:
 
 
 def draw(path: Path, name: str, reached: Tightening) -> None:
-    from vkmcore.plots import PlotError
     from vkmcore.tightening_plot import plot_tightening
 
-    try:
-        plot_tightening(path, name, reached)
-    except PlotError as error:
-        raise Failure(f"vkmcore: {error}") from error
+    plot_tightening(path, name, reached)

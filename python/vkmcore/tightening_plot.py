@@ -2,14 +2,13 @@
 
 from __future__ import annotations
 
-import io
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
 from vkmcore import ResolvedTubeMetrics
-from vkmcore.plots import PALETTE, PlotError, check_plot_target, shade, tube_faces
+from vkmcore.plots import PALETTE, check_plot_target, shade, tube_faces, write_figure
 from vkmcore.tightening import Tightening
 
 if TYPE_CHECKING:
@@ -47,12 +46,7 @@ def plot_tightening(path: Path, name: str, reached: Tightening) -> None:
         axes.set_title(title, fontsize=11, color="#30343b", parse_math=False)
         _draw_tube(axes, points, PALETTE[place])
     _draw_history(figure.add_subplot(grid[1, :]), reached, first)
-    picture = io.BytesIO()
-    figure.savefig(picture, format=kind)
-    try:
-        path.write_bytes(picture.getvalue())
-    except OSError as error:
-        raise PlotError(f"{path}: {error.strerror}") from error
+    write_figure(figure, path, kind)
 
 
 def _draw_tube(axes: Any, points: Points, colour: str) -> None:

@@ -5,14 +5,14 @@
 #include <cmath>
 #include <limits>
 
+#include "core/finite.hpp"
+
 namespace vkm {
 
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr Box empty_box = {{infinity, infinity, infinity}, {-infinity, -infinity, -infinity}};
-
-bool is_finite(const Vec3& p) { return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]); }
 
 void include(Box& box, const Box& other) {
   for (std::size_t c = 0; c < 3; ++c) {
@@ -38,7 +38,7 @@ EdgeTree::EdgeTree(std::span<const Vec3> points)
     }
     columns_[9][i] = norm(vector);
     // The distance from an edge with an end that is not finite is NaN: it stays outside all boxes.
-    if (!is_finite(p) || !is_finite(q)) continue;
+    if (!all_finite(p) || !all_finite(q)) continue;
     Box& leaf = boxes_[base_ + i / leaf_size];
     include(leaf, {p, p});
     include(leaf, {q, q});

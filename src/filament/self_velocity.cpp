@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "core/finite.hpp"
 #include "core/kernel.hpp"
 #include "core/lanes.hpp"
 #include "core/numbers.hpp"
@@ -114,18 +115,13 @@ VKM_KERNEL void column(const Filament& f, std::size_t b, double circulation) {
   add_block<true>(f, b, b, circulation, g);
 }
 
-bool finite(std::span<const Vec3> vectors) {
-  return std::all_of(vectors.begin(), vectors.end(),
-                     [](const Vec3& a) { return std::isfinite(a[0]) && std::isfinite(a[1]) && std::isfinite(a[2]); });
-}
-
 }  // namespace
 
 std::vector<Vec3> self_velocities(std::span<const Vec3> points, std::span<const Vec3> tangents, double circulation,
                                   Heartbeat& heartbeat) {
   // The weight 0 of a skipped pair, and the zero tangents of the lanes that fill up the last block, add a zero, which
   // changes no sum: as long as no factor is infinite or NaN.
-  const bool skips_add_zero = std::abs(circulation) < 1e200 && finite(points) && finite(tangents);
+  const bool skips_add_zero = std::abs(circulation) < 1e200 && all_finite(points) && all_finite(tangents);
   if (!skips_add_zero || tangents.size() < points.size()) {
     return biot_savart_velocities(points, points, tangents, circulation, heartbeat);
   }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "core/finite.hpp"
 #include "core/kernel.hpp"
 #include "core/lanes.hpp"
 #include "core/numbers.hpp"
@@ -124,9 +125,7 @@ std::vector<double> gravitational_potential_gradient(std::span<const Vec3> posit
                                                      double epsilon, const Poll& poll) {
   reject_if(positions.size() != vorticity.size(), "positions and vorticity must have the same length.");
   const double width = (epsilon + epsilon) * epsilon;
-  const bool finite = std::all_of(vorticity.begin(), vorticity.end(), [](const Vec3& w) {
-    return std::isfinite(w[0]) && std::isfinite(w[1]) && std::isfinite(w[2]);
-  });
+  const bool finite = all_finite(vorticity);
   return potential_by_blocks(positions, poll, [&](const Targets& targets, double* potential) {
     gradient_block(positions.data(), vorticity.data(), positions.size(), targets, width, finite, potential);
   });

@@ -6,6 +6,7 @@
 #include <limits>
 #include <vector>
 
+#include "core/finite.hpp"
 #include "core/kernel.hpp"
 
 namespace vkm {
@@ -68,7 +69,7 @@ class BoxTree {
     for (std::size_t i = 0; i < points.size(); ++i) {
       // A point that is not finite has no finite distance to any other.
       const Vec3& p = points[i];
-      if (std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2])) order_.push_back(i);
+      if (all_finite(p)) order_.push_back(i);
     }
     if (order_.empty()) return;
     leaves_ = (order_.size() + leaf_size - 1) / leaf_size;

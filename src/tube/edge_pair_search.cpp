@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/finite.hpp"
 #include "core/kernel.hpp"
 #include "core/memory.hpp"
 #include "tube/segment_distance.hpp"
@@ -195,9 +196,7 @@ EdgePairSearch::EdgePairSearch(std::span<const Vec3> points, std::int32_t skip_n
         end = points[k + 1 == n ? 0 : k + 1];
         arclength_[k] = arc;
         arc += norm(start - end);
-        const bool finite = std::isfinite(start[0]) && std::isfinite(start[1]) && std::isfinite(start[2]) &&
-                            std::isfinite(end[0]) && std::isfinite(end[1]) && std::isfinite(end[2]);
-        if (finite) {
+        if (all_finite(start) && all_finite(end)) {
           for (std::size_t axis = 0; axis < 3; ++axis) {
             box.low[axis] = std::min(start[axis], end[axis]);
             box.high[axis] = std::max(start[axis], end[axis]);
