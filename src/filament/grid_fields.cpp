@@ -1,5 +1,6 @@
 #include "filament/grid_fields.hpp"
 
+#include <cstdint>
 #include <stdexcept>
 
 #include "core/memory.hpp"
@@ -15,10 +16,14 @@ struct Differences {
   Vec3 k;
 };
 
+void require_field(std::span<const Vec3> F, std::size_t count) {
+  if (F.size() < count) throw std::invalid_argument("field must have a vector for each cell of the shape");
+}
+
 template <class Combine>
 std::vector<Vec3> stencil(std::span<const Vec3> F, const GridShape& shape, double spacing, Combine combine) {
   const std::size_t count = cell_count(shape);
-  if (F.size() != count) throw std::invalid_argument("field must have one vector a cell of the shape");
+  require_field(F, count);
   std::vector<Vec3> out;
   if (count == 0) return out;
   out.reserve(count);
@@ -71,13 +76,13 @@ std::vector<Vec3> curl_central(std::span<const Vec3> F, const GridShape& shape, 
 
 std::vector<Vec3> extract_interior(std::span<const Vec3> F, const GridShape& shape, int margin) {
   if (margin < 0) throw std::invalid_argument("margin must not be negative");
-  if (F.size() != cell_count(shape)) throw std::invalid_argument("field must have one vector a cell of the shape");
   std::vector<Vec3> interior;
-  std::size_t count = 1;
   for (const int extent : shape) {
-    if (margin >= extent - margin) return interior;
-    count *= static_cast<std::size_t>(extent - 2 * margin);
+    if (extent <= 2 * std::int64_t{margin}) return interior;
   }
+  require_field(F, cell_count(shape));
+  std::size_t count = 1;
+  for (const int extent : shape) count *= static_cast<std::size_t>(extent - 2 * margin);
   interior.reserve(count);
   const auto cell = [&](int i, int j, int k) {
     return (static_cast<std::size_t>(i) * static_cast<std::size_t>(shape[1]) + static_cast<std::size_t>(j)) *

@@ -31,8 +31,7 @@ py::tuple fourier_knot_eval(const DoubleArray& a_x, const DoubleArray& b_x, cons
     coordinates[axis].reserve(points.size());
     for (const Vec3& point : points) coordinates[axis].push_back(point[axis]);
   }
-  return py::make_tuple(array_from(std::move(coordinates[0])), array_from(std::move(coordinates[1])),
-                        array_from(std::move(coordinates[2])));
+  return py::make_tuple(array_from(coordinates[0]), array_from(coordinates[1]), array_from(coordinates[2]));
 }
 
 void register_records(py::module_& m) {
@@ -62,7 +61,7 @@ void register_records(py::module_& m) {
           "get_points_array", [](const LoadedKnot& self) { return array_from(self.points); },
           "Get points as NumPy array (N,3)")
       .def(
-          "get_curvature_array", [](const LoadedKnot& self) { return array_from(std::vector<double>(self.curvature)); },
+          "get_curvature_array", [](const LoadedKnot& self) { return array_from(self.curvature); },
           "Get curvature as NumPy array (N,)");
 }
 

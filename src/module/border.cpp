@@ -1,5 +1,7 @@
 #include "module/border.hpp"
 
+#include <algorithm>
+
 #include "core/memory.hpp"
 
 namespace vkm {
@@ -51,13 +53,15 @@ py::array_t<double> array_from(const Lanes& points) {
   return array;
 }
 
-py::array_t<double> array_from(std::vector<double>&& values) {
-  auto owner = std::make_unique<std::vector<double>>(std::move(values));
-  const auto count = static_cast<py::ssize_t>(owner->size());
-  double* data = owner->data();
-  py::capsule capsule(owner.get(), [](void* memory) { delete static_cast<std::vector<double>*>(memory); });
-  owner.release();
-  return py::array_t<double>(count, data, capsule);
+py::array_t<double> array_from(std::span<const double> values) {
+  return array_from(values, {static_cast<py::ssize_t>(values.size())});
+}
+
+py::array_t<double> array_from(std::span<const double> values, const std::vector<py::ssize_t>& shape) {
+  require_memory(values.size(), 2 * sizeof(double));  // the values and their copy
+  py::array_t<double> array(shape);
+  std::copy(values.begin(), values.end(), array.mutable_data());
+  return array;
 }
 
 Poll python_poll() {

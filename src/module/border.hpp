@@ -48,8 +48,9 @@ std::vector<double> values_from(const DoubleArray& array, const char* text);
 py::array_t<double> array_from(std::span<const Vec3> points);
 py::array_t<double> array_from(const Lanes& points);
 
-/// A 1-D array that takes over the vector's memory.
-py::array_t<double> array_from(std::vector<double>&& values);
+/// A new 1-D array, or one of another shape that the values fill in C order.
+py::array_t<double> array_from(std::span<const double> values);
+py::array_t<double> array_from(std::span<const double> values, const std::vector<py::ssize_t>& shape);
 
 /// A poll for long loops: raises KeyboardInterrupt (or what the pending signal's handler raises).
 Poll python_poll();

@@ -326,7 +326,7 @@ void bind_fitter_v2(py::module_& m) {
         std::vector<double> result(values.size());
         std::transform(values.begin(), values.end(), result.begin(),
                        [](Complex z) { return std::hypot(z.real(), z.imag()); });
-        return array_from(std::move(result));
+        return array_from(result);
       },
       py::arg("t_values"), py::arg("nu"), py::arg("theta_nu"), py::arg("ell_trefoil"), py::arg("truncation_M"),
       py::arg("completion_mode") = 0, py::arg("alpha") = 0.0, py::arg("beta") = 0.0,
@@ -347,8 +347,8 @@ void bind_fitter_v2(py::module_& m) {
         const std::vector<py::ssize_t> shape = {static_cast<py::ssize_t>(truncations.size()),
                                                 static_cast<py::ssize_t>(args.t.size())};
         return array_from(evaluate_multisector_abs(args.t, args.sectors, truncations,
-                                                   {ell_trefoil, 0, completion_mode, alpha, beta}, python_poll()))
-            .reshape(shape);
+                                                   {ell_trefoil, 0, completion_mode, alpha, beta}, python_poll()),
+                          shape);
       },
       py::arg("t_values"), py::arg("sectors"), py::arg("thetas"), py::arg("sector_weights") = py::none(),
       py::arg("ell_trefoil"), py::arg("truncation_values"), py::arg("completion_mode") = 0, py::arg("alpha") = 0.0,

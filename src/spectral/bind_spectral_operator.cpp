@@ -28,18 +28,18 @@ SquareMatrix matrix_from(const ContiguousArray& array, const char* text) {
   return matrix;
 }
 
-py::array_t<double> square_array(std::vector<double>&& values, std::size_t n) {
+py::array_t<double> square_array(std::span<const double> values, std::size_t n) {
   const auto side = static_cast<py::ssize_t>(n);
-  return array_from(std::move(values)).reshape({side, side});
+  return array_from(values, {side, side});
 }
 
-py::array_t<double> array_of(SquareMatrix&& matrix) { return square_array(std::move(matrix.values), matrix.n); }
+py::array_t<double> array_of(const SquareMatrix& matrix) { return square_array(matrix.values, matrix.n); }
 
-py::dict dict_of(SpectralSolveResult&& result) {
+py::dict dict_of(const SpectralSolveResult& result) {
   py::dict dict;
-  dict["eigenvalues"] = array_from(std::move(result.eigenvalues));
+  dict["eigenvalues"] = array_from(result.eigenvalues);
   dict["eigenvectors"] = py::none();
-  if (!result.eigenvectors.empty()) dict["eigenvectors"] = square_array(std::move(result.eigenvectors), result.n);
+  if (!result.eigenvectors.empty()) dict["eigenvectors"] = square_array(result.eigenvectors, result.n);
   dict["n"] = result.n;
   return dict;
 }
@@ -240,10 +240,10 @@ void bind_spectra(py::class_<TrefoilOperator>& cls) {
   cls.def_static(
       "eigenvalues",
       [](const ContiguousArray& matrix, std::int64_t max_sweeps, double tol, bool sort_ascending) {
-        return array_from(std::move(
+        return array_from(
             spectral::jacobi_eigensolve_symmetric(matrix_from(matrix, "eigenvalues: matrix must be square (n,n)"),
                                                   {false, max_sweeps, tol, sort_ascending}, python_poll())
-                .eigenvalues));
+                .eigenvalues);
       },
       py::arg("matrix"), py::arg("max_sweeps") = 100, py::arg("tol") = 1e-12, py::arg("sort_ascending") = true,
       "Eigenvalues of a symmetric matrix, shape (n,): jacobi_eigensolve_symmetric without eigenvectors. max_sweeps\n"

@@ -61,6 +61,14 @@ def test_interior():
     assert B.extract_interior(F, (4, 5, 6), 0) == F
     for margin in (2, 3, 2**31 - 1):
         assert B.extract_interior(F, (4, 5, 6), margin) == []
+        assert B.extract_interior([], (4, 5, 6), margin) == []  # nothing is read
+    assert B.extract_interior([], (-4, -(2**31), 6), 2**31 - 1) == []
+
+
+def test_longer_lists_are_read_as_far_as_the_box_goes():
+    F = np.random.default_rng(6).normal(size=(30, 3)).tolist()
+    assert B.extract_interior(F, (3, 3, 3), 1) == [F[13]]
+    assert B.compute_vorticity(F, (2, 3, 4), 0.5) == B.compute_vorticity(F[:24], (2, 3, 4), 0.5)
 
 
 def test_invariants():
@@ -88,6 +96,7 @@ def test_invariants_without_mass():
         lambda: B.compute_vorticity([[0.0, 0.0, 0.0]], (2, 2, 2), 1.0),
         lambda: B.compute_vorticity([[0.0, 0.0, 0.0]], (-1, -1, 1), 1.0),
         lambda: B.extract_interior([[0.0, 0.0, 0.0]], (2, 2, 2), 0),
+        lambda: B.extract_interior([[0.0, 0.0, 0.0]] * 26, (3, 3, 3), 1),
         lambda: B.extract_interior([[0.0, 0.0, 0.0]], (1, 1, 1), -1),
         lambda: B.compute_invariants([[1, 0, 0]], [], []),
         lambda: B.compute_invariants([], [[1, 0, 0]], []),

@@ -4,6 +4,7 @@ import subprocess
 import sys
 
 import _native
+import numpy as np
 import pytest
 
 
@@ -88,3 +89,20 @@ def test_names_stand_in_their_order():
     place = {name: number for number, name in enumerate(_native.__dir__())}
     for names in (tube.split(), [f"resolved_tube_{name}" for name in flat.split()], knots.split()):
         assert sorted(names, key=place.__getitem__) == names
+
+
+def test_result_arrays_are_fresh_and_own_their_memory():
+    points, t, eye = np.random.default_rng(1).normal(size=(6, 3)), np.linspace(0.0, 1.0, 5), np.eye(3)
+    series = [np.ones(2)] * 6
+    operator, fitter = _native.TrefoilOperator, _native.MultisectorFitter
+    for result in (
+        _native.compute_curvature(points),
+        *_native.fourier_knot_eval(*series, t),
+        _native.biot_savart_velocity_grid(points, points),
+        *_native.biot_savart_wire_grid(points, points, points, points),
+        operator.build_uniform_grid(0.0, 1.0, 4),
+        operator.build_identity(4),
+        *(operator.jacobi_eigensolve_symmetric(eye, True)[key] for key in ("eigenvalues", "eigenvectors")),
+        fitter.evaluate_multisector_abs_batch_M(t, [1], [0.1], ell_trefoil=1.0, truncation_values=[2, 3]),
+    ):
+        assert result.dtype == np.float64 and result.flags.owndata and result.flags.writeable
