@@ -1506,7 +1506,7 @@ class BiotSavart:
         compute_vorticity(velocity, shape, spacing): central differences on a periodic grid.
 
         The result is minus the textbook curl; the helicity invariants rest on this sign. `velocity` holds nx*ny*nz vectors,
-        cell (i, j, k) at (i*ny + j)*nz + k; `shape` is (nx, ny, nz). ValueError if the list does not fit the shape.
+        cell (i, j, k) at (i*ny + j)*nz + k; `shape` is (nx, ny, nz). ValueError if the list is too short.
         """
 
     @staticmethod
@@ -1514,7 +1514,7 @@ class BiotSavart:
         """
         extract_interior(field, shape, margin): cells at least `margin` cells away from every face.
 
-        Empty if the margin is half an extent or more. ValueError for a negative margin or a list that does not fit.
+        Empty if the margin is half an extent or more. ValueError for a negative margin or a list that is too short.
         """
 
 class FourierBlock:

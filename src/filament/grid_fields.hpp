@@ -24,8 +24,9 @@ std::vector<Vec3> compute_vorticity(std::span<const Vec3> F, const GridShape& sh
 /// The textbook curl with the same differences.
 std::vector<Vec3> curl_central(std::span<const Vec3> F, const GridShape& shape, double spacing);
 
-/// Cells at least `margin` cells away from every face, k fastest; none if the margin is half an extent or more, whatever
-/// the field holds. Throws std::invalid_argument for a negative margin or a field with fewer vectors than cells.
+/// Cells at least `margin` cells away from every face, k fastest; none if the margin is half an extent or more,
+/// whatever the field holds. Throws std::invalid_argument for a negative margin or a field with fewer vectors than
+/// cells.
 std::vector<Vec3> extract_interior(std::span<const Vec3> F, const GridShape& shape, int margin);
 
 /// (H_charge, H_mass, a_mu) = (sum v.w, sum |w|^2 r_sq, (H_charge / H_mass - 1) / 2). Empty input gives NaN for a_mu.

@@ -94,7 +94,7 @@ def test_names_stand_in_their_order():
 def test_result_arrays_are_fresh_and_own_their_memory():
     points, t, eye = np.random.default_rng(1).normal(size=(6, 3)), np.linspace(0.0, 1.0, 5), np.eye(3)
     series = [np.ones(2)] * 6
-    operator, fitter = _native.TrefoilOperator, _native.MultisectorFitter
+    operator, fitter = _native.TrefoilOperator, _native.MultisectorFitterV2
     for result in (
         _native.compute_curvature(points),
         *_native.fourier_knot_eval(*series, t),
