@@ -3132,7 +3132,7 @@ class MultisectorFitterV2:
         """
 
     @staticmethod
-    def evaluate_multisector_abs_batch_M(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_values: typing.Annotated[numpy.typing.ArrayLike, numpy.int64]=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.ndarray[typing.Any, typing.Any]:
+    def evaluate_multisector_abs_batch_M(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_values: typing.Annotated[numpy.typing.ArrayLike, numpy.int64]=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
         """
         evaluate_multisector_abs for each of truncation_values (r,), shape (r, n). Each row has the bits of an
         evaluation of its own, but each term is computed once for all rows. ValueError for a negative truncation.
