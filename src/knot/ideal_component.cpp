@@ -107,7 +107,7 @@ std::optional<Vec3> read_triple(std::string_view text) {
 
 }  // namespace
 
-IdealABComponent parse_ideal_component(std::string_view opening_tag, std::string_view text) {
+IdealABComponent parse_ideal_component(std::string_view opening_tag, std::string_view text, std::size_t& harmonics) {
   IdealABComponent component;
   if (const auto digits = match_component_number(opening_tag); !digits.empty()) {
     component.component_index = int_from_digits(digits);
@@ -130,7 +130,8 @@ IdealABComponent parse_ideal_component(std::string_view opening_tag, std::string
   FourierBlock& fourier = component.fourier;
   fourier.header = "% ideal component";
   const std::size_t n = rows.empty() ? 0 : static_cast<std::size_t>(rows.rbegin()->first);
-  require_memory(n, 2 * 6 * sizeof(double));  // a block holds its first component's series twice
+  harmonics += n;
+  require_memory(harmonics, 2 * 6 * sizeof(double));  // a block holds its first component's series twice
   for (auto* vector : {&fourier.a_x, &fourier.b_x, &fourier.a_y, &fourier.b_y, &fourier.a_z, &fourier.b_z}) {
     vector->assign(n, 0.0);
   }

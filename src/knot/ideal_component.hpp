@@ -4,6 +4,7 @@
 ///
 ///   r(s) = A0 + B0 + sum_k A_k cos(k s) + B_k sin(k s),  s in radians, period 2 pi.
 
+#include <cstddef>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -22,8 +23,9 @@ struct IdealABComponent {
 };
 
 /// Reads a component from its opening tag and the text behind it. Rows that do not parse are skipped, the last row of
-/// a harmonic counts. Throws std::out_of_range if an I is too large for an int.
-IdealABComponent parse_ideal_component(std::string_view opening_tag, std::string_view text);
+/// a harmonic counts. Throws std::out_of_range if an I is too large for an int. `harmonics` is the sum of the lengths
+/// of all series of one database so far, this one's is added: std::bad_alloc before they take absurd memory together.
+IdealABComponent parse_ideal_component(std::string_view opening_tag, std::string_view text, std::size_t& harmonics);
 
 /// The points r(s). Both triples of row 0 are offsets: the stored B0 counts, although the sine of 0 is 0.
 std::vector<Vec3> evaluate_ideal_component(const IdealABComponent& component, std::span<const double> s,

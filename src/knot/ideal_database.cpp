@@ -41,7 +41,7 @@ double read_length(std::string_view head, std::string_view opening) {
 }
 
 /// Every match of  <Component\b([^>]*)>([\s\S]*?)</Component>
-std::vector<IdealABComponent> parse_component_elements(std::string_view body) {
+std::vector<IdealABComponent> parse_component_elements(std::string_view body, std::size_t& harmonics) {
   constexpr std::string_view opening = "<Component";
   constexpr std::string_view closing = "</Component>";
   const auto is_word = [](char c) {
@@ -59,15 +59,15 @@ std::vector<IdealABComponent> parse_component_elements(std::string_view body) {
     if (tag_end == npos) break;
     const std::size_t end = body.find(closing, tag_end + 1);
     if (end == npos) break;
-    components.push_back(
-        parse_ideal_component(body.substr(at, tag_end + 1 - at), body.substr(tag_end + 1, end - tag_end - 1)));
+    components.push_back(parse_ideal_component(body.substr(at, tag_end + 1 - at),
+                                               body.substr(tag_end + 1, end - tag_end - 1), harmonics));
     at = body.find(opening, end + closing.size());
   }
   return components;
 }
 
 /// Every "<STRING" begins a component, which ends at the next "</STRING>" or "<STRING", whichever comes first.
-std::vector<IdealABComponent> parse_string_elements(std::string_view body) {
+std::vector<IdealABComponent> parse_string_elements(std::string_view body, std::size_t& harmonics) {
   constexpr std::string_view opening = "<STRING";
   std::vector<IdealABComponent> components;
   for (std::size_t at = body.find(opening); at != npos;) {
@@ -76,13 +76,13 @@ std::vector<IdealABComponent> parse_string_elements(std::string_view body) {
     const std::size_t next = body.find(opening, tag_end + 1);
     std::string_view text = body.substr(tag_end + 1, next == npos ? npos : next - tag_end - 1);
     text = text.substr(0, text.find("</STRING>"));
-    components.push_back(parse_ideal_component(body.substr(at, tag_end + 1 - at), text));
+    components.push_back(parse_ideal_component(body.substr(at, tag_end + 1 - at), text, harmonics));
     at = next;
   }
   return components;
 }
 
-IdealABBlock parse_block(std::string_view head, std::string_view body, std::string_view tag) {
+IdealABBlock parse_block(std::string_view head, std::string_view body, std::string_view tag, std::size_t& harmonics) {
   IdealABBlock block;
   block.source_tag = tag;
   block.id = match_attribute(head, "Id=\"", false).value_or("");
@@ -92,14 +92,17 @@ IdealABBlock parse_block(std::string_view head, std::string_view body, std::stri
   if (const auto text = match_attribute(head, "n=\"", false)) {
     block.n = std::max(1, read_int_prefix(trim(*text)).value_or(1));
   }
-  block.components = parse_component_elements(body);
-  if (block.components.empty()) block.components = parse_string_elements(body);
-  if (block.components.empty()) block.components.push_back(parse_ideal_component("<Component I=\"1\">", body));
+  block.components = parse_component_elements(body, harmonics);
+  if (block.components.empty()) block.components = parse_string_elements(body, harmonics);
+  if (block.components.empty()) {
+    block.components.push_back(parse_ideal_component("<Component I=\"1\">", body, harmonics));
+  }
   block.fourier = block.components.front().fourier;
   return block;
 }
 
-void parse_blocks(std::string_view content, std::string_view tag, std::vector<IdealABBlock>& blocks) {
+void parse_blocks(std::string_view content, std::string_view tag, std::vector<IdealABBlock>& blocks,
+                  std::size_t& harmonics) {
   const std::string opening = joined({"<", tag});
   const std::string closing = joined({"</", tag, ">"});
   for (std::size_t at = 0; (at = content.find(opening, at)) != npos;) {
@@ -107,8 +110,8 @@ void parse_blocks(std::string_view content, std::string_view tag, std::vector<Id
     if (head_end == npos) return;
     const std::size_t body_end = content.find(closing, head_end);
     if (body_end == npos) return;
-    blocks.push_back(
-        parse_block(content.substr(at, head_end + 1 - at), content.substr(head_end + 1, body_end - head_end - 1), tag));
+    blocks.push_back(parse_block(content.substr(at, head_end + 1 - at),
+                                 content.substr(head_end + 1, body_end - head_end - 1), tag, harmonics));
     at = body_end + closing.size();
   }
 }
@@ -123,7 +126,8 @@ std::string fixed_text(double value) {
 
 std::vector<IdealABBlock> parse_ideal_halvard_from_string(std::string_view content) {
   std::vector<IdealABBlock> blocks;
-  for (const std::string_view tag : {"AB", "HT", "TL"}) parse_blocks(content, tag, blocks);
+  std::size_t harmonics = 0;
+  for (const std::string_view tag : {"AB", "HT", "TL"}) parse_blocks(content, tag, blocks, harmonics);
   return blocks;
 }
 

@@ -1,6 +1,7 @@
 """The ideal database: its parsers against Python's own regular expressions, and the evaluation of components."""
 
 import math
+import os
 import random
 import re
 
@@ -126,6 +127,17 @@ def test_order_of_tags_and_unterminated_blocks():
 def test_too_large_integers_escape(row):
     with pytest.raises(IndexError, match=r"^stoi argument out of range$"):
         parse(f"<AB>{row}</AB>")
+
+
+@pytest.mark.parametrize("text", ["<AB>{}</AB><TL>{}</TL>", "<HT><STRING>{}<STRING>{}</HT>"])
+def test_absurd_memory_is_refused_for_the_whole_text(text):
+    half = os.sysconf("SC_PHYS_PAGES") // 2 * os.sysconf("SC_PAGE_SIZE")
+    largest = half // (2 * 6 * 8)  # harmonics that one series may have, by itself
+    if largest >= 2**31:
+        pytest.skip("more memory than a series can take")
+    row = '<Coeff I="{}" A="1,2,3" B="4,5,6"/>'.format
+    with pytest.raises(MemoryError):
+        parse(text.format(row(1), row(largest)))
 
 
 def test_one_block_by_id():
