@@ -22,7 +22,7 @@ class Lanes {
   explicit Lanes(std::size_t size)
       : size_((require_memory(size, 2 * sizeof(Vec3)), size)),
         stride_((size + lane_block - 1) / lane_block * lane_block),
-        values_(3 * stride_, 0.0) {}
+        values_(3 * stride_ / CacheLine::size) {}
 
   explicit Lanes(std::span<const Vec3> points) : Lanes(points.size()) {
     for (std::size_t i = 0; i < size_; ++i) set(i, points[i]);
@@ -31,19 +31,31 @@ class Lanes {
   std::size_t size() const { return size_; }
   std::size_t blocks() const { return stride_ / lane_block; }
 
-  const double* axis(std::size_t a) const { return values_.data() + a * stride_; }
-  double* axis(std::size_t a) { return values_.data() + a * stride_; }
+  const double* axis(std::size_t a) const { return reinterpret_cast<const double*>(values_.data()) + a * stride_; }
+  double* axis(std::size_t a) { return reinterpret_cast<double*>(values_.data()) + a * stride_; }
 
   Vec3 operator[](std::size_t i) const { return {axis(0)[i], axis(1)[i], axis(2)[i]}; }
+
+  std::vector<Vec3> vectors() const {
+    std::vector<Vec3> list(size_);
+    for (std::size_t i = 0; i < size_; ++i) list[i] = (*this)[i];
+    return list;
+  }
 
   void set(std::size_t i, const Vec3& point) {
     for (std::size_t a = 0; a < 3; ++a) axis(a)[i] = point[a];
   }
 
  private:
+  /// Where each block begins a line of the cache, no vector of it is split between two.
+  struct alignas(64) CacheLine {
+    static constexpr std::size_t size = 8;
+    double values[size];
+  };
+
   std::size_t size_;
   std::size_t stride_;
-  std::vector<double> values_;
+  std::vector<CacheLine> values_;
 };
 
 }  // namespace vkm

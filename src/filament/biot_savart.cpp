@@ -92,12 +92,6 @@ Segments segments_of(std::span<const Vec3> points, std::size_t count) {
   return segments;
 }
 
-std::vector<Vec3> rows(const Lanes& lanes) {
-  std::vector<Vec3> points(lanes.size());
-  for (std::size_t i = 0; i < points.size(); ++i) points[i] = lanes[i];
-  return points;
-}
-
 }  // namespace
 
 Segments closed_segments(std::span<const Vec3> points) { return segments_of(points, points.size()); }
@@ -124,7 +118,7 @@ Lanes closed_curve_velocity(std::span<const Vec3> curve, const Lanes& grid, doub
 
 std::vector<Vec3> closed_curve_velocity(std::span<const Vec3> curve, std::span<const Vec3> grid, double circulation,
                                         const Poll& poll) {
-  return rows(closed_curve_velocity(curve, Lanes(grid), circulation, poll));
+  return closed_curve_velocity(curve, Lanes(grid), circulation, poll).vectors();
 }
 
 Vec3 biot_savart_velocity(const Vec3& r, std::span<const Vec3> filament_points, std::span<const Vec3> tangents,
@@ -151,7 +145,7 @@ std::vector<Vec3> biot_savart_velocities(std::span<const Vec3> targets, std::spa
                         velocity.axis(1) + at, velocity.axis(2) + at);
     heartbeat.tick();
   }
-  return rows(velocity);
+  return velocity.vectors();
 }
 
 }  // namespace vkm

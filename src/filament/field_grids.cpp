@@ -6,12 +6,12 @@
 #include "core/kernel.hpp"
 #include "core/numbers.hpp"
 #include "filament/biot_savart.hpp"
+#include "filament/product_field.hpp"
+#include "filament/wide_fields.hpp"
 
 namespace vkm {
 
 namespace {
-
-constexpr double least_distance = 1e-12;
 
 /// A block of field points in and the sums at them out.
 struct Block {
@@ -60,7 +60,7 @@ VKM_KERNEL void wire_block(const Vec3* mid, const Vec3* dl, std::size_t segments
   store(block, sum_x, sum_y, sum_z);
 }
 
-VKM_KERNEL void potential_block(const Vec3* mid, const Vec3* dl, std::size_t segments, double current, Block block) {
+VKM_KERNEL void potential_block(const Vec3* mid, const Vec3* dl, std::size_t segments, Block block) {
   double sum_x[lane_block] = {};
   double sum_y[lane_block] = {};
   double sum_z[lane_block] = {};
@@ -84,11 +84,6 @@ VKM_KERNEL void potential_block(const Vec3* mid, const Vec3* dl, std::size_t seg
       sum_y[k] = near ? sum_y[k] : next_y;
       sum_z[k] = near ? sum_z[k] : next_z;
     }
-  }
-  for (std::size_t k = 0; k < lane_block; ++k) {
-    sum_x[k] = sum_x[k] * current * inv_four_pi;
-    sum_y[k] = sum_y[k] * current * inv_four_pi;
-    sum_z[k] = sum_z[k] * current * inv_four_pi;
   }
   store(block, sum_x, sum_y, sum_z);
 }
@@ -142,6 +137,10 @@ Lanes over_blocks(const Lanes& points, const Poll& poll, Kernel kernel) {
 Lanes wire_field(std::span<const Vec3> wire, const Lanes& points, double current, const Poll& poll) {
   const Segments segments = open_segments(wire);
   const double f = current * inv_four_pi;
+  if (const std::optional<ProductGrid> grid = product_grid(points)) {
+    if (std::optional<Lanes> field = wire_field_on_product(segments.mid, segments.dl, f, *grid, poll))
+      return *std::move(field);
+  }
   return over_blocks(points, poll, [&](const Block& block) {
     wire_block(segments.mid.data(), segments.dl.data(), segments.dl.size(), f, block);
   });
@@ -150,9 +149,16 @@ Lanes wire_field(std::span<const Vec3> wire, const Lanes& points, double current
 Lanes vector_potential(std::span<const Vec3> polyline, const Lanes& points, double current, const Poll& poll) {
   if (polyline.size() < 2) return Lanes(points.size());  // zeros, whatever the current
   const Segments segments = open_segments(polyline);
-  return over_blocks(points, poll, [&](const Block& block) {
-    potential_block(segments.mid.data(), segments.dl.data(), segments.dl.size(), current, block);
-  });
+  std::optional<Lanes> potential = potential_on_points(segments.mid, segments.dl, points, poll);
+  if (!potential) {
+    potential = over_blocks(points, poll, [&](const Block& block) {
+      potential_block(segments.mid.data(), segments.dl.data(), segments.dl.size(), block);
+    });
+  }
+  for (std::size_t a = 0; a < 3; ++a) {
+    for (double& sum : std::span(potential->axis(a), points.size())) sum = sum * current * inv_four_pi;
+  }
+  return *std::move(potential);
 }
 
 Vec3 dipole_field(const Vec3& r, const Vec3& m) {
@@ -166,6 +172,11 @@ Vec3 dipole_field(const Vec3& r, const Vec3& m) {
 Lanes dipole_field_sum(std::span<const Vec3> positions, std::span<const Vec3> moments, const Lanes& points,
                        const Poll& poll) {
   const std::size_t sources = std::min(positions.size(), moments.size());
+  const std::span<const Vec3> at = positions.first(sources), m = moments.first(sources);
+  if (const std::optional<ProductGrid> grid = product_grid(points)) {
+    if (std::optional<Lanes> field = dipole_field_on_product(at, m, *grid, poll)) return *std::move(field);
+  }
+  if (std::optional<Lanes> field = dipole_field_on_points(at, m, points, poll)) return *std::move(field);
   return over_blocks(points, poll,
                      [&](const Block& block) { dipoles_block(positions.data(), moments.data(), sources, block); });
 }

@@ -12,6 +12,8 @@
 
 namespace vkm {
 
+inline constexpr double least_distance = 1e-12;  // sources nearer than this to a field point are left out
+
 /// Field of an open wire of N - 1 segments: the sum of dl x R * current / (4 pi |R|^3), R from the segment's midpoint
 /// (Biot-Savart). Fewer than two wire points give zeros.
 Lanes wire_field(std::span<const Vec3> wire, const Lanes& points, double current, const Poll& poll = {});

@@ -8,6 +8,7 @@
 #include "core/kernel.hpp"
 #include "core/lanes.hpp"
 #include "core/numbers.hpp"
+#include "core/wide.hpp"
 #include "filament/biot_savart.hpp"
 
 namespace vkm {
@@ -115,6 +116,147 @@ VKM_KERNEL void column(const Filament& f, std::size_t b, double circulation) {
   add_block<true>(f, b, b, circulation, g);
 }
 
+#if VKM_HAS_WIDE
+
+struct WideSums {
+  Wide u, v, w;
+
+  VKM_WIDE_INLINE void load(const Lanes& from, std::size_t at) {
+    u = load_wide(from.axis(0) + at);
+    v = load_wide(from.axis(1) + at);
+    w = load_wide(from.axis(2) + at);
+  }
+
+  VKM_WIDE_INLINE void store(Lanes& to, std::size_t at) const {
+    store_wide(to.axis(0) + at, u);
+    store_wide(to.axis(1) + at, v);
+    store_wide(to.axis(2) + at, w);
+  }
+};
+
+struct WidePoints {
+  Wide x, y, z;
+
+  VKM_WIDE_INLINE WidePoints(const Filament& f, std::size_t at)
+      : x(load_wide(f.x + at)), y(load_wide(f.y + at)), z(load_wide(f.z + at)) {}
+};
+
+/// |R| from source s, and the least of it so far.
+VKM_WIDE_INLINE Wide wide_distance(const Filament& f, const WidePoints& p, std::size_t s, Wide& least) {
+  const Wide rx = p.x - wide(f.x[s]), ry = p.y - wide(f.y[s]), rz = p.z - wide(f.z[s]);
+  const Wide n = _mm512_sqrt_pd(rx * rx + ry * ry + rz * rz);
+  least = _mm512_min_pd(least, n);
+  return n;
+}
+
+/// Adds source s with its weights.
+VKM_WIDE_INLINE void add_source(const Filament& f, const WidePoints& p, std::size_t s, Wide weight, WideSums& sums) {
+  const Wide rx = p.x - wide(f.x[s]), ry = p.y - wide(f.y[s]), rz = p.z - wide(f.z[s]);
+  const Wide tx = wide(f.tx[s]), ty = wide(f.ty[s]), tz = wide(f.tz[s]);
+  const Wide k = wide(inv_four_pi);
+  sums.u += (ty * rz - tz * ry) * k * weight;
+  sums.v += (tz * rx - tx * rz) * k * weight;
+  sums.w += (tx * ry - ty * rx) * k * weight;
+}
+
+template <bool near>
+VKM_WIDE_INLINE Wide wide_weight(Wide circulation, Wide n) {
+  const Wide cube = n * n * n;
+  if constexpr (near) {
+    return _mm512_maskz_div_pd(_mm512_cmp_pd_mask(n, wide(point_cutoff), _CMP_GT_OQ), circulation, cube);
+  }
+  return circulation / cube;
+}
+
+using WideTile = double[wide_lanes][wide_lanes];
+
+VKM_WIDE_INLINE Wide two_halves(const double* low, const double* high) {
+  return _mm512_insertf64x4(_mm512_castpd256_pd512(_mm256_load_pd(low)), _mm256_load_pd(high), 1);
+}
+
+/// out[i][j] = in[j][i]. The first exchange is done by the loads, which leaves the multipliers more room.
+VKM_WIDE_INLINE void transpose(const WideTile& in, Wide (&out)[wide_lanes]) {
+#pragma GCC unroll 2
+  for (std::size_t o = 0; o < wide_lanes; o += 4) {
+    const Wide a = two_halves(&in[0][o], &in[2][o]), b = two_halves(&in[1][o], &in[3][o]);
+    const Wide c = two_halves(&in[4][o], &in[6][o]), d = two_halves(&in[5][o], &in[7][o]);
+    const Wide ab_even = _mm512_unpacklo_pd(a, b), ab_odd = _mm512_unpackhi_pd(a, b);
+    const Wide cd_even = _mm512_unpacklo_pd(c, d), cd_odd = _mm512_unpackhi_pd(c, d);
+    out[o] = _mm512_shuffle_f64x2(ab_even, cd_even, 0x88);
+    out[o + 1] = _mm512_shuffle_f64x2(ab_odd, cd_odd, 0x88);
+    out[o + 2] = _mm512_shuffle_f64x2(ab_even, cd_even, 0xdd);
+    out[o + 3] = _mm512_shuffle_f64x2(ab_odd, cd_odd, 0xdd);
+  }
+}
+
+/// Adds source s to the sums of the eight targets, and notes its weights. The root of the source that is two ahead is
+/// begun in its place.
+template <bool near>
+VKM_WIDE_INLINE void weigh_source(const Filament& f, const WidePoints& p, std::size_t s, std::size_t next,
+                                  Wide circulation, Wide& n, Wide& least, double* weights, WideSums& sums) {
+  __asm__ volatile("" ::: "memory");  // R is cheaper to form again than to spill: keeps the compiler from sharing it
+  const Wide distance = n;
+  n = wide_distance(f, p, next, least);
+  const Wide weight = wide_weight<near>(circulation, distance);
+  store_wide(weights, weight);
+  add_source(f, p, s, weight, sums);
+}
+
+/// The column of eight targets at `b`, in tiles of eight sources. The earlier targets take their sums from `before` to
+/// `after`. While the weights of one tile are measured those of the tile before it are used the other way round, so
+/// that neither divider nor multipliers wait. Unless told that sources may be near, returns false if one is; then
+/// `after` is of no use.
+template <bool near>
+VKM_WIDE bool wide_column(const Filament& f, std::size_t b, double circulation, const Lanes& before, Lanes& after) {
+  const WidePoints own(f, b);
+  const Wide strength = wide(circulation);
+  Wide least = wide(1.0), mirrored[wide_lanes];
+  WideSums sums, earlier;
+  alignas(64) WideTile weights;
+  sums.load(before, b);
+  Wide even = wide_distance(f, own, 0, least), odd = wide_distance(f, own, 1, least);  // sources to come
+  if (b > 0) {
+#pragma GCC unroll 8
+    for (std::size_t s = 0; s < wide_lanes; s += 2) {
+      const std::size_t next = s + 2 < wide_lanes ? s + 2 : b > wide_lanes ? wide_lanes : 0;
+      weigh_source<near>(f, own, s, next, strength, even, least, weights[s], sums);
+      weigh_source<near>(f, own, s + 1, next + 1, strength, odd, least, weights[s + 1], sums);
+    }
+    transpose(weights, mirrored);
+    for (std::size_t a = wide_lanes; a < b; a += wide_lanes) {
+      const std::size_t last = a - wide_lanes;
+      const std::size_t further = a + wide_lanes < b ? a + wide_lanes : a;
+      const WidePoints points(f, last);
+      earlier.load(before, last);
+#pragma GCC unroll 8
+      for (std::size_t s = 0; s < wide_lanes; s += 2) {
+        const std::size_t next = s + 2 < wide_lanes ? a + s + 2 : further;
+        weigh_source<near>(f, own, a + s, next, strength, even, least, weights[s], sums);
+        add_source(f, points, b + s, mirrored[s], earlier);
+        weigh_source<near>(f, own, a + s + 1, next + 1, strength, odd, least, weights[s + 1], sums);
+        add_source(f, points, b + s + 1, mirrored[s + 1], earlier);
+      }
+      earlier.store(after, last);
+      transpose(weights, mirrored);
+    }
+    const std::size_t last = b - wide_lanes;
+    const WidePoints points(f, last);
+    earlier.load(before, last);
+#pragma GCC unroll 8
+    for (std::size_t s = 0; s < wide_lanes; ++s) add_source(f, points, b + s, mirrored[s], earlier);
+    earlier.store(after, last);
+  }
+  Wide ignored = least;
+#pragma GCC unroll 8
+  for (std::size_t s = 0; s < wide_lanes; ++s) {  // each point is near itself
+    add_source(f, own, b + s, wide_weight<true>(strength, wide_distance(f, own, b + s, ignored)), sums);
+  }
+  sums.store(after, b);
+  return near || b == 0 || _mm512_reduce_min_pd(least) > point_cutoff;
+}
+
+#endif
+
 }  // namespace
 
 std::vector<Vec3> self_velocities(std::span<const Vec3> points, std::span<const Vec3> tangents, double circulation,
@@ -130,13 +272,24 @@ std::vector<Vec3> self_velocities(std::span<const Vec3> points, std::span<const 
   Lanes sums(points.size());
   const Filament filament{at.axis(0),       at.axis(1),   at.axis(2),   elements.axis(0), elements.axis(1),
                           elements.axis(2), sums.axis(0), sums.axis(1), sums.axis(2)};
+#if VKM_HAS_WIDE
+  if (has_wide()) {
+    Lanes later(points.size());
+    for (std::size_t b = 0; b < points.size(); b += wide_lanes) {
+      if (!wide_column<false>(filament, b, circulation, sums, later)) {
+        wide_column<true>(filament, b, circulation, sums, later);
+      }
+      std::swap(sums, later);
+      heartbeat.tick();
+    }
+    return sums.vectors();
+  }
+#endif
   for (std::size_t block = 0; block < at.blocks(); ++block) {
     column(filament, block * lane_block, circulation);
     heartbeat.tick();
   }
-  std::vector<Vec3> velocity(points.size());
-  for (std::size_t i = 0; i < velocity.size(); ++i) velocity[i] = sums[i];
-  return velocity;
+  return sums.vectors();
 }
 
 }  // namespace vkm

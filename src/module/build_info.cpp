@@ -1,6 +1,7 @@
-// Facts about this build for `vkmcore info`.
+// Facts about this build for `vkmcore info`, and a switch for its tests.
 
 #include "core/kernel.hpp"
+#include "core/wide.hpp"
 #include "module/c_symbol.hpp"
 
 #define VKM_TEXT_(x) #x
@@ -21,3 +22,9 @@ VKM_C_SYMBOL const char* vkm_compiler() {
 }
 
 VKM_C_SYMBOL int vkm_vector_bits() { return vkm::kernel_vector_bits(); }
+
+/// Whether the hand-written kernels are to be taken where they run; says whether they are.
+VKM_C_SYMBOL int vkm_want_wide(int wanted) {
+  vkm::want_wide(wanted != 0);
+  return vkm::has_wide();
+}

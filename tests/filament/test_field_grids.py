@@ -7,6 +7,7 @@ import _native
 import numpy as np
 import pytest
 from numpy import zeros
+from wide_kernels import kernels  # noqa: F401
 
 INV_FOUR_PI = 0.07957747154594767
 
@@ -62,27 +63,8 @@ def points_of(X, Y, Z):
     return np.stack([np.asarray(a, dtype=float).ravel() for a in (X, Y, Z)], axis=1).tolist()
 
 
-LAYOUTS = {
-    "c": np.ascontiguousarray,
-    "fortran": np.asfortranarray,
-    "strided": lambda a: np.repeat(a, 2, axis=-1)[..., ::2],
-    "float32": lambda a: a.astype(np.float32),
-    "list": lambda a: a.tolist(),
-}
-
-
-@pytest.mark.parametrize("layout", LAYOUTS)
-@pytest.mark.parametrize("shape", [(1,), (33,), (5, 7), (3, 4, 3)])
-def test_fields_have_the_bits_of_the_plain_loops(shape, layout):
-    rng = np.random.default_rng(11)
-    wire, moments = rng.normal(size=(12, 3)), rng.normal(size=(12, 3))
-    X, Y, Z = axes = [rng.normal(size=shape) for _ in range(3)]
-    for a, coordinate in enumerate(axes):  # on a midpoint, and on a dipole
-        coordinate.flat[0] = 0.5 * (wire[0, a] + wire[1, a])
-        coordinate.flat[-1] = wire[3, a]
-    X, Y, Z = (LAYOUTS[layout](a) for a in axes)
-    points = points_of(X, Y, Z)
-
+def check_fields(X, Y, Z, wire, moments):
+    points, shape = points_of(X, Y, Z), np.shape(X)
     B = _native.biot_savart_wire_grid(X=X, Y=Y, Z=Z, wire_points=wire, current=-3.3)
     assert [b.shape for b in B] == [shape] * 3
     assert bits(points_of(*B)) == bits([wire_field(p, wire.tolist(), -3.3) for p in points])
@@ -101,6 +83,65 @@ def test_fields_have_the_bits_of_the_plain_loops(shape, layout):
     A = _native.biot_savart_vector_potential_grid(polyline=wire, grid=np.array(points), current=0.3)
     assert [a.shape for a in A] == [(len(points),)] * 3
     assert bits(points_of(*A)) == bits([potential(p, wire.tolist(), 0.3) for p in points])
+
+
+LAYOUTS = {
+    "c": np.ascontiguousarray,
+    "fortran": np.asfortranarray,
+    "strided": lambda a: np.repeat(a, 2, axis=-1)[..., ::2],
+    "float32": lambda a: a.astype(np.float32),
+    "list": lambda a: a.tolist(),
+}
+
+
+@pytest.mark.parametrize("layout", LAYOUTS)
+@pytest.mark.parametrize("shape", [(1,), (33,), (5, 7), (3, 4, 3)])
+@pytest.mark.usefixtures("kernels")
+def test_fields_have_the_bits_of_the_plain_loops(shape, layout):
+    rng = np.random.default_rng(11)
+    wire, moments = rng.normal(size=(12, 3)), rng.normal(size=(12, 3))
+    X, Y, Z = axes = [rng.normal(size=shape) for _ in range(3)]
+    for a, coordinate in enumerate(axes):  # on a midpoint, and on a dipole
+        coordinate.flat[0] = 0.5 * (wire[0, a] + wire[1, a])
+        coordinate.flat[-1] = wire[3, a]
+    X, Y, Z = (LAYOUTS[layout](a) for a in axes)
+    check_fields(X, Y, Z, wire, moments)
+
+
+@pytest.mark.usefixtures("kernels")
+@pytest.mark.parametrize("order", list(itertools.permutations(range(3))))
+@pytest.mark.parametrize("sizes", [(2, 3, 8), (3, 35, 9), (1, 1, 45), (1, 33, 17), (2, 2, 3)])
+def test_fields_on_products_of_coordinates(sizes, order):
+    rng = np.random.default_rng(sum(sizes) + order[0])
+    wire, moments = rng.normal(size=(7, 3)), rng.normal(size=(7, 3))
+    moments[2, 1] = wire[4, 0] = 0.0
+    values = [rng.normal(size=n) for n in sizes]
+    for row, axis in zip(values, order, strict=True):  # one point on a midpoint, one on a dipole
+        row[0], row[-1] = 0.5 * (wire[0, axis] + wire[1, axis]), wire[3, axis]
+    axes = np.meshgrid(*values, indexing="ij")
+    check_fields(*(axes[order.index(a)] for a in range(3)), wire, moments)
+
+
+@pytest.mark.usefixtures("kernels")
+def test_fields_of_more_sources_than_are_taken_at_once():
+    rng = np.random.default_rng(5)
+    wire, moments = rng.normal(size=(2, 211, 3))
+    check_fields(*np.meshgrid(*rng.normal(size=(3, 9)), indexing="xy"), wire, moments)
+    check_fields(*rng.normal(size=(3, 20)), wire, moments)
+
+
+@pytest.mark.usefixtures("kernels")
+@pytest.mark.parametrize("scale", [1e-60, 1e-39, 1e-13, 1e39, 1e70, 1e160, math.inf, math.nan])
+def test_fields_of_extreme_magnitude(scale):
+    rng = np.random.default_rng(6)
+    wire, moments = rng.normal(size=(2, 5, 3))
+    X, Y, Z = np.meshgrid(*rng.normal(size=(3, 8)), indexing="ij")
+    with np.errstate(all="ignore"):
+        for case in ((X, Y, Z, scale * wire, moments), (X, Y, Z, wire, scale * moments)):
+            check_fields(*case)
+        wire[2, 1] = X[:, 1] = scale
+        check_fields(X, Y, Z, wire, moments)
+        check_fields(X, Y, Z + rng.normal(size=Z.shape), wire, moments)
 
 
 def test_dipole_at_a_point():

@@ -6,6 +6,7 @@ import _native
 import numpy as np
 import pytest
 from interruption import ended_by_a_signal
+from wide_kernels import kernels  # noqa: F401
 
 TWO_PI = 6.283185307179586
 
@@ -99,7 +100,8 @@ def test_named_knot_of_a_file(tmp_path, monkeypatch):
     assert system.get_positions() == before
 
 
-@pytest.mark.parametrize("n", [1, 2, 3, 31, 32, 33, 64, 75, 131])
+@pytest.mark.usefixtures("kernels")
+@pytest.mark.parametrize("n", [1, 2, 3, 8, 9, 17, 31, 32, 33, 64, 75, 131])
 def test_steps_have_the_bits_of_the_plain_sum(n):
     """Around the sizes of whole blocks, with points that coincide."""
     rng = np.random.default_rng(n)
@@ -116,6 +118,7 @@ def test_steps_have_the_bits_of_the_plain_sum(n):
     assert bits(evolution.get_tangents()) == bits(tangents)
 
 
+@pytest.mark.usefixtures("kernels")
 @pytest.mark.parametrize("spoil", ["nan point", "infinite point", "nan tangent", "huge points", "circulation"])
 def test_steps_of_numbers_beyond_the_usual(spoil):
     rng = np.random.default_rng(9)
