@@ -55,6 +55,7 @@ def cases() -> list[Case]:
     axis = (np.arange(32) - 16) * 0.1
     X, Y, Z = (np.ascontiguousarray(c.ravel()) for c in np.meshgrid(axis, axis, axis, indexing="ij"))
     grid = np.stack([X, Y, Z], axis=1)
+    scattered = [np.ascontiguousarray(c) for c in np.random.default_rng(0).permutation(grid).T]
     closed = np.roll(curve, -1, axis=0)
     mid, dl = 0.5 * (curve + closed), closed - curve
     curve_list, grid_list = curve.tolist(), grid.tolist()
@@ -130,6 +131,22 @@ def cases() -> list[Case]:
             lambda: plain("plain_dipole_field")(curve, dl, n, X, Y, Z, m, ox, oy, oz),
             pairs,
             target_plain=8,
+        ),
+        Case(
+            "biot_savart_wire_grid",
+            f"{size}, points in no order",
+            lambda: _native.biot_savart_wire_grid(*scattered, curve),
+            None,
+            lambda: plain("plain_wire_field")(curve, n, *scattered, m, 1.0, ox, oy, oz),
+            pairs,
+        ),
+        Case(
+            "dipole_ring_field_grid",
+            f"{size}, points in no order",
+            lambda: _native.dipole_ring_field_grid(*scattered, curve, dl),
+            None,
+            lambda: plain("plain_dipole_field")(curve, dl, n, *scattered, m, ox, oy, oz),
+            pairs,
         ),
         Case(
             "compute_helicity_from_fourier_block",

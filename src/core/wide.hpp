@@ -18,11 +18,11 @@
 ///   rounding cannot cross it; else the difference is too small to matter.
 ///   Root. With s = sqrt(x) in [1, 2), h about 1 / (2 s) and g near s, the sum g + (x - g^2) h differs from s by
 ///   s (d^2 / 2 + d c), where d and c are the relative errors of g and h. In `square_root` both are below 1.85 2^-54
-///   before they are rounded, so that g is next to s and to every midpoint m near s. Now 2^106 (x - m^2) is an integer
-///   D = 7 mod 8 (m is odd in units of 2^-53). The error is below one unit of D but for c, which may add up to
-///   s (s + 1.85) / 2 units either way: enough to cross the midpoint for D = -1, and for D = 7 if s > 1.695. Solving
-///   m^2 = 7 mod 2^54 and 2^55 shows no such s for D = 7; D = -1 is x = 1 + 2^-52 and x = 4 - 2^-51 alone. Those two,
-///   at every exponent, are tried when the kernels are chosen.
+///   before they are rounded, so that g is next to every midpoint m near s. Now D = 2^106 (x - m^2) is an integer, 7
+///   mod 8, as m is odd in units of 2^-53. In the units of D the sum errs by 1, downwards, and by up to s (s + 1.85)
+///   either way: it can cross the midpoint for D = -1, and for D = 7 if s > 1.695. Solving m^2 = -7 mod 2^54 and 2^55
+///   shows no such s for D = 7; D = -1 is x = 1 + 2^-52 and x = 4 - 2^-51 alone. Those two, at every exponent, are
+///   tried when the kernels are chosen.
 /// All hold while nothing overflows or gets subnormal: `moderate` asks that of the data beforehand.
 
 #include <cmath>

@@ -194,10 +194,8 @@ VKM_WIDE_INLINE void transpose(const WideTile& in, Wide (&out)[wide_lanes]) {
 template <bool near>
 VKM_WIDE_INLINE void weigh_source(const Filament& f, const WidePoints& p, std::size_t s, std::size_t next,
                                   Wide circulation, Wide& n, Wide& least, double* weights, WideSums& sums) {
-  __asm__ volatile("" ::: "memory");  // R is cheaper to form again than to spill: keeps the compiler from sharing it
-  const Wide distance = n;
+  const Wide weight = wide_weight<near>(circulation, n);
   n = wide_distance(f, p, next, least);
-  const Wide weight = wide_weight<near>(circulation, distance);
   store_wide(weights, weight);
   add_source(f, p, s, weight, sums);
 }
@@ -210,7 +208,7 @@ template <bool near>
 VKM_WIDE bool wide_column(const Filament& f, std::size_t b, double circulation, const Lanes& before, Lanes& after) {
   const WidePoints own(f, b);
   const Wide strength = wide(circulation);
-  Wide least = wide(1.0), mirrored[wide_lanes];
+  Wide least = wide(1.0), mirrored[wide_lanes] = {};
   WideSums sums, earlier;
   alignas(64) WideTile weights;
   sums.load(before, b);
@@ -239,18 +237,17 @@ VKM_WIDE bool wide_column(const Filament& f, std::size_t b, double circulation, 
       earlier.store(after, last);
       transpose(weights, mirrored);
     }
-    const std::size_t last = b - wide_lanes;
-    const WidePoints points(f, last);
-    earlier.load(before, last);
-#pragma GCC unroll 8
-    for (std::size_t s = 0; s < wide_lanes; ++s) add_source(f, points, b + s, mirrored[s], earlier);
-    earlier.store(after, last);
   }
+  const std::size_t last = b > 0 ? b - wide_lanes : 0;
+  const WidePoints points(f, last);
   Wide ignored = least;
+  earlier.load(before, last);
 #pragma GCC unroll 8
   for (std::size_t s = 0; s < wide_lanes; ++s) {  // each point is near itself
     add_source(f, own, b + s, wide_weight<true>(strength, wide_distance(f, own, b + s, ignored)), sums);
+    add_source(f, points, b + s, mirrored[s], earlier);
   }
+  if (b > 0) earlier.store(after, last);
   sums.store(after, b);
   return near || b == 0 || _mm512_reduce_min_pd(least) > point_cutoff;
 }
