@@ -229,7 +229,6 @@ def plot_diagram(path: Path, diagram: Diagram, settings: DiagramSettings) -> Non
     Raises:
         PlotError: matplotlib is missing, the points are not finite, or the file cannot be written.
     """
-
     from vkmcore.errors import PlotError
     from vkmcore.plots import PALETTE, check_plot_target, write_figure
 

@@ -138,8 +138,8 @@ Lanes wire_field(std::span<const Vec3> wire, const Lanes& points, double current
   const Segments segments = open_segments(wire);
   const double f = current * inv_four_pi;
   if (const std::optional<ProductGrid> grid = product_grid(points)) {
-    if (std::optional<Lanes> field = wire_field_on_product(segments.mid, segments.dl, f, *grid, poll))
-      return *std::move(field);
+    std::optional<Lanes> field = wire_field_on_product(segments.mid, segments.dl, f, *grid, poll);
+    if (field) return *std::move(field);
   }
   return over_blocks(points, poll, [&](const Block& block) {
     wire_block(segments.mid.data(), segments.dl.data(), segments.dl.size(), f, block);

@@ -106,6 +106,10 @@ struct Tile {
     }
   }
 
+  VKM_WIDE static void multiply(const PerSource& a, const PerSource& b, PerSource& product) {
+    for (std::size_t s = 0; s < chunk_size; ++s) product[s] = a[s] * b[s];
+  }
+
   /// The parts of a sum of three products that do not lie along the row, in the order of addition.
   VKM_WIDE_INLINE void split(const PerSource& along_slow, const PerSource& along_middle, RowFactors& parts) const {
     const bool slow_first = slow_axis < middle_axis;
@@ -131,13 +135,13 @@ class WireTile : public Tile {
   VKM_WIDE void fill_rows(std::size_t count) {
     for (std::size_t j = 0; j < count; ++j) {
       cross_along_row(slow_axis, middle[j], slow_part_[j]);
-      for (std::size_t s = 0; s < chunk_size; ++s) slow_by_middle_[j][s] = vector[slow_axis][s] * middle[j][s];
+      multiply(vector[slow_axis], middle[j], slow_by_middle_[j]);
     }
   }
 
   VKM_WIDE void fill_plane() {
     cross_along_row(middle_axis, slow, middle_part_);
-    for (std::size_t s = 0; s < chunk_size; ++s) middle_by_slow_[s] = vector[middle_axis][s] * slow[s];
+    multiply(vector[middle_axis], slow, middle_by_slow_);
   }
 
   VKM_WIDE void prepare_row(std::size_t j) {
@@ -197,14 +201,10 @@ class DipoleTile : public Tile {
     for (std::size_t s = 0; s < chunk_size; ++s) {
       for (std::size_t k = 0; k < row_lanes; ++k) mr_[s][k] = vector[fast_axis][s] * r[s][k];
     }
-    for (std::size_t j = 0; j < count; ++j) {
-      for (std::size_t s = 0; s < chunk_size; ++s) m_middle_[j][s] = vector[middle_axis][s] * middle[j][s];
-    }
+    for (std::size_t j = 0; j < count; ++j) multiply(vector[middle_axis], middle[j], m_middle_[j]);
   }
 
-  VKM_WIDE void fill_plane() {
-    for (std::size_t s = 0; s < chunk_size; ++s) m_slow_[s] = vector[slow_axis][s] * slow[s];
-  }
+  VKM_WIDE void fill_plane() { multiply(vector[slow_axis], slow, m_slow_); }
 
   VKM_WIDE void prepare_row(std::size_t j) {
     split(slow2, middle2[j], rest);
