@@ -11,4 +11,9 @@ pybind11_add_module(_native MODULE NO_EXTRAS ${binder_sources} ${module_sources}
 target_link_libraries(_native PRIVATE vkm vkm_compile_options)
 target_compile_definitions(_native PRIVATE VKM_VERSION="${PROJECT_VERSION}")
 
+pybind11_add_module(_engine MODULE NO_EXTRAS ${engine_sources} src/module/border.cpp)
+target_link_libraries(_engine PRIVATE vkm vkm_compile_options Threads::Threads)
+include(cmake/development_package.cmake)
+
 install(TARGETS _native LIBRARY DESTINATION .)
+install(TARGETS _engine LIBRARY DESTINATION vkmcore)
