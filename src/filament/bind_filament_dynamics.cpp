@@ -2,14 +2,14 @@
 #include <optional>
 #include <string>
 
-#include "filament/continuous_reach.hpp"
-#include "filament/curve_sampling.hpp"
-#include "filament/filament_step.hpp"
-#include "filament/polygonal_gauss.hpp"
-#include "filament/regularized_velocity.hpp"
-#include "filament/rigid_motion.hpp"
-#include "filament/topology_guard.hpp"
-#include "filament/tube_clearance.hpp"
+#include "filament/motion/curve_sampling.hpp"
+#include "filament/motion/filament_step.hpp"
+#include "filament/motion/regularized_velocity.hpp"
+#include "filament/motion/rigid_motion.hpp"
+#include "filament/reach/continuous_reach.hpp"
+#include "filament/reach/topology_guard.hpp"
+#include "filament/reach/tube_clearance.hpp"
+#include "filament/topology/polygonal_gauss.hpp"
 #include "module/binders.hpp"
 
 namespace vkm {
