@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "check.hpp"
-#include "filament/edge_tree.hpp"
+#include "filament/reach/edge_tree.hpp"
 
 namespace {
 

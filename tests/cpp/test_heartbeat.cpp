@@ -8,7 +8,7 @@
 
 #include "check.hpp"
 #include "core/poll.hpp"
-#include "filament/biot_savart.hpp"
+#include "filament/sums/biot_savart.hpp"
 #include "mass/particle_evaluator.hpp"
 
 namespace {
