@@ -9,7 +9,7 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
-from vkmcore.simulation import OPTIONS, Filaments
+from vkmcore.dynamics.simulation import OPTIONS, Filaments
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray
@@ -106,7 +106,7 @@ def _filament(table: dict[str, Any], folder: Path) -> dict[str, Any]:
 def _curve(table: dict[str, Any], folder: Path) -> Points:
     """The curve of a filament, ring or other, before it is placed."""
     from vkmcore import resample_closed_curve, sample_circle
-    from vkmcore.planar_diagram import closed_curve
+    from vkmcore.curves.reader import closed_curve
 
     if "curve" not in table:
         raise SceneError("curve is missing: 'ring', a key of the catalogue, or a file of points")

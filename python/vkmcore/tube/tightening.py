@@ -20,8 +20,9 @@ from vkmcore import (
     TighteningResult,
     TighteningStepRecord,
 )
-from vkmcore.curve_description import neighbours
-from vkmcore.curve_source import CurveSource, evenly_spaced
+from vkmcore.curves.reader import CurveSource
+from vkmcore.curves.resampling import evenly_spaced
+from vkmcore.tube.description import neighbours
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray

@@ -6,7 +6,7 @@ import tempfile
 from pathlib import Path
 
 from vkmcore import FourierBlock, compare_fseries_files
-from vkmcore.curve_source import CurveSource, find_curve
+from vkmcore.curves.reader import CurveSource, find_curve
 
 
 def compare(a: str, b: str, samples: int, skip: int) -> dict[str, float]:

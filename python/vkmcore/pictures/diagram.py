@@ -1,96 +1,21 @@
-"""Planar diagrams of catalogue knots and files, and the command `vkmcore pd`."""
+"""The picture of a planar diagram: strands that break where another passes over them. Needs matplotlib."""
 
 from __future__ import annotations
 
 import math
-from dataclasses import dataclass
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
-import click
 import numpy as np
+
+from vkmcore.curves.planar_diagram import Diagram, DiagramSettings
+from vkmcore.errors import PlotError
+from vkmcore.pictures.figure import PALETTE, check_plot_target, write_figure
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray
 
     Points = NDArray[np.float64]
-
-
-@dataclass(frozen=True)
-class DiagramSettings:
-    """How a curve is sampled, projected and read."""
-
-    samples: int = 1000  # of a Fourier series
-    tries: int = 40  # projections for the code
-    seed: int = 12345
-    min_angle_deg: float = 1.0
-    depth_tol: float = 1e-6  # in the units of the points
-    directions: int = 24  # projections for the estimate of the crossing number
-
-
-@dataclass(frozen=True)
-class Diagram:
-    """A curve with its planar-diagram code."""
-
-    name: str
-    points: Points  # (N, 3), closed, the first point not repeated
-    code: list[list[int]]  # rows (under in, over in, under out, over out)
-    crossing_estimate: int
-
-
-def closed_curve(source: str, samples: int) -> tuple[str, Points]:
-    """A closed curve by catalogue key ("3:1:1", "3_1") or file: `.fseries`, `.npy`, or text with three numbers a line.
-
-    Raises:
-        RuntimeError: there is no such key or file, or it holds no single closed curve.
-        ValueError: the file's numbers are no list of points.
-    """
-    import vkmcore
-
-    parameters = 2.0 * np.pi * np.arange(samples) / samples
-    path = Path(source)
-    if path.is_file():
-        if path.suffix == ".fseries":
-            blocks = vkmcore.parse_fseries_multi(source)
-            if not blocks:
-                raise RuntimeError(f"{source}: no Fourier block in the file")
-            block = blocks[vkmcore.index_of_largest_block(blocks)]
-            return block.header or path.stem, np.array(vkmcore.evaluate_fourier_block(block, parameters.tolist()))
-        points = np.load(path) if path.suffix == ".npy" else np.loadtxt(path, ndmin=2)
-        points = np.asarray(points, dtype=np.float64)
-        if points.ndim != 2 or points.shape[1] != 3:
-            raise ValueError(f"{source}: expected three numbers a point, found shape {points.shape}")
-        if len(points) > 1 and (points[0] == points[-1]).all():
-            points = points[:-1]
-        return path.stem, points
-    if source in vkmcore.get_embedded_knot_files():
-        block = vkmcore.load_embedded_knot_block(source)
-        return source, np.array(vkmcore.evaluate_fourier_block(block, parameters.tolist()))
-    text = vkmcore.find_ideal_block_by_id(source)
-    if not text:
-        raise RuntimeError(f"{source}: neither a catalogue key nor a file")
-    ideal = vkmcore.parse_ideal_halvard_from_string(text)[0]
-    if len(ideal.components) != 1:
-        raise RuntimeError(f"{source}: has {len(ideal.components)} components, a code is of one closed curve")
-    return source, vkmcore.evaluate_ideal_component(ideal.components[0], parameters)
-
-
-def planar_diagram(name: str, points: Points, settings: DiagramSettings | None = None) -> Diagram:
-    """The code of the richest projection, and the estimate of the crossing number.
-
-    Raises:
-        ValueError: the points are fewer than four or not of shape (N, 3).
-        RuntimeError: no projection shows a crossing.
-    """
-    import vkmcore
-
-    s = settings or DiagramSettings()
-    code = vkmcore.pd_from_curve(points, s.tries, s.seed, s.min_angle_deg, s.depth_tol)
-    estimate = vkmcore.estimate_crossing_number(points.tolist(), s.directions, s.seed)
-    return Diagram(name, points, code, estimate)
-
-
-# --- the picture ----------------------------------------------------------------------------------------------------
 
 # In sizes of the diagram:
 GAP = 0.012  # half a gap, where strands cross at a right angle
@@ -116,8 +41,9 @@ def richest_projection(diagram: Diagram, settings: DiagramSettings) -> Points:
 
     # The library's stream of directions: mt19937 with its standard seeding, 53-bit uniforms from two words, low word
     # first, and the polar method, whose second deviate of the second pair each try throws away.
-    bits: Any = np.random.MT19937()
-    bits._legacy_seeding(settings.seed % 2**32)
+    bits = np.random.MT19937()
+    seeded: Any = np.random.RandomState(settings.seed % 2**32).get_state(legacy=False)
+    bits.state = seeded
 
     def uniform() -> float:
         word, high_word = (float(word) for word in bits.random_raw(2))
@@ -229,9 +155,6 @@ def plot_diagram(path: Path, diagram: Diagram, settings: DiagramSettings) -> Non
     Raises:
         PlotError: matplotlib is missing, the points are not finite, or the file cannot be written.
     """
-    from vkmcore.errors import PlotError
-    from vkmcore.plots import PALETTE, check_plot_target, write_figure
-
     kind = check_plot_target(path)
     from matplotlib.backends.backend_agg import FigureCanvasAgg
     from matplotlib.figure import Figure
@@ -252,72 +175,3 @@ def plot_diagram(path: Path, diagram: Diagram, settings: DiagramSettings) -> Non
     axes.margins(0.05)
     axes.axis("off")
     write_figure(figure, path, kind)
-
-
-# --- the command ----------------------------------------------------------------------------------------------------
-
-
-@click.command()
-@click.argument("source", metavar="KEY|FILE")
-@click.option(
-    "--samples", type=click.IntRange(4, 2**31 - 1), default=1000, show_default=True, help="Points of a Fourier series."
-)
-@click.option(
-    "--tries", type=click.IntRange(1, 2**31 - 1), default=40, show_default=True, help="Projections for the code."
-)
-@click.option(
-    "--seed", type=click.IntRange(-(2**31), 2**31 - 1), default=12345, show_default=True, help="Of directions."
-)
-@click.option("--min-angle-deg", type=float, default=1.0, show_default=True, help="Flatter crossings are left out.")
-@click.option("--depth-tol", type=float, default=1e-6, show_default=True, help="Closer strands are left out.")
-@click.option(
-    "--directions",
-    type=click.IntRange(1, 2**31 - 1),
-    default=24,
-    show_default=True,
-    help="Projections for the estimate of the crossing number.",
-)
-@click.option("--volume", is_flag=True, help="Hyperbolic volume too, by the module vkm_hypvol_no_deps that you supply.")
-@click.option("--json", "as_json", is_flag=True, help="A JSON object.")
-@click.option("--plot", type=click.Path(path_type=Path), metavar="FILE", help="Draw the diagram (PNG, PDF, SVG).")
-def pd(source: str, volume: bool, as_json: bool, plot: Path | None, **options: Any) -> None:
-    """Planar-diagram code and crossing estimate of one closed curve.
-
-    KEY is a key of the catalogue, as 3:1:1 or 3_1; FILE an .fseries file, or points as .npy or as text with three
-    numbers a line. A row of the code has the arcs under in, over in, under out, over out of a crossing.
-    """
-    from vkmcore.cli import Failure, check_plot, plain_table, print_json, print_table
-
-    if plot is not None:
-        check_plot(plot)
-    settings = DiagramSettings(**options)
-    diagram = planar_diagram(*closed_curve(source, settings.samples), settings)
-    facts: dict[str, Any] = {
-        "name": diagram.name,
-        "points": len(diagram.points),
-        "crossings": len(diagram.code),
-        "crossing_estimate": diagram.crossing_estimate,
-        "pd": diagram.code,
-    }
-    if volume:
-        from vkmcore import hyperbolic_volume_from_pd
-
-        try:
-            facts["hyperbolic_volume"] = hyperbolic_volume_from_pd(diagram.code)
-        except ImportError as error:
-            raise Failure(f"vkmcore: no hyperbolic volume: {error} (examples/hyperbolic_volume_adapter)") from error
-    if as_json:
-        print_json({**facts, "settings": vars(settings)})
-    else:
-        for name in ("name", "points", "crossings", "crossing_estimate", "hyperbolic_volume"):
-            if name in facts:
-                click.echo(f"{name.replace('_', ' '):18} {facts[name]}")
-        table = plain_table()
-        for heading in ("crossing", "under in", "over in", "under out", "over out"):
-            table.add_column(heading, justify="right")
-        for number, row in enumerate(diagram.code, start=1):
-            table.add_row(str(number), *map(str, row))
-        print_table(table)
-    if plot is not None:
-        plot_diagram(plot, diagram, settings)
-        click.echo(f"wrote {plot}", err=True)

@@ -8,8 +8,9 @@ from typing import TYPE_CHECKING, Any
 import numpy as np
 
 from vkmcore import ResolvedTubeMetrics
-from vkmcore.plots import PALETTE, check_plot_target, shade, tube_faces, write_figure
-from vkmcore.tightening import Tightening
+from vkmcore.pictures.figure import PALETTE, check_plot_target, write_figure
+from vkmcore.pictures.tubes import shade, tube_faces
+from vkmcore.tube.tightening import Tightening
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray

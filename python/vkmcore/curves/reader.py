@@ -3,7 +3,6 @@
 from __future__ import annotations
 
 import math
-from collections.abc import Sequence
 from dataclasses import dataclass
 from pathlib import Path
 from typing import TYPE_CHECKING
@@ -43,14 +42,6 @@ class CurveSource:
         # The product before the division, as the library takes it: the same points to the last bit.
         parameters = [k * (2.0 * math.pi) / samples for k in range(samples)]
         return evaluate_fourier_block(self.block, parameters)
-
-
-def evenly_spaced(points: Sequence[Sequence[float]] | Points, count: int) -> Points:
-    """`count` vertices at equal arc lengths of a closed polygon, from its first one on."""
-    closed = np.vstack([points, points[:1]])
-    arc = np.concatenate([[0.0], np.cumsum(np.linalg.norm(np.diff(closed, axis=0), axis=1))])
-    at = np.arange(count) * arc[-1] / count
-    return np.column_stack([np.interp(at, arc, closed[:, axis]) for axis in range(3)])
 
 
 def find_curve(name: str) -> CurveSource:
@@ -97,3 +88,40 @@ def _from_file(name: str, path: Path) -> CurveSource:
 def _largest(text: str) -> FourierBlock | None:
     blocks = parse_fseries_from_string(text)
     return blocks[index_of_largest_block(blocks)] if blocks else None
+
+
+def closed_curve(source: str, samples: int) -> tuple[str, Points]:
+    """A closed curve by catalogue key ("3:1:1", "3_1") or file: `.fseries`, `.npy`, or text with three numbers a line.
+
+    Raises:
+        RuntimeError: there is no such key or file, or it holds no single closed curve.
+        ValueError: the file's numbers are no list of points.
+    """
+    import vkmcore
+
+    parameters = 2.0 * np.pi * np.arange(samples) / samples
+    path = Path(source)
+    if path.is_file():
+        if path.suffix == ".fseries":
+            blocks = vkmcore.parse_fseries_multi(source)
+            if not blocks:
+                raise RuntimeError(f"{source}: no Fourier block in the file")
+            block = blocks[vkmcore.index_of_largest_block(blocks)]
+            return block.header or path.stem, np.array(vkmcore.evaluate_fourier_block(block, parameters.tolist()))
+        points = np.load(path) if path.suffix == ".npy" else np.loadtxt(path, ndmin=2)
+        points = np.asarray(points, dtype=np.float64)
+        if points.ndim != 2 or points.shape[1] != 3:
+            raise ValueError(f"{source}: expected three numbers a point, found shape {points.shape}")
+        if len(points) > 1 and (points[0] == points[-1]).all():
+            points = points[:-1]
+        return path.stem, points
+    if source in vkmcore.get_embedded_knot_files():
+        block = vkmcore.load_embedded_knot_block(source)
+        return source, np.array(vkmcore.evaluate_fourier_block(block, parameters.tolist()))
+    text = vkmcore.find_ideal_block_by_id(source)
+    if not text:
+        raise RuntimeError(f"{source}: neither a catalogue key nor a file")
+    ideal = vkmcore.parse_ideal_halvard_from_string(text)[0]
+    if len(ideal.components) != 1:
+        raise RuntimeError(f"{source}: has {len(ideal.components)} components, a code is of one closed curve")
+    return source, vkmcore.evaluate_ideal_component(ideal.components[0], parameters)

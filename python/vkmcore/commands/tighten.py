@@ -3,19 +3,18 @@
 from __future__ import annotations
 
 import math
-import sys
-import time
-from collections.abc import Callable, Iterator
-from contextlib import contextmanager
+from collections.abc import Callable
 from pathlib import Path
 from typing import Any
 
 import click
 
 from vkmcore import TighteningOptions
-from vkmcore.cli import Failure, check_name, check_plot, digits, plain_table, print_json, print_table
-from vkmcore.curve_source import find_curve
-from vkmcore.tightening import (
+from vkmcore.commands.arguments import COUNT, check_folder, check_name, json_option, plot_option, say_written
+from vkmcore.commands.output import digits, plain_table, print_json, print_table
+from vkmcore.curves.reader import find_curve
+from vkmcore.progress import progress_bar, watched
+from vkmcore.tube.tightening import (
     GRADIENT_FILE,
     MATRIX_FILE,
     PATIENCE,
@@ -90,7 +89,7 @@ def tuning_options(command: Callable[..., None]) -> Callable[..., None]:
 )
 @click.option(
     "--skip",
-    type=click.IntRange(1, 2**31 - 1),
+    type=COUNT,
     help="Neighbours that are no contacts.  [default: those within pi tube radii along the curve]",
 )
 @click.option(
@@ -113,14 +112,9 @@ def tuning_options(command: Callable[..., None]) -> Callable[..., None]:
     metavar="DIR",
     help=f"Write the polygon's rigidity matrix and length gradient: {MATRIX_FILE}, {GRADIENT_FILE}.",
 )
-@click.option(
-    "--plot",
-    type=click.Path(path_type=Path),
-    metavar="FILE",
-    help="Draw start, end and the ropelength by step (PNG, PDF, SVG).",
-)
+@plot_option("Draw start, end and the ropelength by step")
 @click.option("--rows", type=click.IntRange(1), default=20, show_default=True, help="Steps in the table, about.")
-@click.option("--json", "as_json", is_flag=True, help="A JSON object with every step and vertex, in full precision.")
+@json_option("A JSON object with every step and vertex, in full precision.")
 @tuning_options
 def tighten(
     name: str,
@@ -150,19 +144,17 @@ def tighten(
     options.max_steps = steps
     for field, value in tuning.items():
         setattr(options, field, value)
-    if plot is not None:
-        check_plot(plot)
-    if output is not None and not output.absolute().parent.is_dir():
-        raise Failure(f"vkmcore: {output}: the directory does not exist")
-
+    check_folder(output)
     source = find_curve(name)
     reached = Tightening(start_polygon(source, vertices))
     if matrices is not None:
         matrices.mkdir(exist_ok=True)
     interrupted = False
-    with step_bar(steps * len(contact_tols), visible=sys.stderr is not None and sys.stderr.isatty()) as tell:
+    with progress_bar(steps * len(contact_tols), watched()) as tell:
         try:
-            reached.tighten(contact_tols, options, skip, least_gain, lambda: tell(reached))
+            reached.tighten(
+                contact_tols, options, skip, least_gain, lambda: tell(len(reached.steps), last_step(reached))
+            )
         except KeyboardInterrupt:
             interrupted = True
     if not reached.runs:
@@ -182,40 +174,17 @@ def tighten(
         text = f"strands overlap by {100.0 * overlap:.1f} % of the tube among the skipped neighbours; see --skip"
         click.echo(text, err=True)
     if plot is not None:
-        draw(plot, name, reached)
-    for path in (output, matrices, plot):
-        if path is not None:
-            click.echo(f"wrote {path}", err=True)
+        from vkmcore.pictures.tightening import plot_tightening
+
+        plot_tightening(plot, name, reached)
+    say_written(output, matrices, plot)
     if interrupted:
         raise KeyboardInterrupt
 
 
-@contextmanager
-def step_bar(total: int, visible: bool) -> Iterator[Callable[[Tightening], None]]:
-    """A bar of steps on standard error with the ropelength and the residual, or nothing where nobody looks."""
-    if not visible:
-        yield lambda reached: None
-        return
-    from rich.console import Console
-    from rich.progress import BarColumn, MofNCompleteColumn, Progress, TextColumn, TimeElapsedColumn
-
-    text = TextColumn("{task.description}", markup=False)
-    columns = (BarColumn(bar_width=24), MofNCompleteColumn(), TimeElapsedColumn(), text)
-    with Progress(*columns, console=Console(stderr=True), transient=True, auto_refresh=False) as progress:
-        task = progress.add_task("", total=total)
-        progress.refresh()
-        drawn = -math.inf
-
-        def tell(reached: Tightening) -> None:
-            nonlocal drawn
-            if time.monotonic() - drawn < 0.1:
-                return
-            drawn = time.monotonic()
-            step = reached.steps[-1]
-            words = f"ropelength {step.ropelength_after:.4f}, residual {step.kkt_residual_before:.1e}"
-            progress.update(task, description=words, completed=len(reached.steps), refresh=True)
-
-        yield tell
+def last_step(reached: Tightening) -> str:
+    step = reached.steps[-1]
+    return f"ropelength {step.ropelength_after:.4f}, residual {step.kkt_residual_before:.1e}"
 
 
 def print_steps(name: str, reached: Tightening, rows: int) -> None:
@@ -223,9 +192,8 @@ def print_steps(name: str, reached: Tightening, rows: int) -> None:
     numbered = [(run, step) for run, count in enumerate(reached.runs, 1) for step in range(1, count + 1)]
     if not numbered:
         return
-    table = plain_table(f"{name}: steps")
-    for heading in ("run", "step", "ropelength", "length", "thickness", "residual", "move", "struts", "kinks", ""):
-        table.add_column(heading, justify="right")
+    headings = ("run", "step", "ropelength", "length", "thickness", "residual", "move", "struts", "kinks", "")
+    table = plain_table(headings, title=f"{name}: steps")
     every = math.ceil(len(numbered) / rows)
     for (run, number), step in zip(numbered, reached.steps, strict=True):
         if number % every and number not in (1, reached.runs[run - 1]):
@@ -248,9 +216,7 @@ def print_steps(name: str, reached: Tightening, rows: int) -> None:
 def print_outcome(name: str, reached: Tightening) -> None:
     first, last = reached.start_tube, reached.tube()
     assert first is not None
-    table = plain_table()
-    table.add_column(name)
-    table.add_column("", justify="right")
+    table = plain_table((name, ""), (name,))
     table.add_row("vertices", str(len(reached.scaled)))
     table.add_row("ropelength before", digits(first.ropelength_rad))
     table.add_row("ropelength after", digits(last.ropelength_rad))
@@ -259,9 +225,3 @@ def print_outcome(name: str, reached: Tightening) -> None:
     table.add_row("steps", str(len(reached.steps)))
     table.add_row("ended by", reached.reason.replace("_", " "))
     print_table(table)
-
-
-def draw(path: Path, name: str, reached: Tightening) -> None:
-    from vkmcore.tightening_plot import plot_tightening
-
-    plot_tightening(path, name, reached)

@@ -2,35 +2,41 @@
 
 from __future__ import annotations
 
-import sys
-from collections.abc import Callable, Iterator
-from contextlib import contextmanager
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
 import click
 import numpy as np
 
+from vkmcore.commands.arguments import (
+    EXISTING_FILE,
+    POSITIVE,
+    check_folder,
+    json_option,
+    plot_option,
+    say_written,
+)
+from vkmcore.commands.output import plain_table, print_json, print_table
+from vkmcore.progress import progress_bar, watched
+
 if TYPE_CHECKING:
     from numpy.typing import NDArray
 
-    from vkmcore.simulation import Simulation
+    from vkmcore.dynamics.simulation import Simulation
 
     Points = NDArray[np.float64]
 
-POSITIVE = click.FloatRange(0.0, min_open=True)
-
 
 @click.command()
-@click.argument("scene_file", type=click.Path(exists=True, dir_okay=False, path_type=Path), metavar="SCENE.toml")
+@click.argument("scene_file", type=EXISTING_FILE, metavar="SCENE.toml")
 @click.option("--t-end", type=click.FloatRange(0.0), help="End of the run in s, in place of the scene's.")
 @click.option("--dt", type=POSITIVE, help="Longest step in s, in place of the scene's.")
 @click.option(
     "--trajectory", type=click.Path(path_type=Path), metavar="FILE.npz", help="Write each frame here as it is reached."
 )
 @click.option("--resume", is_flag=True, help="Go on from the last frame in the trajectory, if there is one.")
-@click.option("--json", "as_json", is_flag=True, help="A JSON object, in full precision.")
-@click.option("--plot", type=click.Path(path_type=Path), metavar="FILE", help="Draw start and end (PNG, PDF, SVG).")
+@json_option("A JSON object, in full precision.")
+@plot_option("Draw start and end")
 @click.option("--movie", type=click.Path(path_type=Path), metavar="FILE.gif", help="Draw all frames.")
 @click.option("--fps", type=click.IntRange(1, 50), default=15, show_default=True, help="Movie: frames a second.")
 def simulate(
@@ -48,17 +54,13 @@ def simulate(
 
     docs/simulation.md describes scenes; examples/scenes holds two.
     """
-    from vkmcore.cli import Failure, check_plot, print_json
-    from vkmcore.scene import load_scene
-    from vkmcore.simulation import simulate as evolve
-    from vkmcore.simulation_pictures import check_movie_target, film_run, plot_run
+    from vkmcore.dynamics.scene import load_scene
+    from vkmcore.dynamics.simulation import simulate as evolve
+    from vkmcore.pictures.simulation import check_movie_target, film_run, plot_run
 
     if resume and trajectory is None:
         raise click.UsageError("--resume needs --trajectory")
-    if trajectory is not None and not trajectory.absolute().parent.is_dir():
-        raise Failure(f"vkmcore: {trajectory}: the directory does not exist")
-    if plot is not None:
-        check_plot(plot)
+    check_folder(trajectory)
     if movie is not None:
         check_movie_target(movie)
     scene = load_scene(scene_file)
@@ -70,7 +72,6 @@ def simulate(
     elif scene.t_end > 0.0:
         settings.setdefault("frame_interval", scene.t_end / 100.0)  # as without the option, so that runs can go on
 
-    visible = sys.stderr is not None and sys.stderr.isatty()
     try:
         run = evolve(
             scene.filaments,
@@ -79,7 +80,7 @@ def simulate(
             **settings,
             trajectory=trajectory,
             resume=resume,
-            progress=visible,
+            progress=watched(),
         )
     except KeyboardInterrupt:
         if trajectory is not None:
@@ -97,11 +98,11 @@ def simulate(
     title = f"{scene_file.stem}   t = {run.time:.4g} s"
     if plot is not None:
         plot_run(plot, run.frames, ghosts, title)
-        click.echo(f"wrote {plot}", err=True)
+        say_written(plot)
     if movie is not None:
-        with _frames_bar(len(run.frames), visible) as tell:
-            film_run(movie, run.frames, ghosts, scene_file.stem, fps, tell)
-        click.echo(f"wrote {movie}", err=True)
+        with progress_bar(len(run.frames), watched()) as tell:
+            film_run(movie, run.frames, ghosts, scene_file.stem, fps, lambda done: tell(done, "movie"))
+        say_written(movie)
 
 
 def record(run: Simulation) -> dict[str, Any]:
@@ -143,15 +144,11 @@ def impulse(points: Points, circulation: float) -> list[float]:
 
 
 def print_facts(facts: dict[str, Any]) -> None:
-    from vkmcore.cli import plain_table, print_table
-
     for name in ("time", "steps", "frames", "clearance"):
         value = facts[name]
         click.echo(f"{name:10} {f'{value:.10g}' if isinstance(value, float) else value}")
-    table = plain_table()
-    table.add_column("id")
-    for heading in ("points", "circulation", "length, start", "end", "|impulse|, start", "end", "centroid, end"):
-        table.add_column(heading, justify="right")
+    headings = ("points", "circulation", "length, start", "end", "|impulse|, start", "end", "centroid, end")
+    table = plain_table(("id", *headings), ("id",))
     for row in facts["filaments"]:
         sizes = (row["length_start"], row["length_end"], _size(row["impulse_start"]), _size(row["impulse_end"]))
         centroid = " ".join(f"{value:.6f}" for value in row["centroid_end"])
@@ -163,17 +160,3 @@ def print_facts(facts: dict[str, Any]) -> None:
 
 def _size(vector: list[float]) -> float:
     return float(np.linalg.norm(vector))
-
-
-@contextmanager
-def _frames_bar(total: int, visible: bool) -> Iterator[Callable[[int], None]]:
-    if not visible:
-        yield lambda number: None
-        return
-    from rich.console import Console
-    from rich.progress import BarColumn, MofNCompleteColumn, Progress, TextColumn
-
-    columns = (TextColumn("movie"), BarColumn(bar_width=32), MofNCompleteColumn())
-    with Progress(*columns, console=Console(stderr=True), transient=True, auto_refresh=False) as bar:
-        task = bar.add_task("", total=total)
-        yield lambda number: bar.update(task, completed=number, refresh=True)

@@ -9,12 +9,13 @@ from typing import TYPE_CHECKING, Any
 import numpy as np
 
 from vkmcore.errors import PlotError
-from vkmcore.plots import PALETTE, check_plot_target, shade, thinned, tube_faces, write_figure
+from vkmcore.pictures.figure import PALETTE, check_plot_target, style_axes, write_figure
+from vkmcore.pictures.tubes import shade, thinned, tube_faces
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray
 
-    from vkmcore.trajectory import Frame
+    from vkmcore.dynamics.trajectory import Frame
 
     Points = NDArray[np.float64]
 
@@ -103,12 +104,8 @@ def _stage(frames: Sequence[Frame], title: str, inches: float = 6.0, dpi: int = 
     FigureCanvasAgg(figure)
     axes: Any = figure.add_axes((0.0, 0.0, 1.0, 0.95), projection="3d", computed_zorder=False)
     figure.text(0.5, 0.95, title, ha="center", fontsize=11, color="#30343b")
-    for axis, name, extent in zip((axes.xaxis, axes.yaxis, axes.zaxis), "xyz", half, strict=True):
-        axis.set_pane_color((0.97, 0.97, 0.98, 1.0))
-        axis.line.set_color("#b0b4bc")
-        axis._axinfo["grid"].update(color="#e3e5ea", linewidth=0.6)
-        axis.set_tick_params(labelsize=7, colors="#6b7079")
-        axis.set_label_text(f"{name} / m", fontsize=8, color="#6b7079")
+    style_axes(axes, "m")
+    for axis, extent in zip((axes.xaxis, axes.yaxis, axes.zaxis), half, strict=True):
         axis.set_major_locator(MaxNLocator(5 if extent > 0.6 * half.max() else 2))
     axes.set(xlim=(-half[0], half[0]) + centre[0], ylim=(-half[1], half[1]) + centre[1])
     axes.set_zlim((-half[2], half[2]) + centre[2])

@@ -4,8 +4,7 @@ from __future__ import annotations
 
 import math
 import os
-from collections.abc import Callable, Iterator, Mapping, Sequence
-from contextlib import contextmanager
+from collections.abc import Iterator, Mapping, Sequence
 from dataclasses import dataclass
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
@@ -13,7 +12,8 @@ from typing import TYPE_CHECKING, Any
 import _native
 import numpy as np
 
-from vkmcore.trajectory import Frame, Trajectory, TrajectoryWriter, load_trajectory
+from vkmcore.dynamics.trajectory import Frame, Trajectory, TrajectoryWriter, load_trajectory
+from vkmcore.progress import progress_bar
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray
@@ -114,13 +114,13 @@ def simulate(
         else:
             writer = TrajectoryWriter.create(path, run.described(), run.settings, frames[0])
     try:
-        with _progress_bar(t_end, progress) as tell:
-            tell(frames[-1].time)
+        with progress_bar(t_end, progress, counted=False) as tell:
+            tell(frames[-1].time, _time_text(frames[-1]))
             for frame in run.frames_from(frames[-1]):
                 frames.append(frame)
                 if writer is not None:
                     writer.append(frame)
-                tell(frame.time)
+                tell(frame.time, _time_text(frame))
     finally:
         if writer is not None:
             writer.close()
@@ -328,15 +328,5 @@ def _edges(points: Points) -> Points:
     return lengths
 
 
-@contextmanager
-def _progress_bar(t_end: float, visible: bool) -> Iterator[Callable[[float], None]]:
-    if not visible:
-        yield lambda time: None
-        return
-    from rich.console import Console
-    from rich.progress import BarColumn, Progress, TextColumn, TimeRemainingColumn
-
-    columns = (TextColumn("{task.description}", markup=False), BarColumn(bar_width=32), TimeRemainingColumn())
-    with Progress(*columns, console=Console(stderr=True), transient=True, auto_refresh=False) as bar:
-        task = bar.add_task("", total=t_end)
-        yield lambda time: bar.update(task, completed=time, description=f"t = {time:.4g} s", refresh=True)
+def _time_text(frame: Frame) -> str:
+    return f"t = {frame.time:.4g} s"

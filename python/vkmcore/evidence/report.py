@@ -4,7 +4,7 @@ A check compares a residual with its tolerance and says what kind of claim it su
 self-checks here supports a claim about nature: identities follow from definitions, closures from fitted constants, and
 convergence speaks of the arithmetic.
 
-    from vkmcore.evidence import check, report_meta
+    from vkmcore.evidence.report import check, report_meta
     from vkmcore import CheckKind, EvidenceReportAPI
 
     checks = [check("length", abs(found - expected), 1e-9, CheckKind.NumericalConvergence)]

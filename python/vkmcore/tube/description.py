@@ -11,7 +11,8 @@ from vkmcore import (
     describe_fourier_block,
     min_self_distance_sampled,
 )
-from vkmcore.curve_source import CurveSource, evenly_spaced
+from vkmcore.curves.reader import CurveSource
+from vkmcore.curves.resampling import evenly_spaced
 
 TUBE_MEASURES = (
     "length",
