@@ -8,9 +8,10 @@ from pathlib import Path
 from vkmcore import FourierBlock, compare_fseries_files
 from vkmcore.curves.reader import read_curve
 from vkmcore.errors import CurveError
+from vkmcore.results import CurveComparison
 
 
-def compare(a: str, b: str, samples: int, skip: int) -> dict[str, float]:
+def compare(a: str, b: str, samples: int, skip: int) -> CurveComparison:
     """compare_fseries_files of two files or keys of the catalogue: measures, differences b - a, and the root mean
     square distance of samples with the same index.
 
