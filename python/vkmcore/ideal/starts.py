@@ -130,7 +130,7 @@ def grid_polygon(grid: Grid, shift: tuple[int, int] = (0, 0)) -> Start:
     while waiting:
         first = column = waiting[0]
         row = ends_of[column][0]
-        points = []
+        points: list[tuple[float, float, float]] = []
         while True:  # one column up or down, then one row
             waiting.remove(column)
             across = sum(ends_of[column]) - row
@@ -231,8 +231,8 @@ def torus_polygon(
 ) -> Start:
     """The torus knot or link T(p, q), p times around the axis and q times around the core circle, with lobes.
 
-    x and y are multiplied by 1 + 0.3 amplitude cos(lobes theta + phase), z by 1 + 0.3 vertical cos(lobes theta + phase),
-    theta the angle around the axis: the tight T(2, q) has about q / 2 lobes, which a round start does not find.
+    x and y are multiplied by 1 + 0.3 amplitude cos(lobes theta + phase), z by 1 + 0.3 vertical cos(lobes theta
+    + phase), theta the angle around the axis: the tight T(2, q) has about q / 2 lobes, not found from a round start.
     Positive p q give positive crossings, as in the tables.
 
     Raises:
@@ -262,7 +262,7 @@ def twist_polygon(
     phase: float = 0.0,
     vertices_a_turn: int = 24,
 ) -> Start:
-    """The twist knot of `half_twists` half twists and a clasp: 3_1, 4_1, 5_2, 6_1, 7_2, 8_1, ... for 1, 2, 3, 4, 5, 6, ...
+    """The twist knot of `half_twists` half twists and a clasp: 3_1, 4_1, 5_2, 6_1, 7_2, 8_1 for 1, 2, 3, 4, 5, 6.
 
     A double helix of strands at distance 1 runs around a ring and ends in two hooks that hold each other.
 
@@ -286,7 +286,7 @@ def twist_polygon(
     theta = half_gap + (2.0 * math.pi - 2.0 * half_gap) * s
     turn = (n + 0.5) * math.pi * s
 
-    def place(angle: NDArray[np.float64], outward: NDArray[np.float64], up: NDArray[np.float64]) -> Points:
+    def place(angle: Points, outward: Points, up: Points) -> Points:
         wave = 1.0 + (0.3 * amplitude * np.cos(lobes * angle + phase) if lobes else 0.0)
         r = ring * wave + outward
         return np.stack([r * np.cos(angle), r * np.sin(angle), up], axis=1)
@@ -300,8 +300,8 @@ def twist_polygon(
     spread = np.linspace(0.0, 1.0, 8)[1:-1]
     arm = half + half * (1.0 - np.cos(math.pi * spread)) / 2.0
     before = -(reach + flare) + spread * (2.0 * reach + flare - 2.0 * half)
-    ahead = np.concatenate([before, reach - 2.0 * half + 2.0 * half * np.cos(bend), before[::-1]])
-    across = np.concatenate([-arm, 2.0 * half * np.sin(bend), arm[::-1]])
+    ahead: Points = np.concatenate([before, reach - 2.0 * half + 2.0 * half * np.cos(bend), before[::-1]])
+    across: Points = np.concatenate([-arm, 2.0 * half * np.sin(bend), arm[::-1]])
     # The first hook lies in the plane of the ring, at the beginning of the helix; it points to smaller angles.
     last = (n + 0.5) * math.pi
     flat = place(-ahead / ring, -across, np.zeros_like(across))  # from `one` (outside) to `other`
