@@ -13,6 +13,7 @@ from __future__ import annotations
 import math
 from collections.abc import Iterator, Sequence
 from dataclasses import dataclass, replace
+from typing import Any
 
 import numpy as np
 from numpy.typing import NDArray
@@ -286,7 +287,7 @@ def twist_polygon(
     theta = half_gap + (2.0 * math.pi - 2.0 * half_gap) * s
     turn = (n + 0.5) * math.pi * s
 
-    def place(angle: Points, outward: Points, up: Points) -> Points:
+    def place(angle: NDArray[Any], outward: NDArray[Any], up: NDArray[Any]) -> Points:
         wave = 1.0 + (0.3 * amplitude * np.cos(lobes * angle + phase) if lobes else 0.0)
         r = ring * wave + outward
         return np.stack([r * np.cos(angle), r * np.sin(angle), up], axis=1)
@@ -300,8 +301,8 @@ def twist_polygon(
     spread = np.linspace(0.0, 1.0, 8)[1:-1]
     arm = half + half * (1.0 - np.cos(math.pi * spread)) / 2.0
     before = -(reach + flare) + spread * (2.0 * reach + flare - 2.0 * half)
-    ahead: Points = np.concatenate([before, reach - 2.0 * half + 2.0 * half * np.cos(bend), before[::-1]])
-    across: Points = np.concatenate([-arm, 2.0 * half * np.sin(bend), arm[::-1]])
+    ahead = np.concatenate([before, reach - 2.0 * half + 2.0 * half * np.cos(bend), before[::-1]])
+    across = np.concatenate([-arm, 2.0 * half * np.sin(bend), arm[::-1]])
     # The first hook lies in the plane of the ring, at the beginning of the helix; it points to smaller angles.
     last = (n + 0.5) * math.pi
     flat = place(-ahead / ring, -across, np.zeros_like(across))  # from `one` (outside) to `other`

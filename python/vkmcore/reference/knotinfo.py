@@ -62,7 +62,7 @@ def _flat(nested: object) -> str:
 
 def _tables(proper_links: bool) -> list[dict[str, str]]:
     try:
-        from database_knotinfo import link_list
+        from database_knotinfo import link_list  # type: ignore[import-untyped]
     except ImportError as error:
         raise ImportError('this table needs database_knotinfo: pip install "vkmcore[catalogue]"') from error
     rows: list[dict[str, str]] = link_list(proper_links=proper_links)
@@ -116,6 +116,8 @@ def _link_row(row: dict[str, str]) -> dict[str, str]:
     aliases += [row["rolfsen_name"]] if row["rolfsen_name"].strip() else []
     aliases += COMMON_NAMES[name].split(";") if name in COMMON_NAMES else []
     jones = [int(number) for number in _flat(row["jones_polynomial_vector"]).split()]
+    # LinkInfo's columns pass over its rows, KnotInfo's under: in reverse order they mean the same.
+    columns = ast.literal_eval(row["arc_notation"].replace("{", "[").replace("}", "]"))[::-1]
     return {
         "name": name,
         "aliases": ";".join(aliases),
@@ -124,7 +126,7 @@ def _link_row(row: dict[str, str]) -> dict[str, str]:
         "conway": "",
         "dt": ";".join(_flat(part) for part in ast.literal_eval(row["dt_code"])),
         "pd": _flat(row["pd_notation_vector"]),
-        "grid": _flat(row["arc_notation"]),
+        "grid": _flat(columns),
         "braid": _flat(row["braid_notation"].split(",", 1)[1]),
         "jones": _flat([jones[0], *jones[2:]]),
         "alexander": "",

@@ -1,6 +1,6 @@
 """The tables of prime knots and links: looked up by name, alias or crossing number.
 
-Knots to ten crossings and links to nine belong to the package; knots of eleven and twelve crossings and links of ten and
+Knots to ten crossings and links to nine belong to the package; knots of eleven and twelve crossings, links of ten and
 eleven are read from `database_knotinfo` (extra `catalogue`) where it is installed. Names: "3_1", "3:1:1", "K3a1",
 "trefoil", "11a_367", "K11a367", "L5a1", "5^2_1", "Whitehead"; upper and lower case are the same.
 """
@@ -171,7 +171,7 @@ def _large_index(kind: str, crossings: int) -> dict[str, TableEntry]:
 
 
 def find(name: str) -> TableEntry:
-    """The entry of this name or alias; Conway's notation as "[2 2]", a code of Dowker and Thistlethwaite as "DT [4, 6, 2]".
+    """The entry of this name or alias, of Conway's notation as "[2 2]", or of the table's code as "DT [4, 6, 2]".
 
     Raises:
         UnknownName: there is none; the text suggests near ones.

@@ -31,7 +31,7 @@ def to_snappy(diagram: PlanarDiagram) -> Any:
     """
     if not available():
         raise missing()
-    import snappy
+    import snappy  # type: ignore[import-untyped]
 
     if not diagram.code:
         raise ValueError("SnapPy takes no diagram without crossings")
@@ -49,7 +49,9 @@ def _peripheral_match(isometry: Any, oriented: bool) -> bool:
     return True
 
 
-def compare(first: PlanarDiagram, second: PlanarDiagram, oriented: bool = False, tries: int = 20) -> tuple[bool | None, str]:
+def compare(
+    first: PlanarDiagram, second: PlanarDiagram, oriented: bool = False, tries: int = 20
+) -> tuple[bool | None, str]:
     """Whether two links are isotopic, by their complements: (True, how), (False, how), or (None, why not decided).
 
     Only hyperbolic complements decide. An isometry found is a proof up to SnapPy's verification of a combinatorial
@@ -79,7 +81,7 @@ def compare(first: PlanarDiagram, second: PlanarDiagram, oriented: bool = False,
         if any(_peripheral_match(isometry, oriented) for isometry in isometries):
             return True, "complements by isometry"
         if isometries:
-            return False, "the complements are isometric only by maps that do not extend to the link, or to its mirror image"
+            return False, "the complements are isometric only by reflections, or by maps that move the meridians"
         a.randomize()
         b.randomize()
     return None, "complements not compared: SnapPy found no isometry and no difference"

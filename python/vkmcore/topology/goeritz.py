@@ -10,8 +10,8 @@ from __future__ import annotations
 
 import numpy as np
 
-from vkmcore.topology.alexander import determinant_of_matrix
 from vkmcore.topology.diagram import PlanarDiagram, faces, pieces
+from vkmcore.topology.fox_calculus import determinant_of_matrix
 
 
 def _goeritz(diagram: PlanarDiagram) -> tuple[list[list[int]], int]:

@@ -14,7 +14,7 @@ from vkmcore.topology.laurent import Laurent, laurent, packed_terms
 
 def determinant_of_matrix(entries: list[list[int]]) -> int:
     """Exact determinant of a square matrix of whole numbers, by fraction-free elimination."""
-    matrix = [list(row) for row in entries]
+    matrix: list[list[int]] = [list(row) for row in entries]
     sign, previous = 1, 1
     while matrix:
         column = len(matrix) - 1
@@ -82,4 +82,4 @@ def alexander(diagram: PlanarDiagram) -> Laurent:
 def determinant(diagram: PlanarDiagram) -> int:
     """The link's determinant, |Alexander polynomial at t = -1|."""
     polynomial = alexander(diagram)
-    return abs(sum(c * (-1) ** n for n, c in enumerate(polynomial.coefficients[::2])))
+    return abs(sum(-c if n % 2 else c for n, c in enumerate(polynomial.coefficients[::2])))
