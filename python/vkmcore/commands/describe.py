@@ -38,7 +38,8 @@ def describe(
 ) -> None:
     """Describe a closed curve: descriptors, thickness as a tube, contact stress.
 
-    FILE is a .fseries text or has a vertex x y z a line; KEY is of the catalogue, as 3_1 or 3:1:1.
+    FILE holds a Fourier series or vertices in any format of docs/command_line.md, - is standard input; KEY is of the
+    catalogue, as 3_1 or 3:1:1.
     """
     from vkmcore.curves.reader import read_curve
     from vkmcore.tube.description import describe as describe_curve

@@ -135,7 +135,8 @@ def tighten(
     The work goes in runs, each a call of the library's tightener: one with each tolerance, and a new one where the
     curve has become so short that more neighbours make half a turn of the tube.
 
-    FILE is a .fseries text or has a vertex x y z a line; KEY is of the catalogue, as 3_1 or 3:1:1.
+    FILE holds a Fourier series or vertices in any format of docs/command_line.md, - is standard input; KEY is of the
+    catalogue, as 3_1 or 3:1:1.
 
     Step sizes and tolerances are in tube radii of the polygon that a run starts from; what is written is in the unit of
     the curve. Ctrl-C ends the work and writes what has been reached.
