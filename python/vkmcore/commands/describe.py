@@ -4,30 +4,22 @@ from __future__ import annotations
 
 import click
 
-from vkmcore.commands.arguments import COUNT, check_name, json_option
+from vkmcore.commands.arguments import check_name, json_option, skip_option
 from vkmcore.commands.output import plain_table, print_json, print_table, shown
+
+VERTICES = click.IntRange(64, 2**31 - 1)
 
 
 @click.command()
 @click.argument("name", metavar="FILE|KEY", callback=check_name)
-@click.option(
-    "--samples",
-    type=click.IntRange(64, 2**31 - 1),
-    default=512,
-    show_default=True,
-    help="Vertices of a series.",
-)
-@click.option(
-    "--skip",
-    type=COUNT,
-    help="Neighbours that are no contacts.  [default: those within pi radii of curvature]",
-)
+@click.option("--samples", type=VERTICES, default=512, show_default=True, help="Vertices of a series.")
+@skip_option("those within pi radii of curvature")
 @click.option(
     "--contact-tol", type=click.FloatRange(0.0), default=1e-3, show_default=True, help="Tolerance of active contacts."
 )
 @click.option(
     "--contact-vertices",
-    type=click.IntRange(64, 2**31 - 1),
+    type=VERTICES,
     default=512,
     show_default=True,
     help="Most vertices for the contacts' stress; a finer polygon is resampled. 2048 take minutes.",

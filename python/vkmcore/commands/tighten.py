@@ -10,7 +10,7 @@ from typing import Any
 import click
 
 from vkmcore import TighteningOptions
-from vkmcore.commands.arguments import COUNT, check_folder, check_name, json_option, plot_option, say_written
+from vkmcore.commands.arguments import check_folder, check_name, json_option, plot_option, say_written, skip_option
 from vkmcore.commands.output import digits, plain_table, print_json, print_table
 from vkmcore.curves.reader import read_curve
 from vkmcore.progress import progress_bar, watched
@@ -87,11 +87,7 @@ def tuning_options(command: Callable[..., None]) -> Callable[..., None]:
     show_default=True,
     help="Tolerance of active contacts; repeat it to use several, one after the other.",
 )
-@click.option(
-    "--skip",
-    type=COUNT,
-    help="Neighbours that are no contacts.  [default: those within pi tube radii along the curve]",
-)
+@skip_option("those within pi tube radii along the curve")
 @click.option(
     "--least-gain",
     type=float,
