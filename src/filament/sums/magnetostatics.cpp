@@ -6,8 +6,7 @@
 #include "core/kernel.hpp"
 #include "core/numbers.hpp"
 #include "filament/sums/biot_savart.hpp"
-#include "filament/sums/meshgrid_fields_wide.hpp"
-#include "filament/sums/point_fields_wide.hpp"
+#include "filament/sums/fields_wide.hpp"
 
 namespace vkm {
 
@@ -137,8 +136,8 @@ Lanes over_blocks(const Lanes& points, const Poll& poll, Kernel kernel) {
 Lanes wire_field(std::span<const Vec3> wire, const Lanes& points, double current, const Poll& poll) {
   const Segments segments = open_segments(wire);
   const double f = current * inv_four_pi;
-  if (const std::optional<ProductGrid> grid = product_grid(points)) {
-    std::optional<Lanes> field = wire_field_on_product(segments.mid, segments.dl, f, *grid, poll);
+  if (const std::optional<Meshgrid> grid = meshgrid_of(points)) {
+    std::optional<Lanes> field = wire_field_on_meshgrid(segments.mid, segments.dl, f, *grid, poll);
     if (field) return *std::move(field);
   }
   return over_blocks(points, poll, [&](const Block& block) {
@@ -173,8 +172,8 @@ Lanes dipole_field_sum(std::span<const Vec3> positions, std::span<const Vec3> mo
                        const Poll& poll) {
   const std::size_t sources = std::min(positions.size(), moments.size());
   const std::span<const Vec3> at = positions.first(sources), m = moments.first(sources);
-  if (const std::optional<ProductGrid> grid = product_grid(points)) {
-    if (std::optional<Lanes> field = dipole_field_on_product(at, m, *grid, poll)) return *std::move(field);
+  if (const std::optional<Meshgrid> grid = meshgrid_of(points)) {
+    if (std::optional<Lanes> field = dipole_field_on_meshgrid(at, m, *grid, poll)) return *std::move(field);
   }
   if (std::optional<Lanes> field = dipole_field_on_points(at, m, points, poll)) return *std::move(field);
   return over_blocks(points, poll,
