@@ -37,18 +37,13 @@ void record_fit(const NNLSResult& fit, const std::vector<Column>& columns, Conta
 
 }  // namespace
 
-ContactStressDiagnostics ContactStressMap::diagnose_length_criticality(Points points, const ResolvedTubeMetrics& tube,
-                                                                       bool solve_nnls, std::uint64_t max_iterations,
-                                                                       double tolerance, bool use_sparse_solver,
-                                                                       bool use_analytic_kink_gradient,
-                                                                       bool use_active_set_solver, const Poll& poll) {
-  constexpr double ridge = 1e-12;
-  constexpr double step = 1e-6;
+ContactStressDiagnostics diagnose_length_criticality(std::span<const Vec3> points, const ResolvedTubeMetrics& tube,
+                                                     bool solve, const ContactFit& fit, const Poll& poll) {
   ContactStressDiagnostics found;
   found.strut_count = tube.struts.size();
   found.kink_count = tube.kinks.size();
   found.rigidity_rows = 3 * points.size();
-  const Vector gradient = ResolvedTubeGeometry::length_gradient_flat(points);
+  const std::vector<double> gradient = length_gradient(points);
   double sum = 0.0;
   for (const double value : gradient) sum += value * value;
   found.gradient_norm = std::sqrt(sum);
@@ -56,26 +51,15 @@ ContactStressDiagnostics ContactStressMap::diagnose_length_criticality(Points po
     found.nnls_converged = true;
     return found;
   }
-
-  const auto fit_with = [&](const auto& matrix, const auto& active_set, const auto& coordinate_descent) {
+  with_contacts(points, tube, fit, poll, [&](const auto& matrix, const auto& fitted) {
     found.rigidity_columns = matrix.column_count;
-    if (!solve_nnls || matrix.columns.empty()) {
+    if (!solve || matrix.columns.empty()) {
       found.residual_norm = found.gradient_norm;
       found.contact_residual = 1.0;
       return;
     }
-    const NNLSResult fit = use_active_set_solver
-                               ? active_set(matrix, gradient, max_iterations, tolerance, ridge, poll)
-                               : coordinate_descent(matrix, gradient, max_iterations, tolerance, poll);
-    record_fit(fit, matrix.columns, found);
-  };
-  if (use_sparse_solver) {
-    fit_with(build_sparse_rigidity_matrix(points, tube, true, true, step, use_analytic_kink_gradient, poll),
-             solve_nonnegative_least_squares_sparse_active_set, solve_nonnegative_least_squares_sparse);
-  } else {
-    fit_with(build_rigidity_matrix(points, tube, true, true, step, use_analytic_kink_gradient, poll),
-             solve_nonnegative_least_squares_active_set, solve_nonnegative_least_squares);
-  }
+    record_fit(fitted(gradient), matrix.columns, found);
+  });
   return found;
 }
 
