@@ -3,7 +3,6 @@
 /// Which rigidity matrix and which solver fit a gradient by those of the contacts.
 
 #include <span>
-#include <utility>
 
 #include "tube/nnls.hpp"
 #include "tube/rigidity.hpp"

@@ -2,33 +2,26 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace vkm {
 
 namespace {
 
-/// Takes over the fit and distributes its multipliers over the kinds of contacts.
+/// Distributes the multipliers over the kinds of contacts.
 template <class Column>
-void record_fit(const NNLSResult& fit, const std::vector<Column>& columns, ContactStressDiagnostics& found) {
-  found.solved_nnls = true;
-  found.nnls_converged = fit.converged;
-  found.nnls_iterations = fit.iterations;
-  found.nnls_active_set_size = fit.active_set_size;
-  found.nnls_algorithm = fit.algorithm;
-  found.nnls_objective = fit.objective;
-  found.residual_norm = fit.residual_norm;
-  found.multipliers = fit.multipliers;
-  found.contact_residual = fit.relative_residual;
+void weigh_contacts(const std::vector<Column>& columns, ContactStressDiagnostics& found) {
+  const std::vector<double>& multipliers = found.multipliers;
 
   double total = 0.0;
-  for (std::size_t k = 0; k < std::min(columns.size(), fit.multipliers.size()); ++k) {
-    const double weight = std::max(fit.multipliers[k], 0.0);
+  for (std::size_t k = 0; k < std::min(columns.size(), multipliers.size()); ++k) {
+    const double weight = std::max(multipliers[k], 0.0);
     total += weight;
     if (columns[k].kind == "strut") found.strut_weight_sum += weight;
     if (columns[k].kind == "kink") found.kink_weight_sum += weight;
   }
   if (!(total > 0.0)) return;
-  for (const double multiplier : fit.multipliers) {
+  for (const double multiplier : multipliers) {
     if (!(multiplier > 0.0)) continue;
     const double share = multiplier / total;
     found.contact_entropy -= share * std::log(share);
@@ -36,6 +29,16 @@ void record_fit(const NNLSResult& fit, const std::vector<Column>& columns, Conta
 }
 
 }  // namespace
+
+void take_solution(NNLSResult solution, ContactStressDiagnostics& found) {
+  found.solved_nnls = true;
+  found.nnls_converged = solution.converged;
+  found.nnls_iterations = solution.iterations;
+  found.nnls_active_set_size = solution.active_set_size;
+  found.nnls_algorithm = std::move(solution.algorithm);
+  found.nnls_objective = solution.objective;
+  found.multipliers = std::move(solution.multipliers);
+}
 
 ContactStressDiagnostics diagnose_length_criticality(std::span<const Vec3> points, const ResolvedTubeMetrics& tube,
                                                      bool solve, const ContactFit& fit, const Poll& poll) {
@@ -58,7 +61,11 @@ ContactStressDiagnostics diagnose_length_criticality(std::span<const Vec3> point
       found.contact_residual = 1.0;
       return;
     }
-    record_fit(fitted(gradient), matrix.columns, found);
+    NNLSResult solution = fitted(gradient);
+    found.residual_norm = solution.residual_norm;
+    found.contact_residual = solution.relative_residual;
+    take_solution(std::move(solution), found);
+    weigh_contacts(matrix.columns, found);
   });
   return found;
 }

@@ -38,6 +38,9 @@ struct ContactStressDiagnostics {
   std::vector<double> multipliers;  ///< one per column
 };
 
+/// Notes a solver's multipliers and how it found them; the residuals are the caller's.
+void take_solution(NNLSResult solution, ContactStressDiagnostics& found);
+
 /// `tube` is the analysis of `points`. Without `solve` the counts and norms alone are reported.
 ContactStressDiagnostics diagnose_length_criticality(std::span<const Vec3> points, const ResolvedTubeMetrics& tube,
                                                      bool solve = true, const ContactFit& fit = {},

@@ -89,16 +89,10 @@ std::vector<double> projected_gradient(std::span<const Vec3> points, const Resol
   with_contacts(points, tube, fit_of(options), poll, [&](const auto& matrix, const auto& fitted) {
     found.rigidity_rows = matrix.row_count;
     found.rigidity_columns = matrix.column_count;
-    found.solved_nnls = matrix.column_count > 0;
-    if (!found.solved_nnls) return;
-    NNLSResult fit = fitted(gradient);
-    CompressedColumns(matrix).times(fit.multipliers, direction);
-    found.nnls_converged = fit.converged;
-    found.nnls_iterations = fit.iterations;
-    found.nnls_active_set_size = fit.active_set_size;
-    found.nnls_algorithm = std::move(fit.algorithm);
-    found.nnls_objective = fit.objective;
-    found.multipliers = std::move(fit.multipliers);
+    if (matrix.column_count == 0) return;
+    NNLSResult solution = fitted(gradient);
+    CompressedColumns(matrix).times(solution.multipliers, direction);
+    take_solution(std::move(solution), found);
   });
   for (std::size_t k = 0; k < direction.size(); ++k) direction[k] -= gradient[k];
 
