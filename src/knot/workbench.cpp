@@ -15,6 +15,7 @@
 #include "knot/fourier_helicity.hpp"
 #include "knot/fourier_series.hpp"
 #include "knot/polygon_measures.hpp"
+#include "tube/tube_analysis.hpp"
 
 namespace vkm::workbench {
 
@@ -102,8 +103,7 @@ FilamentEnergyResult compute_curve_metrics_from_fseries(const std::string& path,
 
 ResolvedTubeMetrics resolved_tube_metrics_from_fseries(const std::string& path, int nsamples, std::int32_t skip,
                                                        const Poll& poll) {
-  return ResolvedTubeGeometry::analyze(sample_curve_centered(path, nsamples, poll), std::max(skip, 1), 0.001, 1.0,
-                                       poll);
+  return analyze_tube(sample_curve_centered(path, nsamples, poll), {std::max(skip, 1), 0.001, 1.0}, poll);
 }
 
 HelicityResult compute_helicity_from_fseries(const std::string& path, const HelicityGrid& grid, const Poll& poll) {
