@@ -8,6 +8,7 @@ import subprocess
 import sys
 
 import pytest
+import vkmcore
 from click.testing import CliRunner
 from vkmcore import ParticleEvaluator, TailApproxConfig, get_embedded_knot_files, load_embedded_ideal_text
 from vkmcore.cli import cli
@@ -114,10 +115,10 @@ def test_info_tells_versions():
     import numpy
 
     facts = json.loads(run("info", "--json").stdout)
-    assert facts["version"] == "0.8.36" and facts["numpy"] == numpy.__version__
+    assert facts["version"] == vkmcore.__version__ and facts["numpy"] == numpy.__version__
     assert facts["python"].startswith("3.10.") and facts["vector_bits"] in (64, 128, 256, 512)
     assert facts["compiler"] in run("info").stdout
-    assert run("--version").stdout == "vkmcore 0.8.36\n"
+    assert run("--version").stdout == f"vkmcore {vkmcore.__version__}\n"
 
 
 def test_plot_is_a_picture(tmp_path):
@@ -163,7 +164,7 @@ def test_ctrl_c_ends_with_130_and_no_traceback():
     program = (
         "import signal\n"
         "signal.signal(signal.SIGINT, signal.default_int_handler)\n"
-        "import vkmcore.mass_table as table, vkmcore.cli as cli, sys\n"
+        "import vkmcore.mass.table as table, vkmcore.cli as cli, sys\n"
         "relax = table.ParticleEvaluator.relax\n"
         "def told(self, *rest):\n"
         "    print('relaxing', flush=True)\n"
@@ -195,7 +196,7 @@ def test_a_reader_that_goes_away_is_no_fault_to_speak_of():
 def test_a_crumpled_filament_is_drawn_through_all_its_points(tmp_path):
     pytest.importorskip("matplotlib")
     import numpy as np
-    from vkmcore.plots import plot_filaments
+    from vkmcore.pictures.filaments import plot_filaments
 
     angle = np.linspace(0.0, 2.0 * np.pi, 1200, endpoint=False)
     circle = 1e-15 * np.stack([np.cos(angle), np.sin(angle), 0.0 * angle], axis=1)
