@@ -8,7 +8,7 @@
 
 namespace vkm::elementary {
 
-/// Relative error of the pairs below, greater than measured by a factor of 4.
+/// Bound on the relative error of the pairs below.
 inline constexpr double argument_error = 0x1p-65;
 
 /// Angle in (-pi, pi] of the point (x, y), for coordinates of sizes between 2^-400 and 2^400, or y = +0 and x > 0.
@@ -29,9 +29,9 @@ VKM_INLINE Pair fast_argument(const Pair& y, const Pair& x) {
   const double nh = head(n.high);
   // products with c are exact, and so is the first difference
   const Pair top = exact_sum(n.high - c * dh, -(c * (d.high - dh)));
-  const Pair bottom = ordered_sum(d.high, c * nh);
-  const Pair v = quotient({top.high, top.low + (n.low - c * d.low)},
-                          {bottom.high, bottom.low + (c * (n.high - nh) + (d.low + c * n.low))});
+  const Pair rough = ordered_sum(d.high, c * nh);
+  const Pair bottom = ordered_sum(rough.high, rough.low + (c * (n.high - nh) + (d.low + c * n.low)));
+  const Pair v = quotient({top.high, top.low + (n.low - c * d.low)}, bottom);
   const double z = v.high * v.high;
   const double bend =
       v.high * z * (-1.0 / 3.0 + z * (1.0 / 5.0 + z * (-1.0 / 7.0 + z * (1.0 / 9.0 - z * (1.0 / 11.0)))));

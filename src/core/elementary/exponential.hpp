@@ -9,7 +9,7 @@
 
 namespace vkm::elementary {
 
-/// Relative error of the pairs below, greater than measured by a factor of 4.
+/// Bound on the relative error of the pairs below.
 inline constexpr double exp_error = 0x1p-67;
 
 /// fraction 2^exponent, with a fraction between 0.99 and 2.

@@ -10,7 +10,7 @@
 
 namespace vkm::elementary {
 
-/// Relative errors of the pairs below, greater than measured by a factor of 4.
+/// Bounds on the relative errors of the pairs below.
 inline constexpr double log_error = 0x1p-66;
 inline constexpr double finer_log_error = 0x1p-74;
 
@@ -82,7 +82,8 @@ VKM_INLINE Pair finer_log(double x, double exponent = 0.0) {
 VKM_INLINE double try_log(double x) {
   const Pair value = fast_log(x);
   const bool reached = (x >= 0x1p-1022) & (x < infinity);
-  return reached ? (x == 1.0 ? 0.0 : rounded(value, magnitude(value.high) * log_error)) : nan;
+  const double near = rounded(value, magnitude(value.high) * log_error);
+  return reached ? near : nan;
 }
 
 }  // namespace vkm::elementary

@@ -48,7 +48,7 @@ VKM_INLINE Pair product(double a, double b) {
   const double bh = head(b);
   const double al = a - ah;
   const double bl = b - bh;
-  return {value, ((ah * bh - value) + (ah * bl + al * bh)) + al * bl};
+  return {value, (((ah * bh - value) + ah * bl) + al * bh) + al * bl};
 }
 
 /// a^2 likewise.
@@ -69,7 +69,7 @@ VKM_INLINE Pair sum(const Pair& a, const Pair& b) {
   return ordered_sum(s.high, s.low + (a.low + b.low));
 }
 
-/// n / d, to about 2^-100.
+/// n / d, to about 2^-100; the low part of d is below its last place.
 VKM_INLINE Pair quotient(const Pair& n, const Pair& d) {
   const double inverse = 1.0 / d.high;
   const double first = n.high * inverse;

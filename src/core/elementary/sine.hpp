@@ -11,8 +11,8 @@ namespace vkm::elementary {
 
 /// Greatest |x| of the fast reduction.
 inline constexpr double sine_range = 1e8;
-/// Relative error of the pairs below, greater than measured by a factor of 4.
-inline constexpr double sine_error = 0x1p-66;
+/// Bound on the relative error of the pairs below.
+inline constexpr double sine_error = 0x1p-65;
 
 struct SinCosPair {
   Pair sin, cos;
