@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "evidence/quiet_nan.hpp"
 
@@ -41,9 +42,9 @@ QSSSpectrumResult QSSSpectroscopyAPI::eigen_2x2(std::span<const double> m) {
   const auto residual = [t, det](const std::complex<double>& z) {
     const double x = z.real();
     const double y = z.imag();
-    return std::hypot(x * x - y * y - x * t + det, 2.0 * x * y - y * t);
+    return vkm::hypot(x * x - y * y - x * t + det, 2.0 * x * y - y * t);
   };
-  const auto modulus = [](const std::complex<double>& z) { return std::hypot(z.real(), z.imag()); };
+  const auto modulus = [](const std::complex<double>& z) { return vkm::hypot(z.real(), z.imag()); };
   const auto& z = result.eigenvalues;
   result.eigen_residual = std::max(residual(z[0]), residual(z[1]));
   const double low = std::min(modulus(z[0]), modulus(z[1]));
@@ -76,7 +77,7 @@ QSSPseudospectrumResult QSSSpectroscopyAPI::pseudospectrum_diag_2x2(double a00, 
     for (std::int64_t j = 0; j < n_imag; ++j) {
       if ((result.samples.size() & 1023) == 0) heartbeat.tick();
       const double y = grid_value(j, n_imag, imag_min, imag_max);
-      const double distance = std::min(std::hypot(x - a00, y), std::hypot(x - a11, y));
+      const double distance = std::min(vkm::hypot(x - a00, y), vkm::hypot(x - a11, y));
       const double norm = 1.0 / std::max(1e-30, distance);
       result.samples.push_back({x, y, norm});
       if (norm > result.max_resolvent_norm) result.max_resolvent_norm = norm;

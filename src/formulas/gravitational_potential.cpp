@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "core/elementary.hpp"
 #include "core/finite.hpp"
 #include "core/kernel.hpp"
 #include "core/lanes.hpp"
@@ -84,7 +85,7 @@ VKM_KERNEL void gradient_block(const Vec3* positions, const Vec3* vorticity, std
     if (!exponents(positions[j], targets.x, targets.y, targets.z, width, q) && finite) continue;
     for (std::size_t k = 0; k < lane_block; ++k) {
       if (targets.first + k == j || (finite && q[k] > vanished_exponent)) continue;
-      const double g = std::exp(-q[k]);
+      const double g = vkm::exp(-q[k]);
       sum_x[k] += g * vorticity[j][0];
       sum_y[k] += g * vorticity[j][1];
       sum_z[k] += g * vorticity[j][2];

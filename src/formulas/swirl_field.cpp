@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 
 namespace vkm {
@@ -27,7 +28,7 @@ std::vector<std::array<float, 2>> swirl_field(std::int32_t res, float time, cons
       const float x = static_cast<float>(j) / n - 0.5F;
       const float r2 = x * x + y * y + 1e-5F;
       const float r = std::sqrt(r2);
-      const float m = 1.0F + 0.03F * std::sin(10.0F * r - T);
+      const float m = 1.0F + 0.03F * vkm::sin(10.0F * r - T);
       const float A = 0.1F / r2;
       const float B = 0.25F / r;
       *out++ = {(-A * y - B * x) * m, (-A * x + B * y) * m};

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
 #include "core/text_file.hpp"
@@ -66,8 +67,8 @@ void FourierKnot::reconstruct(std::size_t count, const Poll& poll) {
     for (std::size_t i = 0; i < n; ++i) {
       // In this order of products, which is not the i + 1 times s_k of evaluate_fourier_block in its last bits.
       const double angle = static_cast<double>(i + 1) * static_cast<double>(k) * step;
-      const double c = std::cos(angle);
-      const double d = std::sin(angle);
+      const double c = vkm::cos(angle);
+      const double d = vkm::sin(angle);
       r[0] += block.a_x[i] * c + block.b_x[i] * d;
       r[1] += block.a_y[i] * c + block.b_y[i] * d;
       r[2] += block.a_z[i] * c + block.b_z[i] * d;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "core/text_file.hpp"
 #include "core/text_numbers.hpp"
@@ -106,8 +107,8 @@ std::vector<Vec3> evaluate_fourier_block(const FourierBlock& block, std::span<co
   for (const double parameter : s) {
     Vec3 r{};
     for (const Row& row : rows) {
-      const double c = std::cos(row.harmonic * parameter);
-      const double d = std::sin(row.harmonic * parameter);
+      const double c = vkm::cos(row.harmonic * parameter);
+      const double d = vkm::sin(row.harmonic * parameter);
       for (std::size_t axis = 0; axis < 3; ++axis) r[axis] += row.a[axis] * c + row.b[axis] * d;
     }
     // A row of zeros adds nothing, but for an angle without sine and cosine, whose product with 0 is no number.
@@ -129,8 +130,8 @@ std::array<Vec3, 4> evaluate_with_derivatives(const FourierBlock& block, double 
   Vec3 r3{};
   for (std::size_t i = 0; i < n; ++i) {
     const double j = static_cast<double>(i + 1);
-    const double c = std::cos(j * s);
-    const double d = std::sin(j * s);
+    const double c = vkm::cos(j * s);
+    const double d = vkm::sin(j * s);
     const Vec3 a{entry(block.a_x, i), entry(block.a_y, i), entry(block.a_z, i)};
     const Vec3 b{entry(block.b_x, i), entry(block.b_y, i), entry(block.b_z, i)};
     for (std::size_t axis = 0; axis < 3; ++axis) {

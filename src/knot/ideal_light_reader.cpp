@@ -5,6 +5,7 @@
 #include <cmath>
 #include <optional>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
 #include "core/text_numbers.hpp"
@@ -65,8 +66,8 @@ std::vector<Vec3> sample(const Coefficients& rows, int resolution, Heartbeat& he
     const double t = i * two_pi / resolution;
     Vec3 r = rows.a[0];
     for (int k = 1; k <= rows.greatest; ++k) {
-      const double c = std::cos(k * t);
-      const double d = std::sin(k * t);
+      const double c = vkm::cos(k * t);
+      const double d = vkm::sin(k * t);
       r += rows.a[static_cast<std::size_t>(k)] * c + rows.b[static_cast<std::size_t>(k)] * d;
     }
     points.push_back(r);

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "core/elementary.hpp"
 #include "core/numbers.hpp"
 #include "filament/topology/gauss_terms.hpp"
 
@@ -19,8 +20,8 @@ FourierResult evaluate_fourier_series(std::span<const std::array<double, 6>> row
     Vec3 tangent{};
     for (std::size_t row = 0; row < rows.size(); ++row) {
       const double j = static_cast<double>(row);
-      const double c = std::cos(j * parameter);
-      const double d = std::sin(j * parameter);
+      const double c = vkm::cos(j * parameter);
+      const double d = vkm::sin(j * parameter);
       for (std::size_t axis = 0; axis < 3; ++axis) {
         const double a = rows[row][2 * axis];
         const double b = rows[row][2 * axis + 1];

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "core/elementary.hpp"
+
 namespace vkm::spectral {
 
 namespace {
@@ -77,7 +79,7 @@ SquareMatrix assemble_transfer_kernel(const Grid1D& grid, std::span<const double
     double sum = 0.0;
     for (std::size_t j = 0; j < kernel.n; ++j) {
       const double d = u[i] - u[j];
-      kernel(i, j) = std::exp(-0.5 * (d * d) / (s * s) - potential_scale * potential[j]);
+      kernel(i, j) = vkm::exp(-0.5 * (d * d) / (s * s) - potential_scale * potential[j]);
       sum += kernel(i, j);
     }
     if (normalize_rows && sum > 0.0) {

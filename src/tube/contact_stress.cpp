@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
+
 namespace vkm {
 
 namespace {
@@ -31,7 +33,7 @@ void record_fit(const NNLSResult& fit, const std::vector<Column>& columns, Conta
   for (const double multiplier : fit.multipliers) {
     if (!(multiplier > 0.0)) continue;
     const double share = multiplier / total;
-    found.contact_entropy -= share * std::log(share);
+    found.contact_entropy -= share * vkm::log(share);
   }
 }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "core/elementary.hpp"
 #include "core/kernel.hpp"
 #include "core/lanes.hpp"
 #include "core/numbers.hpp"
@@ -86,7 +87,7 @@ VKM_KERNEL double add_repulsion_row(const double* x, const double* y, const doub
     const LaneRange lanes = lanes_within(block, first, end);
     for (std::size_t k = lanes.begin; k < lanes.end; ++k) {
       const double s = (rc + rc) / std::max(std::sqrt(d2[k]), 1e-30);
-      if (s > 0.1) sum += std::pow(s, 12.0);
+      if (s > 0.1) sum += vkm::pow(s, 12.0);
     }
   }
   return sum;

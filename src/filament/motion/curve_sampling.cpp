@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
 
@@ -33,7 +34,7 @@ std::vector<Vec3> sample_circle(std::size_t count, double R, double z) {
   std::vector<Vec3> samples(count);
   for (std::size_t i = 0; i < count; ++i) {
     const double t = static_cast<double>(i) * two_pi / static_cast<double>(count);
-    samples[i] = {R * std::cos(t), R * std::sin(t), z};
+    samples[i] = {R * vkm::cos(t), R * vkm::sin(t), z};
   }
   return samples;
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/elementary.hpp"
 #include "core/numbers.hpp"
 
 namespace vkm {
@@ -11,7 +12,7 @@ namespace vkm {
 namespace {
 
 /// asin of a cosine that rounding may have put just outside [-1, 1]; NaN stays NaN.
-double clamped_asin(double value) { return std::asin(std::clamp(value, -1.0, 1.0)); }
+double clamped_asin(double value) { return vkm::asin(std::clamp(value, -1.0, 1.0)); }
 
 /// The nearest integer, halves away from zero; NaN gives 0 and values beyond the range its ends.
 std::int64_t rounded_to_64_bits(double value) {
