@@ -53,10 +53,12 @@ std::vector<double> VKMGravity::compute_swirl_coulomb_potential(std::span<const 
 
 std::vector<double> VKMGravity::compute_swirl_coulomb_force(std::span<const double> radii, double Lambda, double r_c) {
   reject_if(0.0 >= r_c, "r_c must be positive.");
-  return map(radii, [=](double r) {
-    const double denominator = vkm::pow(r * r + r_c * r_c, 1.5);
-    return 0.0 >= denominator ? 0.0 : -Lambda * r / denominator;
-  });
+  std::vector<double> denominators = map(radii, [=](double r) { return r * r + r_c * r_c; });
+  vkm::pow(denominators, 1.5, denominators);
+  std::vector<double> force(radii.size());
+  std::transform(radii.begin(), radii.end(), denominators.begin(), force.begin(),
+                 [=](double r, double denominator) { return 0.0 >= denominator ? 0.0 : -Lambda * r / denominator; });
+  return force;
 }
 
 std::vector<double> VKMGravity::compute_swirl_energy_density(std::span<const Vec3> v_field, double rho_f) {

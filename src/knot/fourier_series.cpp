@@ -8,6 +8,7 @@
 #include "core/memory.hpp"
 #include "core/text_file.hpp"
 #include "core/text_numbers.hpp"
+#include "knot/harmonics.hpp"
 
 namespace vkm {
 
@@ -104,18 +105,22 @@ std::vector<Vec3> evaluate_fourier_block(const FourierBlock& block, std::span<co
   std::vector<Vec3> points;
   points.reserve(s.size());
   Heartbeat heartbeat(poll);
-  for (const double parameter : s) {
-    Vec3 r{};
+  HarmonicColumn angles{};
+  HarmonicTurns turns;
+  for (std::size_t first = 0; first < s.size(); first += harmonic_block) {
+    const std::size_t count = std::min(harmonic_block, s.size() - first);
+    HarmonicPoints r;
     for (const Row& row : rows) {
-      const double c = vkm::cos(row.harmonic * parameter);
-      const double d = vkm::sin(row.harmonic * parameter);
-      for (std::size_t axis = 0; axis < 3; ++axis) r[axis] += row.a[axis] * c + row.b[axis] * d;
+      for (std::size_t k = 0; k < count; ++k) angles[k] = row.harmonic * s[first + k];
+      turns.turn(angles, count);
+      add_harmonic(r, turns, count, row.a, row.b);
+      heartbeat.tick();
     }
-    // A row of zeros adds nothing, but for an angle without sine and cosine, whose product with 0 is no number.
-    if (dropped && !std::isfinite(n * parameter)) {
-      for (double& coordinate : r) coordinate = std::nan("");
+    for (std::size_t k = 0; k < count; ++k) {
+      // A row of zeros adds nothing, but for an angle without sine and cosine, whose product with 0 is no number.
+      const bool lost = dropped && !std::isfinite(n * s[first + k]);
+      points.push_back(lost ? Vec3{std::nan(""), std::nan(""), std::nan("")} : r[k]);
     }
-    points.push_back(r);
     heartbeat.tick();
   }
   return points;
@@ -130,8 +135,9 @@ std::array<Vec3, 4> evaluate_with_derivatives(const FourierBlock& block, double 
   Vec3 r3{};
   for (std::size_t i = 0; i < n; ++i) {
     const double j = static_cast<double>(i + 1);
-    const double c = vkm::cos(j * s);
-    const double d = vkm::sin(j * s);
+    double c = 0.0;
+    double d = 0.0;
+    sin_cos(j * s, d, c);
     const Vec3 a{entry(block.a_x, i), entry(block.a_y, i), entry(block.a_z, i)};
     const Vec3 b{entry(block.b_x, i), entry(block.b_y, i), entry(block.b_z, i)};
     for (std::size_t axis = 0; axis < 3; ++axis) {

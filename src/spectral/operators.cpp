@@ -79,9 +79,11 @@ SquareMatrix assemble_transfer_kernel(const Grid1D& grid, std::span<const double
     double sum = 0.0;
     for (std::size_t j = 0; j < kernel.n; ++j) {
       const double d = u[i] - u[j];
-      kernel(i, j) = vkm::exp(-0.5 * (d * d) / (s * s) - potential_scale * potential[j]);
-      sum += kernel(i, j);
+      kernel(i, j) = -0.5 * (d * d) / (s * s) - potential_scale * potential[j];
     }
+    const std::span<double> row(&kernel(i, 0), kernel.n);
+    vkm::exp(row, row);
+    for (const double value : row) sum += value;
     if (normalize_rows && sum > 0.0) {
       for (std::size_t j = 0; j < kernel.n; ++j) kernel(i, j) /= sum;
     }

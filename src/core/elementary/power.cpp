@@ -1,3 +1,5 @@
+#include "core/elementary/power.hpp"
+
 #include <cmath>
 
 #include "core/elementary.hpp"
@@ -11,36 +13,6 @@ using namespace elementary;
 
 namespace {
 
-constexpr double few_error = 0x1p-96;  // of a product of at most sixteen pairs
-
-/// x^n for 1 <= n <= 16, by squarings.
-Pair whole_power(double x, unsigned n) {
-  Pair square = {x, 0.0};
-  Pair result = {1.0, 0.0};
-  bool empty = true;
-  for (; n != 0; n >>= 1) {
-    if ((n & 1) != 0) result = empty ? square : product(result, square);
-    if ((n & 1) != 0) empty = false;
-    if (n > 1) square = product(square, square);
-  }
-  return result;
-}
-
-/// x^(3/2).
-VKM_INLINE Pair three_halves_power(double x) {
-  const double root = __builtin_sqrt(x);
-  const Pair back = square(root);
-  const Pair whole = ordered_sum(root, ((x - back.high) - back.low) * 0.5 / root);
-  const Pair p = product(x, whole.high);
-  return ordered_sum(p.high, p.low + x * whole.low);
-}
-
-VKM_INLINE double try_three_halves_power(double x) {
-  const Pair value = three_halves_power(x);
-  const double near = rounded(value, value.high * few_error);
-  return (x >= 0x1p-400) & (x <= 0x1p400) ? near : nan;
-}
-
 VKM_KERNEL std::size_t three_halves_lanes(const double* x, std::size_t count, double* values) {
   std::size_t missed = 0;
   for (std::size_t i = 0; i < count; ++i) {
@@ -51,20 +23,21 @@ VKM_KERNEL std::size_t three_halves_lanes(const double* x, std::size_t count, do
   return missed;
 }
 
-/// The powers that are products of few factors, else NaN; for 2^-60 <= x <= 2^60.
+/// The powers that are products of few factors, else NaN.
 double simple_power(double x, double y) {
   if (y == 1.5) return try_three_halves_power(x);
-  if (!(y >= 1.0 && y <= 16.0) || y != std::floor(y)) return nan;
-  const Pair value = whole_power(x, static_cast<unsigned>(y));
-  return rounded(value, value.high * few_error);
+  if (y == 2.0) return try_whole_power<2>(x);
+  if (y == 3.0) return try_whole_power<3>(x);
+  if (y == 4.0) return try_whole_power<4>(x);
+  if (y == 5.0) return try_whole_power<5>(x);
+  if (y == 12.0) return try_whole_power<12>(x);
+  return nan;
 }
 
 /// x^y for 0 < x < infinity other than 1 and a finite y other than 0.
 double positive_power(double x, double y) {
-  if (x >= 0x1p-60 && x <= 0x1p60) {
-    const double simple = simple_power(x, y);
-    if (simple == simple) return simple;
-  }
+  const double simple = simple_power(x, y);
+  if (simple == simple) return simple;
   const Pair logarithm = x < 0x1p-1022 ? finer_log(x * 0x1p54, -54.0) : finer_log(x);
   const double size = logarithm.high * y;
   if (size > 710.0) return infinity;
