@@ -26,14 +26,14 @@ VKM_INLINE ScaledPair fast_exp(const Pair& x) {
   const double shifted = x.high * steps_per_unit + shift;
   const double multiple = shifted - shift;
   const std::uint64_t step = std::bit_cast<std::uint64_t>(shifted);
-  const Pair r = exact_sum(x.high - multiple * exp_step1, -multiple * exp_step2);  // the first difference is exact
-  const double low = r.low + x.low;
+  const Pair first = exact_sum(x.high - multiple * exp_step1, -multiple * exp_step2);  // the first difference is exact
+  const Pair r = exact_sum(first.high, first.low + x.low);
   const double rh = head(r.high);
-  const double rl = (r.high - rh) + low;
+  const double rl = (r.high - rh) + r.low;
   const double z = r.high * r.high;
   const double bend =
       z * (0.5 + r.high * (1.0 / 6.0 + r.high * (1.0 / 24.0 + r.high * (1.0 / 120.0 + r.high * (1.0 / 720.0))))) +
-      r.high * low;
+      r.high * r.low;
   const Parts& t = exp_table[step & (exp_steps - 1)];
   const Pair main = ordered_sum(t.head, t.head * rh);
   const double rest = main.low + (t.rest + (t.head * rl + t.rest * r.high) + (t.head + t.rest) * bend);
