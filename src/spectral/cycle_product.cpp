@@ -69,7 +69,7 @@ VKM_INLINE Determinant log_derivative(const Factor& factor, double zr, double zi
 Complex cycle_exponential(double t, double length) { return vkm::exp(Complex(-0.5 * length, -t * length)); }
 
 // The kernels below leave NaN in lanes that they cannot reach and return how many there are; these lanes are then
-// evaluated with the standard library, which also finds the NaN that is meant.
+// evaluated with the functions of the core, which also find the NaN that is meant.
 
 VKM_KERNEL std::size_t ordinary_log_lanes(const double* t, std::size_t count, const Factor& factor, double* log_lanes,
                                           double* argument_lanes) {
