@@ -29,8 +29,9 @@ void sin(std::span<const double> x, std::span<double> result);
 void cos(std::span<const double> x, std::span<double> result);
 void sin_cos(std::span<const double> x, std::span<double> sines, std::span<double> cosines);
 
-/// Sine in single precision: that of the double, rounded once more.
+/// Sine in single precision, within 0.5001 units in its last place.
 float sin(float x);
+void sin(std::span<const float> x, std::span<float> result);
 
 /// Inverse sine in [-pi/2, pi/2] and inverse cosine in [0, pi]; NaN for |x| > 1.
 double asin(double x);

@@ -22,7 +22,7 @@ std::vector<std::array<float, 2>> swirl_field(std::int32_t res, float time, cons
   const float T = time * 6.0F;
   const auto n = static_cast<float>(res);
   auto* out = field.data();
-  std::vector<double> phase(side);  // of the modulation along a row, and its sine
+  std::vector<float> phase(side);  // of the modulation along a row, and its sine
   for (std::int32_t i = 0; i < res; ++i) {
     const float y = static_cast<float>(i) / n - 0.5F;
     const auto r2_at = [&](float x) { return x * x + y * y + 1e-5F; };
@@ -35,7 +35,7 @@ std::vector<std::array<float, 2>> swirl_field(std::int32_t res, float time, cons
       const float x = static_cast<float>(j) / n - 0.5F;
       const float r2 = r2_at(x);
       const float r = std::sqrt(r2);
-      const float m = 1.0F + 0.03F * static_cast<float>(phase[j]);
+      const float m = 1.0F + 0.03F * phase[j];
       const float A = 0.1F / r2;
       const float B = 0.25F / r;
       *out++ = {(-A * y - B * x) * m, (-A * x + B * y) * m};

@@ -133,11 +133,18 @@ std::array<Vec3, 4> evaluate_with_derivatives(const FourierBlock& block, double 
   Vec3 r1{};
   Vec3 r2{};
   Vec3 r3{};
+  HarmonicColumn angles{};
+  HarmonicTurns turns;
   for (std::size_t i = 0; i < n; ++i) {
     const double j = static_cast<double>(i + 1);
-    double c = 0.0;
-    double d = 0.0;
-    sin_cos(j * s, d, c);
+    const std::size_t k = i % harmonic_block;
+    if (k == 0) {
+      const std::size_t count = std::min(harmonic_block, n - i);
+      for (std::size_t l = 0; l < count; ++l) angles[l] = static_cast<double>(i + l + 1) * s;
+      turns.turn(angles, count);
+    }
+    const double c = turns.cosine[k];
+    const double d = turns.sine[k];
     const Vec3 a{entry(block.a_x, i), entry(block.a_y, i), entry(block.a_z, i)};
     const Vec3 b{entry(block.b_x, i), entry(block.b_y, i), entry(block.b_z, i)};
     for (std::size_t axis = 0; axis < 3; ++axis) {

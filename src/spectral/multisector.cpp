@@ -37,6 +37,23 @@ std::optional<double> node_mismatch(std::span<const double> t, std::span<const d
   return sum;
 }
 
+/// |e^z|, as the hypotenuse of its parts.
+void exponential_sizes(std::span<const double> real, std::span<const double> imaginary, std::span<double> sizes) {
+  std::vector<double> sines(real.size());
+  std::vector<double> cosines(real.size());
+  vkm::exp(real, sizes);
+  vkm::sin_cos(imaginary, sines, cosines);
+  for (std::size_t i = 0; i < real.size(); ++i) {
+    // Where a part overflows or has no value, exp of a complex number knows better.
+    const bool plain = real[i] <= 700.0 && std::isfinite(imaginary[i]);
+    const Complex phi =
+        plain ? Complex(sizes[i] * cosines[i], sizes[i] * sines[i]) : vkm::exp(Complex(real[i], imaginary[i]));
+    cosines[i] = phi.real();
+    sines[i] = phi.imag();
+  }
+  vkm::hypot(cosines, sines, sizes);
+}
+
 std::vector<double> single_abs(std::span<const double> t, const Sectors& sectors, const MultisectorConfig& config,
                                const Poll& poll) {
   return evaluate_multisector_abs(t, sectors, {&config.truncation_M, 1}, config, poll);
@@ -72,10 +89,7 @@ std::vector<double> evaluate_multisector_abs(std::span<const double> t, const Se
       sectors, config.ell_trefoil, truncations, t, log_completion(config),
       [&](std::size_t row, std::size_t first, std::span<const double> real, std::span<const double> imaginary) {
         double* out = values.data() + row * t.size() + first;
-        for (std::size_t i = 0; i < real.size(); ++i) {
-          const Complex phi = vkm::exp(Complex(real[i], imaginary[i]));
-          out[i] = vkm::hypot(phi.real(), phi.imag());
-        }
+        exponential_sizes(real, imaginary, {out, real.size()});
       },
       poll);
   return values;

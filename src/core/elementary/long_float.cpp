@@ -167,11 +167,13 @@ LongFloat operator*(const LongFloat& a, const LongFloat& b) {
 
 LongFloat divided(const LongFloat& x, std::uint32_t n) {
   std::array<std::uint64_t, 5> quotient{};
-  std::uint64_t rest = 0;
+  std::uint64_t rest = 0;  // below 2^32
   for (int i = 4; i >= 0; --i) {
-    const Double64 part = static_cast<Double64>(rest) << 64 | (i > 0 ? x.limbs[i - 1] : 0);
-    quotient[i] = static_cast<std::uint64_t>(part / n);
-    rest = static_cast<std::uint64_t>(part % n);
+    const std::uint64_t word = i > 0 ? x.limbs[i - 1] : 0;
+    const std::uint64_t high = rest << 32 | word >> 32;
+    const std::uint64_t low = high % n << 32 | (word & 0xffffffffU);
+    quotient[i] = high / n << 32 | low / n;
+    rest = low % n;
   }
   LongFloat result = long_float(quotient.data(), 5, x.exponent);
   result.negative = x.negative;

@@ -58,6 +58,15 @@ VKM_KERNEL std::size_t sin_cos_lanes(const double* x, std::size_t count, double*
   return missed;
 }
 
+/// Returns whether all of them are in the range; if one is not, none is written.
+VKM_KERNEL bool single_sine_lanes(const float* x, std::size_t count, float* values) {
+  int reached = 1;
+  for (std::size_t i = 0; i < count; ++i) reached &= (x[i] <= 1e5F) & (x[i] >= -1e5F) ? 1 : 0;
+  if (reached == 0) return false;
+  for (std::size_t i = 0; i < count; ++i) values[i] = try_sin(x[i]);
+  return true;
+}
+
 }  // namespace
 
 double sin(double x) {
@@ -96,7 +105,15 @@ double tan(double x) {
   return to_double(exact.sin / exact.cos);
 }
 
-float sin(float x) { return static_cast<float>(sin(static_cast<double>(x))); }
+float sin(float x) {
+  const float near = try_sin(x);
+  return near == near ? near : static_cast<float>(sin(static_cast<double>(x)));
+}
+
+void sin(std::span<const float> x, std::span<float> result) {
+  if (single_sine_lanes(x.data(), x.size(), result.data())) return;
+  for (std::size_t i = 0; i < x.size(); ++i) result[i] = sin(x[i]);
+}
 
 void sin(std::span<const double> x, std::span<double> result) {
   lanes_of(x, result, sine_lanes, [](double a) { return sin(a); });

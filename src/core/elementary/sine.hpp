@@ -65,4 +65,27 @@ VKM_INLINE SinCos try_sin_cos(double x) {
   return {tiny ? x : (reached ? s : nan), reached ? c : nan};
 }
 
+/// Sine in single precision for |x| <= 1e5, by pi in two pieces and a Taylor series in double precision; else NaN.
+VKM_INLINE float try_sin(float x) {
+  constexpr double pi_head = 0x1.921fb54400000p+1;  // 33 bits: products with a multiple of 15 are exact
+  constexpr double pi_rest = 0x1.0b4611a626331p-33;
+  constexpr double shift = 0x1.8p52;
+  const double wide = static_cast<double>(x);
+  const double shifted = wide * 0x1.45f306dc9c883p-2 + shift;
+  const double multiple = shifted - shift;
+  const double y = (wide - multiple * pi_head) - multiple * pi_rest;
+  const double z = y * y;
+  double series = -1.0 / 1307674368000.0 + z * (1.0 / 355687428096000.0);
+  series = 1.0 / 6227020800.0 + z * series;
+  series = -1.0 / 39916800.0 + z * series;
+  series = 1.0 / 362880.0 + z * series;
+  series = -1.0 / 5040.0 + z * series;
+  series = 1.0 / 120.0 + z * series;
+  series = -1.0 / 6.0 + z * series;
+  const double sine = y + y * (z * series);
+  const std::uint64_t sign = std::bit_cast<std::uint64_t>(shifted) << 63;
+  const double value = std::bit_cast<double>(std::bit_cast<std::uint64_t>(sine) ^ sign);
+  return magnitude(wide) <= 1e5 ? static_cast<float>(value) : std::numeric_limits<float>::quiet_NaN();
+}
+
 }  // namespace vkm::elementary
