@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "core/elementary.hpp"
+#include "core/elementary/exponential.hpp"
 #include "core/finite.hpp"
 #include "core/numbers.hpp"
 #include "core/pair_sums.hpp"
@@ -65,9 +67,11 @@ VKM_KERNEL void gradient_block(const Vec3* positions, const Vec3* vorticity, std
   double q[lane_block];
   for (std::size_t j = 0; j < count; ++j) {
     if (!exponents(positions[j], targets.at, width, q) && finite) continue;
+    double factor[lane_block];
+    for (std::size_t k = 0; k < lane_block; ++k) factor[k] = elementary::try_exp(-q[k]);
     for (std::size_t k = 0; k < lane_block; ++k) {
       if (targets.first + k == j || (finite && q[k] > vanished_exponent)) continue;
-      const double g = std::exp(-q[k]);
+      const double g = std::isnan(factor[k]) ? vkm::exp(-q[k]) : factor[k];
       sum_x[k] += g * vorticity[j][0];
       sum_y[k] += g * vorticity[j][1];
       sum_z[k] += g * vorticity[j][2];

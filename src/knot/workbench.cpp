@@ -9,6 +9,7 @@
 #include <tuple>
 #include <utility>
 
+#include "core/elementary.hpp"
 #include "core/numbers.hpp"
 #include "filament/energy/nonlocal_energy.hpp"
 #include "knot/curve_descriptors.hpp"
@@ -131,7 +132,7 @@ FilamentEnergyResult compute_filament_energy_from_fseries(const std::string& pat
   const double local = params.Gamma * params.Gamma * params.rho_local;
   if (params.include_local_match && params.s_cut_local > 0.0 && params.a_core > 0.0) {
     result.E_local_match =
-        (std::log(params.s_cut_local / params.a_core) + params.c_rankine_outer) * (local / four_pi) * result.L;
+        (vkm::log(params.s_cut_local / params.a_core) + params.c_rankine_outer) * (local / four_pi) * result.L;
   }
   if (params.include_core_int) result.E_core_int = (local / sixteen_pi) * result.L;
   result.E_total = result.E_nonlocal + result.E_local_match + result.E_core_int;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
 #include "core/pair_sums.hpp"
@@ -81,8 +82,8 @@ struct Samples {
     sines.resize(angles);
     for (std::size_t a = 0; a < angles; ++a) {
       const double angle = (static_cast<double>(a) + 0.5) * two_pi / static_cast<double>(angles);
-      cosines[a] = std::cos(angle);
-      sines[a] = std::sin(angle);
+      cosines[a] = vkm::cos(angle);
+      sines[a] = vkm::sin(angle);
     }
   }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "tube/corner.hpp"
 #include "tube/polygon_index.hpp"
 
@@ -78,8 +79,8 @@ ContactGradient kink_minrad_plus_gradient(std::span<const Vec3> points, const Ki
   const double length_N = norm(N);
   if (length_N <= tube_epsilon) return gradient;
   const Vec3 nh = N / length_N;
-  const double C = 2.0 * std::cos(theta) - 2.0;
-  const double T = std::tan(theta / 2.0);
+  const double C = 2.0 * vkm::cos(theta) - 2.0;
+  const double T = vkm::tan(theta / 2.0);
   if (std::fabs(C) <= tube_epsilon || std::fabs(T) <= tube_epsilon) return gradient;
   const double dtheta = lb / C;
   const Vec3 gl = b / (2.0 * T * lb);

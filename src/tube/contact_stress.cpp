@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "core/elementary.hpp"
+
 namespace vkm {
 
 namespace {
@@ -24,7 +26,7 @@ void weigh_contacts(const std::vector<Column>& columns, ContactStressDiagnostics
   for (const double multiplier : multipliers) {
     if (!(multiplier > 0.0)) continue;
     const double share = multiplier / total;
-    found.contact_entropy -= share * std::log(share);
+    found.contact_entropy -= share * vkm::log(share);
   }
 }
 

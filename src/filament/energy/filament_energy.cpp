@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstddef>
 
+#include "core/elementary.hpp"
+#include "core/elementary/power.hpp"
 #include "core/numbers.hpp"
 #include "core/pair_sums.hpp"
 #include "core/polygon_edges.hpp"
@@ -75,10 +77,16 @@ VKM_KERNEL double add_repulsion_row(const LaneView& at, std::size_t i, std::size
       near |= d2[k] > reach2 ? 0 : 1;
     }
     if (near == 0) continue;
+    double s[lane_block];
+    double power[lane_block];
+    for (std::size_t k = 0; k < lane_block; ++k) {
+      const double r = std::sqrt(d2[k]);
+      s[k] = (rc + rc) / (r < 1e-30 ? 1e-30 : r);
+      power[k] = elementary::try_whole_power<12>(s[k]);
+    }
     const LaneRange lanes = lanes_within(block, first, end);
     for (std::size_t k = lanes.begin; k < lanes.end; ++k) {
-      const double s = (rc + rc) / std::max(std::sqrt(d2[k]), 1e-30);
-      if (s > 0.1) sum += std::pow(s, 12.0);
+      if (s[k] > 0.1) sum += std::isnan(power[k]) ? vkm::pow(s[k], 12.0) : power[k];
     }
   }
   return sum;

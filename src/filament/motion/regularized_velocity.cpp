@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "core/numbers.hpp"
 #include "core/pair_sums.hpp"
 #include "core/polygon_edges.hpp"
@@ -61,7 +62,7 @@ Vec3 local_induction(const Vec3& a, const Vec3& b, double core, double constant,
   constexpr double least_length = 1e-30;
   const double la = std::max(least_length, norm(a));
   const double lb = std::max(least_length, norm(b));
-  const double c = (std::log(2.0 * std::sqrt(la * lb) / core) + constant) * strength;
+  const double c = (vkm::log(2.0 * std::sqrt(la * lb) / core) + constant) * strength;
   return cross(a, b) * (2.0 * c) / (la * lb * (lb + la));
 }
 
@@ -69,7 +70,7 @@ Vec3 local_induction(const Vec3& a, const Vec3& b, double core, double constant,
 
 FilamentVelocity filament_velocity(std::span<const Filament> filaments, const FilamentOptions& options,
                                    const Poll& poll) {
-  const double core = std::exp(options.core_delta) * std::max(1e-30, options.core_radius);
+  const double core = vkm::exp(options.core_delta) * std::max(1e-30, options.core_radius);
   const double soft2 = options.a_sim * options.a_sim;
   std::vector<Segments> edges;
   FilamentVelocity result;
