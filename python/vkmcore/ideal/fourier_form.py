@@ -219,7 +219,7 @@ def polish(
     form = form.scaled(1.0 / first.thickness)
     best, least = form, first.ropelength
     problem = _Polish(form)
-    stiffness, stalled = 400.0, 0
+    stiffness, stalled = 2000.0, 0
     for _ in range(rounds):
         form = problem.descend(form, stiffness, steps)
         measures = measure(form)
@@ -230,7 +230,7 @@ def polish(
         if stalled == 3:
             break
         problem.update(form, stiffness)
-        stiffness = min(stiffness * 1.6, 4000.0)
+        stiffness = min(stiffness * 1.3, 8000.0)
     return best
 
 
