@@ -8,7 +8,7 @@ from collections.abc import Callable
 import _native
 import numpy as np
 from harness import Case, best_time, plain
-from vkmcore.tightening import watched_tighten
+from vkmcore.tube.tightening import watched_tighten
 
 
 def trefoil(n: int) -> np.ndarray:

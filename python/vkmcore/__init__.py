@@ -20,11 +20,11 @@ globals().update({name: getattr(_native, name) for name in __all__})
 
 def __getattr__(name: str) -> object:
     if name == "simulate":
-        from vkmcore.simulation import simulate
+        from vkmcore.dynamics.simulation import simulate
 
         return simulate
     if name == "load_trajectory":
-        from vkmcore.trajectory import load_trajectory
+        from vkmcore.dynamics.trajectory import load_trajectory
 
         return load_trajectory
     if name == "__version__":

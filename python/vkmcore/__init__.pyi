@@ -1,6 +1,6 @@
 from vkmcore import _native as _native
 from vkmcore._native import *
-from vkmcore.simulation import simulate as simulate
-from vkmcore.trajectory import load_trajectory as load_trajectory
+from vkmcore.dynamics.simulation import simulate as simulate
+from vkmcore.dynamics.trajectory import load_trajectory as load_trajectory
 
 __version__: str

@@ -1,4 +1,4 @@
-#include "filament/vortex_knot_system.hpp"
+#include "filament/motion/vortex_knot_system.hpp"
 #include "formulas/flow_fields.hpp"
 #include "formulas/fluid_dynamics.hpp"
 #include "mass/canonical_constants.hpp"

@@ -1,5 +1,5 @@
-#include "filament/biot_savart.hpp"
-#include "filament/grid_fields.hpp"
+#include "filament/grid/periodic_box.hpp"
+#include "filament/sums/biot_savart.hpp"
 #include "knot/fourier_helicity.hpp"
 #include "knot/knot_registrars.hpp"
 

@@ -1,3 +1,4 @@
+#include "filament/filament_registrars.hpp"
 #include "knot/knot_registrars.hpp"
 #include "mass/mass_registrars.hpp"
 #include "module/binders.hpp"

@@ -1,4 +1,4 @@
-#include "filament/vortex_knot_system.hpp"
+#include "filament/motion/vortex_knot_system.hpp"
 #include "knot/knot_registrars.hpp"
 #include "knot/named_knot.hpp"
 

@@ -6,7 +6,7 @@
 
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
-#include "filament/topology_measures.hpp"
+#include "filament/topology/topology_measures.hpp"
 #include "knot/self_distance.hpp"
 
 namespace vkm {

@@ -4,8 +4,8 @@
 #include <stdexcept>
 
 #include "core/memory.hpp"
-#include "filament/biot_savart.hpp"
-#include "filament/grid_fields.hpp"
+#include "filament/grid/periodic_box.hpp"
+#include "filament/sums/biot_savart.hpp"
 #include "knot/named_knot.hpp"
 
 namespace vkm {

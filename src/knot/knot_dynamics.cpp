@@ -4,7 +4,7 @@
 #include <stdexcept>
 
 #include "core/numbers.hpp"
-#include "filament/gauss_terms.hpp"
+#include "filament/topology/gauss_terms.hpp"
 
 namespace vkm::KnotDynamics {
 

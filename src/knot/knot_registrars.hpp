@@ -11,7 +11,6 @@ void register_ideal_database(py::module_& m);
 void register_catalogue(py::module_& m);
 void register_curve_descriptors(py::module_& m);
 void register_planar_diagram(py::module_& m);
-void register_topology_measures(py::module_& m);
 void register_fourier_helicity(py::module_& m);
 void register_vortex_knot_system(py::module_& m);
 

@@ -10,7 +10,7 @@
 #include <utility>
 
 #include "core/numbers.hpp"
-#include "filament/nonlocal_energy.hpp"
+#include "filament/energy/nonlocal_energy.hpp"
 #include "knot/curve_descriptors.hpp"
 #include "knot/fourier_helicity.hpp"
 #include "knot/fourier_series.hpp"

@@ -1,8 +1,8 @@
 #include "mass/relativistic_metrics.hpp"
 
 #include "core/time_dilation.hpp"
-#include "filament/biot_savart.hpp"
-#include "filament/frames.hpp"
+#include "filament/motion/frames.hpp"
+#include "filament/sums/biot_savart.hpp"
 
 namespace vkm {
 

@@ -9,7 +9,9 @@ import pytest
 import vkmcore
 from click.testing import CliRunner
 from vkmcore.cli import cli
-from vkmcore.planar_diagram import DiagramSettings, closed_curve, passages, planar_diagram, richest_projection, strands
+from vkmcore.curves.planar_diagram import DiagramSettings, planar_diagram
+from vkmcore.curves.reader import closed_curve
+from vkmcore.pictures.diagram import passages, richest_projection, strands
 
 ADAPTER = Path(__file__).parents[2] / "examples" / "hyperbolic_volume_adapter"
 

@@ -163,7 +163,7 @@ def test_ctrl_c_ends_with_130_and_no_traceback():
     program = (
         "import signal\n"
         "signal.signal(signal.SIGINT, signal.default_int_handler)\n"
-        "import vkmcore.mass_table as table, vkmcore.cli as cli, sys\n"
+        "import vkmcore.mass.table as table, vkmcore.cli as cli, sys\n"
         "relax = table.ParticleEvaluator.relax\n"
         "def told(self, *rest):\n"
         "    print('relaxing', flush=True)\n"
@@ -195,7 +195,7 @@ def test_a_reader_that_goes_away_is_no_fault_to_speak_of():
 def test_a_crumpled_filament_is_drawn_through_all_its_points(tmp_path):
     pytest.importorskip("matplotlib")
     import numpy as np
-    from vkmcore.plots import plot_filaments
+    from vkmcore.pictures.filaments import plot_filaments
 
     angle = np.linspace(0.0, 2.0 * np.pi, 1200, endpoint=False)
     circle = 1e-15 * np.stack([np.cos(angle), np.sin(angle), 0.0 * angle], axis=1)

@@ -7,7 +7,7 @@ import pytest
 import vkmcore
 from click.testing import CliRunner
 from vkmcore.cli import cli
-from vkmcore.curve_source import evenly_spaced
+from vkmcore.curves.resampling import evenly_spaced
 
 TREFOIL = "0.5 0 0 -0.5 0 0\n2 0 0 2 0 0\n0 0 0 0 0 1\n0 0 0 0 0 0\n0.5 0 0 0.5 0 0\n"
 

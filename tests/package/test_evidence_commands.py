@@ -7,9 +7,10 @@ import os
 import pytest
 import vkmcore
 from click.testing import CliRunner
-from vkmcore import CheckKind, PipelineProvenanceAPI, provenance
+from vkmcore import CheckKind, PipelineProvenanceAPI
 from vkmcore.cli import cli
-from vkmcore.evidence import check, git_commit, self_checks
+from vkmcore.evidence import provenance
+from vkmcore.evidence.report import check, git_commit, self_checks
 
 
 def run(*arguments):

@@ -15,10 +15,11 @@ import numpy as np
 import pytest
 import vkmcore
 from click.testing import CliRunner
-from vkmcore import load_trajectory, simulate, trajectory
+from vkmcore import load_trajectory, simulate
 from vkmcore.cli import cli
-from vkmcore.scene import load_scene
-from vkmcore.simulation_command import impulse
+from vkmcore.commands.simulate import impulse
+from vkmcore.dynamics import trajectory
+from vkmcore.dynamics.scene import load_scene
 
 SCENES = Path(__file__).parents[2] / "examples" / "scenes"
 OPTIONS = {"core_radius": 0.05, "lia_constant": -0.25, "a_sim": 0.05}

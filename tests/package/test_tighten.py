@@ -8,10 +8,10 @@ import numpy as np
 import pytest
 import vkmcore
 from click.testing import CliRunner
-from vkmcore import tighten_command
 from vkmcore.cli import cli
-from vkmcore.curve_source import evenly_spaced, find_curve
-from vkmcore.tightening import Tightening, half_turn, start_polygon
+from vkmcore.curves.reader import find_curve
+from vkmcore.curves.resampling import evenly_spaced
+from vkmcore.tube.tightening import Tightening, half_turn, start_polygon
 
 SMALL = ["3_1", "--vertices", "36", "--contact-tol", "0.003"]
 
@@ -101,29 +101,18 @@ def test_what_is_written_can_be_read(tmp_path):
 def test_an_interrupted_run_writes_what_it_has(tmp_path, monkeypatch):
     @contextmanager
     def impatient(total, visible):
-        def tell(reached):
-            if len(reached.steps) == 3:
+        def tell(done, words):
+            if done == 3:
                 raise KeyboardInterrupt
 
         yield tell
 
-    monkeypatch.setattr(tighten_command, "step_bar", impatient)
+    monkeypatch.setattr("vkmcore.commands.tighten.progress_bar", impatient)
     output = tmp_path / "tight.txt"
     result = run(*SMALL, "--steps", 50, "--output", output)
     assert result.exit_code == 130 and "Interrupted." in result.stderr and "interrupted" in result.stdout
     start, expected = one_call(3)
     assert find_curve(str(output)).vertices == (np.array(expected.points) * start.unit).tolist()
-
-
-def test_the_bar_moves(capsys, monkeypatch):
-    monkeypatch.setenv("TTY_COMPATIBLE", "1")
-    monkeypatch.setenv("FORCE_COLOR", "1")
-    reached = begun()
-    with tighten_command.step_bar(4, visible=True) as tell:
-        options = vkmcore.TighteningOptions()
-        options.max_steps = 4
-        reached.run(options, lambda: tell(reached))
-    assert f"ropelength {reached.steps[0].ropelength_after:.4f}" in capsys.readouterr().err
 
 
 @pytest.mark.parametrize(

@@ -8,7 +8,8 @@ import _native
 import numpy as np
 import pytest
 from click.testing import CliRunner
-from vkmcore.spectrum import BOUNDARIES, OperatorSettings, anchored_spectrum, spectrum
+from vkmcore.commands.spectrum import spectrum
+from vkmcore.spectral.anchored_spectrum import BOUNDARIES, OperatorSettings, anchored_spectrum
 
 SETTINGS = ("--points", "41", "--well-amplitude", "-60", "--levels", "4")
 

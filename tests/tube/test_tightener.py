@@ -6,7 +6,7 @@ import _native as vkm
 import numpy as np
 import pytest
 from interruption import ended_by_a_signal
-from vkmcore.tightening import watched_tighten
+from vkmcore.tube.tightening import watched_tighten
 
 Geometry = vkm.ResolvedTubeGeometry
 Tightener = vkm.ResolvedTubeTightener

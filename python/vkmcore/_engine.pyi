@@ -1,0 +1,3 @@
+"""The package's own extension: what its rooms need beyond the fixed interface of `_native`."""
+
+def vector_bits() -> int: ...

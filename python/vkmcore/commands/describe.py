@@ -1,0 +1,59 @@
+"""The command `vkmcore describe`."""
+
+from __future__ import annotations
+
+import click
+
+from vkmcore.commands.arguments import COUNT, check_name, json_option
+from vkmcore.commands.output import plain_table, print_json, print_table, shown
+
+
+@click.command()
+@click.argument("name", metavar="FILE|KEY", callback=check_name)
+@click.option(
+    "--samples",
+    type=click.IntRange(64, 2**31 - 1),
+    default=512,
+    show_default=True,
+    help="Vertices of a series.",
+)
+@click.option(
+    "--skip",
+    type=COUNT,
+    help="Neighbours that are no contacts.  [default: those within pi radii of curvature]",
+)
+@click.option(
+    "--contact-tol", type=click.FloatRange(0.0), default=1e-3, show_default=True, help="Tolerance of active contacts."
+)
+@click.option(
+    "--contact-vertices",
+    type=click.IntRange(64, 2**31 - 1),
+    default=512,
+    show_default=True,
+    help="Most vertices for the contacts' stress; a finer polygon is resampled. 2048 take minutes.",
+)
+@json_option("A JSON object, in full precision.")
+def describe(
+    name: str, samples: int, skip: int | None, contact_tol: float, contact_vertices: int, as_json: bool
+) -> None:
+    """Describe a closed curve: descriptors, thickness as a tube, contact stress.
+
+    FILE is a .fseries text or has a vertex x y z a line; KEY is of the catalogue, as 3_1 or 3:1:1.
+    """
+    from vkmcore.curves.reader import find_curve
+    from vkmcore.tube.description import describe as describe_curve
+
+    settings = {"samples": samples, "skip": skip, "contact_tol": contact_tol, "contact_vertices": contact_vertices}
+    sections = describe_curve(find_curve(name), samples, skip, contact_tol, contact_vertices)
+    if sections["contacts"]["vertices"] != sections["curve"]["vertices"]:
+        click.echo(f"contacts: fitted on a polygon of {contact_vertices} vertices; see --contact-vertices", err=True)
+    if as_json:
+        print_json({"name": name, **sections, "settings": settings})
+        return
+    table = plain_table((name, ""), (name,))
+    for place, measures in enumerate(sections.values()):
+        if place:
+            table.add_section()
+        for title, value in measures.items():
+            table.add_row(title.replace("_", " "), shown(value))
+    print_table(table)

@@ -1,0 +1,45 @@
+"""The command `vkmcore info`."""
+
+from __future__ import annotations
+
+import platform
+
+import click
+
+from vkmcore.commands.arguments import json_option
+from vkmcore.commands.output import print_json
+
+
+@click.command()
+@json_option("A JSON object.")
+def info(as_json: bool) -> None:
+    """Version, interpreter, compiler and vector width in use."""
+    from vkmcore.build import build_info
+
+    build = build_info()
+    facts: dict[str, object] = {
+        "version": build.version,
+        "python": platform.python_version(),
+        "numpy": installed("numpy"),
+        "matplotlib": installed("matplotlib"),
+        "compiler": build.compiler,
+        "vector_bits": build.vector_bits,
+        "machine": platform.machine(),
+        "extension": build.path,
+    }
+    if as_json:
+        print_json(facts)
+        return
+    width = max(map(len, facts))
+    for name, value in facts.items():
+        click.echo(f"{name.replace('_', ' '):{width}}  {'not installed' if value is None else value}")
+
+
+def installed(package: str) -> str | None:
+    """Version of an installed package, without importing it."""
+    from importlib.metadata import PackageNotFoundError, version
+
+    try:
+        return version(package)
+    except PackageNotFoundError:
+        return None

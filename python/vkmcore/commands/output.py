@@ -1,0 +1,71 @@
+"""What commands print: tables, JSON, numbers."""
+
+from __future__ import annotations
+
+import json
+import math
+from typing import TYPE_CHECKING
+
+import click
+
+if TYPE_CHECKING:
+    from collections.abc import Iterable
+
+    from rich.console import Console
+    from rich.table import Table
+
+
+def digits(value: float | None) -> str:
+    """Ten significant digits, the last ones kept where they are zero."""
+    if value is None:
+        return "-"
+    return f"{value:#.10g}" if 1e-3 <= abs(value) < 1e7 or value == 0.0 else f"{value:.9e}"
+
+
+def shown(value: object) -> str:
+    """A measure as a table shows it."""
+    if isinstance(value, bool):
+        return "yes" if value else "no"
+    return digits(value) if isinstance(value, float) else str(value)
+
+
+def print_json(value: object) -> None:
+    """JSON on standard output, numbers in full precision; what is not a finite number is null."""
+    click.echo(json.dumps(finite(value), indent=2, ensure_ascii=False, allow_nan=False))
+
+
+def finite(value: object) -> object:
+    if isinstance(value, float) and not math.isfinite(value):
+        return None
+    if isinstance(value, dict):
+        return {name: finite(item) for name, item in value.items()}
+    if isinstance(value, list | tuple):
+        return [finite(item) for item in value]
+    return value
+
+
+def plain_table(headings: Iterable[str] = (), texts: Iterable[str] = (), title: str | None = None) -> Table:
+    """An empty table with these columns: those among `texts` flush left, numbers flush right."""
+    from rich import box
+    from rich.table import Table
+
+    table = Table(title=title, box=box.SIMPLE_HEAD, title_justify="left", title_style="bold", header_style="bold")
+    for heading in headings:
+        table.add_column(heading, justify="left" if heading in texts else "right")
+    return table
+
+
+def console(width: int | None = None) -> Console:
+    """A console that shows texts as they are: an id such as "3:100:1" holds the name of an emoji."""
+    from rich.console import Console
+
+    return Console(width=width, markup=False, emoji=False, highlight=False)
+
+
+def natural_width(table: Table) -> int:
+    return console(width=10**6).measure(table).maximum
+
+
+def print_table(table: Table) -> None:
+    """Print it at its natural width: a digit that is cut off is worse than a line that wraps."""
+    console(width=natural_width(table)).print(table)

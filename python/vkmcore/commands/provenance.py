@@ -1,0 +1,74 @@
+"""The commands `vkmcore provenance new` and `vkmcore provenance verify`."""
+
+from __future__ import annotations
+
+from pathlib import Path
+from typing import Any
+
+import click
+
+from vkmcore.commands.arguments import EXISTING_FILE, Failure
+
+STAGES = ("KnotPlot", "Ridgerunner", "Smoothing", "VKMcore", "EddyLab")
+
+
+@click.group()
+def provenance() -> None:
+    """Chains of custody: where a geometry comes from, tool by tool."""
+
+
+@provenance.command("new")
+@click.argument("chain", type=click.Path(dir_okay=False, path_type=Path), metavar="CHAIN.json")
+@click.option("--stage", type=click.Choice(STAGES), required=True, help="Stage of the pipeline.")
+@click.option("--tool", "tool_name", required=True, help="Name of the tool.")
+@click.option("--tool-version", required=True, help="Its version.")
+@click.option("--input", "input_file", type=EXISTING_FILE, required=True, help="File that the tool read.")
+@click.option("--output", "output_file", type=EXISTING_FILE, required=True, help="File that it wrote.")
+@click.option("--parameters", "parameter_file", type=EXISTING_FILE, required=True, help="File with its parameters.")
+@click.option("--coordinates", "coordinate_convention", required=True, help="Convention of the coordinates, any text.")
+@click.option("--scale", "scale_convention", required=True, help="Convention of the scale, any text.")
+@click.option("--certification", type=click.Choice(("Unknown", "Candidate", "Certified")), default="Unknown")
+@click.option("--time", "timestamp_utc", help="UTC, as 2024-01-01T00:00:00Z; now by default.")
+def provenance_new(chain: Path, stage: str, certification: str, **fields: Any) -> None:
+    """Add a record of files on disk to the chain in CHAIN.json, or start one.
+
+    A record that breaks the chain is refused.
+    """
+    from vkmcore import PipelineCertificationStatus, PipelineStage
+    from vkmcore.evidence.provenance import first_break, first_fault, new_record, read_chain, write_chain
+
+    records = read_chain(chain) if chain.exists() else []
+    record = new_record(
+        records[-1] if records else None,
+        PipelineStage.__members__[stage],
+        certification=PipelineCertificationStatus.__members__[certification],
+        **fields,
+    )
+    records.append(record)
+    if fault := first_break(records):
+        raise Failure(f"vkmcore: {fault}; {chain} is left as it was")
+    write_chain(chain, records)
+    click.echo(f"{chain}: record {len(records)}, {'certified' if first_fault(records) is None else 'not yet complete'}")
+
+
+@provenance.command("verify")
+@click.argument("chain", type=EXISTING_FILE, metavar="CHAIN.json")
+@click.option(
+    "--output", "output_file", type=EXISTING_FILE, help="Also hold this file against the last record's output."
+)
+def provenance_verify(chain: Path, output_file: Path | None) -> None:
+    """Print the verdict on the chain in CHAIN.json, and the first rule that it fails.
+
+    Exit code 1 unless it is certified.
+    """
+    from vkmcore import PipelineProvenanceAPI
+    from vkmcore.evidence.provenance import file_sha256, first_fault, read_chain
+
+    records = read_chain(chain)
+    verdict = PipelineProvenanceAPI.evaluate_chain(records)
+    fault = first_fault(records)
+    click.echo(f"{PipelineProvenanceAPI.certification_name(verdict)}{'' if fault is None else f': {fault}'}")
+    if output_file is not None and (not records or file_sha256(output_file) != records[-1].output_sha256.lower()):
+        raise Failure(f"vkmcore: {output_file} is not the output of the last record")
+    if fault is not None:
+        raise click.exceptions.Exit(1)

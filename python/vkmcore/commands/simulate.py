@@ -1,0 +1,162 @@
+"""The command `vkmcore simulate`."""
+
+from __future__ import annotations
+
+from pathlib import Path
+from typing import TYPE_CHECKING, Any
+
+import click
+import numpy as np
+
+from vkmcore.commands.arguments import (
+    EXISTING_FILE,
+    POSITIVE,
+    check_folder,
+    json_option,
+    plot_option,
+    say_written,
+)
+from vkmcore.commands.output import plain_table, print_json, print_table
+from vkmcore.progress import progress_bar, watched
+
+if TYPE_CHECKING:
+    from numpy.typing import NDArray
+
+    from vkmcore.dynamics.simulation import Simulation
+
+    Points = NDArray[np.float64]
+
+
+@click.command()
+@click.argument("scene_file", type=EXISTING_FILE, metavar="SCENE.toml")
+@click.option("--t-end", type=click.FloatRange(0.0), help="End of the run in s, in place of the scene's.")
+@click.option("--dt", type=POSITIVE, help="Longest step in s, in place of the scene's.")
+@click.option(
+    "--trajectory", type=click.Path(path_type=Path), metavar="FILE.npz", help="Write each frame here as it is reached."
+)
+@click.option("--resume", is_flag=True, help="Go on from the last frame in the trajectory, if there is one.")
+@json_option("A JSON object, in full precision.")
+@plot_option("Draw start and end")
+@click.option("--movie", type=click.Path(path_type=Path), metavar="FILE.gif", help="Draw all frames.")
+@click.option("--fps", type=click.IntRange(1, 50), default=15, show_default=True, help="Movie: frames a second.")
+def simulate(
+    scene_file: Path,
+    t_end: float | None,
+    dt: float | None,
+    trajectory: Path | None,
+    resume: bool,
+    as_json: bool,
+    plot: Path | None,
+    movie: Path | None,
+    fps: int,
+) -> None:
+    """Evolve the vortex filaments of a scene, up to its end or the safe side of a contact.
+
+    docs/simulation.md describes scenes; examples/scenes holds two.
+    """
+    from vkmcore.dynamics.scene import load_scene
+    from vkmcore.dynamics.simulation import simulate as evolve
+    from vkmcore.pictures.simulation import check_movie_target, film_run, plot_run
+
+    if resume and trajectory is None:
+        raise click.UsageError("--resume needs --trajectory")
+    check_folder(trajectory)
+    if movie is not None:
+        check_movie_target(movie)
+    scene = load_scene(scene_file)
+    settings: dict[str, Any] = dict(scene.settings)
+    if dt is not None:
+        settings["dt"] = dt
+    if t_end is None:
+        t_end = scene.t_end
+    elif scene.t_end > 0.0:
+        settings.setdefault("frame_interval", scene.t_end / 100.0)  # as without the option, so that runs can go on
+
+    try:
+        run = evolve(
+            scene.filaments,
+            t_end,
+            scene.options,
+            **settings,
+            trajectory=trajectory,
+            resume=resume,
+            progress=watched(),
+        )
+    except KeyboardInterrupt:
+        if trajectory is not None:
+            click.echo(f"{trajectory} holds all frames so far; --resume goes on", err=True)
+        raise
+    facts = record(run)
+    if as_json:
+        print_json({"scene": str(scene_file), **facts})
+    else:
+        print_facts(facts)
+    if run.contact:
+        click.echo(f"t = {run.time:.6g} s: {run.message}", err=True)
+
+    ghosts = [bool(filament.get("ghost", False)) for filament in run.filaments]
+    title = f"{scene_file.stem}   t = {run.time:.4g} s"
+    if plot is not None:
+        plot_run(plot, run.frames, ghosts, title)
+        say_written(plot)
+    if movie is not None:
+        with progress_bar(len(run.frames), watched()) as tell:
+            film_run(movie, run.frames, ghosts, scene_file.stem, fps, lambda done: tell(done, "movie"))
+        say_written(movie)
+
+
+def record(run: Simulation) -> dict[str, Any]:
+    """What a run is reported by."""
+    from vkmcore import calculate_length, compute_topology_clearance
+
+    solid = [filament["points"] for filament in run.filaments if not filament.get("ghost", False)]
+    filaments = []
+    for number, (filament, start) in enumerate(zip(run.filaments, run.frames[0].points), start=1):
+        end, circulation = filament["points"], float(filament.get("circulation", 1.0))
+        filaments.append(
+            {
+                "id": filament.get("id") or str(number),
+                "points": len(end),
+                "circulation": circulation,
+                "length_start": calculate_length(start),
+                "length_end": calculate_length(end),
+                "impulse_start": impulse(start, circulation),
+                "impulse_end": impulse(end, circulation),
+                "centroid_end": end.mean(axis=0).tolist() if len(end) else [0.0] * 3,
+            }
+        )
+    return {
+        "time": run.time,
+        "steps": run.steps,
+        "frames": len(run.frames),
+        "contact": run.contact,
+        "message": run.message,
+        "clearance": compute_topology_clearance(solid)["clearance"],
+        "filaments": filaments,
+    }
+
+
+def impulse(points: Points, circulation: float) -> list[float]:
+    """Gamma / 2 times the closed integral of r x dr, exact for the polygon: the impulse over the density (m^4/s)."""
+    ahead = np.roll(points, -1, axis=0)
+    total: list[float] = (0.5 * circulation * np.cross(points, ahead).sum(axis=0)).tolist()
+    return total
+
+
+def print_facts(facts: dict[str, Any]) -> None:
+    for name in ("time", "steps", "frames", "clearance"):
+        value = facts[name]
+        click.echo(f"{name:10} {f'{value:.10g}' if isinstance(value, float) else value}")
+    headings = ("points", "circulation", "length, start", "end", "|impulse|, start", "end", "centroid, end")
+    table = plain_table(("id", *headings), ("id",))
+    for row in facts["filaments"]:
+        sizes = (row["length_start"], row["length_end"], _size(row["impulse_start"]), _size(row["impulse_end"]))
+        centroid = " ".join(f"{value:.6f}" for value in row["centroid_end"])
+        table.add_row(
+            row["id"], str(row["points"]), f"{row['circulation']:g}", *(f"{size:.8g}" for size in sizes), centroid
+        )
+    print_table(table)
+
+
+def _size(vector: list[float]) -> float:
+    return float(np.linalg.norm(vector))

@@ -1,0 +1,21 @@
+"""Points at equal steps of arc length."""
+
+from __future__ import annotations
+
+from collections.abc import Sequence
+from typing import TYPE_CHECKING
+
+import numpy as np
+
+if TYPE_CHECKING:
+    from numpy.typing import NDArray
+
+    Points = NDArray[np.float64]
+
+
+def evenly_spaced(points: Sequence[Sequence[float]] | Points, count: int) -> Points:
+    """`count` vertices at equal arc lengths of a closed polygon, from its first one on."""
+    closed = np.vstack([points, points[:1]])
+    arc = np.concatenate([[0.0], np.cumsum(np.linalg.norm(np.diff(closed, axis=0), axis=1))])
+    at = np.arange(count) * arc[-1] / count
+    return np.column_stack([np.interp(at, arc, closed[:, axis]) for axis in range(3)])

@@ -1,0 +1,1 @@
+"""Vortex filaments in time: runs, scenes, trajectories."""

@@ -1,0 +1,1 @@
+"""Reports of an installation, and chains of custody."""

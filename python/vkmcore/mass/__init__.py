@@ -1,0 +1,1 @@
+"""From knots to masses."""

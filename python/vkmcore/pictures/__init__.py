@@ -1,0 +1,1 @@
+"""Drawing. Needs matplotlib, the extra `plot`."""

@@ -1,0 +1,1 @@
+"""Curves as tubes: their description, and tightening towards least ropelength."""

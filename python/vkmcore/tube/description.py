@@ -1,0 +1,113 @@
+"""What can be said of one closed curve: its descriptors, its thickness as a tube, and the stress of its contacts."""
+
+from __future__ import annotations
+
+import math
+
+from vkmcore import (
+    ContactStressMap,
+    ResolvedTubeGeometry,
+    compute_writhe,
+    describe_fourier_block,
+    min_self_distance_sampled,
+)
+from vkmcore.curves.reader import CurveSource
+from vkmcore.curves.resampling import evenly_spaced
+
+TUBE_MEASURES = (
+    "length",
+    "thickness_rad",
+    "ropelength_rad",
+    "ropelength_diam",
+    "minrad",
+    "min_dcsd",
+    "edge_length_mean",
+    "edge_length_rel_std",
+    "equilateral_ok",
+    "lower_bound_ok",
+)
+STRESS_MEASURES = (
+    "contact_residual",
+    "contact_entropy",
+    "strut_weight_sum",
+    "kink_weight_sum",
+    "rigidity_columns",
+    "nnls_active_set_size",
+    "nnls_iterations",
+    "nnls_converged",
+)
+
+
+def neighbours(points: list[list[float]]) -> int:
+    """How many vertices to either side of one are its neighbours and no contacts.
+
+    Two points whose chord is normal to the curve at both ends are at least pi radii of curvature apart along it, for
+    the tangent has to turn by pi in between. What is nearer along the curve is near without being a contact.
+    """
+    radius = ResolvedTubeGeometry.global_minrad(points)
+    edge = ResolvedTubeGeometry.edge_length_mean(points)
+    most = len(points) // 2
+    if not edge > 0.0 or radius >= most * edge:
+        return max(most, 1)
+    return min(max(int(math.pi * radius / edge), 1), max(most, 1))
+
+
+CONTACT_VERTICES = 512  # the contacts of so many are fitted within a second
+
+
+def describe(
+    source: CurveSource,
+    samples: int,
+    skip: int | None,
+    contact_tol: float,
+    contact_vertices: int = CONTACT_VERTICES,
+) -> dict[str, dict[str, object]]:
+    """Measures of a curve by section: "curve", "tube" and "contacts".
+
+    Args:
+        source: the curve. A series is sampled, a polygon is taken as it stands.
+        samples: vertices of a series' polygon, at least 64.
+        skip: vertices to either side that count as neighbours, at least 1; `neighbours` of the polygon if None.
+        contact_tol: how far from the thickness an edge pair or a corner may be and still count as a contact.
+        contact_vertices: most vertices of the polygon whose contacts are fitted. A finer one is sampled anew for that,
+            for its contacts grow as the square of its vertices (some 20000 at 2048), and the time of their fit as a
+            power of that. "contacts" says how many it has.
+
+    Raises:
+        ValueError: a polygon of fewer than three vertices, or a negative tolerance.
+    """
+    points = source.sampled(samples)
+    own_skip = skip is None
+    if skip is None:
+        skip = neighbours(points)
+    tube = ResolvedTubeGeometry.analyze(points, skip, contact_tol)
+    coarse, held = points, tube
+    if len(points) > contact_vertices:
+        coarse = source.sampled(contact_vertices)
+        if source.block is None:
+            coarse = evenly_spaced(points, contact_vertices).tolist()
+        held = ResolvedTubeGeometry.analyze(
+            coarse, neighbours(coarse) if own_skip else max(skip * len(coarse) // len(points), 1), contact_tol
+        )
+    stress = ContactStressMap.diagnose_length_criticality(coarse, held)
+    curve: dict[str, object] = {"kind": source.kind}
+    if source.block is not None:
+        found = describe_fourier_block(source.block, samples, skip)
+        curve["harmonics"] = len(source.block.a_x)
+        curve["vertices"] = len(points)
+        for name in ("length", "bending_energy", "min_self_distance", "writhe"):
+            curve[name] = getattr(found, name)
+    else:
+        curve["vertices"] = len(points)
+        curve["length"] = tube.length
+        curve["min_self_distance"] = min_self_distance_sampled(points, skip)
+        curve["writhe"] = compute_writhe(points)
+    tube_section: dict[str, object] = {name: getattr(tube, name) for name in TUBE_MEASURES}
+    tube_section["skipped_neighbours"] = skip
+    tube_section["struts"] = len(tube.struts)
+    tube_section["kinks"] = len(tube.kinks)
+    return {
+        "curve": curve,
+        "tube": tube_section,
+        "contacts": {"vertices": len(coarse)} | {name: getattr(stress, name) for name in STRESS_MEASURES},
+    }

@@ -1,0 +1,20 @@
+#pragma once
+
+/// The extension vkmcore._engine: what the package needs beyond the fixed interface of _native. Its functions are the
+/// package's own, carry no promise to users, release the interpreter lock, and give the same bits for any number of
+/// threads. Each binder is a function listed in module.cpp.
+
+#include "module/border.hpp"
+
+namespace vkm {
+
+/// A poll for loops that run with the interpreter lock released: takes the lock, and throws what a pending signal's
+/// handler raises. Only the thread that called from Python may call it.
+inline Poll released_poll() {
+  return [] {
+    const py::gil_scoped_acquire lock;
+    if (PyErr_CheckSignals() != 0) throw py::error_already_set();
+  };
+}
+
+}  // namespace vkm

@@ -1,0 +1,99 @@
+#include "filament/topology/polygonal_gauss.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "core/numbers.hpp"
+
+namespace vkm {
+
+namespace {
+
+/// asin of a cosine that rounding may have put just outside [-1, 1]; NaN stays NaN.
+double clamped_asin(double value) { return std::asin(std::clamp(value, -1.0, 1.0)); }
+
+/// The nearest integer, halves away from zero; NaN gives 0 and values beyond the range its ends.
+std::int64_t rounded_to_64_bits(double value) {
+  if (std::isnan(value)) return 0;
+  constexpr double limit = 9223372036854775808.0;  // 2^63
+  const double rounded = std::round(value);
+  if (rounded >= limit) return std::numeric_limits<std::int64_t>::max();
+  if (rounded < -limit) return std::numeric_limits<std::int64_t>::min();
+  return static_cast<std::int64_t>(rounded);
+}
+
+struct Sums {
+  double with_sign = 0.0;
+  double absolute = 0.0;
+
+  void add(double w) {
+    with_sign += w;
+    absolute += std::abs(w);
+  }
+
+  PolygonalGaussResult over(double divisor) const {
+    const double signed_integral = with_sign / divisor;
+    return {signed_integral, absolute / divisor, rounded_to_64_bits(signed_integral)};
+  }
+};
+
+const Vec3& wrapped(std::span<const Vec3> curve, std::size_t i) { return i == curve.size() ? curve[0] : curve[i]; }
+
+}  // namespace
+
+double edge_pair_solid_angle(const Vec3& p1, const Vec3& p2, const Vec3& p3, const Vec3& p4) {
+  constexpr double least_norm2 = 1e-60;
+  const Vec3 r13 = p3 - p1, r14 = p4 - p1, r23 = p3 - p2, r24 = p4 - p2;
+  Vec3 n1 = cross(r13, r14);
+  const double s1 = norm2(n1);
+  if (s1 < least_norm2) return 0.0;
+  Vec3 n2 = cross(r14, r24);
+  const double s2 = norm2(n2);
+  if (s2 < least_norm2) return 0.0;
+  Vec3 n3 = cross(r24, r23);
+  const double s3 = norm2(n3);
+  if (s3 < least_norm2) return 0.0;
+  Vec3 n4 = cross(r23, r13);
+  const double s4 = norm2(n4);
+  if (s4 < least_norm2) return 0.0;
+  n1 = n1 * (1.0 / std::sqrt(s1));
+  n2 = n2 * (1.0 / std::sqrt(s2));
+  n3 = n3 * (1.0 / std::sqrt(s3));
+  n4 = n4 * (1.0 / std::sqrt(s4));
+  const double w =
+      clamped_asin(dot(n2, n3)) + clamped_asin(dot(n1, n2)) + clamped_asin(dot(n3, n4)) + clamped_asin(dot(n4, n1));
+  const Vec3 r12 = p2 - p1, r34 = p4 - p3;
+  return dot(r13, cross(r34, r12)) < 0.0 ? -w : w;
+}
+
+PolygonalGaussResult polygonal_gauss_self(std::span<const Vec3> curve, const Poll& poll) {
+  const std::size_t n = curve.size();
+  if (n < 3) return {};
+  Sums sums;
+  Heartbeat heartbeat(poll);
+  for (std::size_t i = 0; i + 2 < n; ++i) {
+    const std::size_t end = i == 0 ? n - 1 : n;  // edge n - 1 ends where edge 0 starts
+    for (std::size_t j = i + 2; j < end; ++j) {
+      if (j % 1024 == 0) heartbeat.tick();
+      sums.add(edge_pair_solid_angle(curve[i], curve[i + 1], curve[j], wrapped(curve, j + 1)));
+    }
+    heartbeat.tick();
+  }
+  return sums.over(two_pi);
+}
+
+PolygonalGaussResult polygonal_gauss_pair(std::span<const Vec3> a, std::span<const Vec3> b, const Poll& poll) {
+  if (a.size() < 3 || b.size() < 3) return {};
+  Sums sums;
+  Heartbeat heartbeat(poll);
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    for (std::size_t j = 0; j < b.size(); ++j) {
+      if (j % 1024 == 0) heartbeat.tick();
+      sums.add(edge_pair_solid_angle(a[i], wrapped(a, i + 1), b[j], wrapped(b, j + 1)));
+    }
+  }
+  return sums.over(four_pi);
+}
+
+}  // namespace vkm
