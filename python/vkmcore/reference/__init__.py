@@ -1,0 +1,1 @@
+"""Published tables of knots and links that the package carries."""

@@ -1,0 +1,1 @@
+"""Knots and links as diagrams: projections, planar diagrams, polynomials, identification, certificates."""
