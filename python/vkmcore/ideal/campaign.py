@@ -1,7 +1,7 @@
 """A campaign: tight shapes and Fourier forms for a list of knots and links, task by task, best things first.
 
-Every knot first gets one search at the coarse edge and a Fourier form, so that all of them exist early; then finer
-edges; then further seeds, those with the greatest excess over the published value first. What is missing is found
+Every knot first gets one search at the coarse edge and a Fourier form, so that all of them exist early; then those far
+above the published value get further seeds; then finer edges; then seeds for the rest that is above. What is missing is found
 from the files alone: a campaign that was stopped goes on where it stood.
 """
 
@@ -20,6 +20,7 @@ from vkmcore.ideal.campaign_store import Entry, Shape, Store, StoredForm
 COARSE = 0.15  # edges in tube radii
 FINE = (0.10, 0.07)
 CLOSE_ENOUGH = 6e-4  # excess at the coarse edge that is mere discretisation
+FAR = 3e-3  # excess that another seed is to mend before anything is refined
 HARMONICS_A_RADIUS = 3.0
 MOST_HARMONICS = 256
 
@@ -94,19 +95,19 @@ def missing(target: Target, entry: Entry, seeds: int, finest: float) -> list[tup
             if begin is None:
                 break
             if (edge, begin.ropelength) not in done:
-                tasks.append(((1, *target.rank, 1), Task("refine", target.name, begin.seed, edge, begin)))
+                tasks.append(((2, *target.rank, 1), Task("refine", target.name, begin.seed, edge, begin)))
                 break
         if entry.form is None or entry.form.source_ropelength != shape.ropelength:
             form = Task("form", target.name, shape.seed, shape.edge, shape)
             if ("form", shape.edge, shape.ropelength) not in failed:
-                stage = 0 if entry.form is None else 1
+                stage = 0 if entry.form is None else 2
                 tasks.append(((stage, *target.rank, 2), form))
     if len(tried) < seeds:
         above = excess(target, coarse.ropelength) if coarse is not None else 1.0
         if above is None:  # nothing to compare with: a few seeds for all
             above = CLOSE_ENOUGH * (3.0 - len(tried))
         if above > CLOSE_ENOUGH:
-            priority = (2, len(tried), -above)
+            priority = (1 if above > FAR else 3, len(tried), -above)
             tasks.append((priority, Task("search", target.name, max(tried) + 1, COARSE)))
     return tasks
 
