@@ -56,14 +56,16 @@ docs: .venv/installed .venv/docs
 clean:
 	rm -rf build .venv .tools
 
-.venv/tools: pyproject.toml tools/make_venv.sh
+.venv/tools: pyproject.toml tools/make_venv.sh tools/requirements.py
 	tools/make_venv.sh
-	$(PYTHON) -m pip install --quiet "scikit-build-core>=0.11" "pybind11>=3,<4" "cmake>=3.21" ninja \
-	  "numpy>=1.22" "click>=8.1" "rich>=13" "tomli>=2" "matplotlib>=3.7" pillow "scipy>=1.9" "pytest>=8" ruff mypy "clang-format==23.1.5" "pybind11-stubgen>=2.5"
+	$(PYTHON) -m pip install --quiet "tomli>=2"
+	$(PYTHON) tools/requirements.py dev > .venv/requirements.txt
+	$(PYTHON) -m pip install --quiet -r .venv/requirements.txt
 	touch $@
 
 .venv/docs: .venv/tools
-	$(PYTHON) -m pip install --quiet "sphinx>=8,<9" "myst-parser>=4,<5" "furo>=2024.8" "latex2mathml>=3.77"
+	$(PYTHON) tools/requirements.py docs > .venv/requirements.txt
+	$(PYTHON) -m pip install --quiet -r .venv/requirements.txt
 	touch $@
 
 # No build isolation: the build folder is kept, and a change rebuilds only what it touches.

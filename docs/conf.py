@@ -10,7 +10,7 @@ from pathlib import Path
 import vkmcore
 
 HERE = Path(__file__).resolve().parent
-sys.path.insert(0, str(HERE / "extensions"))
+sys.path[:0] = [str(HERE / "extensions"), str(HERE.parent / "tools")]
 
 project = "VKMcore"
 author = "the VKMcore authors"

@@ -18,16 +18,42 @@ import sys
 import tempfile
 from pathlib import Path
 
+from signatures import split_arguments
+
 STUB = Path(__file__).resolve().parents[1] / "python" / "vkmcore" / "_native.pyi"
 HEADING = "# Types of the extension module. Made by tools/make_stubs.py from the built module; do not edit.\n"
+
+# Functions whose result is a dict: its type in `vkmcore.results`.
+RESULTS = {
+    "analyze_resolved_tube_clearance": "Clearance",
+    "analyze_smooth_resolved_tube": "SmoothTube",
+    "build_and_solve_node_anchored_operator": "SpectralSolve",
+    "build_and_solve_trace_anchored_operator": "SpectralSolve",
+    "compare_fseries_files": "CurveComparison",
+    "compute_continuous_reach": "ContinuousReach",
+    "compute_filament_velocity": "FilamentVelocity",
+    "compute_intrinsic_frame": "IntrinsicFrame",
+    "compute_polygonal_gauss": "PolygonalGauss",
+    "compute_regularized_mutual_velocity": "FilamentVelocity",
+    "compute_rigid_motion": "RigidMotion",
+    "compute_topology_clearance": "Clearance",
+    "guard_topology_step": "TopologyGuard",
+    "jacobi_eigensolve_symmetric": "SpectralSolve",
+    "list_bindings": "Bindings",
+    "objective_suppressed_breakdown": "SuppressedObjective",
+    "phase_invariants": "PhaseInvariants",
+    "rk4_step": "FilamentStep",
+}
 
 
 class Normaliser(ast.NodeTransformer):
     """Say what the generator leaves open."""
 
     def visit_FunctionDef(self, node: ast.FunctionDef) -> ast.FunctionDef:
-        """Arguments bound without a name (arg0, arg1, ...) are positional only."""
+        """Arguments bound without a name (arg0, arg1, ...) are positional only; a dict that is returned has keys."""
         self.generic_visit(node)
+        if node.name in RESULTS and node.returns is not None and ast.unparse(node.returns).startswith("dict["):
+            node.returns = ast.parse(f"results.{RESULTS[node.name]}", mode="eval").body
         arguments = node.args.args
         unnamed = [place for place, argument in enumerate(arguments) if re.fullmatch(r"arg\d+", argument.arg)]
         if unnamed:
@@ -56,20 +82,13 @@ def mend_signatures(text: str) -> str:
 
     def mend(match: re.Match[str]) -> str:
         head, arguments, tail = match.groups()
-        parts: list[str] = []
-        depth = begin = 0
-        for place, letter in enumerate(arguments):
-            depth += (letter in "[({") - (letter in "])}")
-            if letter == "," and depth == 0:
-                parts.append(arguments[begin:place])
-                begin = place + 1
-        parts.append(arguments[begin:])
+        parts = split_arguments(arguments)
         optional = False
         for place, part in enumerate(parts):
             optional = optional or "=" in part
-            if optional and "=" not in part and not part.strip().startswith("*"):
+            if optional and "=" not in part and not part.startswith("*"):
                 parts[place] = part + " = ..."
-        return head + ",".join(parts) + tail
+        return head + ", ".join(parts) + tail
 
     text = re.sub(r"\blambda: ", "lambda_: ", text)
     return re.sub(r"^(\s*def \w+\()(.*)(\) -> .*:.*)$", mend, text, flags=re.MULTILINE)
@@ -89,6 +108,8 @@ def generate() -> str:
             raise SystemExit("\n".join(wrong))
         text = (Path(folder) / "_native.pyi").read_text(encoding="utf-8")
     tree = Normaliser().visit(ast.parse(mend_signatures(text)))
+    imports = [place for place, node in enumerate(tree.body) if isinstance(node, ast.Import | ast.ImportFrom)]
+    tree.body.insert(imports[-1] + 1, ast.parse("from vkmcore import results").body[0])
     text = ast.unparse(ast.fix_missing_locations(tree))
     return HEADING + re.sub(r"[ \t]+$", "", text, flags=re.MULTILINE).strip() + "\n"
 

@@ -9,8 +9,10 @@ from __future__ import annotations
 import enum
 import re
 from collections import defaultdict
-from collections.abc import Iterator
+from collections.abc import Iterator, Sequence
 from pathlib import Path
+
+from signatures import Parameter, overloads
 
 DOCS = Path(__file__).resolve().parents[1]
 SOURCES = DOCS.parent / "src"
@@ -35,7 +37,6 @@ TYPES = [
     (r"<(\w+\.\w+): -?\d+>", r"\1"),
     (r"\b(?:_native|typing|collections\.abc)\.", ""),
 ]
-SIGNATURE = re.compile(r"^(?:\d+\. )?(?P<name>\w+)(?P<arguments>\(.*\))(?P<result> -> .+)?$")
 
 
 def plain_types(signature: str) -> str:
@@ -48,43 +49,34 @@ def plain_types(signature: str) -> str:
     return signature
 
 
-def positional(arguments: str) -> str:
-    """Arguments bound without a name are called arg0, arg1, ... and come by position only."""
-    return re.sub(r"(\barg\d+\b[^()]*?)\)$", r"\1, /)", arguments) if re.search(r"\barg\d+", arguments) else arguments
-
-
-def named(name: str, arguments: str, body: str) -> str:
-    """Unnamed arguments take the names that the text gives them: "name(a, b): ..." or "Of (a, b): ..."."""
-    places = re.findall(r"\barg\d+\b", arguments)
-    for said in re.findall(rf"(?:(?<![\w.]){name}|\b[Oo]f )\(([\w, ]+)\)", body):
+def spoken(parameters: Sequence[Parameter], name: str, text: str) -> str:
+    """The parameters as a reader would say them: those without a name get the names that the text gives them, as in
+    "name(a, b): ..." or "Of (a, b): ..."."""
+    names = {p.name: p.name for p in parameters}
+    places = [p.name for p in parameters if p.unnamed]
+    for said in re.findall(rf"(?:(?<![\w.]){name}|\b[Oo]f )\(([\w, ]+)\)", text) if places else ():
         words = [word.strip().replace(" ", "_") for word in said.split(",")]
         if len(words) == len(places) == len(set(words)) and all(word.isidentifier() for word in words):
-            for place, word in zip(places, words, strict=True):
-                arguments = re.sub(rf"\b{place}\b", word, arguments)
-            return arguments
-    return arguments
+            names.update(zip(places, words, strict=True))
+            break
+    parts = []
+    for p in parameters:
+        kind = f": {plain_types(p.kind)}" if p.kind else ""
+        default = f" = {plain_types(p.default)}" if p.default else ""
+        parts.append(names[p.name] + kind + default)
+    if places:
+        parts.insert(parameters.index(next(p for p in parameters if p.name == places[-1])) + 1, "/")
+    return f"({', '.join(parts)})"
 
 
-def split_docstring(docstring: str) -> list[tuple[str, str]]:
-    """(signature, text) of each overload."""
-    lines = docstring.strip().split("\n")
-    if len(lines) > 1 and "Overloaded function." in lines[1:3]:
-        pieces = re.split(r"^(?=\d+\. \w+\()", "\n".join(lines), flags=re.MULTILINE)[1:]
-    else:
-        pieces = ["\n".join(lines)]
+def signatures_of(name: str, docstring: str) -> list[tuple[str, str]]:
+    """(signature, text) of each overload; the signature is empty where the docstring has none."""
     found = []
-    for piece in pieces:
-        head, _, body = piece.partition("\n")
-        match = SIGNATURE.match(head)
-        if match is None:
-            found.append(("", piece))
-            continue
-        arguments = re.sub(r"\(self: [\w.]+(?:, )?", "(", match["arguments"])
-        result = match["result"] or ""
-        result = "" if result == " -> None" else result
-        arguments = named(match["name"], positional(plain_types(arguments)), body)
-        found.append((arguments + plain_types(result), body))
-    return found
+    for overload in overloads(name, docstring):
+        parameters = [p for p in overload.parameters if p.name != "self"]
+        result = "" if overload.result in ("", "None") else f" -> {plain_types(overload.result)}"
+        found.append((spoken(parameters, name, overload.text) + result, overload.text))
+    return found or [("", docstring.strip())]
 
 
 def text_lines(text: str) -> Iterator[str]:
@@ -122,19 +114,19 @@ def indented(lines: Iterator[str] | list[str], by: int = 3) -> Iterator[str]:
 
 def function_lines(name: str, docstring: str, kind: str, options: tuple[str, ...] = ()) -> Iterator[str]:
     """A directive with one signature an overload, then the texts."""
-    overloads = split_docstring(docstring)
-    signatures = [f"{name}{signature or '()'}" for signature, _ in overloads]
+    found = signatures_of(name, docstring)
+    signatures = [f"{name}{signature or '()'}" for signature, _ in found]
     yield f".. py:{kind}:: {signatures[0]}"
     yield from (" " * (9 + len(kind)) + signature for signature in signatures[1:])
     yield from indented([f":{option}:" for option in options])
     yield ""
     seen = set()
-    for number, (_, text) in enumerate(overloads, start=1):
+    for number, (_, text) in enumerate(found, start=1):
         if text.strip() in seen:
             continue
         seen.add(text.strip())
         lines = list(text_lines(text))
-        if len(overloads) > 1 and lines:
+        if len(found) > 1 and lines:
             lines[0] = f"*Form {number}.* {lines[0]}"
         yield from indented(lines)
 
@@ -156,15 +148,15 @@ def class_lines(name: str, kind: type) -> Iterator[str]:
     members = dict(vars(kind))
     constructor = members.pop("__init__", None)
     docstring = getattr(constructor, "__doc__", "") or ""
-    overloads = split_docstring(docstring) if "__init__(" in docstring else [("", "")]
-    signatures = [name + (re.sub(r" -> .*", "", signature) if signature != "()" else "") for signature, _ in overloads]
+    found = signatures_of("__init__", docstring) if "__init__(" in docstring else [("", "")]
+    signatures = [name + (re.sub(r" -> .*", "", signature) if signature != "()" else "") for signature, _ in found]
     yield f".. py:class:: {signatures[0]}"
     yield from (" " * 14 + signature for signature in signatures[1:])
     yield ""
     yield from indented(text_lines(kind.__doc__ or ""))
-    for number, (_, text) in enumerate(overloads, start=1):
+    for number, (_, text) in enumerate(found, start=1):
         lines = list(text_lines(text))
-        if len(overloads) > 1 and lines:
+        if len(found) > 1 and lines:
             lines[0] = f"*Constructor {number}.* {lines[0]}"
         yield from indented(lines)
     for member, value in members.items():

@@ -7,6 +7,7 @@ import collections.abc
 import numpy
 import numpy.typing
 import typing
+from vkmcore import results
 __all__: list[str] = ['ActionPhaseAPI', 'ActionPhaseResiduals', 'AnisotropyResiduals', 'AtomicBridgeModel', 'BiotSavart', 'BiotSavartGateAPI', 'BiotSavartGateResult', 'BoundaryOptions', 'CanonicalConstants', 'CanonicalValue', 'CanonicalizeResult', 'CertificateStatus', 'CheckKind', 'CheckResult', 'ChronosFirstHittingResult', 'ChronosKelvinTransport', 'ClockFieldEFT', 'ClockSectorConstraints', 'ContactSaturationResult', 'ContactStressDiagnostics', 'ContactStressMap', 'CoreTorsionAPI', 'DelayModeResult', 'DelayModeSelector', 'DensityOntologyAPI', 'DensityRegime', 'DensitySymbol', 'DimensionalCheckResult', 'EnergyDensityForm', 'EvidenceReportAPI', 'EvidenceReportMeta', 'FilamentEnergyParams', 'FilamentEnergyResult', 'FourierBlock', 'FourierResult', 'GeometricDescriptors', 'GeometryCertificate', 'GeometryCertificateAPI', 'GoldenNLSClosure', 'Grid1D', 'HelicityResult', 'IdealABBlock', 'IdealABComponent', 'IdealKnotRegimeAPI', 'IdealKnotRegimeResult', 'KAMDiagnosticsAPI', 'KAMSector', 'KAMStage', 'KAMStage1Result', 'KinkRecord', 'KnotDerived', 'KnotInvariants', 'KnotParticleModel', 'KnotParticleModelParams', 'KnotPrediction', 'KnotRegime', 'KnotReportRow', 'KnotState', 'LinkFieldGateAPI', 'LinkFieldGateResult', 'LinkGateFailure', 'LoadedKnot', 'LorentzMapResult', 'MagnusBernoulliIntegrator', 'MassFunctional', 'MaxwellKineticAPI', 'MaxwellKineticResult', 'MechanicalFalsifierAPI', 'MechanicalFalsifierResult', 'MultisectorFitter', 'MultisectorFitterV2', 'NNLSResult', 'NodeAnalyzer', 'OperationalSpacetimeAPI', 'ParticleEvaluator', 'PipelineCertificationStatus', 'PipelineProvenanceAPI', 'PipelineStage', 'PolygonalSmoothCertificate', 'PolygonalSmoothCertificateAPI', 'PotentialGaussianWell', 'PotentialOptions', 'PrimitiveSet', 'PrimitiveSetMembership', 'ProvenanceRecord', 'QSSPseudospectrumResult', 'QSSPseudospectrumSample', 'QSSSpectroscopyAPI', 'QSSSpectrumResult', 'RadarInterval', 'Rank9ChannelDiagnostics', 'RelativisticMetrics', 'ResolvedTubeGeometry', 'ResolvedTubeMetrics', 'ResolvedTubeTightener', 'RigidityColumn', 'RigidityMatrix', 'RopelengthConvention', 'RotorParticipationAPI', 'RotorParticipationResult', 'ScalingAuditAPI', 'ScalingClass', 'SectorGate', 'SegmentPair', 'SimpleInvariantXiModel', 'SimpleInvariantXiModelParams', 'SnapshotCompareResult', 'SparseEntry', 'SparseRigidityColumn', 'SparseRigidityMatrix', 'SpectroResponseAPI', 'SpectroResponseResult', 'SpectroscopicGap', 'SwirlTonicAPI', 'SwirlTonicResult', 'TailApproxConfig', 'TighteningOptions', 'TighteningResult', 'TighteningStepRecord', 'TimeEvolution', 'TorsionMassResult', 'TraceFormula', 'TransverseProjectorAPI', 'TransverseProjectorResult', 'TrefoilOperator', 'VKMCanonicalConstants', 'VKMCanonicalValues', 'VKMCanonicalXiModel', 'VKMCanonicalXiModelParams', 'VKMGravity', 'VKMMasterEquation', 'VKMMasterEquationInput', 'VKMMasterEquationOutput', 'VKMTensionScales', 'VKMTopologyKernelInput', 'ValueOrigin', 'ValueOriginAPI', 'VortexKnotSystem', 'WaveModeClass', 'WorldsheetGuardResult', 'WorldsheetGuardsAPI', 'ZooEvaluator', 'ZooResult', 'analyze_resolved_tube_clearance', 'analyze_smooth_resolved_tube', 'baroclinic_term', 'batch_helicity_from_dir', 'bending_energy_exact', 'bernoulli_pressure_potential', 'biot_savart_vector_potential_grid', 'biot_savart_velocity', 'biot_savart_velocity_grid', 'biot_savart_wire_grid', 'build_invariants_from_fourier_block', 'build_invariants_from_fseries', 'calculate_bs_cutoff_energy', 'calculate_bs_cutoff_energy_scan', 'calculate_core_repulsion', 'calculate_curvature_penalty', 'calculate_length', 'calculate_neumann_self_energy', 'calculate_writhe', 'canonicalize_fseries_file_inplace', 'check_kind_export_string', 'check_kind_from_export_string', 'circulation_surface_integral', 'compare_fseries_files', 'compute_bernoulli_pressure', 'compute_biot_savart_velocity_grid', 'compute_centerline_helicity', 'compute_continuous_reach', 'compute_curvature', 'compute_curvature_torsion', 'compute_curve_metrics_from_fseries', 'compute_filament_energy_from_fseries', 'compute_filament_velocity', 'compute_frenet_frames', 'compute_gravitational_potential', 'compute_gravitational_potential_direct', 'compute_gravitational_potential_gradient', 'compute_helicity', 'compute_helicity_from_fourier_block', 'compute_helicity_from_fseries', 'compute_helicity_invariants', 'compute_intrinsic_frame', 'compute_kinetic_energy', 'compute_linking_number', 'compute_polygonal_gauss', 'compute_pressure_field', 'compute_regularized_mutual_velocity', 'compute_rigid_motion', 'compute_swirl_field', 'compute_time_dilation_map', 'compute_time_dilation_map_linear', 'compute_time_dilation_map_sqrt', 'compute_topology_clearance', 'compute_twist', 'compute_velocity_magnitude', 'compute_vkm_mass', 'compute_vorticity', 'compute_vorticity_grid', 'compute_vorticity_rhs', 'compute_writhe', 'couette_vorticity', 'crocco_gradient', 'crocco_relation', 'curl3d_central', 'curvature_exact', 'curve_length_from_fseries', 'cylinder_inertia', 'cylinder_mass', 'describe_fourier_block', 'detect_reconnection_candidates', 'dipole_field_at_point', 'dipole_ring_field_grid', 'ekman_number', 'enstrophy', 'enthalpy', 'entropy_from_pv', 'entropy_from_theta', 'estimate_cfl_dt', 'estimate_crossing_number', 'evaluate_fourier_block', 'evaluate_fourier_series', 'evaluate_ideal_ab_components', 'evaluate_ideal_component', 'evaluate_knot_dataset', 'evaluate_knot_dataset_vkm_canonical', 'evaluate_single_knot', 'evaluate_single_knot_vkm_canonical', 'evaluate_with_derivatives', 'evolve_positions_euler', 'evolve_vortex_knot', 'extract_interior_field', 'find_ideal_ab_block_by_id', 'find_ideal_block_by_id', 'format_ideal_ab_header', 'fourier_knot', 'fourier_knot_eval', 'get_embedded_ideal_files', 'get_embedded_knot_files', 'grad_phi', 'guard_topology_step', 'hill_circulation', 'hill_streamfunction', 'hill_velocity', 'hill_vorticity', 'hyperbolic_volume_from_pd', 'index_of_ideal_id', 'index_of_largest_block', 'is_incompressible', 'kairos_energy_trigger', 'lamb_oseen_velocity', 'lamb_oseen_vorticity', 'laplacian_phi', 'length_exact', 'list_bindings', 'load_all_knots', 'load_embedded_ideal_text', 'load_embedded_knot_block', 'local_circulation_density', 'local_rotation_rate', 'make_knot_report_row', 'min_non_neighbor_distance_from_fseries', 'min_self_distance_exactish', 'min_self_distance_sampled', 'mode_energies', 'parse_embedded_ideal_ab_by_id', 'parse_embedded_ideal_txt', 'parse_fseries_from_string', 'parse_fseries_multi', 'parse_ideal_ab_by_id_from_string', 'parse_ideal_halvard_from_string', 'parse_ideal_txt_from_string', 'parse_ideal_txt_multi', 'pd_from_curve', 'potential_temperature', 'potential_vorticity', 'predict_particle_from_fourier_block', 'predict_particle_from_fseries', 'pressure_gradient', 'radiation_force', 'reach_proxy_from_fseries', 'resample_closed_curve', 'resolved_tube_analyze', 'resolved_tube_build_rigidity_matrix', 'resolved_tube_build_sparse_rigidity_matrix', 'resolved_tube_kkt_diagnostics', 'resolved_tube_length', 'resolved_tube_length_gradient_flat', 'resolved_tube_lower_bound_rad', 'resolved_tube_metrics_from_fseries', 'resolved_tube_minrad', 'resolved_tube_projected_gradient', 'resolved_tube_solve_active_set', 'resolved_tube_tighten', 'resolved_tube_write_matrix_market', 'resolved_tube_write_vector_market', 'rk4_integrate', 'rk4_step', 'rossby_number', 'rotating_frame_rhs', 'sample_circle', 'sample_curve', 'sample_curve_centered', 'solid_body_rotation_vorticity', 'swirl_clock_factor_from_speed', 'swirl_clock_rate', 'swirl_energy', 'swirl_energy_density_from_speed', 'swirl_tension_energy_density', 'torque', 'van_der_pol_dx', 'van_der_pol_dy', 'vortex_pressure_drop', 'vortex_transverse_pressure_diff', 'vorticity_from_curvature', 'vorticity_z_2D', 'writhe_gauss_curve']
 
 class TailApproxConfig:
@@ -3168,7 +3169,7 @@ class MultisectorFitterV2:
         """
 
     @staticmethod
-    def objective_suppressed_breakdown(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]=..., node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, lambda_extra: typing.SupportsFloat | typing.SupportsIndex=0.5, sigma_extra: typing.SupportsFloat | typing.SupportsIndex=0.05, lambda_reg: typing.SupportsFloat | typing.SupportsIndex=0.01, target_halfwidth: typing.SupportsFloat | typing.SupportsIndex=0.35, penalize_all_extra_minima: bool=True) -> dict[typing.Any, typing.Any]:
+    def objective_suppressed_breakdown(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]=..., node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, lambda_extra: typing.SupportsFloat | typing.SupportsIndex=0.5, sigma_extra: typing.SupportsFloat | typing.SupportsIndex=0.05, lambda_reg: typing.SupportsFloat | typing.SupportsIndex=0.01, target_halfwidth: typing.SupportsFloat | typing.SupportsIndex=0.35, penalize_all_extra_minima: bool=True) -> results.SuppressedObjective:
         """
         Dict with "total", "mismatch" (objective_near_nodes), "extra_penalty" (the sum of
         exp(-|Phi_pc| / sigma_extra) over the minima outside the windows target_nodes +- target_halfwidth,
@@ -3177,7 +3178,7 @@ class MultisectorFitterV2:
         """
 
     @staticmethod
-    def phase_invariants(thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> dict[typing.Any, typing.Any]:
+    def phase_invariants(thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]) -> results.PhaseInvariants:
         """
         Dict with "delta23" = theta(0) - theta(1), "delta35" = theta(1) - theta(2) and "theta_sum_mod", their sum
         modulo 2 pi, from the first three phases / rad; all NaN for fewer.
@@ -4074,14 +4075,14 @@ class TrefoilOperator:
         """
 
     @staticmethod
-    def build_and_solve_node_anchored_operator(u_min: typing.SupportsFloat | typing.SupportsIndex, u_max: typing.SupportsFloat | typing.SupportsIndex, n: typing.SupportsInt | typing.SupportsIndex, boundary_mode: typing.SupportsInt | typing.SupportsIndex, force_center_dirichlet: bool, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], well_amplitude: typing.SupportsFloat | typing.SupportsIndex, well_sigma: typing.SupportsFloat | typing.SupportsIndex, harmonic_coeff: typing.SupportsFloat | typing.SupportsIndex=0.0, quartic_coeff: typing.SupportsFloat | typing.SupportsIndex=0.0, constant_shift: typing.SupportsFloat | typing.SupportsIndex=0.0, kinetic_prefactor: typing.SupportsFloat | typing.SupportsIndex=1.0, max_sweeps: typing.SupportsInt | typing.SupportsIndex=100, tol: typing.SupportsFloat | typing.SupportsIndex=1e-12, sort_ascending: bool=True) -> dict[typing.Any, typing.Any]:
+    def build_and_solve_node_anchored_operator(u_min: typing.SupportsFloat | typing.SupportsIndex, u_max: typing.SupportsFloat | typing.SupportsIndex, n: typing.SupportsInt | typing.SupportsIndex, boundary_mode: typing.SupportsInt | typing.SupportsIndex, force_center_dirichlet: bool, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], well_amplitude: typing.SupportsFloat | typing.SupportsIndex, well_sigma: typing.SupportsFloat | typing.SupportsIndex, harmonic_coeff: typing.SupportsFloat | typing.SupportsIndex=0.0, quartic_coeff: typing.SupportsFloat | typing.SupportsIndex=0.0, constant_shift: typing.SupportsFloat | typing.SupportsIndex=0.0, kinetic_prefactor: typing.SupportsFloat | typing.SupportsIndex=1.0, max_sweeps: typing.SupportsInt | typing.SupportsIndex=100, tol: typing.SupportsFloat | typing.SupportsIndex=1e-12, sort_ascending: bool=True) -> results.SpectralSolve:
         """
         Schroedinger matrix with Gaussian wells at the target nodes, solved with eigenvectors; the dict of
         jacobi_eigensolve_symmetric. RuntimeError for n < 3 or another boundary mode.
         """
 
     @staticmethod
-    def build_and_solve_trace_anchored_operator(u_min: typing.SupportsFloat | typing.SupportsIndex, u_max: typing.SupportsFloat | typing.SupportsIndex, n: typing.SupportsInt | typing.SupportsIndex, boundary_mode: typing.SupportsInt | typing.SupportsIndex, force_center_dirichlet: bool, trace_density: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], trace_scale: typing.SupportsFloat | typing.SupportsIndex, smooth_strength: typing.SupportsFloat | typing.SupportsIndex=0.0, constant_shift: typing.SupportsFloat | typing.SupportsIndex=0.0, kinetic_prefactor: typing.SupportsFloat | typing.SupportsIndex=1.0, max_sweeps: typing.SupportsInt | typing.SupportsIndex=100, tol: typing.SupportsFloat | typing.SupportsIndex=1e-12, sort_ascending: bool=True) -> dict[typing.Any, typing.Any]:
+    def build_and_solve_trace_anchored_operator(u_min: typing.SupportsFloat | typing.SupportsIndex, u_max: typing.SupportsFloat | typing.SupportsIndex, n: typing.SupportsInt | typing.SupportsIndex, boundary_mode: typing.SupportsInt | typing.SupportsIndex, force_center_dirichlet: bool, trace_density: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], trace_scale: typing.SupportsFloat | typing.SupportsIndex, smooth_strength: typing.SupportsFloat | typing.SupportsIndex=0.0, constant_shift: typing.SupportsFloat | typing.SupportsIndex=0.0, kinetic_prefactor: typing.SupportsFloat | typing.SupportsIndex=1.0, max_sweeps: typing.SupportsInt | typing.SupportsIndex=100, tol: typing.SupportsFloat | typing.SupportsIndex=1e-12, sort_ascending: bool=True) -> results.SpectralSolve:
         """
         Schroedinger matrix with the potential of a trace density (n,), solved with eigenvectors; the dict of
         jacobi_eigensolve_symmetric. RuntimeError for n < 3, another boundary mode or a density of another length.
@@ -4153,7 +4154,7 @@ class TrefoilOperator:
         """
 
     @staticmethod
-    def jacobi_eigensolve_symmetric(matrix: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], compute_eigenvectors: bool=True, max_sweeps: typing.SupportsInt | typing.SupportsIndex=100, tol: typing.SupportsFloat | typing.SupportsIndex=1e-12, sort_ascending: bool=True) -> dict[typing.Any, typing.Any]:
+    def jacobi_eigensolve_symmetric(matrix: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], compute_eigenvectors: bool=True, max_sweeps: typing.SupportsInt | typing.SupportsIndex=100, tol: typing.SupportsFloat | typing.SupportsIndex=1e-12, sort_ascending: bool=True) -> results.SpectralSolve:
         """
         Classical Jacobi solve of a symmetric matrix (n, n). Dict with "eigenvalues" (n,), "eigenvectors" (n, n) with
         column k for eigenvalue k, or None, and "n". max_sweeps limits single rotations, not sweeps over all pairs: a
@@ -8940,7 +8941,7 @@ class SwirlTonicAPI:
         lists of different lengths.
         """
 
-def analyze_resolved_tube_clearance(curves: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]], core_radius: typing.SupportsFloat | typing.SupportsIndex=0.0) -> dict[typing.Any, typing.Any]:
+def analyze_resolved_tube_clearance(curves: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]], core_radius: typing.SupportsFloat | typing.SupportsIndex=0.0) -> results.Clearance:
     """
     Compute the least distance between edges of closed polygons that are not neighbours.
 
@@ -8954,7 +8955,7 @@ def analyze_resolved_tube_clearance(curves: collections.abc.Sequence[typing.Anno
     Raises ValueError "Expected (N,3) array" for another shape.
     """
 
-def analyze_smooth_resolved_tube(curves: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]], length_abs_tol: typing.SupportsFloat | typing.SupportsIndex=1e-10, length_rel_tol: typing.SupportsFloat | typing.SupportsIndex=1e-10) -> dict[typing.Any, typing.Any]:
+def analyze_smooth_resolved_tube(curves: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]], length_abs_tol: typing.SupportsFloat | typing.SupportsIndex=1e-10, length_rel_tol: typing.SupportsFloat | typing.SupportsIndex=1e-10) -> results.SmoothTube:
     """
     Analyze the smooth tube around closed curves: length, reach and ropelength.
 
@@ -9135,7 +9136,7 @@ def circulation_surface_integral(omega_field: collections.abc.Sequence[typing.An
     ValueError if the lists differ in length.
     """
 
-def compare_fseries_files(path_a: str, path_b: str, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, skip: typing.SupportsInt | typing.SupportsIndex=3) -> dict[str, float]:
+def compare_fseries_files(path_a: str, path_b: str, nsamples: typing.SupportsInt | typing.SupportsIndex=2048, skip: typing.SupportsInt | typing.SupportsIndex=3) -> results.CurveComparison:
     """
     Measures of two files, their differences b - a, and the root mean square distance of samples with the same index:
     no alignment of phase or direction.
@@ -9158,7 +9159,7 @@ def compute_centerline_helicity(arg0: collections.abc.Sequence[typing.Annotated[
     The second list is not read and there is no twist term: the result equals compute_writhe(X).
     """
 
-def compute_continuous_reach(curves: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]]) -> dict[typing.Any, typing.Any]:
+def compute_continuous_reach(curves: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]]) -> results.ContinuousReach:
     """
     Compute the reach of smooth closed curves: the radius of their thickest embedded tube.
 
@@ -9202,7 +9203,7 @@ def compute_filament_energy_from_fseries(path: str, params: FilamentEnergyParams
     rho_local Gamma^2 L / (16 pi).
     """
 
-def compute_filament_velocity(filaments: collections.abc.Sequence[dict[typing.Any, typing.Any]], options: dict[typing.Any, typing.Any]={}) -> dict[typing.Any, typing.Any]:
+def compute_filament_velocity(filaments: collections.abc.Sequence[dict[typing.Any, typing.Any]], options: dict[typing.Any, typing.Any]={}) -> results.FilamentVelocity:
     """
     Compute the velocity of closed vortex filaments by local induction and the Biot-Savart sum of all sources.
 
@@ -9286,7 +9287,7 @@ def compute_helicity_invariants(v_sub: collections.abc.Sequence[typing.Annotated
     The tuple (H_charge, H_mass, a_mu), as BiotSavart.compute_invariants.
     """
 
-def compute_intrinsic_frame(points: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], weights: typing.Any=None) -> dict[typing.Any, typing.Any]:
+def compute_intrinsic_frame(points: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], weights: typing.Any=None) -> results.IntrinsicFrame:
     """
     Compute the centroid and the principal axes of points.
 
@@ -9311,7 +9312,7 @@ def compute_linking_number(arg0: collections.abc.Sequence[typing.Annotated[colle
     1e-6 are left out. A NaN sum gives 0, a sum beyond 32 bits the nearest 32-bit integer.
     """
 
-def compute_polygonal_gauss(curve_a: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], curve_b: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, same_curve: bool=True) -> dict[typing.Any, typing.Any]:
+def compute_polygonal_gauss(curve_a: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], curve_b: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, same_curve: bool=True) -> results.PolygonalGauss:
     """
     Compute the exact Gauss integral of closed polygons, with its integer audit.
 
@@ -9331,7 +9332,7 @@ def compute_pressure_field(velocity_magnitude: collections.abc.Sequence[typing.S
     P_infinity - rho_ae v^2 / 2 (Bernoulli), a list of one pressure in Pa a speed in m/s; rho_ae in kg/m^3.
     """
 
-def compute_regularized_mutual_velocity(filaments: collections.abc.Sequence[dict[typing.Any, typing.Any]], options: dict[typing.Any, typing.Any]={}) -> dict[typing.Any, typing.Any]:
+def compute_regularized_mutual_velocity(filaments: collections.abc.Sequence[dict[typing.Any, typing.Any]], options: dict[typing.Any, typing.Any]={}) -> results.FilamentVelocity:
     """
     Compute the velocity of closed vortex filaments by local induction and the Biot-Savart sum of all sources.
 
@@ -9349,7 +9350,7 @@ def compute_regularized_mutual_velocity(filaments: collections.abc.Sequence[dict
     Raises KeyError without points and ValueError "Expected (N,3) array" for another shape.
     """
 
-def compute_rigid_motion(points: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], velocity: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], weights: typing.Any=None) -> dict[typing.Any, typing.Any]:
+def compute_rigid_motion(points: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], velocity: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], weights: typing.Any=None) -> results.RigidMotion:
     """
     Split a velocity field on points into translation, rotation and deformation.
 
@@ -9388,7 +9389,7 @@ def compute_time_dilation_map_sqrt(tangents: collections.abc.Sequence[typing.Ann
     q is replaced by 0.999999 where it is 1 or more: the rate jumps to 0.001 there and never reaches 0.
     """
 
-def compute_topology_clearance(curves: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]], core_radius: typing.SupportsFloat | typing.SupportsIndex=0.0) -> dict[typing.Any, typing.Any]:
+def compute_topology_clearance(curves: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]], core_radius: typing.SupportsFloat | typing.SupportsIndex=0.0) -> results.Clearance:
     """
     Compute the least distance between edges of closed polygons that are not neighbours.
 
@@ -9731,7 +9732,7 @@ def grad_phi(phi_grad: typing.Annotated[collections.abc.Sequence[typing.Supports
     The gradient that it is given.
     """
 
-def guard_topology_step(before: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]], after: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]], contact_threshold: typing.SupportsFloat | typing.SupportsIndex, max_displacement: typing.SupportsFloat | typing.SupportsIndex, core_radius: typing.SupportsFloat | typing.SupportsIndex=0.0) -> dict[typing.Any, typing.Any]:
+def guard_topology_step(before: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]], after: collections.abc.Sequence[typing.Annotated[numpy.typing.ArrayLike, numpy.float64]], contact_threshold: typing.SupportsFloat | typing.SupportsIndex, max_displacement: typing.SupportsFloat | typing.SupportsIndex, core_radius: typing.SupportsFloat | typing.SupportsIndex=0.0) -> results.TopologyGuard:
     """
     Check that strands of closed polygons stay apart on the way of a step.
 
@@ -9817,7 +9818,7 @@ def length_exact(block: FourierBlock, nsamples: typing.SupportsInt | typing.Supp
     Rectangle rule for the integral of |r'| over the period, spectrally accurate. At least 16 samples are taken.
     """
 
-def list_bindings(pattern: typing.Any=None, include_private: bool=False) -> dict[typing.Any, typing.Any]:
+def list_bindings(pattern: typing.Any=None, include_private: bool=False) -> results.Bindings:
     """
     Return a dictionary of exported names in this module.
 
@@ -10161,7 +10162,7 @@ def rk4_integrate(arg0: collections.abc.Sequence[typing.Annotated[collections.ab
     the result is that of evolve_vortex_knot. The integrator of the filament equations is rk4_step.
     """
 
-def rk4_step(filaments: collections.abc.Sequence[dict[typing.Any, typing.Any]], dt: typing.SupportsFloat | typing.SupportsIndex, options: dict[typing.Any, typing.Any]={}) -> dict[typing.Any, typing.Any]:
+def rk4_step(filaments: collections.abc.Sequence[dict[typing.Any, typing.Any]], dt: typing.SupportsFloat | typing.SupportsIndex, options: dict[typing.Any, typing.Any]={}) -> results.FilamentStep:
     """
     Advance closed vortex filaments by one classical fourth-order Runge-Kutta step of dt seconds.
 

@@ -23,9 +23,9 @@ void bind_rotor_participation(py::module_& m) {
                   "Of (rho_ref, rho_horn): rho_ref / (pi rho_horn); NaN unless both are positive.")
       .def_static("ell_rho_eq_ref", &API::ell_rho_eq_ref, "Of (j, rho): sqrt(j / rho); NaN unless both are positive.")
       .def_static("c_omega_equals_v_swirl", &API::c_omega_equals_v_swirl, "The argument itself.")
-      .def_static("evaluate", &API::evaluate, py::arg("r_c") = 1.40897017e-15,
-                  py::arg("rho_horn") = 3893435826691868672.0, py::arg("rho_ref") = 7e-7,
-                  py::arg("v_swirl") = 1093845.63,
+      .def_static("evaluate", &API::evaluate, py::arg("r_c") = stored::core_radius,
+                  py::arg("rho_horn") = stored::core_density, py::arg("rho_ref") = canonical::default_rho_f,
+                  py::arg("v_swirl") = canonical::default_v_swirl,
                   "RotorParticipationResult of a core radius (m), two densities (kg/m^3) and a swirl speed (m/s); NaN\n"
                   "where a formula needs a positive number and has none.")
       .def_static("classify_wave_mode", &API::classify_wave_mode,

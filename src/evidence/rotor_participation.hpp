@@ -7,6 +7,9 @@
 
 #include <cstdint>
 
+#include "mass/canonical_constants.hpp"
+#include "mass/stored_constants.hpp"
+
 namespace vkm {
 
 /// Twist waves are linear in the amplitude, Kelvin bends quadratic.
@@ -27,8 +30,9 @@ struct RotorParticipationAPI {
 
   /// The identification of the two speeds: the argument itself.
   static double c_omega_equals_v_swirl(double v_swirl);
-  static RotorParticipationResult evaluate(double r_c = 1.40897017e-15, double rho_horn = 3893435826691868672.0,
-                                           double rho_ref = 7e-7, double v_swirl = 1093845.63);
+  static RotorParticipationResult evaluate(double r_c = stored::core_radius, double rho_horn = stored::core_density,
+                                           double rho_ref = canonical::default_rho_f,
+                                           double v_swirl = canonical::default_v_swirl);
   /// Unknown unless exactly one of the two holds.
   static WaveModeClass classify_wave_mode(bool linear, bool quadratic);
 };

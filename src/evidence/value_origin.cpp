@@ -6,6 +6,7 @@
 
 #include "evidence/quiet_nan.hpp"
 #include "mass/canonical_constants.hpp"
+#include "mass/stored_constants.hpp"
 
 namespace vkm {
 
@@ -14,7 +15,7 @@ namespace {
 constexpr double sixteen_pi_squared = 157.91367041742973;  // 16 pi^2
 
 /// The literal that is published. The comparison below has its own copy.
-constexpr double stored_fmax_snapshot = 29.053507;  // N
+constexpr double stored_fmax_snapshot = stored::maximal_force;
 
 bool is_positive_and_finite(double x) { return x > 0.0 && std::isfinite(x); }
 
@@ -52,7 +53,7 @@ SnapshotCompareResult ValueOriginAPI::compare_fmax_snapshot_to_recomputed() {
   result.snapshot = fmax_snapshot();
   result.recomputed = fmax_recompute_from_primitives();
   result.residual = std::fabs(result.recomputed - result.snapshot);
-  result.snapshot_unchanged = result.snapshot == 29.053507;
+  result.snapshot_unchanged = result.snapshot == stored_fmax_snapshot;
   return result;
 }
 

@@ -6,18 +6,19 @@
 #include <stdexcept>
 
 #include "mass/canonical_constants.hpp"
+#include "mass/stored_constants.hpp"
 
 namespace vkm {
 
 namespace {
 
 using canonical::phi;
+using stored::core_density;
+using stored::core_radius;
 
-constexpr double core_radius = 1.40897017e-15;                 // m
 constexpr double circulation_squared = 9.377248042326389e-17;  // of 9.683619203e-9 m^2/s
 constexpr double twice_c_squared = 179751035747363520.0;       // m^2/s^2
 constexpr double effective_density = 7e-7;                     // kg/m^3
-constexpr double core_density = 3893435826691868672.0;         // kg/m^3
 
 }  // namespace
 

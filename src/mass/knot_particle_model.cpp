@@ -5,12 +5,13 @@
 
 #include "core/numbers.hpp"
 #include "mass/canonical_constants.hpp"
+#include "mass/stored_constants.hpp"
 
 namespace vkm {
 
 namespace {
 
-constexpr double core_radius = 1.40897017e-15;  // m
+using stored::core_radius;
 
 const char* note_of(SectorGate gate) {
   switch (gate) {

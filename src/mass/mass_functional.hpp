@@ -8,6 +8,7 @@
 
 #include "core/numbers.hpp"
 #include "mass/canonical_constants.hpp"
+#include "mass/stored_constants.hpp"
 #include "mass/xi_model.hpp"
 
 namespace vkm {
@@ -15,12 +16,12 @@ namespace vkm {
 /// The constants of the knot models, SI units. They are their own record: other defaults than those of
 /// VKMCanonicalValues, and not derived from each other. A changed rho_f or v_swirl leaves rho_m as it is.
 struct CanonicalConstants {
-  double r_c = 1.40897017e-15;                                            // core radius, m
-  double lambda_c = pi * 2.0 * 1.054571817e-34 / 2.7309245307378233e-22;  // 2 pi hbar / (m_e c), m
-  double m_e = 9.1093837015e-31;                                          // electron mass, kg
-  double rho_f = 7e-7;                                                    // fluid density, kg/m^3
-  double v_swirl = 1093845.63;                                            // swirl speed, m/s
-  double c = 299792458.0;                                                 // speed of light, m/s
+  double r_c = stored::core_radius;                                       // core radius, m
+  double lambda_c = pi * 2.0 * canonical::hbar / 2.7309245307378233e-22;  // 2 pi hbar / (m_e c), m
+  double m_e = canonical::m_e;                                            // electron mass, kg
+  double rho_f = canonical::default_rho_f;                                // fluid density, kg/m^3
+  double v_swirl = canonical::default_v_swirl;                            // swirl speed, m/s
+  double c = canonical::c;                                                // speed of light, m/s
   double rho_m = 4.65949350504008e-12;                                    // mass-equivalent density, kg/m^3
   double rho_horn = VKMCanonicalConstants::core_density_closure(m_e, c, v_swirl, r_c);  // horn density, kg/m^3
 };

@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "mass/canonical_constants.hpp"
+#include "mass/stored_constants.hpp"
 
 namespace vkm {
 
@@ -26,7 +27,7 @@ struct VKMTopologyKernelInput {
 struct VKMMasterEquationInput {
   double rho_f = canonical::default_rho_f;     // fluid density, kg/m^3
   double v_norm = canonical::default_v_swirl;  // swirl speed, m/s
-  double r_c = 1.40897017e-15;                 // core radius, m; a stored literal, not v_swirl / omega_c
+  double r_c = stored::core_radius;            // core radius, m; a stored literal, not v_swirl / omega_c
   double lambda_c = 0.0;                       // Compton wavelength, m; unless > 0 the electron's
   std::int32_t gate = 0;                       // gate exponent n
   VKMTopologyKernelInput topology;             // input of the topological kernel

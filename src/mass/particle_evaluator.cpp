@@ -8,14 +8,16 @@
 
 #include "knot/ideal_light_reader.hpp"
 #include "knot/resource_search.hpp"
+#include "mass/canonical_constants.hpp"
 #include "mass/relaxation.hpp"
+#include "mass/stored_constants.hpp"
 
 namespace vkm {
 
 namespace {
 
 constexpr double line_tension = 14.5267535;  // J/m, half of F_max
-constexpr double joule_per_mev = 1.602176634e-13;
+using stored::joule_per_mev;
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
@@ -103,10 +105,10 @@ void ParticleEvaluator::print_canonical_derivation() {
                "Formula: rho_core = F_max / (pi * r_c^2 * ||v_swirl||^2)\n\n"
                "[*] Core Primitives:\n";
   // The stream keeps the format that is set here.
-  std::cout << "    F_max   = " << std::defaultfloat << std::setprecision(8) << 29.053507 << " N\n";
-  std::cout << "    r_c     = " << std::scientific << std::setprecision(8) << 1.40897017e-15 << " m\n";
-  std::cout << "    v_swirl = " << 1093845.63 << " m/s\n\n[*] Derived Invariant Densities:\n";
-  std::cout << "    rho_core = " << std::setprecision(16) << 3893435826691868672.0 << " kg/m^3\n";
+  std::cout << "    F_max   = " << std::defaultfloat << std::setprecision(8) << stored::maximal_force << " N\n";
+  std::cout << "    r_c     = " << std::scientific << std::setprecision(8) << stored::core_radius << " m\n";
+  std::cout << "    v_swirl = " << canonical::default_v_swirl << " m/s\n\n[*] Derived Invariant Densities:\n";
+  std::cout << "    rho_core = " << std::setprecision(16) << stored::core_density << " kg/m^3\n";
   std::cout << "    rho_E    = " << 3.49924561231878e35 << " J/m^3\n" << rule << "\n\n" << std::flush;
 }
 

@@ -3,12 +3,13 @@
 #include "core/time_dilation.hpp"
 #include "filament/motion/frames.hpp"
 #include "filament/sums/biot_savart.hpp"
+#include "mass/canonical_constants.hpp"
 
 namespace vkm {
 
 namespace {
 
-constexpr double speed_of_light = 299792458.0;       // m/s
+constexpr double speed_of_light = canonical::c;
 constexpr double core_area = 6.236680122475321e-30;  // pi times core radius squared, m^2
 
 }  // namespace

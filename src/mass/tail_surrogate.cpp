@@ -7,12 +7,14 @@
 #include "core/kernel.hpp"
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
+#include "mass/stored_constants.hpp"
 
 namespace vkm {
 
 namespace {
 
-constexpr double core_radius = 1.40897017e-15;               // m
+using stored::core_radius;
+
 constexpr double half_density = 3.5e-7;                      // rho_f / 2, kg/m^3
 constexpr double field_coefficient = 7.705979316274285e-10;  // circulation / (4 pi), m^2/s
 

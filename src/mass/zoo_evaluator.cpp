@@ -4,13 +4,14 @@
 
 #include "mass/canonical_constants.hpp"
 #include "mass/master_dictionary.hpp"
+#include "mass/stored_constants.hpp"
 
 namespace vkm {
 
 namespace {
 
 constexpr double mass_quantum_kg = 1.0290437436843307e-54;
-constexpr double joule_per_mev = 1.602176634e-13;
+using stored::joule_per_mev;
 
 double golden_mass_mev(const DictionaryEntry& entry) {
   const double golden = std::pow(canonical::phi, -2 * entry.genus_g);

@@ -6,6 +6,7 @@ from pathlib import Path
 
 import _native
 import pytest
+import signatures
 
 KINDS = ("record", "result", "class", "static", "enum")
 
@@ -42,45 +43,30 @@ def read_table():
 def member(text):
     """A line of the table: an attribute with the expression of its value, or a function."""
     if match := re.match(r"(static )?(\w+)\((.*)\)$", text):
-        return Entry("static" if match[1] else "function", match[2], parameters(match[3]))
+        return Entry("static" if match[1] else "function", match[2], normal(signatures.parameters(match[3])))
     match = re.match(r"(get )?(\w+)(?: = (.*))?$", text)
     return Entry("get" if match[1] or match[3] is None else "attribute", match[2], match[3])
 
 
-def parameters(text):
+def normal(parameters):
     """[(name, default)]: the name is None where it cannot be given, the default None where there is none."""
-    parts, depth, begin = [], 0, 0
-    for place, letter in enumerate(text):
-        depth += (letter in "[({") - (letter in "])}")
-        if letter == "," and depth == 0:
-            parts.append(text[begin:place])
-            begin = place + 1
-    found = []
-    for part in [*parts, text[begin:]]:
-        if part.strip() == "/":
-            found = [(None, default) for _, default in found]
-        elif part.strip():
-            name, default = re.match(r"\s*(\w+)[^=]*(?:=\s*(.*))?$", part).groups()
-            found.append((None if re.fullmatch(r"arg\d+", name) else name, normal(default)))
-    return found
+    return [(None if p.unnamed else p.name, normal_default(p.default)) for p in parameters]
 
 
-def normal(default):
+def normal_default(default):
     """One spelling for a default: the value's own, `Enumeration.Member`, or the text as it stands."""
     if default is None:
         return None
     try:
-        return repr(ast.literal_eval(default.strip()))
+        return repr(ast.literal_eval(default))
     except (ValueError, SyntaxError):
-        return re.sub(r"<(\w+\.\w+): -?\d+>", r"\1", default.strip())
+        return re.sub(r"<(\w+\.\w+): -?\d+>", r"\1", default)
 
 
 def overloads(function, is_method=False):
     """[(parameters, docstring)] of a bound function, in the order in which they are tried."""
-    name, doc = function.__name__, function.__doc__
-    heads = list(re.finditer(rf"^(?:\d+\. )?{name}\((?!\*args)(.*)\) -> .*$", doc, re.MULTILINE))
-    ends = [head.start() for head in heads[1:]] + [len(doc)]
-    return [(parameters(head[1])[is_method:], doc[head.end() + 2 : end]) for head, end in zip(heads, ends, strict=True)]
+    found = signatures.overloads(function.__name__, function.__doc__)
+    return [(normal(overload.parameters[is_method:]), overload.text) for overload in found]
 
 
 TABLE = read_table()

@@ -20,7 +20,8 @@ def test_every_public_name_of_the_extension_is_the_package_s():
     names = [name for name in dir(_native) if not name.startswith("_")]
     assert sorted(vkmcore.__all__) == sorted(names)
     assert all(getattr(vkmcore, name) is getattr(_native, name) for name in names)
-    assert vkmcore.__version__ == "0.8.36"
+    stated = re.search(r"project\(vkmcore VERSION ([0-9.]+)", (PROJECT / "CMakeLists.txt").read_text(encoding="utf-8"))
+    assert vkmcore.__version__ == stated[1]
     with pytest.raises(AttributeError, match="no_such_name"):
         vkmcore.no_such_name  # noqa: B018
 

@@ -9,8 +9,7 @@ import pytest
 import vkmcore
 from click.testing import CliRunner
 from vkmcore.cli import cli
-from vkmcore.curves.reader import find_curve
-from vkmcore.curves.resampling import evenly_spaced
+from vkmcore.curves import evenly_spaced, read_curve
 from vkmcore.tube.tightening import Tightening, half_turn, start_polygon
 
 SMALL = ["3_1", "--vertices", "36", "--contact-tol", "0.003"]
@@ -21,7 +20,7 @@ def run(*arguments):
 
 
 def begun(skip=None):
-    reached = Tightening(start_polygon(find_curve("3_1"), 36))
+    reached = Tightening(start_polygon(read_curve("3_1"), 36))
     reached.begin(0.003, skip)
     return reached
 
@@ -79,7 +78,7 @@ def test_what_is_written_can_be_read(tmp_path):
     result = run(*SMALL, "--steps", 5, "--output", output, "--matrix-market", folder, "--plot", plot)
     assert result.exit_code == 0 and result.stderr.split() == f"wrote {output} wrote {folder} wrote {plot}".split()
     start, expected = one_call(5)
-    assert find_curve(str(output)).vertices == (np.array(expected.points) * start.unit).tolist()
+    assert read_curve(output).vertices.tolist() == (np.array(expected.points) * start.unit).tolist()
     assert plot.read_bytes()[:8] == b"\x89PNG\r\n\x1a\n" and plot.stat().st_size > 20000
 
     matrix = vkmcore.ContactStressMap.build_sparse_rigidity_matrix(expected.points, expected.metrics)
@@ -112,7 +111,7 @@ def test_an_interrupted_run_writes_what_it_has(tmp_path, monkeypatch):
     result = run(*SMALL, "--steps", 50, "--output", output)
     assert result.exit_code == 130 and "Interrupted." in result.stderr and "interrupted" in result.stdout
     start, expected = one_call(3)
-    assert find_curve(str(output)).vertices == (np.array(expected.points) * start.unit).tolist()
+    assert read_curve(output).vertices.tolist() == (np.array(expected.points) * start.unit).tolist()
 
 
 @pytest.mark.parametrize(
@@ -137,7 +136,7 @@ def test_failures_are_one_line(tmp_path, text, arguments, message):
 
 
 def test_start_polygons():
-    even = start_polygon(find_curve("3_1"), 50)
+    even = start_polygon(read_curve("3_1"), 50)
     edges = np.linalg.norm(np.roll(even, -1, axis=0) - even, axis=1)
     assert len(even) == 50 and np.ptp(edges) < 0.02 * edges.mean()
     square = [[0.0, 0.0, 0.0], [1.0, 0.0, 0.0], [1.0, 1.0, 0.0], [0.0, 1.0, 0.0]]
@@ -156,7 +155,7 @@ def test_a_run_ends_where_it_gains_little_and_where_neighbours_are_added():
     gains = [1.0 - after / before for before, after in zip(values, values[20:], strict=False)]
     assert gains[-1] < 1e-3 <= min(gains[:-1])
 
-    reached = Tightening(start_polygon(find_curve("3_1"), 36) * [1.0, 1.0, 4.0])  # a tall one has much to lose
+    reached = Tightening(start_polygon(read_curve("3_1"), 36) * [1.0, 1.0, 4.0])  # a tall one has much to lose
     options = vkmcore.TighteningOptions()
     options.max_steps, options.max_step_size = 60, 0.05
     reached.tighten([0.003], options)

@@ -2,6 +2,8 @@
 
 from __future__ import annotations
 
+from typing import Any
+
 import click
 
 from vkmcore.commands.arguments import COUNT, check_name, json_option
@@ -18,7 +20,7 @@ def compare(a: str, b: str, samples: int, skip: int, as_json: bool) -> None:
     """Compare two Fourier curves, each a .fseries file or a key of the catalogue."""
     from vkmcore.curves.comparison import compare as compare_curves
 
-    measures = compare_curves(a, b, samples, skip)
+    measures: dict[str, Any] = dict(compare_curves(a, b, samples, skip))
     if as_json:
         print_json({"a": a, "b": b, **measures, "settings": {"samples": samples, "skip": skip}})
         return

@@ -40,11 +40,11 @@ def describe(
 
     FILE is a .fseries text or has a vertex x y z a line; KEY is of the catalogue, as 3_1 or 3:1:1.
     """
-    from vkmcore.curves.reader import find_curve
+    from vkmcore.curves.reader import read_curve
     from vkmcore.tube.description import describe as describe_curve
 
     settings = {"samples": samples, "skip": skip, "contact_tol": contact_tol, "contact_vertices": contact_vertices}
-    sections = describe_curve(find_curve(name), samples, skip, contact_tol, contact_vertices)
+    sections = describe_curve(read_curve(name), samples, skip, contact_tol, contact_vertices)
     if sections["contacts"]["vertices"] != sections["curve"]["vertices"]:
         click.echo(f"contacts: fitted on a polygon of {contact_vertices} vertices; see --contact-vertices", err=True)
     if as_json:

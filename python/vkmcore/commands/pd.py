@@ -39,10 +39,11 @@ def pd(source: str, volume: bool, as_json: bool, plot: Path | None, **options: A
     numbers a line. A row of the code has the arcs under in, over in, under out, over out of a crossing.
     """
     from vkmcore.curves.planar_diagram import DiagramSettings, planar_diagram
-    from vkmcore.curves.reader import closed_curve
+    from vkmcore.curves.reader import read_curve
 
     settings = DiagramSettings(**options)
-    diagram = planar_diagram(*closed_curve(source, settings.samples), settings)
+    curve = read_curve(source)
+    diagram = planar_diagram(curve.title, curve.sampled(settings.samples), settings)
     facts: dict[str, Any] = {
         "name": diagram.name,
         "points": len(diagram.points),

@@ -12,7 +12,7 @@ import click
 from vkmcore import TighteningOptions
 from vkmcore.commands.arguments import COUNT, check_folder, check_name, json_option, plot_option, say_written
 from vkmcore.commands.output import digits, plain_table, print_json, print_table
-from vkmcore.curves.reader import find_curve
+from vkmcore.curves.reader import read_curve
 from vkmcore.progress import progress_bar, watched
 from vkmcore.tube.tightening import (
     GRADIENT_FILE,
@@ -145,7 +145,7 @@ def tighten(
     for field, value in tuning.items():
         setattr(options, field, value)
     check_folder(output)
-    source = find_curve(name)
+    source = read_curve(name)
     reached = Tightening(start_polygon(source, vertices))
     if matrices is not None:
         matrices.mkdir(exist_ok=True)

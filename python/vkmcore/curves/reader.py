@@ -1,127 +1,151 @@
-"""One closed curve by the name that a user gives it: a file, or a key of the catalogue."""
+"""The one reader of curves: what every command and function makes of a name that a user gives it.
+
+A name is, in this order, `-` for standard input; a file; a key of the Fourier table (3_1); an id of the ideal table
+(3:1:1, L2a1); a key on disk, found as `VortexKnotSystem.initialize_knot_from_name` finds it; and what `ALIASES` make of
+it. A file's content tells its format, not its name:
+
+- Fourier rows of six numbers, as in `.fseries` texts: the block with the most harmonics;
+- ideal text, `<AB>`, `<HT>` or `<TL>` blocks: `FILE#ID` chooses where there are several;
+- vertices as text or CSV (`curves.text`), VECT (`curves.vect`), JSON (`curves.records`), `.npy` and `.npz`.
+"""
 
 from __future__ import annotations
 
-import math
-from dataclasses import dataclass
+import os
+import re
+import sys
+from collections.abc import Callable
 from pathlib import Path
 from typing import TYPE_CHECKING
 
-import numpy as np
-
 from vkmcore import (
     FourierBlock,
-    evaluate_fourier_block,
-    find_ideal_block_by_id,
-    get_embedded_knot_files,
+    IdealABBlock,
     index_of_largest_block,
     parse_fseries_from_string,
     parse_ideal_halvard_from_string,
 )
+from vkmcore.curves.catalogue import fourier_text, ideal_text, knot_file
+from vkmcore.curves.closed_curve import ClosedCurve
+from vkmcore.curves.records import points_from_array, points_from_json, points_from_npy, points_from_npz
+from vkmcore.curves.text import points_from_text
+from vkmcore.curves.vect import is_vect, points_from_vect
+from vkmcore.errors import CurveError
 
 if TYPE_CHECKING:
-    from numpy.typing import NDArray
+    import numpy as np
+    from numpy.typing import ArrayLike, NDArray
 
     Points = NDArray[np.float64]
 
-
-@dataclass(frozen=True)
-class CurveSource:
-    """A Fourier series, or else the vertices of a polygon."""
-
-    name: str  # as given
-    kind: str  # "fseries", "catalogue", "ideal" or "polygon"
-    block: FourierBlock | None
-    vertices: list[list[float]] | None  # N points
-
-    def sampled(self, samples: int) -> list[list[float]]:
-        """The polygon itself, or `samples` points of the series at uniform parameters."""
-        if self.block is None:
-            assert self.vertices is not None
-            return self.vertices
-        # The product before the division, as the library takes it: the same points to the last bit.
-        parameters = [k * (2.0 * math.pi) / samples for k in range(samples)]
-        return evaluate_fourier_block(self.block, parameters)
+# Further names of knots: each function turns a name into a key or an id of the catalogue, or None.
+ALIASES: list[Callable[[str], str | None]] = []
 
 
-def find_curve(name: str) -> CurveSource:
-    """The curve of a `.fseries` file (its largest block), of a text file with a vertex x y z a line, of a key of the
-    Fourier table (as 3_1), or of an id of the ideal catalogue (as 3:1:1).
+def read_curve(source: str | os.PathLike[str] | ArrayLike) -> ClosedCurve:
+    """The one closed curve of a name or of an array (N, 3).
 
-    A file goes before a key. Raises RuntimeError when there is no such curve, or when it is a link.
+    Raises:
+        CurveError: there is no such curve, it cannot be read, or it is a link.
+        OSError: a file that is there cannot be read.
     """
-    path = Path(name)
-    if path.is_file():
-        return _from_file(name, path)
-    text = get_embedded_knot_files().get(name)
-    if text is not None:
-        block = _largest(text)
-        if block is not None:
-            return CurveSource(name, "catalogue", block, None)
-    ideal = parse_ideal_halvard_from_string(find_ideal_block_by_id(name))
-    if not ideal:
-        raise RuntimeError(f"{name}: neither a file nor a key of the catalogue")
-    if len(ideal[0].components) != 1:
-        raise RuntimeError(f"{name}: a link of {len(ideal[0].components)} components; one closed curve is needed")
-    return CurveSource(name, "ideal", ideal[0].fourier, None)
+    curves = read_curves(source)
+    if len(curves) != 1:
+        raise CurveError(f"{curves[0].name}: a link of {len(curves)} components; one closed curve is needed")
+    return curves[0]
 
 
-def _from_file(name: str, path: Path) -> CurveSource:
-    text = path.read_bytes().decode("utf-8", "replace")
-    block = _largest(text)
+def read_curves(source: str | os.PathLike[str] | ArrayLike) -> list[ClosedCurve]:
+    """All components of a name, of an array (N, 3), or of a list of such arrays.
+
+    A vertex that repeats the first one at the end of a component is dropped. Raises as `read_curve` does.
+    """
+    if not isinstance(source, str | os.PathLike):
+        return _polygons("points", "points", points_from_array(source, "points"))
+    name = os.fspath(source)
+    if name == "-":
+        return _from_bytes(name, "standard input", sys.stdin.buffer.read())
+    if Path(name).is_file():
+        return _from_file(name, Path(name))
+    path, _, chosen = name.rpartition("#")
+    if path and Path(path).is_file():
+        return _from_file(name, Path(path), chosen)
+    curves = _from_catalogue(name)
+    for alias in ALIASES:
+        key = None if curves else alias(name)
+        curves = _from_catalogue(key) if key else curves
+    if not curves:
+        raise CurveError(f"{name}: neither a file nor a key of the catalogue")
+    return curves
+
+
+def _from_catalogue(name: str) -> list[ClosedCurve]:
+    block = _largest(fourier_text(name))
     if block is not None:
-        return CurveSource(name, "fseries", block, None)
-    rows = [
-        line.replace(",", " ").split() for line in text.splitlines() if line.strip() and line.strip()[0] not in "#%"
-    ]
-    try:
-        vertices = [[float(word) for word in row] for row in rows]
-    except ValueError:
-        vertices = []
-    if not vertices or any(len(vertex) != 3 for vertex in vertices):
-        raise RuntimeError(f"{name}: neither Fourier rows of six numbers nor vertices of three")
-    if not all(math.isfinite(coordinate) for vertex in vertices for coordinate in vertex):
-        raise RuntimeError(f"{name}: a coordinate is not a finite number")
-    return CurveSource(name, "polygon", None, vertices)
+        return [ClosedCurve(name, name, "catalogue", block)]
+    blocks = parse_ideal_halvard_from_string(ideal_text(name))
+    if blocks:
+        return _of_ideal(name, name, blocks[0])
+    path = knot_file(name)
+    return [] if path is None else _from_file(name, path)
+
+
+def _from_file(name: str, path: Path, chosen: str = "") -> list[ClosedCurve]:
+    return _from_bytes(name, path.stem, path.read_bytes(), chosen, path.suffix.lower())
+
+
+def _from_bytes(name: str, title: str, data: bytes, chosen: str = "", suffix: str = "") -> list[ClosedCurve]:
+    """The curves in a file's content. Its suffix tells only Fourier rows from a CSV of six columns."""
+    if data.startswith(b"\x93NUMPY"):
+        return _polygons(name, title, points_from_npy(data, name))
+    if data.startswith(b"PK\x03\x04"):
+        return _polygons(name, title, points_from_npz(data, name))
+    text = data.decode("utf-8-sig", "replace")
+    if text.lstrip()[:1] in ("[", "{"):
+        return _polygons(name, title, points_from_json(text, name))
+    if is_vect(text):
+        return _polygons(name, title, points_from_vect(text, name))
+    if re.search(r"<(AB|HT|TL)\b", text):
+        return _of_ideal(name, title, _chosen_block(name, text, chosen))
+    if chosen:
+        raise CurveError(f"{name}: no ideal text, which alone holds knots by id")
+    block = None if suffix == ".csv" else _largest(text)
+    if block is not None:
+        return [ClosedCurve(name, block.header or title, "fseries", block)]
+    if suffix == ".fseries":
+        raise CurveError(f"{name}: no Fourier block in the file: expected rows of six numbers")
+    return _polygons(name, title, points_from_text(text, name))
+
+
+def _polygons(name: str, title: str, components: list[Points]) -> list[ClosedCurve]:
+    return [ClosedCurve(name, title, "polygon", vertices=_opened(points)) for points in components]
+
+
+def _opened(points: Points) -> Points:
+    """Without a last vertex that repeats the first."""
+    return points[:-1] if len(points) > 1 and (points[0] == points[-1]).all() else points
+
+
+def _of_ideal(name: str, title: str, block: IdealABBlock) -> list[ClosedCurve]:
+    curves = []
+    for component in block.components:
+        x, y, z = (a + b for a, b in zip(component.A0, component.B0, strict=True))
+        curves.append(ClosedCurve(name, title, "ideal", component.fourier, (x, y, z)))
+    if not curves:
+        raise CurveError(f"{name}: the block {block.id} has no rows")
+    return curves
+
+
+def _chosen_block(name: str, text: str, chosen: str) -> IdealABBlock:
+    blocks = [block for block in parse_ideal_halvard_from_string(text) if chosen in ("", block.id)]
+    if len(blocks) == 1:
+        return blocks[0]
+    if not blocks:
+        raise CurveError(f"{name}: no ideal block{' of this id' if chosen else ' that is whole'} in the file")
+    some = ", ".join(block.id for block in blocks[:3])
+    raise CurveError(f"{name}: holds {len(blocks)} knots ({some}, ...): expected one, or FILE#ID, as #{blocks[0].id}")
 
 
 def _largest(text: str) -> FourierBlock | None:
     blocks = parse_fseries_from_string(text)
     return blocks[index_of_largest_block(blocks)] if blocks else None
-
-
-def closed_curve(source: str, samples: int) -> tuple[str, Points]:
-    """A closed curve by catalogue key ("3:1:1", "3_1") or file: `.fseries`, `.npy`, or text with three numbers a line.
-
-    Raises:
-        RuntimeError: there is no such key or file, or it holds no single closed curve.
-        ValueError: the file's numbers are no list of points.
-    """
-    import vkmcore
-
-    parameters = 2.0 * np.pi * np.arange(samples) / samples
-    path = Path(source)
-    if path.is_file():
-        if path.suffix == ".fseries":
-            blocks = vkmcore.parse_fseries_multi(source)
-            if not blocks:
-                raise RuntimeError(f"{source}: no Fourier block in the file")
-            block = blocks[vkmcore.index_of_largest_block(blocks)]
-            return block.header or path.stem, np.array(vkmcore.evaluate_fourier_block(block, parameters.tolist()))
-        points = np.load(path) if path.suffix == ".npy" else np.loadtxt(path, ndmin=2)
-        points = np.asarray(points, dtype=np.float64)
-        if points.ndim != 2 or points.shape[1] != 3:
-            raise ValueError(f"{source}: expected three numbers a point, found shape {points.shape}")
-        if len(points) > 1 and (points[0] == points[-1]).all():
-            points = points[:-1]
-        return path.stem, points
-    if source in vkmcore.get_embedded_knot_files():
-        block = vkmcore.load_embedded_knot_block(source)
-        return source, np.array(vkmcore.evaluate_fourier_block(block, parameters.tolist()))
-    text = vkmcore.find_ideal_block_by_id(source)
-    if not text:
-        raise RuntimeError(f"{source}: neither a catalogue key nor a file")
-    ideal = vkmcore.parse_ideal_halvard_from_string(text)[0]
-    if len(ideal.components) != 1:
-        raise RuntimeError(f"{source}: has {len(ideal.components)} components, a code is of one closed curve")
-    return source, vkmcore.evaluate_ideal_component(ideal.components[0], parameters)

@@ -106,7 +106,7 @@ def _filament(table: dict[str, Any], folder: Path) -> dict[str, Any]:
 def _curve(table: dict[str, Any], folder: Path) -> Points:
     """The curve of a filament, ring or other, before it is placed."""
     from vkmcore import resample_closed_curve, sample_circle
-    from vkmcore.curves.reader import closed_curve
+    from vkmcore.curves.reader import read_curve
 
     if "curve" not in table:
         raise SceneError("curve is missing: 'ring', a key of the catalogue, or a file of points")
@@ -120,12 +120,13 @@ def _curve(table: dict[str, Any], folder: Path) -> Points:
         return sample_circle(count, 1.0, 0.0)
     beside = folder / curve
     try:
-        _, points = closed_curve(str(beside) if beside.is_file() else curve, FINE * count)
+        found = read_curve(str(beside) if beside.is_file() else curve)
+        points = found.sampled(FINE * count)
     except (ValueError, RuntimeError, OSError) as error:
         raise SceneError(f"curve: {error}") from error
     if len(points) < 3 or not np.isfinite(points).all():
         raise SceneError(f"curve: {curve} has fewer than three points, or some that are no finite numbers")
-    if beside.is_file() and beside.suffix != ".fseries" and "points" not in table:
+    if found.block is None and "points" not in table:
         return points
     return resample_closed_curve(points, count)
 

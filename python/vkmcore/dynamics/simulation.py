@@ -14,6 +14,7 @@ import numpy as np
 
 from vkmcore.dynamics.trajectory import Frame, Trajectory, TrajectoryWriter, load_trajectory
 from vkmcore.progress import progress_bar
+from vkmcore.results import TopologyGuard
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray
@@ -280,7 +281,7 @@ class _Run:
                 return after, h
         return filaments, 0.0
 
-    def _guarded(self, filaments: Filaments, h: float, time: float) -> tuple[Filaments, dict[Any, Any] | None]:
+    def _guarded(self, filaments: Filaments, h: float, time: float) -> tuple[Filaments, TopologyGuard | None]:
         """The filaments after a step of `h`, and the guard's verdict if it is a contact."""
         step = _native.rk4_step(filaments, h, self.options)
         # The step gives back what it knows of a filament, which leaves out `source`.

@@ -78,6 +78,7 @@ def anchored_spectrum(
         pinned = np.diag(operator.build_second_difference(*grid, mode, True)) == 1.0
         reduced, lift = reduce_boundaries(matrix, pinned)
     solved = operator.jacobi_eigensolve_symmetric(reduced, True, rotations, s.tolerance)
+    assert solved["eigenvectors"] is not None
     values, vectors = solved["eigenvalues"], lift @ solved["eigenvectors"]
     vectors /= np.linalg.norm(vectors, axis=0)
     u = operator.build_uniform_grid(*grid)

@@ -11,7 +11,7 @@ from vkmcore import (
     describe_fourier_block,
     min_self_distance_sampled,
 )
-from vkmcore.curves.reader import CurveSource
+from vkmcore.curves.closed_curve import ClosedCurve
 from vkmcore.curves.resampling import evenly_spaced
 
 TUBE_MEASURES = (
@@ -56,7 +56,7 @@ CONTACT_VERTICES = 512  # the contacts of so many are fitted within a second
 
 
 def describe(
-    source: CurveSource,
+    source: ClosedCurve,
     samples: int,
     skip: int | None,
     contact_tol: float,
@@ -76,16 +76,15 @@ def describe(
     Raises:
         ValueError: a polygon of fewer than three vertices, or a negative tolerance.
     """
-    points = source.sampled(samples)
+    points = source.sampled(samples).tolist()
     own_skip = skip is None
     if skip is None:
         skip = neighbours(points)
     tube = ResolvedTubeGeometry.analyze(points, skip, contact_tol)
     coarse, held = points, tube
     if len(points) > contact_vertices:
-        coarse = source.sampled(contact_vertices)
-        if source.block is None:
-            coarse = evenly_spaced(points, contact_vertices).tolist()
+        even = source.sampled(contact_vertices) if source.block is not None else evenly_spaced(points, contact_vertices)
+        coarse = even.tolist()
         held = ResolvedTubeGeometry.analyze(
             coarse, neighbours(coarse) if own_skip else max(skip * len(coarse) // len(points), 1), contact_tol
         )

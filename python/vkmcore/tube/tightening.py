@@ -20,7 +20,7 @@ from vkmcore import (
     TighteningResult,
     TighteningStepRecord,
 )
-from vkmcore.curves.reader import CurveSource
+from vkmcore.curves.closed_curve import ClosedCurve
 from vkmcore.curves.resampling import evenly_spaced
 from vkmcore.tube.description import neighbours
 
@@ -200,13 +200,13 @@ class Tightening:
         options.max_steps = most
 
 
-def start_polygon(source: CurveSource, vertices: int | None) -> Points:
+def start_polygon(source: ClosedCurve, vertices: int | None) -> Points:
     """Vertices (N, 3) to start from: `vertices` of them (120 if None) at equal arc lengths of a series, a polygon as it
     stands if `vertices` is None."""
     if source.block is not None:
         count = 120 if vertices is None else vertices
         return evenly_spaced(source.sampled(32 * count), count)
-    points = np.array(source.vertices, dtype=np.float64).reshape(-1, 3)
+    points = source.sampled(0)
     return points if vertices is None else evenly_spaced(points, vertices)
 
 
@@ -247,7 +247,7 @@ def record(reached: Tightening) -> dict[str, Any]:
 
 
 def write_polygon(path: Path, name: str, reached: Tightening) -> None:
-    """Vertices as text, in full precision; `find_curve` reads it."""
+    """Vertices as text, in full precision; `read_curve` reads it."""
     ropelength = reached.tube().ropelength_rad
     label = name if name.isprintable() else ascii(name)
     lines = [f"# {label}, tightened in {len(reached.steps)} steps to a ropelength of {ropelength!r}"]
