@@ -13,6 +13,7 @@ from __future__ import annotations
 import math
 from collections.abc import Iterator, Sequence
 from dataclasses import dataclass, replace
+from typing import Any
 
 import numpy as np
 from numpy.typing import NDArray
@@ -130,7 +131,7 @@ def grid_polygon(grid: Grid, shift: tuple[int, int] = (0, 0)) -> Start:
     while waiting:
         first = column = waiting[0]
         row = ends_of[column][0]
-        points = []
+        points: list[tuple[float, float, float]] = []
         while True:  # one column up or down, then one row
             waiting.remove(column)
             across = sum(ends_of[column]) - row
@@ -231,8 +232,8 @@ def torus_polygon(
 ) -> Start:
     """The torus knot or link T(p, q), p times around the axis and q times around the core circle, with lobes.
 
-    x and y are multiplied by 1 + 0.3 amplitude cos(lobes theta + phase), z by 1 + 0.3 vertical cos(lobes theta + phase),
-    theta the angle around the axis: the tight T(2, q) has about q / 2 lobes, which a round start does not find.
+    x and y are multiplied by 1 + 0.3 amplitude cos(lobes theta + phase), z by 1 + 0.3 vertical cos(lobes theta
+    + phase), theta the angle around the axis: the tight T(2, q) has about q / 2 lobes, not found from a round start.
     Positive p q give positive crossings, as in the tables.
 
     Raises:
@@ -262,7 +263,7 @@ def twist_polygon(
     phase: float = 0.0,
     vertices_a_turn: int = 24,
 ) -> Start:
-    """The twist knot of `half_twists` half twists and a clasp: 3_1, 4_1, 5_2, 6_1, 7_2, 8_1, ... for 1, 2, 3, 4, 5, 6, ...
+    """The twist knot of `half_twists` half twists and a clasp: 3_1, 4_1, 5_2, 6_1, 7_2, 8_1 for 1, 2, 3, 4, 5, 6.
 
     A double helix of strands at distance 1 runs around a ring and ends in two hooks that hold each other.
 
@@ -286,7 +287,7 @@ def twist_polygon(
     theta = half_gap + (2.0 * math.pi - 2.0 * half_gap) * s
     turn = (n + 0.5) * math.pi * s
 
-    def place(angle: NDArray[np.float64], outward: NDArray[np.float64], up: NDArray[np.float64]) -> Points:
+    def place(angle: NDArray[Any], outward: NDArray[Any], up: NDArray[Any]) -> Points:
         wave = 1.0 + (0.3 * amplitude * np.cos(lobes * angle + phase) if lobes else 0.0)
         r = ring * wave + outward
         return np.stack([r * np.cos(angle), r * np.sin(angle), up], axis=1)

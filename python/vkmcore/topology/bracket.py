@@ -132,7 +132,7 @@ def unoriented_jones(diagram: PlanarDiagram) -> Laurent:
 
 
 def two_cable(diagram: PlanarDiagram) -> list[Crossing]:
-    """The code of two parallel strands along every strand of a diagram, in the blackboard framing, without directions."""
+    """The code of two parallel strands along every strand of a diagram, in the blackboard framing, undirected."""
 
     def strand(arc: int, right: bool) -> int:
         return 4 * arc + right

@@ -1,7 +1,7 @@
 """Planar diagrams of oriented knots and links in the standard convention.
 
-A crossing is X[i, j, k, l]: the arcs around it, counterclockwise, from the incoming under strand. The under strand runs
-from i to k; the over strand from l to j where the crossing is positive (right-handed), from j to l where it is negative.
+A crossing is X[i, j, k, l]: the arcs around it, counterclockwise, from the incoming under strand. The under strand
+runs from i to k; the over strand from l to j where the crossing is positive (right-handed), else from j to l.
 KnotInfo, KnotTheory and SnapPy read these codes.
 
 Seen as a plane graph, slot s of crossing c is the dart 4 c + s; `darts` pairs the two ends of every arc.
@@ -241,7 +241,8 @@ def diagram_of_code(code: Iterable[Sequence[int]], loops: int = 0) -> PlanarDiag
     for arc in sorted(ends):
         if arc in seen:
             continue
-        cycle, dart = [], ends[arc][0]  # the darts by which arcs leave crossings, in one of the two directions
+        cycle: list[int] = []
+        dart = ends[arc][0]  # of the darts by which arcs leave crossings, in one of the two directions
         while not cycle or dart != cycle[0]:
             cycle.append(dart)
             dart = darts[dart] ^ 2

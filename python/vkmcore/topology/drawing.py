@@ -84,7 +84,6 @@ def _piece_places(
     for dart in upward:
         left = left_end if dart == outer else node[face[dart]]
         between.append((left, node[face[darts[dart]]]))
-    # Arcs other than the outer one that the outer face is left of lie at the other side of it: their order runs into it.
     columns = _layers(len(numbers) + 1, between)
     column = {}
     for dart, (left, _) in zip(upward, between):

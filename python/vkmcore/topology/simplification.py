@@ -1,9 +1,9 @@
 """Fewer crossings: strands that only pass over (or only under) are laid anew along the shortest way.
 
-A run is a part of a component that passes over at every crossing between two passages under. It may be taken up and put
-down anywhere else above the diagram with the same ends; the way with the fewest crossings is a shortest path in the
-plane graph of the faces, those beside the run merged. Reidemeister moves I and II, nugatory crossings and strands on the
-wrong side of a tangle are all such moves, for over runs and, seen from below, for under runs.
+A run is a part of a component that passes over at every crossing between two passages under. It may be taken up and
+put down anywhere else above the diagram with the same ends; the way with the fewest crossings is a shortest path in the
+plane graph of the faces, those beside the run merged. Reidemeister moves I and II, nugatory crossings and strands on
+the wrong side of a tangle are all such moves, for over runs and, seen from below, for under runs.
 """
 
 from __future__ import annotations
@@ -105,7 +105,7 @@ def _shortest_way(
             a = parent[a]
         return a
 
-    blocked = set()
+    blocked: set[int] = set()
     for dart in run:
         blocked.update((dart, graph.darts[dart]))
         a, b = find(face[dart]), find(face[graph.darts[dart]])
