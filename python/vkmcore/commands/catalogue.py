@@ -14,6 +14,7 @@ import click
 
 from vkmcore.commands.arguments import COUNT, Failure, json_option
 from vkmcore.commands.output import plain_table, print_json, print_table
+from vkmcore.progress import progress_bar, watched
 
 if TYPE_CHECKING:
     from vkmcore.ideal.campaign import Outcome, Progress, Target
@@ -156,3 +157,55 @@ def write(folder: Path, out: Path) -> None:
         (out / "ideal/idealLinks.txt", write_links(store, links(), out / "ideal/idealLinks.txt")),
     ):
         click.echo(f"{path}: {count} of the campaign's blocks")
+
+
+@catalogue.command()
+@click.argument("keys", nargs=-1, metavar="[KEY...]")
+@click.option("--jobs", type=COUNT, default=os.cpu_count() or 1, show_default=True, help="Shapes at a time.")
+@json_option("A JSON list with a record a shape.")
+def verify(keys: tuple[str, ...], jobs: int, as_json: bool) -> None:
+    """Measure and certify what is embedded: all of it, or the shapes of these keys, ids, names or texts.
+
+    KEY is as 4_1d, 3:1:1, L5a1, knot_3.1 or idealLinks.txt; patterns with * are allowed. The exit code is 1 if any shape is
+    not what the catalogue says.
+    """
+    from vkmcore.ideal.catalogue_verification import Item, Verdict, expected_name, items
+    from vkmcore.ideal.catalogue_verification import verify as verify_item
+
+    def matches(item: Item, key: str) -> bool:
+        texts = (item.key, expected_name(item), item.source, item.source.rsplit("/", 1)[-1])
+        return any(fnmatch.fnmatchcase(text, key) for text in texts)
+
+    everything = items()
+    for key in keys:
+        if not any(matches(item, key) for item in everything):
+            raise Failure(f"vkmcore: nothing in the catalogue matches {key!r}")
+    chosen = [item for item in everything if not keys or any(matches(item, key) for key in keys)]
+    verdicts: list[Verdict] = []
+    with progress_bar(len(chosen), watched()) as tell, workers(min(jobs, len(chosen)), None, 0) as executor:
+        for verdict in executor.map(verify_item, chosen):
+            verdicts.append(verdict)
+            tell(len(verdicts), verdict.key)
+    if as_json:
+        print_json([vars(verdict) for verdict in verdicts])
+    else:
+        table = plain_table(
+            ("key", "source", "type", "harmonics", "ropelength", "published", "excess / %", "certificate"),
+            ("key", "source", "type", "certificate"),
+        )
+        for verdict in verdicts:
+            table.add_row(
+                verdict.key,
+                verdict.source.rsplit("/", 1)[-1],
+                verdict.expected,
+                str(verdict.harmonics or "-"),
+                f"{verdict.ropelength:.4f}",
+                "-" if verdict.published is None else f"{verdict.published:.4f}",
+                "-" if verdict.excess is None else f"{100 * verdict.excess:+.3f}",
+                "; ".join(verdict.problems) or verdict.certificate.partition(": ")[2],
+            )
+        print_table(table)
+    failed = sum(bool(verdict.problems) for verdict in verdicts)
+    if failed:
+        raise Failure(f"vkmcore: {failed} of {len(verdicts)} shapes failed")
+    click.echo(f"{len(verdicts)} shapes verified", err=True)
