@@ -17,6 +17,13 @@ struct Nearest {
   double squared;
 };
 
+struct Segment {
+  Vec3 along;
+  double squared;  ///< length squared
+  double size;
+  double arc;  ///< of its begin, from the begin of the component
+};
+
 /// Nearest points of p + s u and q + t v, s and t in [0, 1]; r = p - q. Clamped minimum of the quadratic (D. Eberly,
 /// Robust computation of distance between line segments).
 VKM_INLINE Nearest nearest(const Vec3& r, const Vec3& u, const Vec3& v, double uu, double vv) {
@@ -44,24 +51,24 @@ VKM_INLINE Nearest nearest(const Vec3& r, const Vec3& u, const Vec3& v, double u
 template <class Cut, class Visit>
 void search(const Rope& rope, const Cycle& cycle, double gap, Cut cut, Visit visit) {
   const Index n = rope.size();
-  std::vector<Vec3> edge(n);
-  std::vector<double> squared(n);
-  std::vector<double> size(n);
-  std::vector<double> arc(n);  // of vertex k from the begin of its component
+  std::vector<Segment> edges(n);
   std::vector<double> total(rope.components.size(), 0.0);
   std::vector<double> longest(rope.components.size(), 0.0);
   for (Index k = 0; k < n; ++k) {
     const Index c = cycle.component[k];
-    edge[k] = rope.points[cycle.next[k]] - rope.points[k];
-    squared[k] = norm2(edge[k]);
-    size[k] = std::sqrt(squared[k]);
-    arc[k] = total[c];
-    total[c] += size[k];
-    longest[c] = std::max(longest[c], size[k]);
+    Segment& e = edges[k];
+    e.along = rope.points[cycle.next[k]] - rope.points[k];
+    e.squared = norm2(e.along);
+    e.size = std::sqrt(e.squared);
+    e.arc = total[c];
+    total[c] += e.size;
+    longest[c] = std::max(longest[c], e.size);
   }
   const auto scan = [&](Index i, Index j, Index end, double stride, double last) {
-    while (j < end && arc[j] + size[j] < last) {
-      const Nearest near = nearest(rope.points[i] - rope.points[j], edge[i], edge[j], squared[i], squared[j]);
+    const Segment& a = edges[i];
+    while (j < end && edges[j].arc + edges[j].size < last) {
+      const Segment& b = edges[j];
+      const Nearest near = nearest(rope.points[i] - rope.points[j], a.along, b.along, a.squared, b.squared);
       const double limit = cut();
       if (near.squared < limit * limit) {
         visit(i, j, near);
@@ -74,11 +81,12 @@ void search(const Rope& rope, const Cycle& cycle, double gap, Cut cut, Visit vis
   };
   for (Index i = 0; i < n; ++i) {
     const Index c = cycle.component[i];
-    // Between the edges lie arc[j] - arc[i] - size[i] forwards and total - arc[j] - size[j] + arc[i] backwards.
+    // The gap runs from the end of i to the begin of j forwards, from the end of j to the begin of i backwards.
     const Index end = rope.components[c].end;
-    const double first = arc[i] + size[i] + gap;
-    const auto begin = std::upper_bound(arc.begin() + i + 1, arc.begin() + end, first) - arc.begin();
-    scan(i, static_cast<Index>(begin), end, longest[c], total[c] + arc[i] - gap);
+    const double first = edges[i].arc + edges[i].size + gap;
+    Index begin = i + 1;
+    while (begin < end && edges[begin].arc <= first) ++begin;
+    scan(i, begin, end, longest[c], total[c] + edges[i].arc - gap);
     for (Index other = c + 1; other < rope.components.size(); ++other) {
       const Component& k = rope.components[other];
       scan(i, k.begin, k.end, longest[other], std::numeric_limits<double>::infinity());
