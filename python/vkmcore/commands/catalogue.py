@@ -169,11 +169,12 @@ def verify(keys: tuple[str, ...], jobs: int, as_json: bool) -> None:
     KEY is as 4_1d, 3:1:1, L5a1, knot_3.1 or idealLinks.txt; patterns with * are allowed. The exit code is 1 if any shape is
     not what the catalogue says.
     """
-    from vkmcore.ideal.catalogue_verification import Item, Verdict, expected_name, items
+    from vkmcore.ideal.catalogue_verification import Item, Verdict, items
     from vkmcore.ideal.catalogue_verification import verify as verify_item
+    from vkmcore.reference.listing import table_name
 
     def matches(item: Item, key: str) -> bool:
-        texts = (item.key, expected_name(item), item.source, item.source.rsplit("/", 1)[-1])
+        texts = (item.key, table_name(item.key), item.source, item.source.rsplit("/", 1)[-1])
         return any(fnmatch.fnmatchcase(text, key) for text in texts)
 
     everything = items()

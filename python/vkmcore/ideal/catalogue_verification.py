@@ -17,6 +17,7 @@ from vkmcore import (
 )
 from vkmcore.ideal.fourier_form import FourierForm, Measures, Points, measure, measure_polygons
 from vkmcore.ideal.stored_form import form_of_block, form_of_series
+from vkmcore.reference.listing import table_name
 
 SMALL_EXAMPLES = ("0:1:1", "0:1:2")  # of the format, with lengths that are stated and not measured
 TOLERANCE = 2e-4  # relative, of the stated length and diameter
@@ -63,36 +64,9 @@ def items() -> list[Item]:
     return found
 
 
-def expected_name(item: Item) -> str:
-    """The table's name of what a key stands for."""
-    key = item.key
-    if item.source.startswith("knotplot/"):
-        kind, _, rest = key.partition("_")
-        numbers = rest.split(".")
-        if kind == "knot":
-            return "_".join(numbers)
-        if kind == "link":
-            return f"{numbers[0]}^{numbers[1]}_{numbers[2]}"
-        return torus_name(int(numbers[0]), int(numbers[1]))
-    if match := re.fullmatch(r"(\d+):1:(\d+)", key):
-        return f"{match[1]}_{match[2]}"
-    if match := re.fullmatch(r"(\d+[an]?_\d+)[a-z]?\d*", key):
-        return match[1]
-    if match := re.fullmatch(r"(12[an])(\d+)", key):
-        return f"{match[1]}_{match[2]}"
-    return key
-
-
-def torus_name(p: int, q: int) -> str:
-    """The table's name of the torus knot or link T(p, q)."""
-    p, q = sorted((p, q))
-    names = {(3, 4): "8_19", (3, 5): "10_124", (2, 2): "L2a1", (2, 4): "L4a1", (2, 6): "L6a3", (2, 8): "L8a14", (3, 3): "L6n1"}
-    return names[p, q] if (p, q) in names else f"{q}_1" if p == 2 else f"T({p},{q})"
-
-
 def verify(item: Item) -> Verdict:
     """Parse, measure and certify one item; what fails is listed, never raised."""
-    verdict = Verdict(item.key, item.source, expected_name(item))
+    verdict = Verdict(item.key, item.source, table_name(item.key))
     try:
         _examine(item, verdict)
     except Exception as error:

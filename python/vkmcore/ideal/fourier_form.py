@@ -241,7 +241,7 @@ class _Polish:
         lengths = form.lengths()
         self.total = sum(lengths)
         self.counts = [
-            _smooth_count(max(PER_RADIUS * n, 4 * len(c), 48)) for n, c in zip(lengths, form.series, strict=True)
+            _smooth_count(max(12 * n, 4 * len(c), 48)) for n, c in zip(lengths, form.series, strict=True)
         ]
         self.waves = [np.arange(len(c)) * (math.tau / n) for n, c in zip(lengths, form.series, strict=True)]
         self.weight = np.concatenate([np.full(m, n / m) for n, m in zip(lengths, self.counts, strict=True)])
