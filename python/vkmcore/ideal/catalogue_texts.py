@@ -37,6 +37,11 @@ def block_id(name: str) -> str:
     return name.replace("_", ":1:") if "_" in name else name
 
 
+def conway_text(notation: str) -> str:
+    """Conway's notation with the tangles apart: "2 1 1 2", "3,2 1,2"; tables run the digits together."""
+    return re.sub(r"(?<=\d)(?=\d)", " ", notation.replace(";", ","))
+
+
 def stored(form: FourierForm) -> FourierForm:
     """A form as a text of the catalogue holds it."""
     return at_unit_diameter(standardised(form))
@@ -93,7 +98,7 @@ def _write(store: Store, entries: Sequence[TableEntry], path: Path, tag: str) ->
         name = block_id(entry.name)
         if reached.form is None or ropelength_stated(blocks.get(name, "")) <= reached.form.ropelength * (1.0 + 1e-6):
             continue
-        blocks[name] = block_text(tag, name, entry.conway, stored(reached.form.form))
+        blocks[name] = block_text(tag, name, conway_text(entry.conway), stored(reached.form.form))
         count += 1
     write_if_changed(path, database(blocks[name] for name in ordered(blocks)))
     return count
