@@ -1,9 +1,10 @@
 # make run     set up everything, print the masses of the trefoil and the figure-eight
 # make test    set up everything, run the tests
+# make test-long  run the tests that take minutes, too
 # make test-cpp  run the tests of the C++ library alone
 # make bench   time the kernels against NumPy and plain loops
 # make asan    run the tests under the address and undefined-behaviour sanitizers
-# make lint    style of the sources, warnings of the C++ files, currency of the stubs
+# make lint    style of the sources, types, warnings of the C++ files, currency of the stubs, machine code
 # make stubs   regenerate the typed stubs of _native
 # make docs    build the documentation site into build/docs
 # make wheel   write a source archive and a wheel into dist, and test the wheel without a compiler
@@ -27,13 +28,16 @@ use_venv := -DPython_EXECUTABLE="$(CURDIR)/$(python)" -DCMAKE_MAKE_PROGRAM="$(CU
 
 build_inputs := CMakeLists.txt pyproject.toml $(shell find cmake src resources python -type f -not -name '*.pyc')
 
-.PHONY: run test test-cpp bench asan lint stubs docs wheel clean
+.PHONY: run test test-long test-cpp bench asan lint stubs docs wheel clean
 
 run: .venv/installed
 	.venv/bin/vkmcore mass 3:1:1 4:1:1
 
 test: .venv/installed
 	$(python) -m pytest -q $(ARGS)
+
+test-long: .venv/installed
+	$(python) -m pytest -q -m "long or not long" $(ARGS)
 
 test-cpp: .venv/tools
 	.venv/bin/cmake --preset cpp $(use_venv)
@@ -52,13 +56,16 @@ asan: .venv/installed
 	  ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 PYTHONMALLOC=malloc PYTHONPATH=build/asan:python \
 	  $(python) -m pytest -q -p no:cacheprovider $(ARGS)
 
-lint: .venv/installed
+lint: .venv/installed .venv/docs
 	.venv/bin/ruff check python tests tools bench examples docs
 	.venv/bin/ruff format --check python tests tools bench examples docs
+	$(python) tools/check_elementary.py src
+	.venv/bin/mypy
 	find src bench tests/cpp -name '*.[ch]pp' | xargs .venv/bin/clang-format --dry-run -Werror
 	.venv/bin/cmake --preset dev $(use_venv)
 	.venv/bin/cmake --build --preset dev -j 2
 	PYTHONPATH=build/dev:python $(python) tools/make_stubs.py --check
+	$(python) tools/check_instructions.py build/dev
 
 stubs: .venv/installed
 	$(python) tools/make_stubs.py

@@ -25,7 +25,7 @@ from vkmcore import (
     parse_fseries_from_string,
     parse_ideal_halvard_from_string,
 )
-from vkmcore.curves.catalogue import fourier_text, ideal_text, knot_file
+from vkmcore.curves.catalogue import fourier_block, ideal_text, knot_file
 from vkmcore.curves.closed_curve import ClosedCurve
 from vkmcore.curves.records import points_from_array, points_from_json, points_from_npy, points_from_npz
 from vkmcore.curves.text import points_from_text
@@ -64,11 +64,13 @@ def read_curves(source: str | os.PathLike[str] | ArrayLike) -> list[ClosedCurve]
         return _polygons("points", "points", points_from_array(source, "points"))
     name = os.fspath(source)
     if name == "-":
+        if sys.stdin is None:
+            raise CurveError("-: there is no standard input")
         return _from_bytes(name, "standard input", sys.stdin.buffer.read())
-    if Path(name).is_file():
+    if is_file(name):
         return _from_file(name, Path(name))
     path, _, chosen = name.rpartition("#")
-    if path and Path(path).is_file():
+    if path and is_file(path):
         return _from_file(name, Path(path), chosen)
     curves = _from_catalogue(name)
     for alias in ALIASES:
@@ -79,8 +81,14 @@ def read_curves(source: str | os.PathLike[str] | ArrayLike) -> list[ClosedCurve]
     return curves
 
 
+def is_file(name: str | os.PathLike[str]) -> bool:
+    """Whether there is something to read under this name: a file, or a pipe as of `<(...)` in a shell."""
+    path = Path(name)
+    return path.is_file() or path.is_fifo()
+
+
 def _from_catalogue(name: str) -> list[ClosedCurve]:
-    block = _largest(fourier_text(name))
+    block = fourier_block(name)
     if block is not None:
         return [ClosedCurve(name, name, "catalogue", block)]
     blocks = parse_ideal_halvard_from_string(ideal_text(name))
