@@ -91,7 +91,7 @@ fi
 python=$(find_python) || {
   cat >&2 <<'TEXT'
 VKMcore needs CPython 3.10 to 3.14 with its C headers, and none could be found or brought. Any one of these gives it:
-  - a package of your system:  apt install python3-dev python3-venv    (Debian 12, Ubuntu 22.04 and later)
+  - a package of your system:  apt install python3-dev python3-venv    (Debian 12, Ubuntu 24.04)
   - pyenv:                     pyenv install 3.10
   - uv:                        uv python install 3.10
   - an interpreter elsewhere:  make run PYTHON=/path/to/python3
