@@ -72,7 +72,7 @@ def derivatives(rows: Rows, t: Array) -> tuple[Array, Array, Array]:
 
 def equal_steps(rows: Rows, samples: int) -> tuple[Array, float]:
     """Parameters of points at equal steps of arc length, and the length."""
-    t = np.linspace(0, 2 * np.pi, 8 * samples + 1)
+    t = np.linspace(0, 2 * np.pi, 8 * samples + 1, dtype=np.float64)
     speed = np.linalg.norm(derivatives(rows, t)[1], axis=1)
     arc = np.concatenate([[0.0], np.cumsum((speed[1:] + speed[:-1]) / 2)])
     return np.interp(np.arange(samples) / samples * arc[-1], arc, t), float(speed[1:].mean()) * 2 * np.pi
@@ -142,8 +142,8 @@ def block_text(name: str, conway: str, plane: Series, height: Series) -> str:
     length, thickness = measure_with_library(rows)
     lines = [f'<AB Id="{name}" Conway="{conway}" L="{length:.6f}" D="{thickness:.6f}">']
     for k, (a, b) in rows.items():
-        a, b = (", ".join(f"{x + 0.0:12.9f}" for x in triple) for triple in (a, b))
-        lines.append(f'  <Coeff I="{k:3d}" A="{a}" B="{b}" />')
+        cosines, sines = (", ".join(f"{x + 0.0:12.9f}" for x in triple) for triple in (a, b))
+        lines.append(f'  <Coeff I="{k:3d}" A="{cosines}" B="{sines}" />')
     return "\n".join([*lines, "</AB>\n"])
 
 

@@ -129,7 +129,7 @@ def plot(entries: list[Listed], path: Path) -> None:
 
     drawing, axes = pyplot.subplots(figsize=(7.0, 3.2), layout="constrained")
     axes.axhline(0.0, color="0.6", linewidth=0.8)
-    axes.plot([e.ropelength for e in entries], [100 * (e.difference or 0.0) for e in entries], ".", markersize=4)
+    axes.plot([e.ropelength or np.nan for e in entries], [100 * (e.difference or 0.0) for e in entries], ".", markersize=4)
     axes.set_xlabel("ropelength (length over tube radius)")
     axes.set_ylabel("above the published value / %")
     drawing.savefig(path)
