@@ -2,7 +2,7 @@
 
     python tools/check_instructions.py build/dev
 
-Reads the object files of a build with objdump. Instructions beyond the baseline (SSE3 and later) may stand in the clones
+Reads the object files of a build with objdump. Instructions beyond the baseline (SSE3 and later) may stand in clones
 of a kernel and in the hand-written kernels' own files, in functions that are called only where the processor has them.
 They must not stand anywhere else, least of all in an inline function: the linker keeps one copy of it for all callers.
 """
