@@ -65,7 +65,7 @@ def _flat(nested: object) -> str:
 
 def _tables(proper_links: bool) -> list[dict[str, str]]:
     try:
-        from database_knotinfo import link_list  # type: ignore[import-untyped]
+        from database_knotinfo import link_list
     except ImportError as error:
         raise ImportError('this table needs database_knotinfo: pip install "vkmcore[catalogue]"') from error
     rows: list[dict[str, str]] = link_list(proper_links=proper_links)
