@@ -101,8 +101,15 @@ def test_refused(make, error):
 
 @pytest.mark.parametrize(
     ("start", "name"),
-    [(starts.twist_polygon(n), name) for n, name in enumerate(("3_1", "4_1", "5_2", "6_1", "7_2", "8_1", "9_2"), 1)]
-    + [(starts.torus_polygon(2, 7), "7_1"), (starts.torus_polygon(4, 3), "8_19"), (starts.torus_polygon(5, 3), "10_124")],
+    [
+        *(
+            (starts.twist_polygon(n), name)
+            for n, name in enumerate(("3_1", "4_1", "5_2", "6_1", "7_2", "8_1", "9_2"), 1)
+        ),
+        (starts.torus_polygon(2, 7), "7_1"),
+        (starts.torus_polygon(4, 3), "8_19"),
+        (starts.torus_polygon(5, 3), "10_124"),
+    ],
     ids=lambda value: value if isinstance(value, str) else "",
 )
 def test_families_in_the_chirality_of_the_table(start, name):
