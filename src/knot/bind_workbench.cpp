@@ -1,6 +1,7 @@
 #include "knot/polygon_measures.hpp"
 #include "knot/workbench.hpp"
 #include "module/binders.hpp"
+#include "tube/edge_lengths.hpp"
 
 namespace vkm {
 
@@ -27,7 +28,7 @@ namespace {
 
 using namespace workbench;
 
-void register_records(py::module_& m) {
+void register_workbench_records(py::module_& m) {
   using C = CanonicalizeResult;
   bound_class<C>(m, "CanonicalizeResult", "What canonicalize_fseries_file_inplace found and did.")
       .def(py::init<>())
@@ -120,7 +121,7 @@ void register_measures(py::module_& m) {
   m.def(
       "curve_length_from_fseries",
       [](const std::string& path, int nsamples) {
-        return ResolvedTubeGeometry::length(sample_curve_centered(path, nsamples, python_poll()));
+        return polygon_length(sample_curve_centered(path, nsamples, python_poll()));
       },
       py::arg("path"), py::arg("nsamples") = 2048, "Length of the closed polygon of the samples.");
   m.def(
@@ -145,7 +146,7 @@ void register_measures(py::module_& m) {
 }  // namespace
 
 void bind_workbench(py::module_& m) {
-  register_records(m);
+  register_workbench_records(m);
   m.def(
       "canonicalize_fseries_file_inplace", &canonicalize_fseries_file_inplace, py::arg("path"),
       "Replace the leading three-column row of a legacy file by a six-column row of zeros, whatever stood in it.\n\n"

@@ -52,6 +52,15 @@ py::array_t<double> array_from(const Lanes& points);
 py::array_t<double> array_from(std::span<const double> values);
 py::array_t<double> array_from(std::span<const double> values, const std::vector<py::ssize_t>& shape);
 
+/// Reads an exact list of rows (lists or tuples of three floats), or of floats, or a float64 array of the same shape;
+/// false, with any values, for everything else.
+bool read_directly(py::handle source, std::vector<Vec3>& points);
+bool read_directly(py::handle source, std::vector<double>& values);
+
+/// A new list of lists of three floats, or of floats.
+py::handle list_of(std::span<const Vec3> points);
+py::handle list_of(std::span<const double> values);
+
 /// A poll for long loops: raises KeyboardInterrupt (or what the pending signal's handler raises).
 Poll python_poll();
 
@@ -87,54 +96,9 @@ template <>
 struct type_caster<std::vector<vkm::Vec3>> : list_caster<std::vector<vkm::Vec3>, vkm::Vec3> {
   using Generic = list_caster<std::vector<vkm::Vec3>, vkm::Vec3>;
 
-  bool load(handle src, bool convert) { return load_directly(src) || Generic::load(src, convert); }
+  bool load(handle src, bool convert) { return vkm::read_directly(src, value) || Generic::load(src, convert); }
 
-  template <class Points>
-  static handle cast(const Points& points, return_value_policy, handle) {
-    object list = reinterpret_steal<object>(PyList_New(static_cast<ssize_t>(points.size())));
-    if (!list) throw error_already_set();
-    for (std::size_t i = 0; i < points.size(); ++i) {
-      PyObject* row = PyList_New(3);
-      if (row == nullptr) throw error_already_set();
-      PyList_SET_ITEM(list.ptr(), static_cast<ssize_t>(i), row);
-      for (ssize_t axis = 0; axis < 3; ++axis) {
-        PyObject* number = PyFloat_FromDouble(points[i][static_cast<std::size_t>(axis)]);
-        if (number == nullptr) throw error_already_set();
-        PyList_SET_ITEM(row, axis, number);
-      }
-    }
-    return list.release();
-  }
-
- private:
-  bool load_directly(handle src) { return load_list(src) || load_array(src); }
-
-  bool load_list(handle src) {
-    if (!PyList_CheckExact(src.ptr())) return false;
-    const auto count = static_cast<std::size_t>(PyList_GET_SIZE(src.ptr()));
-    value.resize(count);
-    for (std::size_t i = 0; i < count; ++i) {
-      PyObject* row = PyList_GET_ITEM(src.ptr(), static_cast<ssize_t>(i));
-      if (!(PyList_CheckExact(row) || PyTuple_CheckExact(row)) || PySequence_Fast_GET_SIZE(row) != 3) return false;
-      PyObject** items = PySequence_Fast_ITEMS(row);
-      for (std::size_t axis = 0; axis < 3; ++axis) {
-        if (!PyFloat_CheckExact(items[axis])) return false;
-        value[i][axis] = PyFloat_AS_DOUBLE(items[axis]);
-      }
-    }
-    return true;
-  }
-
-  bool load_array(handle src) {
-    if (!isinstance<array_t<double>>(src)) return false;
-    const auto source = reinterpret_borrow<array_t<double>>(src);
-    if (source.ndim() != 2 || source.shape(1) != 3) return false;
-    const auto view = source.unchecked<2>();
-    value.resize(static_cast<std::size_t>(view.shape(0)));
-    for (ssize_t i = 0; i < view.shape(0); ++i)
-      value[static_cast<std::size_t>(i)] = {view(i, 0), view(i, 1), view(i, 2)};
-    return true;
-  }
+  static handle cast(std::span<const vkm::Vec3> points, return_value_policy, handle) { return vkm::list_of(points); }
 };
 
 /// Lists of floats, in the same way: exact lists of floats and float64 arrays of one dimension are read directly.
@@ -142,42 +106,9 @@ template <>
 struct type_caster<std::vector<double>> : list_caster<std::vector<double>, double> {
   using Generic = list_caster<std::vector<double>, double>;
 
-  bool load(handle src, bool convert) { return load_list(src) || load_array(src) || Generic::load(src, convert); }
+  bool load(handle src, bool convert) { return vkm::read_directly(src, value) || Generic::load(src, convert); }
 
-  template <class Numbers>
-  static handle cast(const Numbers& numbers, return_value_policy, handle) {
-    object list = reinterpret_steal<object>(PyList_New(static_cast<ssize_t>(numbers.size())));
-    if (!list) throw error_already_set();
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-      PyObject* number = PyFloat_FromDouble(numbers[i]);
-      if (number == nullptr) throw error_already_set();
-      PyList_SET_ITEM(list.ptr(), static_cast<ssize_t>(i), number);
-    }
-    return list.release();
-  }
-
- private:
-  bool load_list(handle src) {
-    if (!PyList_CheckExact(src.ptr())) return false;
-    const auto count = static_cast<std::size_t>(PyList_GET_SIZE(src.ptr()));
-    value.resize(count);
-    for (std::size_t i = 0; i < count; ++i) {
-      PyObject* number = PyList_GET_ITEM(src.ptr(), static_cast<ssize_t>(i));
-      if (!PyFloat_CheckExact(number)) return false;
-      value[i] = PyFloat_AS_DOUBLE(number);
-    }
-    return true;
-  }
-
-  bool load_array(handle src) {
-    if (!isinstance<array_t<double>>(src)) return false;
-    const auto source = reinterpret_borrow<array_t<double>>(src);
-    if (source.ndim() != 1) return false;
-    const auto view = source.unchecked<1>();
-    value.resize(static_cast<std::size_t>(view.shape(0)));
-    for (ssize_t i = 0; i < view.shape(0); ++i) value[static_cast<std::size_t>(i)] = view(i);
-    return true;
-  }
+  static handle cast(std::span<const double> numbers, return_value_policy, handle) { return vkm::list_of(numbers); }
 };
 
 /// Arguments that a function reads through a span: lists, held as vectors for the time of the call.

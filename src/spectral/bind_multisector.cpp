@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "core/elementary.hpp"
 #include "module/binders.hpp"
 #include "spectral/cycle_product.hpp"
 #include "spectral/multisector.hpp"
@@ -325,7 +326,7 @@ void bind_fitter_v2(py::module_& m) {
         const auto values = evaluate_sector(t_values, nu, theta_nu, ell_trefoil, truncation_M, "evaluate_sector_abs");
         std::vector<double> result(values.size());
         std::transform(values.begin(), values.end(), result.begin(),
-                       [](Complex z) { return std::hypot(z.real(), z.imag()); });
+                       [](Complex z) { return vkm::hypot(z.real(), z.imag()); });
         return array_from(result);
       },
       py::arg("t_values"), py::arg("nu"), py::arg("theta_nu"), py::arg("ell_trefoil"), py::arg("truncation_M"),

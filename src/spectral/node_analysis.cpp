@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "spectral/ascending.hpp"
 
 namespace vkm {
@@ -77,7 +78,7 @@ double extra_minima_penalty(std::span<const double> t, std::span<const double> y
   double penalty = 0.0;
   for (const std::int64_t index : local_minima_indices(y)) {
     if (windows.contain(at(t, index))) continue;
-    penalty += std::exp(-at(y, index) / sigma);
+    penalty += vkm::exp(-at(y, index) / sigma);
     if (!penalize_all) break;
   }
   return penalty;

@@ -3,13 +3,14 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 
 namespace vkm::spectral {
 
 double logdet_from_eigenvalues(std::span<const double> eigenvalues, double regularization) {
   double sum = 0.0;
-  for (const double e : eigenvalues) sum += std::log(std::fabs(e) + regularization);
+  for (const double e : eigenvalues) sum += vkm::log(std::fabs(e) + regularization);
   return sum;
 }
 

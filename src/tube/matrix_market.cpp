@@ -1,12 +1,8 @@
-// Writers of rigidity matrices and vectors for outside solvers: Matrix Market coordinate and array files (R. F.
-// Boisvert, R. Pozo, K. Remington, The Matrix Market exchange formats, NISTIR 5935, 1996) and two-column CSV. Numbers
-// have 17 significant digits, whatever the locale of the process.
+#include "tube/matrix_market.hpp"
 
 #include <charconv>
 #include <fstream>
 #include <stdexcept>
-
-#include "tube/contact_stress.hpp"
 
 namespace vkm {
 
@@ -55,8 +51,7 @@ class TextFile {
 
 }  // namespace
 
-void ContactStressMap::write_sparse_matrix_market(const SparseRigidityMatrix& sparse, const std::string& path,
-                                                  bool one_based_indices) {
+void write_sparse_matrix_market(const SparseRigidityMatrix& sparse, const std::string& path, bool one_based_indices) {
   TextFile file(path, "could not open Matrix Market output path: ");
   const std::uint64_t first = one_based_indices ? 1 : 0;
   file << "%%MatrixMarket matrix coordinate real general\n"
@@ -69,7 +64,7 @@ void ContactStressMap::write_sparse_matrix_market(const SparseRigidityMatrix& sp
   }
 }
 
-void ContactStressMap::write_vector_market(std::span<const double> vector, const std::string& path) {
+void write_vector_market(std::span<const double> vector, const std::string& path) {
   TextFile file(path, "could not open vector Matrix Market output path: ");
   file << "%%MatrixMarket matrix array real general\n"
        << "% VKMcore resolved-tube dense vector\n"
@@ -77,7 +72,7 @@ void ContactStressMap::write_vector_market(std::span<const double> vector, const
   for (const double value : vector) file << value << "\n";
 }
 
-void ContactStressMap::write_vector_csv(std::span<const double> vector, const std::string& path) {
+void write_vector_csv(std::span<const double> vector, const std::string& path) {
   TextFile file(path, "could not open vector CSV output path: ");
   file << "row,value\n";
   for (std::size_t row = 0; row < vector.size(); ++row) file << std::uint64_t{row} << "," << vector[row] << "\n";

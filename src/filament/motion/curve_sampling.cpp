@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
 
 namespace vkm {
 
 std::vector<Vec3> resample_closed_curve(std::span<const Vec3> points, std::size_t count) {
-  require_memory(count, 2 * sizeof(Vec3));
+  require_memory(count, 3 * sizeof(Vec3));
   std::vector<Vec3> samples(count, Vec3{});
   const std::size_t n = points.size();
   if (n < 2) return samples;
@@ -29,12 +30,15 @@ std::vector<Vec3> resample_closed_curve(std::span<const Vec3> points, std::size_
 }
 
 std::vector<Vec3> sample_circle(std::size_t count, double R, double z) {
-  require_memory(count, 2 * sizeof(Vec3));
+  require_memory(count, 3 * sizeof(Vec3));
   std::vector<Vec3> samples(count);
+  std::vector<double> angles(count);
+  std::vector<double> cosines(count);
   for (std::size_t i = 0; i < count; ++i) {
-    const double t = static_cast<double>(i) * two_pi / static_cast<double>(count);
-    samples[i] = {R * std::cos(t), R * std::sin(t), z};
+    angles[i] = static_cast<double>(i) * two_pi / static_cast<double>(count);
   }
+  vkm::sin_cos(angles, angles, cosines);
+  for (std::size_t i = 0; i < count; ++i) samples[i] = {R * cosines[i], R * angles[i], z};
   return samples;
 }
 
