@@ -13,7 +13,6 @@ import numpy as np
 from docutils import nodes
 from sphinx.application import Sphinx
 from sphinx.util.docutils import SphinxDirective
-
 from vkmcore import find_ideal_block_by_id, parse_ideal_halvard_from_string
 from vkmcore.ideal.stored_form import form_of_block
 from vkmcore.reference.listing import Listed, listed

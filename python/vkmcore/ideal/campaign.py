@@ -1,8 +1,8 @@
 """A campaign: tight shapes and Fourier forms for a list of knots and links, task by task, best things first.
 
 Every knot first gets one search at the coarse edge and a Fourier form, so that all of them exist early; then those far
-above the published value get further seeds; then finer edges; then seeds for the rest that is above. What is missing is found
-from the files alone: a campaign that was stopped goes on where it stood.
+above the published value get further seeds; then finer edges; then seeds for the rest that is above. What is missing
+is found from the files alone: a campaign that was stopped goes on where it stood.
 """
 
 from __future__ import annotations
@@ -161,7 +161,9 @@ def run(
     try:
         while True:
             busy = set(running.values())
-            ready = [(priority, task) for name, tasks in waiting.items() if name not in busy for priority, task in tasks]
+            ready = [
+                (priority, task) for name, tasks in waiting.items() if name not in busy for priority, task in tasks
+            ]
             ready.sort(key=lambda item: item[0])
             for _, task in ready:
                 if len(running) >= jobs:
