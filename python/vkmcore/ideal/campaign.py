@@ -21,6 +21,7 @@ COARSE = 0.15  # edges in tube radii
 FINE = (0.10, 0.07)
 CLOSE_ENOUGH = 6e-4  # excess at the coarse edge that is mere discretisation
 FAR = 3e-3  # excess that another seed is to mend before anything is refined
+LEAST_SEEDS = 3  # of what has no published value
 HARMONICS_A_RADIUS = 3.0
 MOST_HARMONICS = 256
 
@@ -104,8 +105,8 @@ def missing(target: Target, entry: Entry, seeds: int, finest: float) -> list[tup
                 tasks.append(((stage, *target.rank, 2), form))
     if len(tried) < seeds:
         above = excess(target, coarse.ropelength) if coarse is not None else 1.0
-        if above is None:  # nothing to compare with: a few seeds for all
-            above = CLOSE_ENOUGH * (3.0 - len(tried))
+        if above is None:  # nothing to compare with
+            above = 2.0 * CLOSE_ENOUGH if len(tried) < LEAST_SEEDS else 0.0
         if above > CLOSE_ENOUGH:
             priority = (1 if above > FAR else 3, len(tried), -above)
             tasks.append((priority, Task("search", target.name, max(tried) + 1, COARSE)))

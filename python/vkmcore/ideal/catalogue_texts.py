@@ -80,8 +80,12 @@ def write_if_changed(path: Path, text: str) -> bool:
 
 
 def ordered(ids: Iterable[str]) -> list[str]:
-    """Ids in the order of the tables: by the numbers in them, the unknots first."""
-    return sorted(ids, key=lambda name: ([int(number) for number in re.findall(r"\d+", name)], name))
+    """Ids in the order of the tables: by their numbers, the unknots first, alternating links before the others."""
+
+    def place(name: str) -> list[tuple[int, str]]:
+        return [(int(part), "") if part.isdigit() else (0, part) for part in re.findall(r"\d+|[an]", name)]
+
+    return sorted(ids, key=lambda name: (place(name), name))
 
 
 def write_knots(store: Store, entries: Sequence[TableEntry], path: Path) -> int:
