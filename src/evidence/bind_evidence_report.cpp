@@ -45,12 +45,12 @@ void bind_evidence_report(py::module_& m) {
           "NaN and the infinities are null.")
       .def_static(
           "write_evidence_report",
-          [](const std::string& path, const Meta& meta, const Checks& checks) {
-            return EvidenceReportAPI::write_evidence_report(path, meta, checks);
+          [](const std::string& path, Meta meta, const Checks& checks) {
+            return EvidenceReportAPI::write_evidence_report(path, meta, checks, python_poll());
           },
           py::arg("path"), py::arg("meta"), py::arg("checks"),
           "Writes the report to a file, replacing it. True if all of it was written; False for an empty or unwritable\n"
-          "path, with no error raised, no directory made and no partial file left.");
+          "path, with no error raised, no directory made, and the old file left as it was.");
 
   m.def("check_kind_export_string", &check_kind_export_string,
         "Text of a CheckKind in reports, such as \"ALGEBRAIC_IDENTITY\"; \"OPEN_RESEARCH_GATE\" for unknown values.");

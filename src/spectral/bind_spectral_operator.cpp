@@ -87,7 +87,7 @@ void bind_records(py::module_& m) {
 void bind_potentials(py::class_<TrefoilOperator>& cls) {
   cls.def_static(
       "build_potential_from_options",
-      [](double u_min, double u_max, std::uint64_t n, const PotentialOptions& opts) {
+      [](double u_min, double u_max, std::uint64_t n, PotentialOptions opts) {
         return array_from(spectral::build_potential_from_options({u_min, u_max, n}, opts, python_poll()));
       },
       py::arg("u_min"), py::arg("u_max"), py::arg("n"), py::arg("opts"),

@@ -103,29 +103,32 @@ void register_contact_stress_record(py::module_& m) {
 
 void register_contact_stress_map(py::module_& m) {
   using Map = ContactStressMap;
-  const auto build = [](const Points& points, const ResolvedTubeMetrics& tube, bool include_struts, bool include_kinks,
+  const auto build = [](const Points& points, ResolvedTubeMetrics tube, bool include_struts, bool include_kinks,
                         double kink_finite_difference_step, bool use_analytic_kink_gradient) {
     return Map::build_rigidity_matrix(points, tube, include_struts, include_kinks, kink_finite_difference_step,
                                       use_analytic_kink_gradient, python_poll());
   };
-  const auto build_sparse = [](const Points& points, const ResolvedTubeMetrics& tube, bool include_struts,
+  const auto build_sparse = [](const Points& points, ResolvedTubeMetrics tube, bool include_struts,
                                bool include_kinks, double kink_finite_difference_step,
                                bool use_analytic_kink_gradient) {
     return Map::build_sparse_rigidity_matrix(points, tube, include_struts, include_kinks, kink_finite_difference_step,
                                              use_analytic_kink_gradient, python_poll());
   };
+  const auto write_matrix_market = [](SparseRigidityMatrix sparse, const std::string& path, bool one_based_indices) {
+    Map::write_sparse_matrix_market(sparse, path, one_based_indices, python_poll());
+  };
   const auto write_vector_market = [](const std::vector<double>& vector, const std::string& path) {
-    Map::write_vector_market(vector, path);
+    Map::write_vector_market(vector, path, python_poll());
   };
   const auto write_vector_csv = [](const std::vector<double>& vector, const std::string& path) {
-    Map::write_vector_csv(vector, path);
+    Map::write_vector_csv(vector, path, python_poll());
   };
   constexpr const char* matrix_market_doc =
-      "Write the matrix as a Matrix Market coordinate file, 17 significant digits. Raises RuntimeError if the file\n"
-      "cannot be opened.";
+      "Write the matrix as a Matrix Market coordinate file, 17 significant digits, and replace the file by it as a\n"
+      "whole. Raises RuntimeError if the file cannot be opened or written; the old one stays then.";
   constexpr const char* vector_market_doc =
-      "Write the floats as a Matrix Market array file, 17 significant digits. Raises RuntimeError if the file cannot\n"
-      "be opened.";
+      "Write the floats as a Matrix Market array file, 17 significant digits, and replace the file by it as a whole.\n"
+      "Raises RuntimeError if the file cannot be opened or written; the old one stays then.";
 
   auto map = bound_class<Map>(m, "ContactStressMap",
                               "Rigidity matrices of resolved tubes and the stress that contacts carry.");
@@ -144,18 +147,18 @@ void register_contact_stress_map(py::module_& m) {
   both_builders("build_sparse_rigidity_matrix", "resolved_tube_build_sparse_rigidity_matrix", build_sparse, sparse_doc);
   map.def_static("sparse_to_dense", &Map::sparse_to_dense, py::arg("sparse"),
                  "The dense matrix of the same columns; entries at or beyond row_count are ignored.");
-  both("write_sparse_matrix_market", "resolved_tube_write_matrix_market", &Map::write_sparse_matrix_market,
+  both("write_sparse_matrix_market", "resolved_tube_write_matrix_market", write_matrix_market,
        py::arg("sparse"), py::arg("path"), py::arg("one_based_indices") = true, matrix_market_doc);
   both("write_vector_market", "resolved_tube_write_vector_market", write_vector_market, py::arg("vector"),
        py::arg("path"), vector_market_doc);
   map.def_static("write_vector_csv", write_vector_csv, py::arg("vector"), py::arg("path"),
-                 "Write the floats as CSV with the header row,value, 17 significant digits. Raises RuntimeError if\n"
-                 "the file cannot be opened.");
+                 "Write the floats as CSV with the header row,value, 17 significant digits, and replace the file by it as a\n"
+                 "whole. Raises RuntimeError if the file cannot be opened or written; the old one stays then.");
 }
 
 void register_contact_diagnosis(py::module_& m) {
   using Map = ContactStressMap;
-  const auto diagnose = [](const Points& points, const ResolvedTubeMetrics& tube, bool solve_nnls,
+  const auto diagnose = [](const Points& points, ResolvedTubeMetrics tube, bool solve_nnls,
                            std::uint64_t max_iterations, double tolerance, bool use_sparse_solver,
                            bool use_analytic_kink_gradient, bool use_active_set_solver) {
     return Map::diagnose_length_criticality(points, tube, solve_nnls, max_iterations, tolerance, use_sparse_solver,

@@ -98,15 +98,15 @@ void register_results(py::module_& m) {
 
 using Tightener = ResolvedTubeTightener;
 
-constexpr auto tighten = [](const Points& initial_points, const TighteningOptions& options) {
+constexpr auto tighten = [](const Points& initial_points, TighteningOptions options) {
   return Tightener::tighten(initial_points, options, python_poll());
 };
-constexpr auto watched = [](const Points& initial_points, const TighteningOptions& options, const py::function& watch) {
+constexpr auto watched = [](const Points& initial_points, TighteningOptions options, const py::function& watch) {
   return Tightener::tighten(initial_points, options, python_poll(),
                             [&](const TighteningStepRecord& step, const Points& points) { watch(step, points); });
 };
-constexpr auto projected_gradient = [](const Points& points, const ResolvedTubeMetrics& tube,
-                                       const TighteningOptions& options) {
+constexpr auto projected_gradient = [](const Points& points, ResolvedTubeMetrics tube,
+                                       TighteningOptions options) {
   return Tightener::projected_gradient_flat(points, tube, options, nullptr, python_poll());
 };
 
@@ -135,7 +135,7 @@ void register_tightener(py::module_& m) {
           "already, where it has none, or where the target is not positive and finite.")
       .def_static(
           "correct_thickness",
-          [](const Points& points, double target_thickness, const TighteningOptions& given) {
+          [](const Points& points, double target_thickness, TighteningOptions given) {
             return Tightener::correct_thickness(points, target_thickness, given, python_poll());
           },
           py::arg("points"), py::arg("target_thickness"), options,

@@ -57,11 +57,11 @@ struct ContactStressMap {
   /// Entries at or beyond row_count are ignored.
   static RigidityMatrix sparse_to_dense(const SparseRigidityMatrix& sparse);
 
-  /// Writers for outside solvers. std::runtime_error if the file cannot be opened.
+  /// Writers for outside solvers. std::runtime_error if the file cannot be opened or written; the old one stays then.
   static void write_sparse_matrix_market(const SparseRigidityMatrix& sparse, const std::string& path,
-                                         bool one_based_indices = true);
-  static void write_vector_market(std::span<const double> vector, const std::string& path);
-  static void write_vector_csv(std::span<const double> vector, const std::string& path);
+                                         bool one_based_indices = true, const Poll& poll = {});
+  static void write_vector_market(std::span<const double> vector, const std::string& path, const Poll& poll = {});
+  static void write_vector_csv(std::span<const double> vector, const std::string& path, const Poll& poll = {});
 
   /// Multipliers x >= 0 that minimise |A x - target| (nnls.cpp).
   static NNLSResult solve_nonnegative_least_squares(const RigidityMatrix& matrix, std::span<const double> target,

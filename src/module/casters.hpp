@@ -1,0 +1,346 @@
+#pragma once
+
+/// Conversions of numbers, lists and arrays at the border, in the place of pybind11's. They accept and give the same,
+/// and beyond that
+///
+/// - let the exceptions of a user's object pass: a KeyboardInterrupt or MemoryError in an element's __float__ reaches
+///   the caller, and only the errors that mean "not convertible" go on to the next overload and its TypeError;
+/// - ask for memory before they take what a caller's shape or length asks for;
+/// - end by a signal within milliseconds, long lists included.
+///
+/// A signal's handler may change the list that is being read: nothing is kept of it between two elements.
+
+#include <pybind11/complex.h>
+#include <pybind11/numpy.h>
+#include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
+#include <pybind11/typing.h>
+
+#include <span>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "core/lanes.hpp"
+#include "core/memory.hpp"
+#include "core/poll.hpp"
+#include "core/vec3.hpp"
+
+namespace vkm {
+
+/// Raises KeyboardInterrupt (or what the handler of a pending signal raises).
+///
+/// The handler is Python code: it may change any object that Python can reach, and other threads may run while it
+/// waits. A call that polls therefore takes bound records and `self` by value and copies arrays into vectors first;
+/// one that writes back to `self` holds a Changing.
+void poll_python();
+
+/// Clears the pending error if it says that a value cannot be converted, and throws any other.
+inline void forget_failed_conversion() {
+  if (PyErr_Occurred() == nullptr) return;
+  for (PyObject* kind : {PyExc_TypeError, PyExc_ValueError, PyExc_OverflowError}) {
+    if (PyErr_ExceptionMatches(kind) != 0) return PyErr_Clear();
+  }
+  throw pybind11::error_already_set();
+}
+
+/// Throws std::bad_alloc where the elements of an array would take absurd memory as float64; other objects pass.
+inline void require_memory_of(pybind11::handle source) {
+  if (!pybind11::isinstance<pybind11::array>(source)) return;
+  require_memory(static_cast<std::size_t>(pybind11::reinterpret_borrow<pybind11::array>(source).size()), 8);
+}
+
+/// A list that no Python code sees before it is full: a signal's handler could find it through the collector.
+class NewList {
+ public:
+  NewList(std::size_t size, std::size_t bytes_each) {
+    require_memory(size, bytes_each);
+    list_ = pybind11::reinterpret_steal<pybind11::object>(PyList_New(static_cast<pybind11::ssize_t>(size)));
+    if (!list_) throw pybind11::error_already_set();
+    PyObject_GC_UnTrack(list_.ptr());
+  }
+
+  /// Takes over the reference; null stands for a pending error.
+  void set(std::size_t i, PyObject* item) {
+    if (item == nullptr) throw pybind11::error_already_set();
+    PyList_SET_ITEM(list_.ptr(), static_cast<pybind11::ssize_t>(i), item);
+    heartbeat_.tick_each(1024);
+  }
+
+  pybind11::handle release() {
+    PyObject_GC_Track(list_.ptr());
+    return list_.release();
+  }
+
+ private:
+  pybind11::object list_;
+  Heartbeat heartbeat_{poll_python};
+};
+
+/// An int or float.
+template <class T>
+struct NumberCaster {
+  bool load(pybind11::handle source, bool convert) {
+    if (!source) return false;
+    if constexpr (std::is_floating_point_v<T>) {
+      if (PyFloat_CheckExact(source.ptr())) {
+        value = PyFloat_AS_DOUBLE(source.ptr());
+        return true;
+      }
+      if (!convert && !PyFloat_Check(source.ptr()) && !PyLong_Check(source.ptr())) return false;
+    } else {
+      // A float is no integer, whatever its value.
+      if (PyFloat_Check(source.ptr())) return false;
+      if (!convert && !PyLong_Check(source.ptr()) && !PyIndex_Check(source.ptr())) return false;
+    }
+    if (read(source)) return true;
+    if (!failed_ || !convert || PyNumber_Check(source.ptr()) == 0) return false;
+    const auto number = pybind11::reinterpret_steal<pybind11::object>(
+        std::is_floating_point_v<T> ? PyNumber_Float(source.ptr()) : PyNumber_Long(source.ptr()));
+    if (!number) forget_failed_conversion();
+    return load(number, false);
+  }
+
+  static pybind11::handle cast(T number, pybind11::return_value_policy, pybind11::handle) {
+    if constexpr (std::is_floating_point_v<T>) {
+      return PyFloat_FromDouble(number);
+    } else if constexpr (std::is_signed_v<T>) {
+      return PyLong_FromLongLong(number);
+    } else {
+      return PyLong_FromUnsignedLongLong(number);
+    }
+  }
+
+  PYBIND11_TYPE_CASTER(T, pybind11::detail::io_name<std::is_integral_v<T>>(
+                              "typing.SupportsInt | typing.SupportsIndex", "int",
+                              "typing.SupportsFloat | typing.SupportsIndex", "float"));
+
+ private:
+  /// Whether the object is a number in the range of T; `failed_` tells an object that is none from one out of range.
+  bool read(pybind11::handle source) {
+    failed_ = false;
+    if constexpr (std::is_floating_point_v<T>) {
+      value = PyFloat_AsDouble(source.ptr());
+      failed_ = value == -1.0 && PyErr_Occurred() != nullptr;
+    } else {
+      const auto index = pybind11::reinterpret_steal<pybind11::object>(PyNumber_Index(source.ptr()));
+      failed_ = !index;
+      if (index && !read_integer(index.ptr())) {
+        failed_ = PyErr_Occurred() != nullptr;
+        forget_failed_conversion();
+        return false;
+      }
+    }
+    forget_failed_conversion();
+    return !failed_;
+  }
+
+  bool read_integer(PyObject* index) {
+    if constexpr (std::is_signed_v<T>) {
+      const long long number = PyLong_AsLongLong(index);
+      value = static_cast<T>(number);
+      return !(number == -1 && PyErr_Occurred() != nullptr) && static_cast<long long>(value) == number;
+    } else {
+      const unsigned long long number = PyLong_AsUnsignedLongLong(index);
+      value = static_cast<T>(number);
+      return PyErr_Occurred() == nullptr && static_cast<unsigned long long>(value) == number;
+    }
+  }
+
+  bool failed_ = false;
+};
+
+/// Elements that can be read from exact Python objects and from float64 arrays without a caster. It buys a factor of
+/// several on long lists; the results are the same.
+template <class T>
+struct DirectElement {
+  static constexpr bool exists = false;
+  static constexpr std::size_t python_bytes = 64;
+};
+
+template <>
+struct DirectElement<double> {
+  static constexpr bool exists = true;
+  static constexpr std::size_t python_bytes = 32;  // the float and its place
+
+  static bool read(PyObject* item, double& number) {
+    if (!PyFloat_CheckExact(item)) return false;
+    number = PyFloat_AS_DOUBLE(item);
+    return true;
+  }
+  static bool fits(const pybind11::array_t<double>& array) { return array.ndim() == 1; }
+  static double at(const pybind11::array_t<double>& array, pybind11::ssize_t i) { return *array.data(i); }
+  static PyObject* written(double number) { return PyFloat_FromDouble(number); }
+};
+
+template <>
+struct DirectElement<Vec3> {
+  static constexpr bool exists = true;
+  static constexpr std::size_t python_bytes = 184;  // a list of three floats and its place
+
+  static bool read(PyObject* item, Vec3& point) {
+    if (!(PyList_CheckExact(item) || PyTuple_CheckExact(item)) || PySequence_Fast_GET_SIZE(item) != 3) return false;
+    PyObject** coordinates = PySequence_Fast_ITEMS(item);
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+      if (!DirectElement<double>::read(coordinates[axis], point[axis])) return false;
+    }
+    return true;
+  }
+  static bool fits(const pybind11::array_t<double>& array) { return array.ndim() == 2 && array.shape(1) == 3; }
+  static Vec3 at(const pybind11::array_t<double>& array, pybind11::ssize_t i) {
+    return {*array.data(i, 0), *array.data(i, 1), *array.data(i, 2)};
+  }
+  static PyObject* written(const Vec3& point) {
+    PyObject* row = PyList_New(3);
+    for (pybind11::ssize_t axis = 0; row != nullptr && axis < 3; ++axis) {
+      PyObject* number = PyFloat_FromDouble(point[static_cast<std::size_t>(axis)]);
+      if (number == nullptr) {
+        Py_DECREF(row);
+        return nullptr;
+      }
+      PyList_SET_ITEM(row, axis, number);
+    }
+    return row;
+  }
+};
+
+}  // namespace vkm
+
+namespace pybind11::detail {
+
+template <>
+struct type_caster<double> : vkm::NumberCaster<double> {};
+template <>
+struct type_caster<int> : vkm::NumberCaster<int> {};
+template <>
+struct type_caster<unsigned int> : vkm::NumberCaster<unsigned int> {};
+template <>
+struct type_caster<long> : vkm::NumberCaster<long> {};
+template <>
+struct type_caster<unsigned long> : vkm::NumberCaster<unsigned long> {};
+
+template <class T>
+struct type_caster<std::vector<T>> {
+  using Item = make_caster<T>;
+
+  bool load(handle source, bool convert) {
+    if (load_directly(source)) return true;
+    if (!object_is_convertible_to_std_vector(source)) return false;
+    if (isinstance<sequence>(source)) return load_items(source, convert);
+    // A generator is exhausted first, so that a failure does not leave it half read.
+    return convert && load_items(tuple(reinterpret_borrow<iterable>(source)), convert);
+  }
+
+  template <class List>
+  static handle cast(List&& items, return_value_policy policy, handle parent) {
+    if (!std::is_lvalue_reference_v<List>) policy = return_value_policy_override<T>::policy(policy);
+    vkm::NewList list(items.size(), vkm::DirectElement<T>::python_bytes);
+    for (std::size_t i = 0; i < items.size(); ++i) {
+      if constexpr (vkm::DirectElement<T>::exists) {
+        list.set(i, vkm::DirectElement<T>::written(items[i]));
+      } else {
+        list.set(i, Item::cast(forward_like<List>(items[i]), policy, parent).ptr());
+      }
+    }
+    return list.release();
+  }
+
+  PYBIND11_TYPE_CASTER(std::vector<T>, io_name("collections.abc.Sequence", "list") + const_name("[") + Item::name +
+                                           const_name("]"));
+
+ private:
+  bool load_directly([[maybe_unused]] handle source) {
+    if constexpr (vkm::DirectElement<T>::exists) {
+      return PyList_CheckExact(source.ptr()) ? load_list(source.ptr()) : load_array(source);
+    } else {
+      return false;
+    }
+  }
+
+  bool load_list(PyObject* list) {
+    value.clear();
+    vkm::require_memory(static_cast<std::size_t>(PyList_GET_SIZE(list)), sizeof(T));
+    value.reserve(static_cast<std::size_t>(PyList_GET_SIZE(list)));
+    vkm::Heartbeat heartbeat(vkm::poll_python);
+    for (ssize_t i = 0; i < PyList_GET_SIZE(list); ++i) {
+      T item;
+      if (!vkm::DirectElement<T>::read(PyList_GET_ITEM(list, i), item)) return false;
+      value.push_back(item);
+      heartbeat.tick_each(1024);
+    }
+    return true;
+  }
+
+  bool load_array(handle source) {
+    if (!isinstance<array_t<double>>(source)) return false;
+    const auto array = reinterpret_borrow<array_t<double>>(source);
+    if (!vkm::DirectElement<T>::fits(array)) return false;
+    const ssize_t size = array.shape(0);
+    vkm::require_memory(static_cast<std::size_t>(size), sizeof(T));
+    value.resize(static_cast<std::size_t>(size));
+    for (ssize_t i = 0; i < size; ++i) {
+      value[static_cast<std::size_t>(i)] = vkm::DirectElement<T>::at(array, i);
+    }
+    return true;
+  }
+
+  bool load_items(handle items, bool convert) {
+    vkm::require_memory_of(items);
+    const std::size_t size = reinterpret_borrow<sequence>(items).size();
+    vkm::require_memory(size, sizeof(T));
+    value.clear();
+    value.reserve(size);
+    vkm::Heartbeat heartbeat(vkm::poll_python);
+    for (const handle element : items) {
+      Item item;
+      if (!item.load(element, convert)) return false;
+      value.push_back(cast_op<T&&>(std::move(item)));
+      heartbeat.tick_each(64);
+    }
+    return true;
+  }
+};
+
+/// Arguments that a function reads through a span: lists, held as vectors for the time of the call.
+template <class T>
+struct type_caster<std::span<const T>> {
+  using List = make_caster<std::vector<T>>;
+  static constexpr auto name = List::name;
+  template <class>
+  using cast_op_type = std::span<const T>;
+
+  bool load(handle source, bool convert) { return list_.load(source, convert); }
+  operator std::span<const T>() { return static_cast<std::vector<T>&>(list_); }
+
+ private:
+  List list_;
+};
+
+/// Arrays of one element type, converted where that is asked for.
+template <class T, int Flags>
+struct vkm_array_caster {
+  using Array = array_t<T, Flags>;
+
+  bool load(handle source, bool convert) {
+    if (!convert && !Array::check_(source)) return false;
+    if (!Array::check_(source)) vkm::require_memory_of(source);  // a copy, of any length where it is broadcast
+    try {
+      value = Array(reinterpret_borrow<object>(source));
+    } catch (error_already_set& error) {
+      error.restore();
+      vkm::forget_failed_conversion();
+      return false;
+    }
+    return true;
+  }
+
+  static handle cast(const handle& source, return_value_policy, handle) { return source.inc_ref(); }
+  PYBIND11_TYPE_CASTER(Array, handle_type_name<Array>::name);
+};
+
+template <int Flags>
+struct pyobject_caster<array_t<double, Flags>> : vkm_array_caster<double, Flags> {};
+template <int Flags>
+struct pyobject_caster<array_t<std::complex<double>, Flags>> : vkm_array_caster<std::complex<double>, Flags> {};
+
+}  // namespace pybind11::detail
