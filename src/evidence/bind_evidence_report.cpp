@@ -14,26 +14,27 @@ void bind_evidence_report(py::module_& m) {
       .value("OpenResearchGate", CheckKind::OpenResearchGate, "Undecided; what an unclassified check is.")
       .value("SyntheticDiagnostic", CheckKind::SyntheticDiagnostic, "Made-up input, to exercise the code.");
 
-  bound_class<CheckResult>(m, "CheckResult", "The outcome of one check, and what it may support.")
-      .def(py::init<>())
-      .def_readwrite("name", &CheckResult::name, "Name of the check.")
-      .def_readwrite("passed", &CheckResult::passed, "The check holds.")
+  auto result = bound_class<CheckResult>(m, "CheckResult", "The outcome of one check, and what it may support.");
+  result.def(py::init<>());
+  def_text(result, "name", &CheckResult::name, "Name of the check.");
+  result.def_readwrite("passed", &CheckResult::passed, "The check holds.")
       .def_readwrite("kind", &CheckResult::kind, "CheckKind; OpenResearchGate unless classified.")
       .def_readwrite("residual", &CheckResult::residual, "Deviation found, in the unit of the tolerance.")
       .def_readwrite("tolerance", &CheckResult::tolerance, "Deviation allowed.")
       .def_readwrite("supports_empirical_claim", &CheckResult::supports_empirical_claim,
-                     "A claim about nature may rest on it.")
-      .def_readwrite("message", &CheckResult::message, "Any text.");
+                     "A claim about nature may rest on it.");
+  def_text(result, "message", &CheckResult::message, "Any text.");
 
   using Meta = EvidenceReportMeta;
-  bound_class<Meta>(m, "EvidenceReportMeta", "Where a report was made; all texts, all empty at first.")
-      .def(py::init<>())
-      .def_readwrite("vkmcore_version", &Meta::vkmcore_version, "Library version; its own is written where empty.")
-      .def_readwrite("canon_version", &Meta::canon_version, "Version of the canon; the library's where empty.")
-      .def_readwrite("git_commit", &Meta::git_commit, "Commit of the sources.")
-      .def_readwrite("numeric_profile", &Meta::numeric_profile, "Rules of arithmetic, as the author names them.")
-      .def_readwrite("compiler", &Meta::compiler, "Compiler and version.")
-      .def_readwrite("platform", &Meta::platform, "Machine and operating system.");
+  auto meta =
+      bound_class<Meta>(m, "EvidenceReportMeta", "Where a report was made; all texts, all empty at first.");
+  meta.def(py::init<>());
+  def_text(meta, "vkmcore_version", &Meta::vkmcore_version, "Library version; its own is written where empty.");
+  def_text(meta, "canon_version", &Meta::canon_version, "Version of the canon; the library's where empty.");
+  def_text(meta, "git_commit", &Meta::git_commit, "Commit of the sources.");
+  def_text(meta, "numeric_profile", &Meta::numeric_profile, "Rules of arithmetic, as the author names them.");
+  def_text(meta, "compiler", &Meta::compiler, "Compiler and version.");
+  def_text(meta, "platform", &Meta::platform, "Machine and operating system.");
 
   using Checks = std::vector<CheckResult>;
   bound_class<EvidenceReportAPI>(m, "EvidenceReportAPI", "Evidence reports as JSON documents, schema version 1.0.")

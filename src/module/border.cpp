@@ -8,52 +8,68 @@
 
 namespace vkm {
 
+namespace {
+
+/// The array as a view of any strides, which all of its flavours are.
+py::array_t<double, 0> strided(const DoubleArray& array) {
+  return py::reinterpret_borrow<py::array_t<double, 0>>(array);
+}
+
+/// A new array of `shape`; fill(out, begin, end) writes its values, part by part.
+template <class Fill>
+py::array_t<double> filled_array(const std::vector<py::ssize_t>& shape, std::size_t size, Fill fill) {
+  require_memory(size, 2 * sizeof(double));  // the values and their copy
+  constexpr std::size_t part = std::size_t{1} << 16;
+  py::array_t<double> array(shape);
+  double* out = array.mutable_data();
+  Heartbeat heartbeat(poll_python);
+  for (std::size_t begin = 0; begin < size; begin += part) {
+    fill(out, begin, std::min(begin + part, size));
+    heartbeat.tick();
+  }
+  return array;
+}
+
+}  // namespace
+
 std::vector<Vec3> points_from(const DoubleArray& array, const char* text) {
   if (array.ndim() != 2 || array.shape(1) != 3) throw std::invalid_argument(text);
-  const auto view = array.unchecked<2>();
-  require_memory(static_cast<std::size_t>(view.shape(0)), sizeof(Vec3));  // a broadcast array can have any length
-  std::vector<Vec3> points(static_cast<std::size_t>(view.shape(0)));
-  for (py::ssize_t i = 0; i < view.shape(0); ++i) {
-    points[static_cast<std::size_t>(i)] = {view(i, 0), view(i, 1), view(i, 2)};
-  }
+  std::vector<Vec3> points;
+  append_rows(points, strided(array));
   return points;
 }
 
 Lanes lanes_from(const DoubleArray& array, const char* text) {
   if (array.ndim() != 2 || array.shape(1) != 3) throw std::invalid_argument(text);
-  const auto view = array.unchecked<2>();
-  Lanes lanes(static_cast<std::size_t>(view.shape(0)));
-  for (py::ssize_t i = 0; i < view.shape(0); ++i) {
-    lanes.set(static_cast<std::size_t>(i), {view(i, 0), view(i, 1), view(i, 2)});
-  }
+  Lanes lanes(static_cast<std::size_t>(array.shape(0)));
+  take_rows(array, [&](py::ssize_t begin, py::ssize_t end) {
+    const auto view = array.unchecked<2>();
+    for (py::ssize_t i = begin; i < end; ++i) {
+      lanes.set(static_cast<std::size_t>(i), {view(i, 0), view(i, 1), view(i, 2)});
+    }
+  });
   return lanes;
 }
 
 std::vector<double> values_from(const DoubleArray& array, const char* text) {
   if (array.ndim() != 1) throw std::invalid_argument(text);
-  const auto view = array.unchecked<1>();
-  require_memory(static_cast<std::size_t>(view.shape(0)), sizeof(double));
-  std::vector<double> values(static_cast<std::size_t>(view.shape(0)));
-  for (py::ssize_t i = 0; i < view.shape(0); ++i) values[static_cast<std::size_t>(i)] = view(i);
+  std::vector<double> values;
+  append_rows(values, strided(array));
   return values;
 }
 
 py::array_t<double> array_from(std::span<const Vec3> points) {
-  py::array_t<double> array({static_cast<py::ssize_t>(points.size()), py::ssize_t{3}});
-  double* out = array.mutable_data();
-  for (const Vec3& point : points) {
-    for (const double coordinate : point) *out++ = coordinate;
-  }
-  return array;
+  return filled_array({static_cast<py::ssize_t>(points.size()), 3}, points.size() * 3,
+                      [&](double* out, std::size_t begin, std::size_t end) {
+                        for (std::size_t i = begin; i < end; ++i) out[i] = points[i / 3][i % 3];
+                      });
 }
 
 py::array_t<double> array_from(const Lanes& points) {
-  py::array_t<double> array({static_cast<py::ssize_t>(points.size()), py::ssize_t{3}});
-  double* out = array.mutable_data();
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    for (std::size_t a = 0; a < 3; ++a) *out++ = points.axis(a)[i];
-  }
-  return array;
+  return filled_array({static_cast<py::ssize_t>(points.size()), 3}, points.size() * 3,
+                      [&](double* out, std::size_t begin, std::size_t end) {
+                        for (std::size_t i = begin; i < end; ++i) out[i] = points.axis(i % 3)[i / 3];
+                      });
 }
 
 py::array_t<double> array_from(std::span<const double> values) {
@@ -61,10 +77,10 @@ py::array_t<double> array_from(std::span<const double> values) {
 }
 
 py::array_t<double> array_from(std::span<const double> values, const std::vector<py::ssize_t>& shape) {
-  require_memory(values.size(), 2 * sizeof(double));  // the values and their copy
-  py::array_t<double> array(shape);
-  std::copy(values.begin(), values.end(), array.mutable_data());
-  return array;
+  return filled_array(shape, values.size(), [&](double* out, std::size_t begin, std::size_t end) {
+    std::copy(values.begin() + static_cast<std::ptrdiff_t>(begin), values.begin() + static_cast<std::ptrdiff_t>(end),
+              out + begin);
+  });
 }
 
 namespace {

@@ -85,4 +85,12 @@ void def_list_readonly(Class& cls, const char* name, List Record::* member, cons
   cls.def_property_readonly(name, [member](const Record& self) { return self.*member; }, doc);
 }
 
+/// Binds a read-write attribute that is text: str alone, not bytes, so that it is valid UTF-8.
+template <class Class, class Record>
+void def_text(Class& cls, const char* name, std::string Record::* member, const char* doc) {
+  cls.def_property(
+      name, [member](const Record& self) { return self.*member; },
+      [member](Record& self, const py::str& value) { self.*member = value; }, doc);
+}
+
 }  // namespace vkm

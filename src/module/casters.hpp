@@ -8,7 +8,7 @@
 /// - ask for memory before they take what a caller's shape or length asks for;
 /// - end by a signal within milliseconds, long lists included.
 ///
-/// A signal's handler may change the list that is being read: nothing is kept of it between two elements.
+/// A signal's handler may change the list or array that is being read: nothing is kept of it from before a poll.
 
 #include <pybind11/complex.h>
 #include <pybind11/numpy.h>
@@ -16,7 +16,12 @@
 #include <pybind11/stl.h>
 #include <pybind11/typing.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <span>
+#include <stdexcept>
+#include <string>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -48,6 +53,43 @@ inline void forget_failed_conversion() {
 inline void require_memory_of(pybind11::handle source) {
   if (!pybind11::isinstance<pybind11::array>(source)) return;
   require_memory(static_cast<std::size_t>(pybind11::reinterpret_borrow<pybind11::array>(source).size()), 8);
+}
+
+/// Calls take(begin, end) for the rows of an array, part by part, with polls between the parts: `take` looks the memory
+/// up anew each time. Throws std::runtime_error if a signal's handler gives the array another shape meanwhile.
+template <class Take>
+void take_rows(const pybind11::array& array, Take take) {
+  constexpr pybind11::ssize_t part = 65536;
+  const std::vector<pybind11::ssize_t> shape(array.shape(), array.shape() + array.ndim());
+  Heartbeat heartbeat(poll_python);
+  for (pybind11::ssize_t begin = 0; begin < shape[0]; begin += part) {
+    take(begin, std::min(begin + part, shape[0]));
+    heartbeat.tick();
+    if (!std::equal(shape.begin(), shape.end(), array.shape(), array.shape() + array.ndim())) {
+      throw std::runtime_error("an array changed its shape while it was read");
+    }
+  }
+}
+
+/// Appends the rows of an (N, 3) array.
+inline void append_rows(std::vector<Vec3>& points, const pybind11::array_t<double, 0>& array) {
+  require_memory(static_cast<std::size_t>(array.shape(0)), sizeof(Vec3));
+  points.reserve(static_cast<std::size_t>(array.shape(0)));
+  take_rows(array, [&](pybind11::ssize_t begin, pybind11::ssize_t end) {
+    const auto view = array.unchecked<2>();
+    for (pybind11::ssize_t i = begin; i < end; ++i) points.push_back({view(i, 0), view(i, 1), view(i, 2)});
+  });
+}
+
+/// Appends the entries of a 1-D array.
+template <class T>
+void append_rows(std::vector<T>& values, const pybind11::array_t<T, 0>& array) {
+  require_memory(static_cast<std::size_t>(array.shape(0)), sizeof(T));
+  values.reserve(static_cast<std::size_t>(array.shape(0)));
+  take_rows(array, [&](pybind11::ssize_t begin, pybind11::ssize_t end) {
+    const auto view = array.template unchecked<1>();
+    for (pybind11::ssize_t i = begin; i < end; ++i) values.push_back(view(i));
+  });
 }
 
 /// A list that no Python code sees before it is full: a signal's handler could find it through the collector.
@@ -169,7 +211,6 @@ struct DirectElement<double> {
     return true;
   }
   static bool fits(const pybind11::array_t<double>& array) { return array.ndim() == 1; }
-  static double at(const pybind11::array_t<double>& array, pybind11::ssize_t i) { return *array.data(i); }
   static PyObject* written(double number) { return PyFloat_FromDouble(number); }
 };
 
@@ -187,9 +228,6 @@ struct DirectElement<Vec3> {
     return true;
   }
   static bool fits(const pybind11::array_t<double>& array) { return array.ndim() == 2 && array.shape(1) == 3; }
-  static Vec3 at(const pybind11::array_t<double>& array, pybind11::ssize_t i) {
-    return {*array.data(i, 0), *array.data(i, 1), *array.data(i, 2)};
-  }
   static PyObject* written(const Vec3& point) {
     PyObject* row = PyList_New(3);
     for (pybind11::ssize_t axis = 0; row != nullptr && axis < 3; ++axis) {
@@ -275,12 +313,8 @@ struct type_caster<std::vector<T>> {
     if (!isinstance<array_t<double>>(source)) return false;
     const auto array = reinterpret_borrow<array_t<double>>(source);
     if (!vkm::DirectElement<T>::fits(array)) return false;
-    const ssize_t size = array.shape(0);
-    vkm::require_memory(static_cast<std::size_t>(size), sizeof(T));
-    value.resize(static_cast<std::size_t>(size));
-    for (ssize_t i = 0; i < size; ++i) {
-      value[static_cast<std::size_t>(i)] = vkm::DirectElement<T>::at(array, i);
-    }
+    value.clear();
+    vkm::append_rows(value, reinterpret_borrow<array_t<double, 0>>(array));
     return true;
   }
 
@@ -338,6 +372,30 @@ struct vkm_array_caster {
   PYBIND11_TYPE_CASTER(Array, handle_type_name<Array>::name);
 };
 
+/// Integers, converted from what numpy casts to them as it does; but a number out of range raises, where that wraps.
+template <class T, int Flags>
+struct vkm_integer_array_caster : vkm_array_caster<T, Flags> {
+  bool load(handle source, bool convert) {
+    if (!vkm_array_caster<T, Flags>::load(source, convert)) return false;
+    if (isinstance<array_t<T>>(source)) return true;
+    const auto numbers = array_t<double, array::c_style | array::forcecast>(reinterpret_borrow<object>(source));
+    constexpr double end = static_cast<double>(std::numeric_limits<T>::max() / 2 + 1) * 2.0;
+    for (ssize_t i = 0; i < numbers.size(); ++i) {
+      const double number = numbers.data()[i];
+      if (number > -end - 1.0 && number < end) continue;
+      throw std::invalid_argument("an integer of an array must lie within " +
+                                  std::to_string(std::numeric_limits<T>::min()) + " .. " +
+                                  std::to_string(std::numeric_limits<T>::max()) + ", not " +
+                                  std::string(str(float_(number))));
+    }
+    return true;
+  }
+};
+
+template <int Flags>
+struct pyobject_caster<array_t<std::int32_t, Flags>> : vkm_integer_array_caster<std::int32_t, Flags> {};
+template <int Flags>
+struct pyobject_caster<array_t<std::int64_t, Flags>> : vkm_integer_array_caster<std::int64_t, Flags> {};
 template <int Flags>
 struct pyobject_caster<array_t<double, Flags>> : vkm_array_caster<double, Flags> {};
 template <int Flags>

@@ -8,32 +8,45 @@
 
 namespace vkm {
 
-std::vector<Vec3> resample_closed_curve(std::span<const Vec3> points, std::size_t count) {
+std::vector<Vec3> resample_closed_curve(std::span<const Vec3> points, std::size_t count, const Poll& poll) {
   require_memory(count, 2 * sizeof(Vec3));
-  std::vector<Vec3> samples(count, Vec3{});
+  Heartbeat heartbeat(poll);
+  std::vector<Vec3> samples;
+  samples.reserve(count);
   const std::size_t n = points.size();
-  if (n < 2) return samples;
+  const auto zeros = [&] {
+    for (std::size_t k = 0; k < count; ++k) {
+      samples.push_back({});
+      heartbeat.tick_each(4096);
+    }
+    return std::move(samples);
+  };
+  if (n < 2) return zeros();
   const auto next = [&](std::size_t i) -> const Vec3& { return points[i + 1 == n ? 0 : i + 1]; };
   std::vector<double> length(n + 1, 0.0);
   for (std::size_t i = 0; i < n; ++i) length[i + 1] = length[i] + norm(next(i) - points[i]);
   const double total = length[n];
-  if (!(total > 0.0)) return samples;
+  if (!(total > 0.0)) return zeros();
   std::size_t j = 0;
   for (std::size_t k = 0; k < count; ++k) {
     const double target = static_cast<double>(k) * total / static_cast<double>(count);
     while (j + 1 < n && target > length[j + 1]) ++j;
     const double u = (target - length[j]) / std::max(length[j + 1] - length[j], 1e-30);
-    samples[k] = points[j] + u * (next(j) - points[j]);
+    samples.push_back(points[j] + u * (next(j) - points[j]));
+    heartbeat.tick_each(4096);
   }
   return samples;
 }
 
-std::vector<Vec3> sample_circle(std::size_t count, double R, double z) {
+std::vector<Vec3> sample_circle(std::size_t count, double R, double z, const Poll& poll) {
   require_memory(count, 2 * sizeof(Vec3));
-  std::vector<Vec3> samples(count);
+  Heartbeat heartbeat(poll);
+  std::vector<Vec3> samples;
+  samples.reserve(count);
   for (std::size_t i = 0; i < count; ++i) {
     const double t = static_cast<double>(i) * two_pi / static_cast<double>(count);
-    samples[i] = {R * std::cos(t), R * std::sin(t), z};
+    samples.push_back({R * std::cos(t), R * std::sin(t), z});
+    heartbeat.tick_each(4096);
   }
   return samples;
 }
