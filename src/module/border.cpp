@@ -19,13 +19,11 @@ py::array_t<double, 0> strided(const DoubleArray& array) {
 template <class Fill>
 py::array_t<double> filled_array(const std::vector<py::ssize_t>& shape, std::size_t size, Fill fill) {
   require_memory(size, 2 * sizeof(double));  // the values and their copy
-  constexpr std::size_t part = std::size_t{1} << 16;
   py::array_t<double> array(shape);
   double* out = array.mutable_data();
-  Heartbeat heartbeat(poll_python);
-  for (std::size_t begin = 0; begin < size; begin += part) {
-    fill(out, begin, std::min(begin + part, size));
-    heartbeat.tick();
+  for (std::size_t begin = 0; begin < size; begin += rows_per_poll) {
+    if (begin > 0) poll_python();
+    fill(out, begin, std::min(begin + rows_per_poll, size));
   }
   return array;
 }

@@ -28,7 +28,6 @@
 
 #include "core/lanes.hpp"
 #include "core/memory.hpp"
-#include "core/poll.hpp"
 #include "core/vec3.hpp"
 
 namespace vkm {
@@ -39,6 +38,15 @@ namespace vkm {
 /// waits. A call that polls therefore takes bound records and `self` by value and copies arrays into vectors first;
 /// one that writes back to `self` holds a Changing.
 void poll_python();
+
+/// Rows of an array or list between two polls of its conversion.
+inline constexpr std::size_t rows_per_poll = std::size_t{1} << 16;
+
+/// Polls behind every so many rows: a short conversion never does, so that the arguments of a call are those that the
+/// caller gave. One long enough to be interrupted may see what a handler changes in arguments that are still to come.
+inline void poll_after(std::size_t row) {
+  if (row % rows_per_poll == rows_per_poll - 1) poll_python();
+}
 
 /// Clears the pending error if it says that a value cannot be converted, and throws any other.
 inline void forget_failed_conversion() {
@@ -59,15 +67,14 @@ inline void require_memory_of(pybind11::handle source) {
 /// up anew each time. Throws std::runtime_error if a signal's handler gives the array another shape meanwhile.
 template <class Take>
 void take_rows(const pybind11::array& array, Take take) {
-  constexpr pybind11::ssize_t part = 65536;
+  constexpr auto part = static_cast<pybind11::ssize_t>(rows_per_poll);
   const std::vector<pybind11::ssize_t> shape(array.shape(), array.shape() + array.ndim());
-  Heartbeat heartbeat(poll_python);
   for (pybind11::ssize_t begin = 0; begin < shape[0]; begin += part) {
-    take(begin, std::min(begin + part, shape[0]));
-    heartbeat.tick();
+    if (begin > 0) poll_python();
     if (!std::equal(shape.begin(), shape.end(), array.shape(), array.shape() + array.ndim())) {
       throw std::runtime_error("an array changed its shape while it was read");
     }
+    take(begin, std::min(begin + part, shape[0]));
   }
 }
 
@@ -106,7 +113,7 @@ class NewList {
   void set(std::size_t i, PyObject* item) {
     if (item == nullptr) throw pybind11::error_already_set();
     PyList_SET_ITEM(list_.ptr(), static_cast<pybind11::ssize_t>(i), item);
-    heartbeat_.tick_each(1024);
+    poll_after(i);
   }
 
   pybind11::handle release() {
@@ -116,7 +123,6 @@ class NewList {
 
  private:
   pybind11::object list_;
-  Heartbeat heartbeat_{poll_python};
 };
 
 /// An int or float.
@@ -296,15 +302,16 @@ struct type_caster<std::vector<T>> {
   }
 
   bool load_list(PyObject* list) {
+    const ssize_t size = PyList_GET_SIZE(list);
+    vkm::require_memory(static_cast<std::size_t>(size), sizeof(T));
     value.clear();
-    vkm::require_memory(static_cast<std::size_t>(PyList_GET_SIZE(list)), sizeof(T));
-    value.reserve(static_cast<std::size_t>(PyList_GET_SIZE(list)));
-    vkm::Heartbeat heartbeat(vkm::poll_python);
-    for (ssize_t i = 0; i < PyList_GET_SIZE(list); ++i) {
+    value.reserve(static_cast<std::size_t>(size));
+    for (ssize_t i = 0; i < size; ++i) {
+      if (PyList_GET_SIZE(list) != size) throw std::runtime_error("a list changed its length while it was read");
       T item;
       if (!vkm::DirectElement<T>::read(PyList_GET_ITEM(list, i), item)) return false;
       value.push_back(item);
-      heartbeat.tick_each(1024);
+      vkm::poll_after(static_cast<std::size_t>(i));
     }
     return true;
   }
@@ -324,12 +331,11 @@ struct type_caster<std::vector<T>> {
     vkm::require_memory(size, sizeof(T));
     value.clear();
     value.reserve(size);
-    vkm::Heartbeat heartbeat(vkm::poll_python);
     for (const handle element : items) {
       Item item;
       if (!item.load(element, convert)) return false;
       value.push_back(cast_op<T&&>(std::move(item)));
-      heartbeat.tick_each(64);
+      vkm::poll_after(value.size());
     }
     return true;
   }
