@@ -159,7 +159,7 @@ def test_class_assignment_is_refused(kind):
 @pytest.mark.parametrize("value", [2**40, 2**31, -(2**31) - 1])
 @pytest.mark.parametrize("array", [np.array, list, lambda items: np.array(items, dtype=float)])
 def test_sectors_out_of_range_are_refused(value, array):
-    with pytest.raises(ValueError, match="must lie within -2147483648 .. 2147483647"):
+    with pytest.raises(ValueError, match=r"must lie within -2147483648 \.\. 2147483647"):
         _native.MultisectorFitter.evaluate_multisector(
             np.zeros(2), array([value]), np.zeros(1), ell_trefoil=1.0, truncation_M=1
         )

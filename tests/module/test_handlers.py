@@ -116,7 +116,7 @@ functions, classes = read()
 CALLABLES = [
     known
     for known in (*functions, *(constructor for cls in classes.values() for constructor in cls.constructors))
-    if known.arguments and known.name not in LEFT_OUT or known.needs_object
+    if (known.arguments and known.name not in LEFT_OUT) or known.needs_object
 ]
 
 
