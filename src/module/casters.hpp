@@ -49,19 +49,26 @@ inline void poll_after(std::size_t row) {
 }
 
 /// Clears the pending error if it says that a value cannot be converted, and throws any other.
-inline void forget_failed_conversion() {
-  if (PyErr_Occurred() == nullptr) return;
-  for (PyObject* kind : {PyExc_TypeError, PyExc_ValueError, PyExc_OverflowError}) {
-    if (PyErr_ExceptionMatches(kind) != 0) return PyErr_Clear();
-  }
-  throw pybind11::error_already_set();
-}
+void forget_failed_conversion();
 
 /// Throws std::bad_alloc where the elements of an array would take absurd memory as float64; other objects pass.
-inline void require_memory_of(pybind11::handle source) {
-  if (!pybind11::isinstance<pybind11::array>(source)) return;
-  require_memory(static_cast<std::size_t>(pybind11::reinterpret_borrow<pybind11::array>(source).size()), 8);
-}
+void require_memory_of(pybind11::handle source);
+
+/// Reads a number as pybind11 does; false for what is none, or is out of range.
+bool read_number(pybind11::handle source, bool convert, double& number);
+bool read_number(pybind11::handle source, bool convert, int& number);
+bool read_number(pybind11::handle source, bool convert, unsigned int& number);
+bool read_number(pybind11::handle source, bool convert, long& number);
+bool read_number(pybind11::handle source, bool convert, unsigned long& number);
+
+/// Reads an exact list of rows (lists or tuples of three floats), or of floats, or a float64 array of the same shape;
+/// false, with any values, for everything else. It buys a factor of several on long lists; the results are the same.
+bool read_directly(pybind11::handle source, std::vector<Vec3>& points);
+bool read_directly(pybind11::handle source, std::vector<double>& values);
+
+/// A new list of lists of three floats, or of floats.
+pybind11::handle list_of(std::span<const Vec3> points);
+pybind11::handle list_of(std::span<const double> values);
 
 /// Calls take(begin, end) for the rows of an array, part by part, with polls between the parts: `take` looks the memory
 /// up anew each time. Throws std::runtime_error if a signal's handler gives the array another shape meanwhile.
@@ -79,14 +86,7 @@ void take_rows(const pybind11::array& array, Take take) {
 }
 
 /// Appends the rows of an (N, 3) array.
-inline void append_rows(std::vector<Vec3>& points, const pybind11::array_t<double, 0>& array) {
-  require_memory(static_cast<std::size_t>(array.shape(0)), sizeof(Vec3));
-  points.reserve(static_cast<std::size_t>(array.shape(0)));
-  take_rows(array, [&](pybind11::ssize_t begin, pybind11::ssize_t end) {
-    const auto view = array.unchecked<2>();
-    for (pybind11::ssize_t i = begin; i < end; ++i) points.push_back({view(i, 0), view(i, 1), view(i, 2)});
-  });
-}
+void append_rows(std::vector<Vec3>& points, const pybind11::array_t<double, 0>& array);
 
 /// Appends the entries of a 1-D array.
 template <class T>
@@ -102,24 +102,12 @@ void append_rows(std::vector<T>& values, const pybind11::array_t<T, 0>& array) {
 /// A list that no Python code sees before it is full: a signal's handler could find it through the collector.
 class NewList {
  public:
-  NewList(std::size_t size, std::size_t bytes_each) {
-    require_memory(size, bytes_each);
-    list_ = pybind11::reinterpret_steal<pybind11::object>(PyList_New(static_cast<pybind11::ssize_t>(size)));
-    if (!list_) throw pybind11::error_already_set();
-    PyObject_GC_UnTrack(list_.ptr());
-  }
+  NewList(std::size_t size, std::size_t bytes_each);
 
   /// Takes over the reference; null stands for a pending error.
-  void set(std::size_t i, PyObject* item) {
-    if (item == nullptr) throw pybind11::error_already_set();
-    PyList_SET_ITEM(list_.ptr(), static_cast<pybind11::ssize_t>(i), item);
-    poll_after(i);
-  }
+  void set(std::size_t i, PyObject* item);
 
-  pybind11::handle release() {
-    PyObject_GC_Track(list_.ptr());
-    return list_.release();
-  }
+  pybind11::handle release();
 
  private:
   pybind11::object list_;
@@ -128,26 +116,7 @@ class NewList {
 /// An int or float.
 template <class T>
 struct NumberCaster {
-  bool load(pybind11::handle source, bool convert) {
-    if (!source) return false;
-    if constexpr (std::is_floating_point_v<T>) {
-      if (PyFloat_CheckExact(source.ptr())) {
-        value = PyFloat_AS_DOUBLE(source.ptr());
-        return true;
-      }
-      if (!convert && !PyFloat_Check(source.ptr()) && !PyLong_Check(source.ptr())) return false;
-    } else {
-      // A float is no integer, whatever its value.
-      if (PyFloat_Check(source.ptr())) return false;
-      if (!convert && !PyLong_Check(source.ptr()) && !PyIndex_Check(source.ptr())) return false;
-    }
-    if (read(source)) return true;
-    if (!failed_ || !convert || PyNumber_Check(source.ptr()) == 0) return false;
-    const auto number = pybind11::reinterpret_steal<pybind11::object>(
-        std::is_floating_point_v<T> ? PyNumber_Float(source.ptr()) : PyNumber_Long(source.ptr()));
-    if (!number) forget_failed_conversion();
-    return load(number, false);
-  }
+  bool load(pybind11::handle source, bool convert) { return source && read_number(source, convert, value); }
 
   static pybind11::handle cast(T number, pybind11::return_value_policy, pybind11::handle) {
     if constexpr (std::is_floating_point_v<T>) {
@@ -159,93 +128,9 @@ struct NumberCaster {
     }
   }
 
-  PYBIND11_TYPE_CASTER(T, pybind11::detail::io_name<std::is_integral_v<T>>(
-                              "typing.SupportsInt | typing.SupportsIndex", "int",
-                              "typing.SupportsFloat | typing.SupportsIndex", "float"));
-
- private:
-  /// Whether the object is a number in the range of T; `failed_` tells an object that is none from one out of range.
-  bool read(pybind11::handle source) {
-    failed_ = false;
-    if constexpr (std::is_floating_point_v<T>) {
-      value = PyFloat_AsDouble(source.ptr());
-      failed_ = value == -1.0 && PyErr_Occurred() != nullptr;
-    } else {
-      const auto index = pybind11::reinterpret_steal<pybind11::object>(PyNumber_Index(source.ptr()));
-      failed_ = !index;
-      if (index && !read_integer(index.ptr())) {
-        failed_ = PyErr_Occurred() != nullptr;
-        forget_failed_conversion();
-        return false;
-      }
-    }
-    forget_failed_conversion();
-    return !failed_;
-  }
-
-  bool read_integer(PyObject* index) {
-    if constexpr (std::is_signed_v<T>) {
-      const long long number = PyLong_AsLongLong(index);
-      value = static_cast<T>(number);
-      return !(number == -1 && PyErr_Occurred() != nullptr) && static_cast<long long>(value) == number;
-    } else {
-      const unsigned long long number = PyLong_AsUnsignedLongLong(index);
-      value = static_cast<T>(number);
-      return PyErr_Occurred() == nullptr && static_cast<unsigned long long>(value) == number;
-    }
-  }
-
-  bool failed_ = false;
-};
-
-/// Elements that can be read from exact Python objects and from float64 arrays without a caster. It buys a factor of
-/// several on long lists; the results are the same.
-template <class T>
-struct DirectElement {
-  static constexpr bool exists = false;
-  static constexpr std::size_t python_bytes = 64;
-};
-
-template <>
-struct DirectElement<double> {
-  static constexpr bool exists = true;
-  static constexpr std::size_t python_bytes = 32;  // the float and its place
-
-  static bool read(PyObject* item, double& number) {
-    if (!PyFloat_CheckExact(item)) return false;
-    number = PyFloat_AS_DOUBLE(item);
-    return true;
-  }
-  static bool fits(const pybind11::array_t<double>& array) { return array.ndim() == 1; }
-  static PyObject* written(double number) { return PyFloat_FromDouble(number); }
-};
-
-template <>
-struct DirectElement<Vec3> {
-  static constexpr bool exists = true;
-  static constexpr std::size_t python_bytes = 184;  // a list of three floats and its place
-
-  static bool read(PyObject* item, Vec3& point) {
-    if (!(PyList_CheckExact(item) || PyTuple_CheckExact(item)) || PySequence_Fast_GET_SIZE(item) != 3) return false;
-    PyObject** coordinates = PySequence_Fast_ITEMS(item);
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-      if (!DirectElement<double>::read(coordinates[axis], point[axis])) return false;
-    }
-    return true;
-  }
-  static bool fits(const pybind11::array_t<double>& array) { return array.ndim() == 2 && array.shape(1) == 3; }
-  static PyObject* written(const Vec3& point) {
-    PyObject* row = PyList_New(3);
-    for (pybind11::ssize_t axis = 0; row != nullptr && axis < 3; ++axis) {
-      PyObject* number = PyFloat_FromDouble(point[static_cast<std::size_t>(axis)]);
-      if (number == nullptr) {
-        Py_DECREF(row);
-        return nullptr;
-      }
-      PyList_SET_ITEM(row, axis, number);
-    }
-    return row;
-  }
+  PYBIND11_TYPE_CASTER(
+      T, pybind11::detail::io_name<std::is_integral_v<T>>("typing.SupportsInt | typing.SupportsIndex", "int",
+                                                          "typing.SupportsFloat | typing.SupportsIndex", "float"));
 };
 
 }  // namespace vkm
@@ -266,9 +151,12 @@ struct type_caster<unsigned long> : vkm::NumberCaster<unsigned long> {};
 template <class T>
 struct type_caster<std::vector<T>> {
   using Item = make_caster<T>;
+  static constexpr bool direct = std::is_same_v<T, double> || std::is_same_v<T, vkm::Vec3>;
 
   bool load(handle source, bool convert) {
-    if (load_directly(source)) return true;
+    if constexpr (direct) {
+      if (vkm::read_directly(source, value)) return true;
+    }
     if (!object_is_convertible_to_std_vector(source)) return false;
     if (isinstance<sequence>(source)) return load_items(source, convert);
     // A generator is exhausted first, so that a failure does not leave it half read.
@@ -277,54 +165,22 @@ struct type_caster<std::vector<T>> {
 
   template <class List>
   static handle cast(List&& items, return_value_policy policy, handle parent) {
-    if (!std::is_lvalue_reference_v<List>) policy = return_value_policy_override<T>::policy(policy);
-    vkm::NewList list(items.size(), vkm::DirectElement<T>::python_bytes);
-    for (std::size_t i = 0; i < items.size(); ++i) {
-      if constexpr (vkm::DirectElement<T>::exists) {
-        list.set(i, vkm::DirectElement<T>::written(items[i]));
-      } else {
+    if constexpr (direct) {
+      return vkm::list_of(items);
+    } else {
+      if (!std::is_lvalue_reference_v<List>) policy = return_value_policy_override<T>::policy(policy);
+      vkm::NewList list(items.size(), sizeof(T));
+      for (std::size_t i = 0; i < items.size(); ++i) {
         list.set(i, Item::cast(forward_like<List>(items[i]), policy, parent).ptr());
       }
+      return list.release();
     }
-    return list.release();
   }
 
-  PYBIND11_TYPE_CASTER(std::vector<T>, io_name("collections.abc.Sequence", "list") + const_name("[") + Item::name +
-                                           const_name("]"));
+  PYBIND11_TYPE_CASTER(std::vector<T>,
+                       io_name("collections.abc.Sequence", "list") + const_name("[") + Item::name + const_name("]"));
 
  private:
-  bool load_directly([[maybe_unused]] handle source) {
-    if constexpr (vkm::DirectElement<T>::exists) {
-      return PyList_CheckExact(source.ptr()) ? load_list(source.ptr()) : load_array(source);
-    } else {
-      return false;
-    }
-  }
-
-  bool load_list(PyObject* list) {
-    const ssize_t size = PyList_GET_SIZE(list);
-    vkm::require_memory(static_cast<std::size_t>(size), sizeof(T));
-    value.clear();
-    value.reserve(static_cast<std::size_t>(size));
-    for (ssize_t i = 0; i < size; ++i) {
-      if (PyList_GET_SIZE(list) != size) throw std::runtime_error("a list changed its length while it was read");
-      T item;
-      if (!vkm::DirectElement<T>::read(PyList_GET_ITEM(list, i), item)) return false;
-      value.push_back(item);
-      vkm::poll_after(static_cast<std::size_t>(i));
-    }
-    return true;
-  }
-
-  bool load_array(handle source) {
-    if (!isinstance<array_t<double>>(source)) return false;
-    const auto array = reinterpret_borrow<array_t<double>>(source);
-    if (!vkm::DirectElement<T>::fits(array)) return false;
-    value.clear();
-    vkm::append_rows(value, reinterpret_borrow<array_t<double, 0>>(array));
-    return true;
-  }
-
   bool load_items(handle items, bool convert) {
     vkm::require_memory_of(items);
     const std::size_t size = reinterpret_borrow<sequence>(items).size();
@@ -389,10 +245,9 @@ struct vkm_integer_array_caster : vkm_array_caster<T, Flags> {
     for (ssize_t i = 0; i < numbers.size(); ++i) {
       const double number = numbers.data()[i];
       if (number > -end - 1.0 && number < end) continue;
-      throw std::invalid_argument("an integer of an array must lie within " +
-                                  std::to_string(std::numeric_limits<T>::min()) + " .. " +
-                                  std::to_string(std::numeric_limits<T>::max()) + ", not " +
-                                  std::string(str(float_(number))));
+      throw std::invalid_argument(
+          "an integer of an array must lie within " + std::to_string(std::numeric_limits<T>::min()) + " .. " +
+          std::to_string(std::numeric_limits<T>::max()) + ", not " + std::string(str(float_(number))));
     }
     return true;
   }
