@@ -27,12 +27,12 @@ test-cpp: .venv/tools
 	.venv/bin/ctest --preset cpp -j 2
 
 bench: .venv/installed
-	.venv/bin/cmake --preset release -DPython_EXECUTABLE=$(CURDIR)/$(PYTHON) -DCMAKE_MAKE_PROGRAM=$(CURDIR)/.venv/bin/ninja
+	.venv/bin/cmake --preset release -DPython_EXECUTABLE="$(CURDIR)/$(PYTHON)" -DCMAKE_MAKE_PROGRAM="$(CURDIR)/.venv/bin/ninja"
 	.venv/bin/cmake --build --preset release -j 2
 	PYTHONPATH=build/release:python $(PYTHON) bench/run.py $(ARGS)
 
 asan: .venv/installed
-	.venv/bin/cmake --preset asan -DPython_EXECUTABLE=$(CURDIR)/$(PYTHON) -DCMAKE_MAKE_PROGRAM=$(CURDIR)/.venv/bin/ninja
+	.venv/bin/cmake --preset asan -DPython_EXECUTABLE="$(CURDIR)/$(PYTHON)" -DCMAKE_MAKE_PROGRAM="$(CURDIR)/.venv/bin/ninja"
 	.venv/bin/cmake --build --preset asan -j 2
 	LD_PRELOAD="$$($(CXX) -print-file-name=libasan.so) $$($(CXX) -print-file-name=libubsan.so)" \
 	  ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 PYTHONMALLOC=malloc PYTHONPATH=build/asan:python \
@@ -42,7 +42,7 @@ lint: .venv/installed
 	.venv/bin/ruff check python tests tools bench examples docs
 	.venv/bin/ruff format --check python tests tools bench examples docs
 	find src bench tests/cpp -name '*.[ch]pp' | xargs .venv/bin/clang-format --dry-run -Werror
-	.venv/bin/cmake --preset dev -DPython_EXECUTABLE=$(CURDIR)/$(PYTHON) -DCMAKE_MAKE_PROGRAM=$(CURDIR)/.venv/bin/ninja
+	.venv/bin/cmake --preset dev -DPython_EXECUTABLE="$(CURDIR)/$(PYTHON)" -DCMAKE_MAKE_PROGRAM="$(CURDIR)/.venv/bin/ninja"
 	.venv/bin/cmake --build --preset dev -j 2
 	PYTHONPATH=build/dev:python $(PYTHON) tools/make_stubs.py --check
 

@@ -14,6 +14,7 @@ import sys
 
 import _native as vkm
 import numpy as np
+from vkmcore.curves import evenly_spaced
 
 PUBLISHED = {"trefoil": 32.7436, "figure-eight": 42.0887}  # least known length over radius of the smooth knots
 
@@ -34,11 +35,7 @@ def figure_eight(s: np.ndarray) -> np.ndarray:
 
 def equilateral(curve, count: int) -> np.ndarray:
     """`count` vertices at equal arc lengths of a closed curve of period 2 pi."""
-    fine = curve(np.arange(64 * count) * 2.0 * np.pi / (64 * count))
-    closed = np.vstack([fine, fine[:1]])
-    arc = np.concatenate([[0.0], np.cumsum(np.linalg.norm(np.diff(closed, axis=0), axis=1))])
-    at = np.arange(count) * arc[-1] / count
-    return np.column_stack([np.interp(at, arc, closed[:, axis]) for axis in range(3)])
+    return evenly_spaced(curve(np.arange(64 * count) * 2.0 * np.pi / (64 * count)), count)
 
 
 def tighten(points: np.ndarray, published: float, steps: int):

@@ -1,3 +1,27 @@
 """The package's own extension: what its rooms need beyond the fixed interface of `_native`."""
 
+from collections.abc import Callable, Sequence
+from typing import Any
+
+from numpy.typing import ArrayLike
+
 def vector_bits() -> int: ...
+
+# Ideal shapes. Polygons are one (N, 3) array a component.
+def tighten(
+    starts: Sequence[Sequence[ArrayLike]],
+    *,
+    edge: float = 0.15,
+    seed: int = 1,
+    threads: int = 1,
+    start_count: int = 20,
+    first_chains: int = 8,
+    first_hops: int = 10,
+    second_chains: int = 3,
+    second_hops: int = 40,
+    refined: int = 4,
+    finished: int = 2,
+    adaptive: bool = True,
+    watch: Callable[[str, int, float, int, float, float], object] | None = None,
+) -> dict[str, Any]: ...
+def measure(polygons: Sequence[ArrayLike]) -> dict[str, float]: ...

@@ -5,7 +5,7 @@ namespace vkm {
 
 namespace {
 
-void register_records(py::module_& m) {
+void register_ideal_records(py::module_& m) {
   auto component = bound_class<IdealABComponent>(m, "IdealABComponent", R"(One component of an ideal knot or link.
 
 r(s) = A0 + B0 + the series `fourier`; s in radians.)");
@@ -70,7 +70,7 @@ L and D are written with six decimals.)");
 }  // namespace
 
 void register_ideal_database(py::module_& m) {
-  register_records(m);
+  register_ideal_records(m);
   register_parsers(m);
   m.def(
       "evaluate_ideal_component",

@@ -27,7 +27,7 @@ namespace {
 
 using namespace workbench;
 
-void register_records(py::module_& m) {
+void register_workbench_records(py::module_& m) {
   using C = CanonicalizeResult;
   bound_class<C>(m, "CanonicalizeResult", "What canonicalize_fseries_file_inplace found and did.")
       .def(py::init<>())
@@ -145,7 +145,7 @@ void register_measures(py::module_& m) {
 }  // namespace
 
 void bind_workbench(py::module_& m) {
-  register_records(m);
+  register_workbench_records(m);
   m.def(
       "canonicalize_fseries_file_inplace",
       [](const std::string& path) { return canonicalize_fseries_file_inplace(path, python_poll()); }, py::arg("path"),

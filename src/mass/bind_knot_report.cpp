@@ -5,7 +5,7 @@ namespace vkm {
 
 namespace {
 
-void register_records(py::module_& m) {
+void register_report_records(py::module_& m) {
   using S = KnotState;
   bound_class<S>(m, "KnotState", "An entry of a data set. Only `inv` enters an evaluation.")
       .def(py::init<>())
@@ -54,7 +54,7 @@ void def_dataset_evaluator(py::module_& m, const char* name, const char* params_
 
 }  // namespace
 
-void register_knot_report_records(py::module_& m) { register_records(m); }
+void register_knot_report_records(py::module_& m) { register_report_records(m); }
 
 void register_knot_report(py::module_& m) {
   constexpr const char* simple_default = "SimpleInvariantXiModelParams()";

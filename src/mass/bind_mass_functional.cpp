@@ -6,7 +6,7 @@ namespace vkm {
 
 namespace {
 
-void register_records(py::module_& m) {
+void register_functional_records(py::module_& m) {
   using C = CanonicalConstants;
   bound_class<C>(m, "CanonicalConstants",
                  "Constants of the knot models, SI units. Independent numbers: a change of one changes no other.")
@@ -90,7 +90,7 @@ void def_evaluations(py::class_<MassFunctional>& cls) {
 }  // namespace
 
 void register_mass_functional(py::module_& m) {
-  register_records(m);
+  register_functional_records(m);
   register_models(m);
   using F = MassFunctional;
   auto functional =

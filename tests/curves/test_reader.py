@@ -2,6 +2,7 @@
 
 import io
 import json
+import os
 import zipfile
 
 import numpy as np
@@ -170,6 +171,15 @@ def test_components_of_an_ideal_link_stand_where_they_are():
         expected = vkmcore.evaluate_ideal_component(component, 2.0 * np.pi * np.arange(16) / 16)
         assert np.abs(curve.sampled(16) - expected).max() < 1e-15
     assert np.linalg.norm(left.sampled(16).mean(axis=0) - right.sampled(16).mean(axis=0)) > 2.0
+
+
+@pytest.mark.skipif(not hasattr(os, "mkfifo"), reason="pipes of POSIX")
+def test_a_pipe_is_a_file(tmp_path):
+    reader, writer = os.pipe()
+    with open(writer, "w") as file:
+        file.write("0 0 0\n1 0 0\n0 1 0\n")
+    assert read_curve(f"/dev/fd/{reader}").vertices.tolist() == [[0, 0, 0], [1, 0, 0], [0, 1, 0]]
+    os.close(reader)
 
 
 NPZ = as_bytes(np.savez, points=TREFOIL)

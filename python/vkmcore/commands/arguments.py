@@ -49,6 +49,11 @@ def json_option(text: str) -> Callable[[Command], Command]:
     return click.option("--json", "as_json", is_flag=True, help=text)
 
 
+def skip_option(default: str) -> Callable[[Command], Command]:
+    """The option --skip, None unless it is given: the command then finds the number itself, as `default` says."""
+    return click.option("--skip", type=COUNT, help=f"Neighbours that are no contacts.  [default: {default}]")
+
+
 def plot_option(text: str) -> Callable[[Command], Command]:
     """The option --plot FILE, whose file is looked at before the long work rather than after it."""
     return click.option(

@@ -4,30 +4,22 @@ from __future__ import annotations
 
 import click
 
-from vkmcore.commands.arguments import COUNT, check_name, json_option
+from vkmcore.commands.arguments import check_name, json_option, skip_option
 from vkmcore.commands.output import plain_table, print_json, print_table, shown
+
+VERTICES = click.IntRange(64, 2**31 - 1)
 
 
 @click.command()
 @click.argument("name", metavar="FILE|KEY", callback=check_name)
-@click.option(
-    "--samples",
-    type=click.IntRange(64, 2**31 - 1),
-    default=512,
-    show_default=True,
-    help="Vertices of a series.",
-)
-@click.option(
-    "--skip",
-    type=COUNT,
-    help="Neighbours that are no contacts.  [default: those within pi radii of curvature]",
-)
+@click.option("--samples", type=VERTICES, default=512, show_default=True, help="Vertices of a series.")
+@skip_option("those within pi radii of curvature")
 @click.option(
     "--contact-tol", type=click.FloatRange(0.0), default=1e-3, show_default=True, help="Tolerance of active contacts."
 )
 @click.option(
     "--contact-vertices",
-    type=click.IntRange(64, 2**31 - 1),
+    type=VERTICES,
     default=512,
     show_default=True,
     help="Most vertices for the contacts' stress; a finer polygon is resampled. 2048 take minutes.",
@@ -38,7 +30,8 @@ def describe(
 ) -> None:
     """Describe a closed curve: descriptors, thickness as a tube, contact stress.
 
-    FILE is a .fseries text or has a vertex x y z a line; KEY is of the catalogue, as 3_1 or 3:1:1.
+    FILE holds a Fourier series or vertices in any format of docs/command_line.md, - is standard input; KEY is of the
+    catalogue, as 3_1 or 3:1:1.
     """
     from vkmcore.curves.reader import read_curve
     from vkmcore.tube.description import describe as describe_curve

@@ -35,8 +35,9 @@ from vkmcore.commands.output import plain_table, print_json, print_table
 def pd(source: str, volume: bool, as_json: bool, plot: Path | None, **options: Any) -> None:
     """Planar-diagram code and crossing estimate of one closed curve.
 
-    KEY is a key of the catalogue, as 3:1:1 or 3_1; FILE an .fseries file, or points as .npy or as text with three
-    numbers a line. A row of the code has the arcs under in, over in, under out, over out of a crossing.
+    KEY is of the catalogue, as 3_1 or 3:1:1; FILE holds a Fourier series or vertices in any format of
+    docs/command_line.md, - is standard input. A row of the code has the arcs under in, over in, under out, over out of
+    a crossing.
     """
     from vkmcore.curves.planar_diagram import DiagramSettings, planar_diagram
     from vkmcore.curves.reader import read_curve

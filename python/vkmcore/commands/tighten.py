@@ -10,7 +10,7 @@ from typing import Any
 import click
 
 from vkmcore import TighteningOptions
-from vkmcore.commands.arguments import COUNT, check_folder, check_name, json_option, plot_option, say_written
+from vkmcore.commands.arguments import check_folder, check_name, json_option, plot_option, say_written, skip_option
 from vkmcore.commands.output import digits, plain_table, print_json, print_table
 from vkmcore.curves.reader import read_curve
 from vkmcore.progress import progress_bar, watched
@@ -87,11 +87,7 @@ def tuning_options(command: Callable[..., None]) -> Callable[..., None]:
     show_default=True,
     help="Tolerance of active contacts; repeat it to use several, one after the other.",
 )
-@click.option(
-    "--skip",
-    type=COUNT,
-    help="Neighbours that are no contacts.  [default: those within pi tube radii along the curve]",
-)
+@skip_option("those within pi tube radii along the curve")
 @click.option(
     "--least-gain",
     type=float,
@@ -135,7 +131,8 @@ def tighten(
     The work goes in runs, each a call of the library's tightener: one with each tolerance, and a new one where the
     curve has become so short that more neighbours make half a turn of the tube.
 
-    FILE is a .fseries text or has a vertex x y z a line; KEY is of the catalogue, as 3_1 or 3:1:1.
+    FILE holds a Fourier series or vertices in any format of docs/command_line.md, - is standard input; KEY is of the
+    catalogue, as 3_1 or 3:1:1.
 
     Step sizes and tolerances are in tube radii of the polygon that a run starts from; what is written is in the unit of
     the curve. Ctrl-C ends the work and writes what has been reached.

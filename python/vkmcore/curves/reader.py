@@ -64,11 +64,13 @@ def read_curves(source: str | os.PathLike[str] | ArrayLike) -> list[ClosedCurve]
         return _polygons("points", "points", points_from_array(source, "points"))
     name = os.fspath(source)
     if name == "-":
+        if sys.stdin is None:
+            raise CurveError("-: there is no standard input")
         return _from_bytes(name, "standard input", sys.stdin.buffer.read())
-    if Path(name).is_file():
+    if is_file(name):
         return _from_file(name, Path(name))
     path, _, chosen = name.rpartition("#")
-    if path and Path(path).is_file():
+    if path and is_file(path):
         return _from_file(name, Path(path), chosen)
     curves = _from_catalogue(name)
     for alias in ALIASES:
@@ -77,6 +79,12 @@ def read_curves(source: str | os.PathLike[str] | ArrayLike) -> list[ClosedCurve]
     if not curves:
         raise CurveError(f"{name}: neither a file nor a key of the catalogue")
     return curves
+
+
+def is_file(name: str | os.PathLike[str]) -> bool:
+    """Whether there is something to read under this name: a file, or a pipe as of `<(...)` in a shell."""
+    path = Path(name)
+    return path.is_file() or path.is_fifo()
 
 
 def _from_catalogue(name: str) -> list[ClosedCurve]:

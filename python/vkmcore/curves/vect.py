@@ -13,6 +13,7 @@ an open one will do where its last vertex repeats its first.
 from __future__ import annotations
 
 import math
+import os
 import re
 from collections.abc import Callable, Iterator, Sequence
 from pathlib import Path
@@ -99,7 +100,7 @@ class _Words:
         next(self._rest)
 
 
-def write_vect(path: Path, curves: Sequence[ArrayLike], comment: str = "") -> None:
+def write_vect(path: str | os.PathLike[str], curves: Sequence[ArrayLike], comment: str = "") -> None:
     """Write closed polygons, each (N, 3), in full precision.
 
     Args:
@@ -119,4 +120,4 @@ def write_vect(path: Path, curves: Sequence[ArrayLike], comment: str = "") -> No
     lines.append(" ".join(str(-len(points)) for points in arrays))
     lines.append(" ".join("0" for _ in arrays))
     lines += [f"{x!r} {y!r} {z!r}" for points in arrays for x, y, z in points.tolist()]
-    path.write_text("\n".join(lines) + "\n", encoding="utf-8")
+    Path(path).write_text("\n".join(lines) + "\n", encoding="utf-8")

@@ -3,6 +3,9 @@
 from __future__ import annotations
 
 import io
+import logging
+from collections.abc import Iterator
+from contextlib import contextmanager
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
@@ -17,7 +20,8 @@ PALETTE = ("#3b6fb6", "#c8553d", "#4f9d69", "#8d6a9f", "#c9a227", "#4b9da9")
 def check_plot_target(path: Path) -> str:
     """Find out before the work whether a picture can go to `path`; returns its format, as "png"."""
     try:
-        from matplotlib.backends.backend_agg import FigureCanvasAgg
+        with _silent():
+            from matplotlib.backends.backend_agg import FigureCanvasAgg
     except ImportError as error:
         raise PlotError(f"plots need matplotlib: pip install vkmcore[plot] ({error})") from error
     kind = path.suffix[1:].lower() or "png"
@@ -29,6 +33,18 @@ def check_plot_target(path: Path) -> str:
     if not path.absolute().parent.is_dir():
         raise PlotError(f"{path}: the directory does not exist")
     return kind
+
+
+@contextmanager
+def _silent() -> Iterator[None]:
+    """Without what matplotlib says, as it is loaded, of a home that it cannot write to: it does without."""
+    logger = logging.getLogger("matplotlib")
+    level = logger.level
+    logger.setLevel(logging.ERROR)
+    try:
+        yield
+    finally:
+        logger.setLevel(level)
 
 
 def write_figure(figure: Figure, path: Path, kind: str) -> None:

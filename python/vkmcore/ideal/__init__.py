@@ -1,0 +1,1 @@
+"""Ropelength-critical shapes of knots and links."""

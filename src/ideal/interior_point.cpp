@@ -1,0 +1,485 @@
+#include "ideal/interior_point.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "ideal/tile_matrix.hpp"
+
+namespace vkm::ideal {
+
+namespace {
+
+constexpr double delta = 1e-7;
+constexpr double step_part = 0.99;
+
+using Numbers = std::vector<double>;
+
+/// Unknowns and right-hand sides: the moves, coordinate by coordinate and filled up to whole tiles, then the edge
+/// lengths.
+struct Unknowns {
+  Numbers d;
+  Numbers h;
+};
+
+double largest(const Numbers& values) {
+  double most = 0.0;
+  for (const double x : values) most = std::max(most, std::abs(x));
+  return most;
+}
+
+double dot3(const Vec3& a, const double* x) { return a[0] * x[0] + a[1] * x[1] + a[2] * x[2]; }
+
+void add3(double* x, const Vec3& a, double factor) {
+  x[0] += factor * a[0];
+  x[1] += factor * a[1];
+  x[2] += factor * a[2];
+}
+
+class Solver {
+ public:
+  explicit Solver(const Program& program)
+      : program_(program),
+        n_(program.edges.size()),
+        components_(program.components.size()),
+        kinks_(program.kinks.size()),
+        rows_(kinks_ + program.struts.size()),
+        cycle_(program.components),
+        next_(cycle_.next),
+        previous_(cycle_.previous),
+        component_(cycle_.component),
+        matrix_(groups(), pattern()) {
+    find_blocks();
+  }
+
+  Solution run(double tolerance, int most_iterations);
+
+ private:
+  std::size_t groups() const { return (n_ + 3) / 4; }
+
+  std::vector<std::pair<TileMatrix::Group, TileMatrix::Group>> pattern() const;
+  void find_blocks();
+
+  /// Offset of the 3 x 3 block of two vertices, its rows those of the vertex eliminated first.
+  std::uint32_t block(Index a, Index b) const {
+    const Index ga = a / 4;
+    const Index gb = b / 4;
+    const bool turned = ga == gb ? b < a : matrix_.before(gb, ga);
+    const Index row = turned ? b : a;
+    const Index column = turned ? a : b;
+    return static_cast<std::uint32_t>(matrix_.offset(ga, gb) + (row % 4) * 3 * tile_side + (column % 4) * 3);
+  }
+  void add_block(std::uint32_t at, const std::array<double, 6>& outer, double factor) {
+    double* const b = matrix_.values() + at;
+    b[0] += factor * outer[0];
+    b[1] += factor * outer[1];
+    b[2] += factor * outer[2];
+    b[12] += factor * outer[1];
+    b[13] += factor * outer[3];
+    b[14] += factor * outer[4];
+    b[24] += factor * outer[2];
+    b[25] += factor * outer[4];
+    b[26] += factor * outer[5];
+  }
+
+  double edge_row(std::size_t k, const Unknowns& x) const {
+    const Vec3& u = program_.edges[k].direction;
+    return dot3(u, &x.d[3 * next_[k]]) - dot3(u, &x.d[3 * k]) - x.h[component_[k]];
+  }
+  double kink_row(std::size_t r, const Unknowns& x) const {
+    const Kink& kink = program_.kinks[r];
+    return dot3(kink.gradient, &x.d[3 * next_[kink.at]]) - dot3(kink.gradient, &x.d[3 * previous_[kink.at]]) -
+           kink.slope * x.h[component_[kink.at]];
+  }
+  double strut_row(std::size_t r, const Unknowns& x) const {
+    const Strut& strut = program_.struts[r];
+    const Vec3& w = strut.normal;
+    return (1.0 - strut.s) * dot3(w, &x.d[3 * strut.i]) + strut.s * dot3(w, &x.d[3 * next_[strut.i]]) -
+           (1.0 - strut.t) * dot3(w, &x.d[3 * strut.j]) - strut.t * dot3(w, &x.d[3 * next_[strut.j]]);
+  }
+  void rows(const Unknowns& x, Numbers& out) const {
+    for (std::size_t r = 0; r < kinks_; ++r) out[r] = kink_row(r, x);
+    for (std::size_t r = kinks_; r < rows_; ++r) out[r] = strut_row(r - kinks_, x);
+  }
+  double demand(std::size_t r) const {
+    return r < kinks_ ? program_.kinks[r].demand : program_.struts[r - kinks_].demand;
+  }
+  /// x += A^T y
+  void add_edges(const Numbers& y, Unknowns& x) const {
+    for (std::size_t k = 0; k < n_; ++k) {
+      const Vec3& u = program_.edges[k].direction;
+      add3(&x.d[3 * next_[k]], u, y[k]);
+      add3(&x.d[3 * k], u, -y[k]);
+      x.h[component_[k]] -= y[k];
+    }
+  }
+  /// x += G^T z
+  void add_rows(const Numbers& z, Unknowns& x) const {
+    for (std::size_t r = 0; r < kinks_; ++r) {
+      const Kink& kink = program_.kinks[r];
+      add3(&x.d[3 * next_[kink.at]], kink.gradient, z[r]);
+      add3(&x.d[3 * previous_[kink.at]], kink.gradient, -z[r]);
+      x.h[component_[kink.at]] -= kink.slope * z[r];
+    }
+    for (std::size_t r = 0; r < program_.struts.size(); ++r) {
+      const Strut& strut = program_.struts[r];
+      const double f = z[kinks_ + r];
+      add3(&x.d[3 * strut.i], strut.normal, f * (1.0 - strut.s));
+      add3(&x.d[3 * next_[strut.i]], strut.normal, f * strut.s);
+      add3(&x.d[3 * strut.j], strut.normal, -f * (1.0 - strut.t));
+      add3(&x.d[3 * next_[strut.j]], strut.normal, -f * strut.t);
+    }
+  }
+  /// x += H d
+  void add_bending(const Unknowns& from, Unknowns& x) const {
+    for (std::size_t k = 0; k < n_; ++k) {
+      const auto& [u, l] = program_.edges[k];
+      const double* a = &from.d[3 * k];
+      const double* b = &from.d[3 * next_[k]];
+      const Vec3 e = {b[0] - a[0], b[1] - a[1], b[2] - a[2]};
+      const Vec3 across = e - dot(u, e) * u;
+      add3(&x.d[3 * next_[k]], across, 1.0 / l);
+      add3(&x.d[3 * k], across, -1.0 / l);
+    }
+    for (std::size_t i = 0; i < 3 * n_; ++i) x.d[i] += program_.rho * from.d[i];
+  }
+  Unknowns zero() const { return {Numbers(12 * groups(), 0.0), Numbers(components_, 0.0)}; }
+
+  void assemble(const Numbers& weights, const Numbers& box);
+  void border(const Numbers& weights, const Numbers& box);
+  void solve_system(Unknowns& x) const;
+
+  const Program& program_;
+  std::size_t n_;
+  std::size_t components_;
+  std::size_t kinks_;
+  std::size_t rows_;
+  Cycle cycle_;
+  const std::vector<Index>& next_;
+  const std::vector<Index>& previous_;
+  const std::vector<Index>& component_;
+  TileMatrix matrix_;
+  std::vector<std::uint32_t> own_;                     ///< blocks (v, v)
+  std::vector<std::uint32_t> along_;                   ///< blocks (k, next)
+  std::vector<std::uint32_t> over_;                    ///< blocks (previous, next) of the kinks
+  std::vector<std::array<std::uint32_t, 10>> strut_blocks_;
+  std::vector<Unknowns> border_columns_;               ///< K^-1 times the border, a component each
+  std::vector<Numbers> border_rows_;                   ///< the border
+  Numbers schur_;                                      ///< of the border, factorised (lower triangle)
+};
+
+std::vector<std::pair<TileMatrix::Group, TileMatrix::Group>> Solver::pattern() const {
+  std::vector<std::pair<TileMatrix::Group, TileMatrix::Group>> pairs;
+  const auto add = [&](Index a, Index b) { pairs.emplace_back(a / 4, b / 4); };
+  for (Index k = 0; k < n_; ++k) {
+    add(k, next_[k]);
+    add(previous_[k], next_[k]);
+  }
+  for (const Strut& strut : program_.struts) {
+    const std::array<Index, 4> v = {strut.i, next_[strut.i], strut.j, next_[strut.j]};
+    for (std::size_t a = 0; a < 4; ++a) {
+      for (std::size_t b = a + 1; b < 4; ++b) add(v[a], v[b]);
+    }
+  }
+  return pairs;
+}
+
+void Solver::find_blocks() {
+  for (Index k = 0; k < n_; ++k) {
+    own_.push_back(block(k, k));
+    along_.push_back(block(k, next_[k]));
+  }
+  for (const Kink& kink : program_.kinks) over_.push_back(block(previous_[kink.at], next_[kink.at]));
+  for (const Strut& strut : program_.struts) {
+    const std::array<Index, 4> v = {strut.i, next_[strut.i], strut.j, next_[strut.j]};
+    auto& blocks = strut_blocks_.emplace_back();
+    std::size_t at = 0;
+    for (std::size_t a = 0; a < 4; ++a) {
+      for (std::size_t b = a; b < 4; ++b) blocks[at++] = block(v[a], v[b]);
+    }
+  }
+}
+
+std::array<double, 6> outer_product(const Vec3& w) {
+  return {w[0] * w[0], w[0] * w[1], w[0] * w[2], w[1] * w[1], w[1] * w[2], w[2] * w[2]};
+}
+
+void Solver::assemble(const Numbers& weights, const Numbers& box) {
+  matrix_.clear();
+  double* const values = matrix_.values();
+  for (std::size_t v = 0; v < n_; ++v) {
+    for (std::size_t a = 0; a < 3; ++a) values[own_[v] + 13 * a] += program_.rho + box[3 * v + a];
+  }
+  for (std::size_t v = n_; v < 4 * groups(); ++v) {
+    const auto group = static_cast<TileMatrix::Group>(v / 4);
+    for (std::size_t a = 0; a < 3; ++a) values[matrix_.offset(group, group) + 13 * (3 * (v % 4) + a)] = 1.0;
+  }
+  for (std::size_t k = 0; k < n_; ++k) {
+    const auto& [u, l] = program_.edges[k];
+    const double along = 1.0 / delta - 1.0 / l;
+    auto outer = outer_product(u);
+    for (double& x : outer) x *= along;
+    outer[0] += 1.0 / l;
+    outer[3] += 1.0 / l;
+    outer[5] += 1.0 / l;
+    add_block(own_[k], outer, 1.0);
+    add_block(own_[next_[k]], outer, 1.0);
+    add_block(along_[k], outer, -1.0);
+  }
+  for (std::size_t r = 0; r < kinks_; ++r) {
+    const Kink& kink = program_.kinks[r];
+    const auto outer = outer_product(kink.gradient);
+    add_block(own_[previous_[kink.at]], outer, weights[r]);
+    add_block(own_[next_[kink.at]], outer, weights[r]);
+    add_block(over_[r], outer, -weights[r]);
+  }
+  for (std::size_t r = 0; r < program_.struts.size(); ++r) {
+    const Strut& strut = program_.struts[r];
+    const auto outer = outer_product(strut.normal);
+    const std::array<double, 4> c = {1.0 - strut.s, strut.s, strut.t - 1.0, -strut.t};
+    const double weight = weights[kinks_ + r];
+    std::size_t at = 0;
+    for (std::size_t a = 0; a < 4; ++a) {
+      for (std::size_t b = a; b < 4; ++b) add_block(strut_blocks_[r][at++], outer, weight * c[a] * c[b]);
+    }
+  }
+  matrix_.factorise();
+  border(weights, box);
+}
+
+/// The border B = K_dh, the columns w = K^-1 B, and the Schur complement of the h: the form K on the vectors
+/// (-w_c, e_c), whose large terms cancel row by row and not in the sum.
+void Solver::border(const Numbers& weights, const Numbers& box) {
+  border_columns_.assign(components_, zero());
+  border_rows_.assign(components_, {});
+  std::vector<Unknowns> lifted(components_);
+  for (Index c = 0; c < components_; ++c) {
+    Unknowns column = zero();
+    Numbers edges(n_, 0.0);
+    for (Index k = program_.components[c].begin; k < program_.components[c].end; ++k) edges[k] = -1.0 / delta;
+    Numbers rows(rows_, 0.0);
+    for (std::size_t r = 0; r < kinks_; ++r) {
+      if (component_[program_.kinks[r].at] == c) rows[r] = -weights[r] * program_.kinks[r].slope;
+    }
+    add_edges(edges, column);
+    add_rows(rows, column);
+    border_rows_[c] = column.d;
+    matrix_.solve(column.d);
+    lifted[c] = zero();
+    for (std::size_t i = 0; i < 3 * n_; ++i) lifted[c].d[i] = -column.d[i];
+    lifted[c].h[c] = 1.0;
+    border_columns_[c].d = std::move(column.d);
+  }
+  // The form of each lifted vector with its rows: image = W^(1/2)-free products, one row at a time.
+  std::vector<Numbers> edge_images(components_, Numbers(n_));
+  std::vector<Numbers> row_images(components_, Numbers(rows_));
+  std::vector<Unknowns> bent(components_, zero());
+  for (std::size_t c = 0; c < components_; ++c) {
+    for (std::size_t k = 0; k < n_; ++k) edge_images[c][k] = edge_row(k, lifted[c]);
+    rows(lifted[c], row_images[c]);
+    add_bending(lifted[c], bent[c]);
+    for (std::size_t i = 0; i < 3 * n_; ++i) bent[c].d[i] += box[i] * lifted[c].d[i];
+  }
+  schur_.assign(components_ * components_, 0.0);
+  for (std::size_t a = 0; a < components_; ++a) {
+    for (std::size_t b = 0; b <= a; ++b) {
+      double sum = 0.0;
+      for (std::size_t k = 0; k < n_; ++k) sum += edge_images[a][k] * edge_images[b][k] / delta;
+      for (std::size_t r = 0; r < rows_; ++r) sum += weights[r] * row_images[a][r] * row_images[b][r];
+      for (std::size_t i = 0; i < 3 * n_; ++i) sum += lifted[a].d[i] * bent[b].d[i];
+      schur_[a * components_ + b] = sum;
+    }
+  }
+  for (std::size_t a = 0; a < components_; ++a) {
+    for (std::size_t b = 0; b <= a; ++b) {
+      double sum = schur_[a * components_ + b];
+      for (std::size_t m = 0; m < b; ++m) sum -= schur_[a * components_ + m] * schur_[b * components_ + m];
+      schur_[a * components_ + b] = a == b ? std::sqrt(std::max(sum, 1e-300)) : sum / schur_[b * components_ + b];
+    }
+  }
+}
+
+/// Solves the whole system with its border, in place.
+void Solver::solve_system(Unknowns& x) const {
+  matrix_.solve(x.d);
+  for (std::size_t c = 0; c < components_; ++c) {
+    double sum = x.h[c];
+    for (std::size_t i = 0; i < 3 * n_; ++i) sum -= border_rows_[c][i] * x.d[i];
+    x.h[c] = sum;
+  }
+  for (std::size_t a = 0; a < components_; ++a) {
+    for (std::size_t m = 0; m < a; ++m) x.h[a] -= schur_[a * components_ + m] * x.h[m];
+    x.h[a] /= schur_[a * components_ + a];
+  }
+  for (std::size_t a = components_; a-- > 0;) {
+    for (std::size_t m = a + 1; m < components_; ++m) x.h[a] -= schur_[m * components_ + a] * x.h[m];
+    x.h[a] /= schur_[a * components_ + a];
+  }
+  for (std::size_t c = 0; c < components_; ++c) {
+    for (std::size_t i = 0; i < 3 * n_; ++i) x.d[i] -= border_columns_[c].d[i] * x.h[c];
+  }
+}
+
+/// Shortens the step to one that keeps s + step ds >= 0.
+void shorten(double& step, const Numbers& s, const Numbers& ds) {
+  for (std::size_t i = 0; i < s.size(); ++i) {
+    if (s[i] + step * ds[i] < 0.0) step = -s[i] / ds[i];
+  }
+}
+
+Solution Solver::run(double tolerance, int most_iterations) {
+  const double bound = program_.bound;
+  const std::size_t coordinates = 3 * n_;
+  Unknowns x = zero();
+  double total = 0.0;
+  for (std::size_t k = 0; k < n_; ++k) {
+    x.h[component_[k]] += program_.edges[k].length / program_.components[component_[k]].size();
+    total += program_.edges[k].length;
+  }
+  Numbers y(n_, 1.0);
+  Numbers s(rows_);
+  Numbers z(rows_);
+  Numbers image(rows_);
+  const double mu_start = 0.1 * bound;
+  rows(x, image);
+  for (std::size_t r = 0; r < rows_; ++r) {
+    s[r] = std::max(image[r] - demand(r), 0.1 * bound);
+    z[r] = mu_start / s[r];
+  }
+  Numbers up_s(coordinates, bound);   // bound - d
+  Numbers low_s(coordinates, bound);  // bound + d
+  Numbers up_z(coordinates, mu_start / bound);
+  Numbers low_z(coordinates, mu_start / bound);
+
+  Numbers r_e(n_);
+  Numbers r_g(rows_);
+  Numbers weights(rows_);
+  Numbers box(12 * groups(), 0.0);
+  Numbers ds(rows_);
+  Numbers dz(rows_);
+  Numbers dy(n_);
+  Numbers up_ds(coordinates);
+  Numbers low_ds(coordinates);
+  Numbers up_dz(coordinates);
+  Numbers low_dz(coordinates);
+  Numbers scratch(rows_);
+  Numbers edge_scratch(n_);
+  const auto pairs = static_cast<double>(rows_ + 2 * coordinates);
+
+  const auto gap = [&] {
+    double sum = 0.0;
+    for (std::size_t r = 0; r < rows_; ++r) sum += s[r] * z[r];
+    for (std::size_t i = 0; i < coordinates; ++i) sum += up_s[i] * up_z[i] + low_s[i] * low_z[i];
+    return sum;
+  };
+
+  Solution solution;
+  for (;; ++solution.iterations) {
+    for (std::size_t k = 0; k < n_; ++k) r_e[k] = edge_row(k, x) + program_.edges[k].length;
+    rows(x, image);
+    for (std::size_t r = 0; r < rows_; ++r) r_g[r] = image[r] - s[r] - demand(r);
+    Unknowns r_d = zero();  // gradient of the objective + A^T y - G^T z + box
+    add_bending(x, r_d);
+    for (std::size_t c = 0; c < components_; ++c) r_d.h[c] = program_.components[c].size();
+    add_edges(y, r_d);
+    for (std::size_t r = 0; r < rows_; ++r) scratch[r] = -z[r];
+    add_rows(scratch, r_d);
+    for (std::size_t i = 0; i < coordinates; ++i) r_d.d[i] += up_z[i] - low_z[i];
+
+    const double sum = gap();
+    solution.residual = std::max({largest(r_e), largest(r_g), largest(r_d.d), largest(r_d.h) / static_cast<double>(n_),
+                                  sum / total});
+    solution.solved = solution.residual <= tolerance;
+    if (solution.solved || solution.iterations == most_iterations || !std::isfinite(solution.residual)) break;
+
+    const double mu = sum / pairs;
+    for (std::size_t r = 0; r < rows_; ++r) weights[r] = z[r] / s[r];
+    for (std::size_t i = 0; i < coordinates; ++i) box[i] = up_z[i] / up_s[i] + low_z[i] / low_s[i];
+    assemble(weights, box);
+
+    Unknowns step;
+    // Steps for the products' targets: s z + (s dz + z ds) = target - correction.
+    const auto find_step = [&](double target, bool corrected) {
+      Unknowns rhs = zero();
+      for (std::size_t i = 0; i < coordinates; ++i) rhs.d[i] = -r_d.d[i];
+      for (std::size_t c = 0; c < components_; ++c) rhs.h[c] = -r_d.h[c];
+      for (std::size_t k = 0; k < n_; ++k) edge_scratch[k] = -r_e[k] / delta;
+      add_edges(edge_scratch, rhs);
+      Numbers products(rows_);
+      Numbers up_products(coordinates);
+      Numbers low_products(coordinates);
+      for (std::size_t r = 0; r < rows_; ++r) {
+        products[r] = s[r] * z[r] - target + (corrected ? ds[r] * dz[r] : 0.0);
+        scratch[r] = -(products[r] / s[r] + weights[r] * r_g[r]);
+      }
+      add_rows(scratch, rhs);
+      for (std::size_t i = 0; i < coordinates; ++i) {
+        up_products[i] = up_s[i] * up_z[i] - target + (corrected ? up_ds[i] * up_dz[i] : 0.0);
+        low_products[i] = low_s[i] * low_z[i] - target + (corrected ? low_ds[i] * low_dz[i] : 0.0);
+        rhs.d[i] += up_products[i] / up_s[i] - low_products[i] / low_s[i];
+      }
+      step = std::move(rhs);
+      solve_system(step);
+      rows(step, ds);
+      for (std::size_t r = 0; r < rows_; ++r) {
+        ds[r] += r_g[r];
+        dz[r] = -(products[r] + z[r] * ds[r]) / s[r];
+      }
+      for (std::size_t i = 0; i < coordinates; ++i) {
+        up_ds[i] = -step.d[i];
+        low_ds[i] = step.d[i];
+        up_dz[i] = -(up_products[i] + up_z[i] * up_ds[i]) / up_s[i];
+        low_dz[i] = -(low_products[i] + low_z[i] * low_ds[i]) / low_s[i];
+      }
+      double most = 1.0 / step_part;
+      shorten(most, s, ds);
+      shorten(most, z, dz);
+      shorten(most, up_s, up_ds);
+      shorten(most, up_z, up_dz);
+      shorten(most, low_s, low_ds);
+      shorten(most, low_z, low_dz);
+      return most;
+    };
+    const double reach = std::min(1.0, find_step(0.0, false));
+    double ahead = 0.0;
+    for (std::size_t r = 0; r < rows_; ++r) ahead += (s[r] + reach * ds[r]) * (z[r] + reach * dz[r]);
+    for (std::size_t i = 0; i < coordinates; ++i) {
+      ahead += (up_s[i] + reach * up_ds[i]) * (up_z[i] + reach * up_dz[i]) +
+               (low_s[i] + reach * low_ds[i]) * (low_z[i] + reach * low_dz[i]);
+    }
+    const double part = ahead / sum;
+    const double most = find_step(mu * part * part * part, true);
+    const double size = step_part * most;
+    for (std::size_t k = 0; k < n_; ++k) dy[k] = (edge_row(k, step) + r_e[k]) / delta;
+
+    for (std::size_t i = 0; i < coordinates; ++i) {
+      x.d[i] += size * step.d[i];
+      up_s[i] = bound - x.d[i];
+      low_s[i] = bound + x.d[i];
+      up_z[i] += size * up_dz[i];
+      low_z[i] += size * low_dz[i];
+    }
+    for (std::size_t c = 0; c < components_; ++c) x.h[c] += size * step.h[c];
+    for (std::size_t k = 0; k < n_; ++k) y[k] += size * dy[k];
+    for (std::size_t r = 0; r < rows_; ++r) {
+      s[r] += size * ds[r];
+      z[r] += size * dz[r];
+    }
+  }
+
+  solution.moves.resize(n_);
+  for (std::size_t k = 0; k < n_; ++k) solution.moves[k] = {x.d[3 * k], x.d[3 * k + 1], x.d[3 * k + 2]};
+  solution.edge_lengths = x.h;
+  solution.edge_forces = y;
+  solution.kink_forces.assign(z.begin(), z.begin() + static_cast<std::ptrdiff_t>(kinks_));
+  solution.strut_forces.assign(z.begin() + static_cast<std::ptrdiff_t>(kinks_), z.end());
+  return solution;
+}
+
+}  // namespace
+
+Solution solve(const Program& program, double tolerance, int most_iterations) {
+  return Solver(program).run(tolerance, most_iterations);
+}
+
+}  // namespace vkm::ideal

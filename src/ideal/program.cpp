@@ -1,0 +1,66 @@
+#include "ideal/program.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vkm::ideal {
+
+namespace {
+
+/// Part of the bound by which a violated row is asked to improve. Kink rows, scaled, move by up to 2 / h^3 times more.
+constexpr double pace = 0.6;
+
+/// What a row with this excess (negative: violated) may ask of the step.
+double demand(double excess, double most) { return std::min(-excess, most); }
+
+}  // namespace
+
+double chord_target(double h, double radius) {
+  const double x = 0.5 * h / radius;
+  return 2.0 * h / std::sqrt(1.0 + x * x);
+}
+
+double kink_factor(double h) { return 2.0 / (h * h * h); }
+
+Program program_of(const Rope& rope, const Cycle& cycle, const std::vector<double>& edge_lengths,
+                   const std::vector<Contact>& near, const Demands& demands) {
+  const auto& p = rope.points;
+  Program program;
+  program.components = rope.components;
+  program.bound = demands.bound;
+  program.edges.reserve(rope.size());
+  for (Index k = 0; k < rope.size(); ++k) {
+    const Vec3 e = p[cycle.next[k]] - p[k];
+    const double l = norm(e);
+    program.edges.push_back({e / l, l});
+  }
+
+  // A corner that cannot reach its limit within the box needs no row.
+  for (Index k = 0; k < rope.size(); ++k) {
+    const double h = edge_lengths[cycle.component[k]];
+    const double factor = kink_factor(h);
+    const double x = 0.5 * h / demands.radius;
+    const double root = std::sqrt(1.0 + x * x);
+    const double slope = 2.0 / (root * root * root);  // derivative of the target
+    const Vec3 chord = p[cycle.next[k]] - p[cycle.previous[k]];
+    const double size = norm(chord);
+    const double excess = factor * (size - chord_target(h, demands.radius));
+    const double most = pace * demands.bound * std::max(1.0, 0.2 * 0.5 * factor);
+    // The row holds the change of h, so that the demand holds the present h.
+    program.kinks.push_back(
+        {k, (factor / size) * chord, factor * slope, excess, demand(excess, most) - factor * slope * h});
+  }
+
+  program.struts.reserve(near.size());
+  for (const Contact& contact : near) {
+    const auto [i, j, s, t, distance] = contact;
+    if (!(distance > 0.0)) continue;
+    const Vec3 w = (1.0 - s) * p[i] + s * p[cycle.next[i]] - (1.0 - t) * p[j] - t * p[cycle.next[j]];
+    program.struts.push_back(
+        {i, j, s, t, w / distance, distance - demands.distance,
+         demand(distance - demands.distance, pace * demands.bound)});
+  }
+  return program;
+}
+
+}  // namespace vkm::ideal

@@ -1,0 +1,71 @@
+#pragma once
+
+/// The quadratic program of one step: moves d_k of the vertices and one edge length h_c a component,
+///
+///     minimise  sum_c n_c h_c + 1/2 sum_k |(I - u_k u_k^T)(d_next - d_k)|^2 / l_k + rho / 2 |d|^2
+///     edges     u_k . (d_next - d_k) + l_k = h_c
+///     kinks     c_k . (d_next - d_previous) - slope h_c >= demand
+///     struts    w . ((1 - s) d_i + s d_next(i) - (1 - t) d_j - t d_next(j)) >= demand
+///     box       |d| <= bound in every coordinate
+///
+/// for a tube of radius 1. u_k is the direction of edge k and l_k its length. The kink row is MinRad >= R for an
+/// equilateral corner, |p_next - p_previous| >= 2 h / sqrt(1 + h^2 / 4 R^2), linearised and multiplied by 2 / h^3:
+/// then a unit of the row is a unit of squared curvature. A row that is violated asks for no more than a pace's
+/// improvement in one step, or the program would have no solution.
+
+#include <vector>
+
+#include "ideal/contacts.hpp"
+#include "ideal/rope.hpp"
+
+namespace vkm::ideal {
+
+struct Edge {
+  Vec3 direction;
+  double length;
+};
+
+struct Kink {
+  Index at;        ///< the vertex
+  Vec3 gradient;   ///< c_k, with the row's factor
+  double slope;    ///< coefficient of h, with the row's factor
+  double excess;   ///< over the limit before the step; negative where violated
+  double demand;
+};
+
+struct Strut {
+  Index i;
+  Index j;
+  double s;
+  double t;
+  Vec3 normal;    ///< w, from j to i
+  double excess;  ///< over the limit before the step; negative where violated
+  double demand;
+};
+
+struct Program {
+  std::vector<Component> components;
+  std::vector<Edge> edges;    ///< one a vertex
+  std::vector<Kink> kinks;
+  std::vector<Strut> struts;
+  double bound = 0.0;  ///< of the moves
+  double rho = 1e-3;
+};
+
+struct Demands {
+  double radius = 1.0;    ///< R, the least MinRad asked for
+  double distance = 2.0;  ///< of strangers
+  double bound = 0.1;
+  double gap = 3.14159;   ///< between strangers, along the curve
+};
+
+/// Target of a corner's chord |p_next - p_previous| at edge length h.
+double chord_target(double h, double radius);
+
+/// Factor of the kink rows.
+double kink_factor(double h);
+
+Program program_of(const Rope& rope, const Cycle& cycle, const std::vector<double>& edge_lengths,
+                   const std::vector<Contact>& near, const Demands& demands);
+
+}  // namespace vkm::ideal

@@ -1,0 +1,16 @@
+#pragma once
+
+/// Independent tasks on threads.
+
+#include <functional>
+
+#include "core/poll.hpp"
+
+namespace vkm::ideal {
+
+/// Runs task(0 .. count - 1, heartbeat) on so many threads, the calling one among them. The calling thread alone polls;
+/// where the poll or a task throws, the other tasks are told to end at their next tick, and the exception goes on.
+void run_tasks(std::size_t count, int threads, const Poll& poll,
+               const std::function<void(std::size_t, Heartbeat&)>& task);
+
+}  // namespace vkm::ideal

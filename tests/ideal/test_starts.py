@@ -1,0 +1,98 @@
+"""Start polygons: their knot types with chirality, their components, their gaps."""
+
+import numpy as np
+import pytest
+from vkmcore.ideal import starts
+from vkmcore.topology.bracket import jones
+from vkmcore.topology.diagram import DiagramError
+from vkmcore.topology.projection import diagram_of_curves
+
+TREFOIL_GRID = [(1, 3), (2, 4), (3, 5), (1, 4), (2, 5)]
+TREFOIL, FIGURE_EIGHT = "t + t^3 - t^4", "t^(-2) - t^(-1) + 1 - t + t^2"
+
+
+def type_of(start):
+    return str(jones(diagram_of_curves(start.components, directions=4)))
+
+
+def sampled_gap(components, per_edge=6):
+    """Least distance of sampled points at least pi d / 2 apart along their curve."""
+    samples, along, owner, totals = [], [], [], []
+    for number, points in enumerate(components):
+        step = np.roll(points, -1, axis=0) - points
+        t = np.arange(per_edge) / per_edge
+        samples.append((points[:, None] + t[None, :, None] * step[:, None]).reshape(-1, 3))
+        length = np.linalg.norm(step, axis=1)
+        along.append((np.cumsum(length) - length)[:, None] + t * length[:, None])
+        owner += [number] * samples[-1].shape[0]
+        totals += [length.sum()] * samples[-1].shape[0]
+    p, s, owner, totals = (
+        np.concatenate(samples),
+        np.concatenate([a.ravel() for a in along]),
+        *map(np.array, (owner, totals)),
+    )
+    distance = np.linalg.norm(p[:, None] - p[None], axis=2)
+    apart = np.abs(s[:, None] - s[None])
+    apart = np.minimum(apart, totals[:, None] - apart)
+    return distance[(owner[:, None] != owner) | (apart >= np.pi / 2 * distance + 1e-9)].min()
+
+
+def test_every_torus_translation_of_a_grid_is_the_same_knot():
+    every = list(starts.grid_polygons(TREFOIL_GRID))
+    assert len(every) == 25
+    assert {type_of(start) for start in every} == {TREFOIL}
+    assert len({start.components[0].tobytes() for start in every}) >= 5  # this grid has symmetries
+
+
+@pytest.mark.parametrize(
+    ("start", "polynomial"),
+    [
+        (starts.braid_polygon([1, 1, 1]), TREFOIL),
+        (starts.braid_polygon([-1, -1, -1]), "-t^(-4) + t^(-3) + t^(-1)"),
+        (starts.braid_polygon([1, -2, 1, -2]), FIGURE_EIGHT),
+        (starts.braid_polygon([1, 1]), "-t^(1/2) - t^(5/2)"),
+        (starts.braid_polygon([], strands=2), "-t^(-1/2) - t^(1/2)"),
+        (starts.torus_polygon(2, 3), TREFOIL),
+        (starts.torus_polygon(3, 2), TREFOIL),
+        (starts.torus_polygon(2, -3), "-t^(-4) + t^(-3) + t^(-1)"),
+        (starts.torus_polygon(3, 4), "t^3 + t^5 - t^8"),
+        (starts.torus_polygon(2, 3, lobes=3, amplitude=0.8, phase=0.3, vertical=0.4), TREFOIL),
+        (starts.torus_polygon(2, 2), "-t^(1/2) - t^(5/2)"),
+        (starts.twist_polygon(1), TREFOIL),
+        (starts.twist_polygon(2), FIGURE_EIGHT),
+        (starts.twist_polygon(3), "t - t^2 + 2 t^3 - t^4 + t^5 - t^6"),
+        (starts.twist_polygon(-3), "-t^(-6) + t^(-5) - t^(-4) + 2 t^(-3) - t^(-2) + t^(-1)"),
+        (starts.twist_polygon(3, lobes=2, amplitude=0.5, phase=1.0), "t - t^2 + 2 t^3 - t^4 + t^5 - t^6"),
+        (starts.diagram_polygon([[1, 5, 2, 4], [3, 1, 4, 6], [5, 3, 6, 2]]), TREFOIL),
+        (starts.diagram_polygon([[4, 1, 3, 2], [2, 3, 1, 4]]), "-t^(-5/2) - t^(-1/2)"),
+    ],
+    ids=lambda value: value.source if isinstance(value, starts.Start) else "",
+)
+def test_type_and_gap(start, polynomial):
+    assert type_of(start) == polynomial
+    assert start.gap > 0.65
+    assert 0.8 * sampled_gap(start.components) <= start.gap <= sampled_gap(start.components) + 1e-9
+
+
+def test_mirror_image_of_a_start():
+    start = starts.grid_polygon(TREFOIL_GRID).mirrored()
+    assert type_of(start) == "-t^(-4) + t^(-3) + t^(-1)"
+
+
+@pytest.mark.parametrize(
+    ("make", "error"),
+    [
+        (lambda: starts.grid_polygon([(1, 2), (1, 3), (2, 2)]), ValueError),
+        (lambda: starts.grid_polygon([(1, 1), (2, 2)]), ValueError),
+        (lambda: starts.grid_polygon([(1, 2, 3)]), ValueError),
+        (lambda: starts.braid_polygon([1, 0]), ValueError),
+        (lambda: starts.braid_polygon([2], strands=2), ValueError),
+        (lambda: starts.torus_polygon(2, 3, major=1.0, minor=1.2), ValueError),
+        (lambda: starts.torus_polygon(0, 3), ValueError),
+        (lambda: starts.twist_polygon(0), ValueError),
+        (lambda: starts.diagram_polygon([[1, 2, 3, 4]]), DiagramError),
+    ],
+)
+def test_refused(make, error):
+    with pytest.raises(error):
+        make()
