@@ -24,9 +24,11 @@ def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--seconds", type=float, default=60.0)
     parser.add_argument("--seed", default="1")
-    parser.add_argument("--build", type=Path, action="append", help="folder of an extension; the installed one without")
+    parser.add_argument("--build", type=Path, action="append", default=[], help="folder of an extension")
+    parser.add_argument("--installed", action="store_true", help="the installed one; so too without --build")
     options = parser.parse_args()
-    builds: list[Path | None] = list(options.build or [None])
+    builds: list[Path | None] = [None] if options.installed or not options.build else []
+    builds += options.build
     kernels = [
         Variant(f"{build or 'installed'}{flag}", build, (flag,) if flag else ())
         for build in builds
