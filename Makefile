@@ -1,5 +1,6 @@
 # make run     set up everything, print the masses of the trefoil and the figure-eight
 # make test    set up everything, run the tests
+# make test-long  run the tests that take minutes, too
 # make test-cpp  run the tests of the C++ library alone
 # make bench   time the kernels against NumPy and plain loops
 # make asan    run the tests under the address and undefined-behaviour sanitizers
@@ -17,13 +18,16 @@ ARGS ?=
 
 build_inputs := CMakeLists.txt pyproject.toml $(shell find cmake src resources python -type f -not -name '*.pyc')
 
-.PHONY: run test test-cpp bench asan assertions clang fuzz bits lint stubs docs clean
+.PHONY: run test test-long test-cpp bench asan assertions clang fuzz bits lint stubs docs clean
 
 run: .venv/installed
 	.venv/bin/vkmcore mass 3:1:1 4:1:1
 
 test: .venv/installed
 	$(PYTHON) -m pytest -q $(ARGS)
+
+test-long: .venv/installed
+	$(PYTHON) -m pytest -q -m "long or not long" $(ARGS)
 
 test-cpp: .venv/tools
 	.venv/bin/cmake --preset cpp -DCMAKE_MAKE_PROGRAM="$(CURDIR)/.venv/bin/ninja"
@@ -64,6 +68,7 @@ bits: .venv/installed
 lint: .venv/installed
 	.venv/bin/ruff check python tests tools bench examples docs
 	.venv/bin/ruff format --check python tests tools bench examples docs
+	$(PYTHON) tools/check_elementary.py src
 	find src bench tests/cpp -name '*.[ch]pp' | xargs .venv/bin/clang-format --dry-run -Werror
 	.venv/bin/cmake --preset dev -DPython_EXECUTABLE="$(CURDIR)/$(PYTHON)" -DCMAKE_MAKE_PROGRAM="$(CURDIR)/.venv/bin/ninja"
 	.venv/bin/cmake --build --preset dev -j 2

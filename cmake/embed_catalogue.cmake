@@ -34,7 +34,24 @@ set(ideal_files [==[${vkm_ideal_files}]==])
     DEPENDS ${vkm_knot_files} ${vkm_ideal_files} ${vkm_catalogue}/files.cmake ${CMAKE_CURRENT_LIST_FILE}
     COMMENT "Embedding the catalogue"
     VERBATIM)
-  target_sources(vkm PRIVATE ${vkm_catalogue}/embedded_catalogue.cpp)
+
+  # The place of every block, found by a tool that shares the search's walk.
+  set(vkm_index_list "")
+  foreach(path IN LISTS vkm_ideal_files)
+    file(RELATIVE_PATH key ${PROJECT_SOURCE_DIR}/resources ${path})
+    string(APPEND vkm_index_list "${key}\n${path}\n")
+  endforeach()
+  file(GENERATE OUTPUT ${vkm_catalogue}/index_list.txt CONTENT "${vkm_index_list}")
+  add_executable(vkm_index_catalogue ${PROJECT_SOURCE_DIR}/tools/index_catalogue.cpp)
+  target_include_directories(vkm_index_catalogue PRIVATE ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(vkm_index_catalogue PRIVATE vkm_compile_options)
+  add_custom_command(
+    OUTPUT ${vkm_catalogue}/embedded_block_index.cpp
+    COMMAND vkm_index_catalogue ${vkm_catalogue}/index_list.txt ${vkm_catalogue}/embedded_block_index.cpp
+    DEPENDS ${vkm_ideal_files} ${vkm_catalogue}/index_list.txt vkm_index_catalogue
+    COMMENT "Indexing the catalogue"
+    VERBATIM)
+  target_sources(vkm PRIVATE ${vkm_catalogue}/embedded_catalogue.cpp ${vkm_catalogue}/embedded_block_index.cpp)
   return()
 endif()
 

@@ -17,7 +17,7 @@ author = "the VKMcore authors"
 copyright = "MIT licence"
 version = release = vkmcore.__version__
 
-extensions = ["myst_parser", "mathematics", "reference", "snippets"]
+extensions = ["myst_parser", "gallery", "mathematics", "reference", "snippets"]
 exclude_patterns = ["extensions", "benchmarks.md"]  # the table is included by performance.md
 source_suffix = {".md": "markdown", ".rst": "restructuredtext"}
 myst_enable_extensions = ["dollarmath", "deflist"]

@@ -18,6 +18,7 @@ from vkmcore.errors import PlotError
 
 # A command NAME is the click command `NAME` of `vkmcore.commands.NAME`.
 COMMANDS = (
+    "catalogue",
     "compare",
     "describe",
     "info",

@@ -55,7 +55,7 @@ bool same_file(const struct stat& a, const struct stat& b) { return a.st_dev == 
 /// Gives a new file the owner, where that is allowed, and the mode of the old one. The mode comes last: a change of
 /// owner clears the bits that lend the owner's rights.
 void take_rights(int descriptor, const struct stat& old) {
-  struct stat fresh {};
+  struct stat fresh{};
   if (::fstat(descriptor, &fresh) != 0) return;
   const bool same_owner = fresh.st_uid == old.st_uid && fresh.st_gid == old.st_gid;
   if (!same_owner && ::fchown(descriptor, old.st_uid, old.st_gid) != 0 &&
@@ -81,8 +81,8 @@ OutputFile::OutputFile(const std::string& path, const Poll& poll) : poll_(poll) 
     return;
   }
   target_ = without_links(path).string();
-  struct stat named {};
-  struct stat old {};
+  struct stat named{};
+  struct stat old{};
   const bool exists = ::stat(path.c_str(), &named) == 0;
   // What the system calls a link need not lead to a path: /dev/stdout does not, where it is a pipe.
   const bool reached = exists && ::stat(target_.c_str(), &old) == 0 && same_file(old, named);
@@ -141,7 +141,7 @@ void OutputFile::flush() {
 
 /// Space for all of the text before any of the old content is overwritten.
 void OutputFile::reserve() {
-  struct stat old {};
+  struct stat old{};
   if (::fstat(descriptor_, &old) != 0) return note_failure();
   const auto size = static_cast<off_t>(pending_.size());
   if (size > old.st_size) {

@@ -52,8 +52,8 @@ class OutputFile {
   int error_ = 0;
 };
 
-/// Replaces a file by `text`. Throws std::runtime_error: `open_failure` and the path if it cannot be opened, a text with
-/// path and reason if it cannot be written; the old file is as it was then.
+/// Replaces a file by `text`. Throws std::runtime_error: `open_failure` and the path if it cannot be opened, a text
+/// with path and reason if it cannot be written; the old file is as it was then.
 void write_file(const std::string& path, std::string_view text, const char* open_failure, const Poll& poll = {});
 
 /// Commits, or throws std::runtime_error "cannot write <path>: <reason>".

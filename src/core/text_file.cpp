@@ -24,7 +24,7 @@ class InputFile {
     while ((descriptor_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | flags)) < 0 && errno == EINTR) {
       if (poll) poll();
     }
-    struct stat status {};
+    struct stat status{};
     if (descriptor_ >= 0 && ::fstat(descriptor_, &status) == 0 && S_ISDIR(status.st_mode)) close();
   }
   ~InputFile() { close(); }

@@ -25,9 +25,15 @@
 ///   tried when the kernels are chosen.
 /// All hold while nothing overflows or gets subnormal: `moderate` asks that of the data beforehand.
 
+///
+/// Hand-written kernels stand in files of their own, named *_wide, which hold nothing where VKM_HAS_WIDE is 0. Plain
+/// code sees the declarations of those files only, and keeps its own loop for when they decline.
+
 #include <cmath>
+#include <cstddef>
 #include <span>
 
+#include "core/lane_view.hpp"
 #include "core/vec3.hpp"
 
 #if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && defined(__gnu_linux__)
@@ -81,6 +87,39 @@ VKM_WIDE_INLINE void store_wide(double* to, Wide values) { _mm512_storeu_pd(to, 
 /// x y + z and z - x y, rounded once.
 VKM_WIDE_INLINE Wide multiply_add(Wide x, Wide y, Wide z) { return _mm512_fmadd_pd(x, y, z); }
 VKM_WIDE_INLINE Wide subtract_product(Wide x, Wide y, Wide z) { return _mm512_fnmadd_pd(x, y, z); }
+
+/// Eight points or vectors, coordinate by coordinate. Products are summed x first, as in vec3.hpp.
+struct WideVec3 {
+  Wide x, y, z;
+};
+
+VKM_WIDE_INLINE WideVec3 wide(const Vec3& a) { return {wide(a[0]), wide(a[1]), wide(a[2])}; }
+VKM_WIDE_INLINE WideVec3 operator-(const WideVec3& a, const WideVec3& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
+VKM_WIDE_INLINE WideVec3 operator*(const WideVec3& a, Wide k) { return {a.x * k, a.y * k, a.z * k}; }
+VKM_WIDE_INLINE Wide dot(const WideVec3& a, const WideVec3& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+
+VKM_WIDE_INLINE WideVec3 cross(const WideVec3& a, const WideVec3& b) {
+  return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+VKM_WIDE_INLINE void operator+=(WideVec3& sum, const WideVec3& term) {
+  sum.x += term.x;
+  sum.y += term.y;
+  sum.z += term.z;
+}
+
+/// The eight points of a view that begin at `first`, and eight times the same one.
+VKM_WIDE_INLINE WideVec3 load_wide(const LaneView& from, std::size_t first) {
+  return {load_wide(from.x + first), load_wide(from.y + first), load_wide(from.z + first)};
+}
+VKM_WIDE_INLINE WideVec3 spread_wide(const LaneView& from, std::size_t index) {
+  return {wide(from.x[index]), wide(from.y[index]), wide(from.z[index])};
+}
+VKM_WIDE_INLINE void store_wide(const LaneSpace& to, std::size_t first, const WideVec3& values) {
+  store_wide(to.x + first, values.x);
+  store_wide(to.y + first, values.y);
+  store_wide(to.z + first, values.z);
+}
 
 /// 1 / b from an approximation with a relative error below 2^-27.9.
 VKM_WIDE_INLINE Wide reciprocal(Wide b, Wide y) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "core/finite.hpp"
 #include "evidence/quiet_nan.hpp"
 
@@ -10,7 +11,7 @@ namespace vkm {
 
 double ActionPhaseAPI::mass_shell_hamiltonian(double p, double E0, double c) {
   if (!all_finite({p, E0, c}) || !(E0 > 0.0) || !(c > 0.0)) return quiet_nan;
-  return std::hypot(p * c, E0);
+  return vkm::hypot(p * c, E0);
 }
 
 double ActionPhaseAPI::velocity_from_mass_shell(double p, double E0, double c) {

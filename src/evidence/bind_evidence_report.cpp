@@ -26,8 +26,7 @@ void bind_evidence_report(py::module_& m) {
   def_text(result, "message", &CheckResult::message, "Any text.");
 
   using Meta = EvidenceReportMeta;
-  auto meta =
-      bound_class<Meta>(m, "EvidenceReportMeta", "Where a report was made; all texts, all empty at first.");
+  auto meta = bound_class<Meta>(m, "EvidenceReportMeta", "Where a report was made; all texts, all empty at first.");
   meta.def(py::init<>());
   def_text(meta, "vkmcore_version", &Meta::vkmcore_version, "Library version; its own is written where empty.");
   def_text(meta, "canon_version", &Meta::canon_version, "Version of the canon; the library's where empty.");

@@ -8,6 +8,7 @@
 
 #include "core/finite.hpp"
 #include "evidence/points_hash.hpp"
+#include "tube/tube_analysis.hpp"
 
 namespace vkm {
 
@@ -19,7 +20,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 std::optional<ResolvedTubeMetrics> certified_tube_metrics(std::span<const Vec3> points, const Poll& poll) {
   try {
-    return ResolvedTubeGeometry::analyze(points, 2, 0.001, 0.001, poll);
+    return analyze_tube(points, {2, 0.001, 0.001}, poll);
   } catch (const std::logic_error&) {
   } catch (const std::runtime_error&) {
   } catch (const std::bad_alloc&) {

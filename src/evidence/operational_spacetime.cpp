@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "core/finite.hpp"
 #include "evidence/quiet_nan.hpp"
 
@@ -57,7 +58,7 @@ LorentzMapResult OperationalSpacetimeAPI::lorentz_boost(const Event& event, cons
   result.gamma = gamma;
   const double before = interval2(t, x, c);
   result.invariant_residual =
-      std::fabs(interval2(boosted_t, boosted, c) - before) / (std::max(std::pow(c, 4.0), std::fabs(before)) + 1e-300);
+      std::fabs(interval2(boosted_t, boosted, c) - before) / (std::max(vkm::pow(c, 4.0), std::fabs(before)) + 1e-300);
   return result;
 }
 

@@ -1,9 +1,11 @@
 #include "evidence/qss_spectroscopy.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "evidence/quiet_nan.hpp"
 
@@ -41,9 +43,9 @@ QSSSpectrumResult QSSSpectroscopyAPI::eigen_2x2(std::span<const double> m) {
   const auto residual = [t, det](const std::complex<double>& z) {
     const double x = z.real();
     const double y = z.imag();
-    return std::hypot(x * x - y * y - x * t + det, 2.0 * x * y - y * t);
+    return vkm::hypot(x * x - y * y - x * t + det, 2.0 * x * y - y * t);
   };
-  const auto modulus = [](const std::complex<double>& z) { return std::hypot(z.real(), z.imag()); };
+  const auto modulus = [](const std::complex<double>& z) { return vkm::hypot(z.real(), z.imag()); };
   const auto& z = result.eigenvalues;
   result.eigen_residual = std::max(residual(z[0]), residual(z[1]));
   const double low = std::min(modulus(z[0]), modulus(z[1]));
@@ -71,15 +73,25 @@ QSSPseudospectrumResult QSSSpectroscopyAPI::pseudospectrum_diag_2x2(double a00, 
   result.samples.reserve(count);
 
   Heartbeat heartbeat(poll);
+  constexpr std::size_t block = 256;
+  std::array<double, block> y, gap0, gap1, distance0, distance1;
   for (std::int64_t i = 0; i < n_real; ++i) {
     const double x = grid_value(i, n_real, real_min, real_max);
-    for (std::int64_t j = 0; j < n_imag; ++j) {
-      if ((result.samples.size() & 1023) == 0) heartbeat.tick();
-      const double y = grid_value(j, n_imag, imag_min, imag_max);
-      const double distance = std::min(std::hypot(x - a00, y), std::hypot(x - a11, y));
-      const double norm = 1.0 / std::max(1e-30, distance);
-      result.samples.push_back({x, y, norm});
-      if (norm > result.max_resolvent_norm) result.max_resolvent_norm = norm;
+    gap0.fill(x - a00);
+    gap1.fill(x - a11);
+    for (std::int64_t first = 0; first < n_imag; first += block) {
+      const auto used = static_cast<std::size_t>(std::min<std::int64_t>(block, n_imag - first));
+      for (std::size_t k = 0; k < used; ++k) {
+        y[k] = grid_value(first + static_cast<std::int64_t>(k), n_imag, imag_min, imag_max);
+      }
+      vkm::hypot({gap0.data(), used}, {y.data(), used}, distance0);
+      vkm::hypot({gap1.data(), used}, {y.data(), used}, distance1);
+      for (std::size_t k = 0; k < used; ++k) {
+        const double norm = 1.0 / std::max(1e-30, std::min(distance0[k], distance1[k]));
+        result.samples.push_back({x, y[k], norm});
+        if (norm > result.max_resolvent_norm) result.max_resolvent_norm = norm;
+      }
+      heartbeat.tick();
     }
   }
   return result;

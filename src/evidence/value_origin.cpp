@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/elementary.hpp"
 #include "evidence/quiet_nan.hpp"
 #include "mass/canonical_constants.hpp"
 #include "mass/stored_constants.hpp"
@@ -67,7 +68,7 @@ double ValueOriginAPI::bare_mass_from_dimensionless_length(double L_tot, double 
 
 double ValueOriginAPI::rho_f_two_sigfig(double rho_f) {
   if (!is_positive_and_finite(rho_f)) return quiet_nan;
-  const double p = std::pow(10.0, std::floor(std::log10(rho_f)) - 1.0);
+  const double p = vkm::pow(10.0, std::floor(vkm::log10(rho_f)) - 1.0);
   return std::round(rho_f / p) * p;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "core/numbers.hpp"
 #include "formulas/guards.hpp"
 
@@ -24,7 +25,7 @@ double AtomicBridgeModel::rydberg_energy(double hbar, double reduced_mass, doubl
 
 double AtomicBridgeModel::lambda_vkm(double rho_core, double v_swirl, double r_c) {
   reject_if(0.0 >= rho_core || 0.0 >= v_swirl || 0.0 >= r_c, "rho_core, v_swirl, and r_c must be positive.");
-  return std::pow(r_c, 4.0) * (rho_core * four_pi * v_swirl * v_swirl);
+  return vkm::pow(r_c, 4.0) * (rho_core * four_pi * v_swirl * v_swirl);
 }
 
 double AtomicBridgeModel::soft_core_potential(double r, double Lambda, double r_c) {
@@ -34,7 +35,7 @@ double AtomicBridgeModel::soft_core_potential(double r, double Lambda, double r_
 
 double AtomicBridgeModel::soft_core_force(double r, double Lambda, double r_c) {
   reject_if(0.0 >= r_c, "r_c must be positive.");
-  return -Lambda * r / std::pow(r * r + r_c * r_c, 1.5);
+  return -Lambda * r / vkm::pow(r * r + r_c * r_c, 1.5);
 }
 
 double AtomicBridgeModel::clock_branch_factor(double sigma, double eta0, double gamma) {
@@ -79,8 +80,8 @@ double AtomicBridgeModel::helical_packet_gamma(double r, double phi, double z, d
   reject_if(0.0 >= w_r || 0.0 >= w_z, "w_r and w_z must be positive.");
   const double along = z - t * v;
   const double envelope =
-      std::exp(-(r * r) / (2.0 * w_r * w_r)) * A_gamma * std::exp(-(along * along) / (2.0 * w_z * w_z));
-  return std::cos(m * phi + z * k - t * omega) * envelope;
+      vkm::exp(-(r * r) / (2.0 * w_r * w_r)) * A_gamma * vkm::exp(-(along * along) / (2.0 * w_z * w_z));
+  return vkm::cos(m * phi + z * k - t * omega) * envelope;
 }
 
 }  // namespace vkm

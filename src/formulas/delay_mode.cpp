@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "core/numbers.hpp"
 #include "formulas/guards.hpp"
 
@@ -24,11 +25,11 @@ double DelayModeSelector::discrete_mode_frequency(std::int32_t n, double tau) {
 }
 
 double DelayModeSelector::phase_lock_residual(double Omega, double omega0, double kappa, double tau) {
-  return std::sin(Omega * tau) * kappa + (Omega - omega0);
+  return vkm::sin(Omega * tau) * kappa + (Omega - omega0);
 }
 
 double DelayModeSelector::phase_lock_stability_slope(double Omega, double kappa, double tau) {
-  return std::cos(Omega * tau) * (kappa * tau);
+  return vkm::cos(Omega * tau) * (kappa * tau);
 }
 
 DelayModeResult DelayModeSelector::solve_phase_locked_frequency(double omega0, double kappa, double tau,

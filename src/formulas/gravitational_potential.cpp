@@ -4,10 +4,11 @@
 #include <cmath>
 #include <cstdint>
 
+#include "core/elementary.hpp"
+#include "core/elementary/exponential.hpp"
 #include "core/finite.hpp"
-#include "core/kernel.hpp"
-#include "core/lanes.hpp"
 #include "core/numbers.hpp"
+#include "core/pair_sums.hpp"
 #include "core/time_dilation.hpp"
 #include "formulas/guards.hpp"
 
@@ -20,52 +21,36 @@ constexpr double vanished_exponent = 746.0;
 
 /// The samples that one block of targets reads, lane k being sample `first` + k.
 struct Targets {
-  const double* x;
-  const double* y;
-  const double* z;
+  LaneView at;
   std::size_t first;
 };
 
-/// Adds the terms of the sources [begin, end) to the targets' sums. A source that is itself in the block (`Own`) leaves
-/// its own lane's sum as it is.
-template <bool Own>
-VKM_INLINE void add_direct(const Vec3* positions, const Vec3* vorticity, std::size_t begin, std::size_t end,
-                           const double* x, const double* y, const double* z, std::size_t first, double epsilon2,
-                           double* sum) {
-  for (std::size_t j = begin; j < end; ++j) {
-    const double px = positions[j][0], py = positions[j][1], pz = positions[j][2];
-    const double wx = vorticity[j][0], wy = vorticity[j][1], wz = vorticity[j][2];
-    const double kept = Own ? sum[j - first] : 0.0;
-    for (std::size_t k = 0; k < lane_block; ++k) {
-      const double dx = x[k] - px;
-      const double dy = y[k] - py;
-      const double dz = z[k] - pz;
-      const double s = dx * dx + dy * dy + dz * dz + epsilon2;
-      sum[k] += (dx * wx + dy * wy + dz * wz) / (s * std::sqrt(s));
-    }
-    if constexpr (Own) sum[j - first] = kept;
-  }
-}
-
-VKM_KERNEL void direct_block(const Vec3* positions, const Vec3* vorticity, std::size_t count, const Targets& targets,
-                             double epsilon2, double* potential) {
-  const double *x = targets.x, *y = targets.y, *z = targets.z;
+/// The sums of a block of targets. A target is no source of its own.
+VKM_KERNEL void direct_block(const PointSources& samples, std::size_t count, const Targets& targets, double epsilon2,
+                             double* potential) {
   const std::size_t first = targets.first;
   const std::size_t last = std::min(first + lane_block, count);
+  const auto term = [epsilon2](const LaneVec3& w, const LaneVec3& d, auto...) VKM_TERM {
+    const double s = dot(d, d) + epsilon2;
+    return dot(d, w) / (s * std::sqrt(s));
+  };
+  const auto other_term = [&](const LaneVec3& w, const LaneVec3& d, std::size_t j, std::size_t k) VKM_TERM {
+    return j - first == k ? -0.0 : term(w, d);  // -0.0 changes no sum
+  };
   double sum[lane_block] = {};
-  add_direct<false>(positions, vorticity, 0, first, x, y, z, first, epsilon2, sum);
-  add_direct<true>(positions, vorticity, first, last, x, y, z, first, epsilon2, sum);
-  add_direct<false>(positions, vorticity, last, count, x, y, z, first, epsilon2, sum);
+  add_sources(samples, 0, first, targets.at, sum, term);
+  add_sources(samples, first, last, targets.at, sum, other_term);
+  add_sources(samples, last, count, targets.at, sum, term);
   for (std::size_t k = 0; k < lane_block; ++k) potential[k] = -inv_four_pi * sum[k];
 }
 
 /// Exponents |p_i - p_j|^2 / width of one source against a block of targets; returns whether any of them counts.
-VKM_INLINE bool exponents(const Vec3& p, const double* x, const double* y, const double* z, double width, double* q) {
+VKM_INLINE bool exponents(const Vec3& p, const LaneView& at, double width, double* q) {
   std::uint64_t counts = 0;
   for (std::size_t k = 0; k < lane_block; ++k) {
-    const double dx = x[k] - p[0];
-    const double dy = y[k] - p[1];
-    const double dz = z[k] - p[2];
+    const double dx = at.x[k] - p[0];
+    const double dy = at.y[k] - p[1];
+    const double dz = at.z[k] - p[2];
     q[k] = (dx * dx + dy * dy + dz * dz) / width;
     counts |= q[k] > vanished_exponent ? 0U : 1U;
   }
@@ -81,10 +66,12 @@ VKM_KERNEL void gradient_block(const Vec3* positions, const Vec3* vorticity, std
   double sum_z[lane_block] = {};
   double q[lane_block];
   for (std::size_t j = 0; j < count; ++j) {
-    if (!exponents(positions[j], targets.x, targets.y, targets.z, width, q) && finite) continue;
+    if (!exponents(positions[j], targets.at, width, q) && finite) continue;
+    double factor[lane_block];
+    for (std::size_t k = 0; k < lane_block; ++k) factor[k] = elementary::try_exp(-q[k]);
     for (std::size_t k = 0; k < lane_block; ++k) {
       if (targets.first + k == j || (finite && q[k] > vanished_exponent)) continue;
-      const double g = std::exp(-q[k]);
+      const double g = std::isnan(factor[k]) ? vkm::exp(-q[k]) : factor[k];
       sum_x[k] += g * vorticity[j][0];
       sum_y[k] += g * vorticity[j][1];
       sum_z[k] += g * vorticity[j][2];
@@ -103,7 +90,7 @@ std::vector<double> potential_by_blocks(std::span<const Vec3> positions, const P
   Heartbeat heartbeat(poll);
   for (std::size_t b = 0; b < lanes.blocks(); ++b) {
     const std::size_t at = b * lane_block;
-    block(Targets{lanes.axis(0) + at, lanes.axis(1) + at, lanes.axis(2) + at, at}, potential.data() + at);
+    block(Targets{view(lanes, at), at}, potential.data() + at);
     heartbeat.tick();
   }
   potential.resize(positions.size());
@@ -117,7 +104,7 @@ std::vector<double> gravitational_potential_direct(std::span<const Vec3> positio
   reject_if(positions.size() != vorticity.size(), "positions and vorticity must have the same length.");
   const double epsilon2 = epsilon * epsilon;
   return potential_by_blocks(positions, poll, [&](const Targets& targets, double* potential) {
-    direct_block(positions.data(), vorticity.data(), positions.size(), targets, epsilon2, potential);
+    direct_block({positions.data(), vorticity.data()}, positions.size(), targets, epsilon2, potential);
   });
 }
 

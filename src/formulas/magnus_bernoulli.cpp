@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "core/elementary.hpp"
+
 namespace vkm {
 
 namespace {
@@ -23,7 +25,7 @@ Vec3 MagnusBernoulliIntegrator::compute_swirl_coulomb_accel(const Vec3& eval_pos
   const double r = norm(R);
   const double exponent = -2.0 * r / r_c_;
   if (r < least_length || exponent < vanished_exponent) return {};
-  return (R / r) * std::exp(exponent) * (-(v_swirl_ * v_swirl_) / r);
+  return (R / r) * vkm::exp(exponent) * (-(v_swirl_ * v_swirl_) / r);
 }
 
 }  // namespace vkm

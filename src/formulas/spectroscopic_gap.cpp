@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "formulas/guards.hpp"
 
 namespace vkm {
@@ -21,7 +22,7 @@ double SpectroscopicGap::ev_to_joule(double E_ev) { return E_ev * joule_per_ev; 
 
 double SpectroscopicGap::boltzmann_suppression(double gap_joule, double temperature_K, double k_B) {
   reject_if(0.0 >= temperature_K || 0.0 >= k_B, "temperature_K and k_B must be positive.");
-  return std::exp(-gap_joule / (temperature_K * k_B));
+  return vkm::exp(-gap_joule / (temperature_K * k_B));
 }
 
 bool SpectroscopicGap::is_decoupled_from_atomic_transition(double transition_ev, double gap_ev, double safety_factor) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "formulas/guards.hpp"
 
 namespace vkm {
@@ -28,7 +29,7 @@ std::vector<double> VKMGravity::compute_beltrami_shear(std::span<const Vec3> B_f
 std::vector<double> VKMGravity::compute_gravity_dilation(std::span<const Vec3> B_field, double omega_drive,
                                                          double B_saturation) {
   reject_if(0.0 >= B_saturation, "B_saturation must be positive.");
-  const double L = omega_drive > 0.0 ? std::log10(omega_drive) : 0.0;
+  const double L = omega_drive > 0.0 ? vkm::log10(omega_drive) : 0.0;
   return map(B_field, [=](const Vec3& B) { return std::clamp(1.0 - (norm(B) / B_saturation) * L, 0.0, 1.0); });
 }
 
@@ -52,10 +53,12 @@ std::vector<double> VKMGravity::compute_swirl_coulomb_potential(std::span<const 
 
 std::vector<double> VKMGravity::compute_swirl_coulomb_force(std::span<const double> radii, double Lambda, double r_c) {
   reject_if(0.0 >= r_c, "r_c must be positive.");
-  return map(radii, [=](double r) {
-    const double denominator = std::pow(r * r + r_c * r_c, 1.5);
-    return 0.0 >= denominator ? 0.0 : -Lambda * r / denominator;
-  });
+  std::vector<double> denominators = map(radii, [=](double r) { return r * r + r_c * r_c; });
+  vkm::pow(denominators, 1.5, denominators);
+  std::vector<double> force(radii.size());
+  std::transform(radii.begin(), radii.end(), denominators.begin(), force.begin(),
+                 [=](double r, double denominator) { return 0.0 >= denominator ? 0.0 : -Lambda * r / denominator; });
+  return force;
 }
 
 std::vector<double> VKMGravity::compute_swirl_energy_density(std::span<const Vec3> v_field, double rho_f) {
@@ -64,7 +67,7 @@ std::vector<double> VKMGravity::compute_swirl_energy_density(std::span<const Vec
 
 double VKMGravity::compute_G_swirl(double v_swirl, double t_p, double F_max, double r_c, double c) {
   reject_if(0.0 >= F_max || 0.0 >= r_c, "F_max and r_c must be positive.");
-  return std::pow(c, 5.0) * v_swirl * (t_p * t_p) / ((F_max + F_max) * r_c * r_c);
+  return vkm::pow(c, 5.0) * v_swirl * (t_p * t_p) / ((F_max + F_max) * r_c * r_c);
 }
 
 }  // namespace vkm

@@ -45,7 +45,7 @@ Raises RuntimeError if the resource or the block does not exist.)");
   m.def(
       "find_ideal_ab_block_by_id",
       [](const std::string& ab_id) { return find_ideal_ab_block_by_id(ab_id, python_poll()); }, py::arg("ab_id"),
-        R"(Find <AB Id="..."> block XML in embedded/disk ideal*.txt (never knotplot). Returns empty string if not found.
+      R"(Find <AB Id="..."> block XML in embedded/disk ideal*.txt (never knotplot). Returns empty string if not found.
 
 Sources, in order: the embedded databases; ideal*.txt under VKM_RESOURCE_DIR, beside VKM_KNOT_DATA_DIR and in the usual
 places; VKM_IDEAL_DATABASE; ideal_database.txt; VKM_IDEAL_TXT.)");
@@ -55,7 +55,7 @@ places; VKM_IDEAL_DATABASE; ideal_database.txt; VKM_IDEAL_TXT.)");
         return find_ideal_block_by_id(block_id, tag, python_poll());
       },
       py::arg("block_id"), py::arg("tag") = "",
-        R"(Find <AB>, <HT>, or <TL> block XML by Id in ideal*.txt sources. Empty tag tries AB, HT, TL in order.
+      R"(Find <AB>, <HT>, or <TL> block XML by Id in ideal*.txt sources. Empty tag tries AB, HT, TL in order.
 
 Returns an empty string if not found.)");
 }

@@ -78,9 +78,7 @@ A blank line ends a block; a line that begins with % ends it and is the header o
 The first of equals; -1 for an empty list.)");
   m.def(
       "evaluate_fourier_block",
-      [](FourierBlock block, const std::vector<double>& s) {
-        return evaluate_fourier_block(block, s, python_poll());
-      },
+      [](FourierBlock block, const std::vector<double>& s) { return evaluate_fourier_block(block, s, python_poll()); },
       py::arg("block"), py::arg("s"), R"(Evaluate r(s) for the given Fourier block.
 
 s in radians. Returns one [x, y, z] per entry of s.

@@ -31,13 +31,13 @@ void register_parsers(py::module_& m) {
   m.def(
       "parse_ideal_txt_multi", [](const std::string& path) { return parse_ideal_txt_multi(path, python_poll()); },
       py::arg("path"),
-        R"(Parse an ideal.txt-style file into IdealABBlock entries.
+      R"(Parse an ideal.txt-style file into IdealABBlock entries.
 
 Only AB blocks. Raises RuntimeError if the file cannot be opened.)");
   m.def(
       "parse_ideal_txt_from_string",
       [](std::string_view content) { return parse_ideal_txt_from_string(content, python_poll()); }, py::arg("content"),
-        R"(Parse ideal.txt-style content string into IdealABBlock entries.
+      R"(Parse ideal.txt-style content string into IdealABBlock entries.
 
 Only AB blocks. Attributes and rows that do not parse fall back or are skipped; an I too large for an int raises
 IndexError.)");
@@ -45,7 +45,7 @@ IndexError.)");
       "parse_ideal_halvard_from_string",
       [](std::string_view content) { return parse_ideal_halvard_from_string(content, python_poll()); },
       py::arg("content"),
-        R"(Parse Halvard ideal*.txt content (AB, HT, TL) into IdealABBlock entries.
+      R"(Parse Halvard ideal*.txt content (AB, HT, TL) into IdealABBlock entries.
 
 All AB blocks come first, then the HT, then the TL blocks.)");
   m.def(
@@ -54,7 +54,7 @@ All AB blocks come first, then the HT, then the TL blocks.)");
         return parse_ideal_ab_by_id_from_string(content, ab_id, python_poll());
       },
       py::arg("content"), py::arg("ab_id"),
-        R"(Parse a single AB block by Id from ideal.txt-style content string.
+      R"(Parse a single AB block by Id from ideal.txt-style content string.
 
 Raises RuntimeError if there is none.)");
   m.def(

@@ -1,6 +1,7 @@
 #include "knot/polygon_measures.hpp"
 #include "knot/workbench.hpp"
 #include "module/binders.hpp"
+#include "tube/edge_lengths.hpp"
 
 namespace vkm {
 
@@ -120,7 +121,7 @@ void register_measures(py::module_& m) {
   m.def(
       "curve_length_from_fseries",
       [](const std::string& path, int nsamples) {
-        return ResolvedTubeGeometry::length(sample_curve_centered(path, nsamples, python_poll()));
+        return polygon_length(sample_curve_centered(path, nsamples, python_poll()));
       },
       py::arg("path"), py::arg("nsamples") = 2048, "Length of the closed polygon of the samples.");
   m.def(

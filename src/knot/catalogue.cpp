@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "knot/block_index.hpp"
+
 namespace vkm {
 
 const EmbeddedText* find_embedded(std::span<const EmbeddedText> table, std::string_view key) {
@@ -23,21 +25,23 @@ FourierBlock load_embedded_knot_block(const std::string& knot_id) {
   return std::move(blocks[static_cast<std::size_t>(largest)]);
 }
 
-std::string_view load_embedded_ideal_text(const std::string& name) {
+const EmbeddedText& embedded_ideal_entry(const std::string& name) {
   const auto table = embedded_ideal_files();
-  if (const EmbeddedText* entry = find_embedded(table, name)) return entry->text;
+  if (const EmbeddedText* entry = find_embedded(table, name)) return *entry;
   for (const EmbeddedText& entry : table) {
-    if (base_name(entry.key) == name) return entry.text;
+    if (base_name(entry.key) == name) return entry;
   }
   throw std::runtime_error("Embedded ideal text not found: " + name);
 }
+
+std::string_view load_embedded_ideal_text(const std::string& name) { return embedded_ideal_entry(name).text; }
 
 std::vector<IdealABBlock> parse_embedded_ideal_txt(const std::string& name) {
   return parse_ideal_txt_from_string(load_embedded_ideal_text(name));
 }
 
 IdealABBlock parse_embedded_ideal_ab_by_id(const std::string& ab_id, const std::string& name) {
-  return parse_ideal_ab_by_id_from_string(load_embedded_ideal_text(name), ab_id);
+  return parse_only_ideal_ab(find_embedded_block(embedded_ideal_entry(name), ab_id, "AB"), ab_id);
 }
 
 }  // namespace vkm

@@ -35,7 +35,10 @@ std::string_view base_name(std::string_view path);
 /// The largest block of an embedded knot; std::runtime_error if the key is unknown or its text holds no block.
 FourierBlock load_embedded_knot_block(const std::string& knot_id);
 
-/// An embedded ideal text by key or else, first in key order, by base name; std::runtime_error if there is none.
+/// The entry of an embedded ideal text by key or else, first in key order, by base name; std::runtime_error if none.
+const EmbeddedText& embedded_ideal_entry(const std::string& name);
+
+/// The text of that entry.
 std::string_view load_embedded_ideal_text(const std::string& name);
 
 /// The AB blocks of an embedded ideal text.

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
 #include "filament/topology/topology_measures.hpp"
@@ -63,7 +64,7 @@ std::vector<double> curvature_exact(const FourierBlock& block, std::span<const d
   Heartbeat heartbeat(poll);
   for (const double parameter : s) {
     const Derivatives at = evaluate_with_derivatives(block, parameter);
-    kappa.push_back(norm(cross(at[1], at[2])) / std::pow(std::max(eps, norm(at[1])), 3.0));
+    kappa.push_back(norm(cross(at[1], at[2])) / vkm::pow(std::max(eps, norm(at[1])), 3.0));
     heartbeat.tick();
   }
   return kappa;

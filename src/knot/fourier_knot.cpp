@@ -1,7 +1,6 @@
 #include "knot/fourier_knot.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <stdexcept>
 #include <string_view>
 
@@ -9,6 +8,7 @@
 #include "core/numbers.hpp"
 #include "core/text_file.hpp"
 #include "core/text_numbers.hpp"
+#include "knot/harmonics.hpp"
 
 namespace vkm {
 
@@ -67,19 +67,22 @@ void FourierKnot::reconstruct(std::size_t count, const Poll& poll) {
   curve.reserve(count);
   const double step = two_pi / static_cast<double>(count);
   Heartbeat heartbeat(poll);
-  for (std::size_t k = 0; k < count; ++k) {
-    Vec3 r{};
+  HarmonicColumn angles{};
+  HarmonicTurns turns;
+  for (std::size_t first = 0; first < count; first += harmonic_block) {
+    const std::size_t used = std::min(harmonic_block, count - first);
+    HarmonicPoints r;
     for (std::size_t i = 0; i < n; ++i) {
       // In this order of products, which is not the i + 1 times s_k of evaluate_fourier_block in its last bits.
-      const double angle = static_cast<double>(i + 1) * static_cast<double>(k) * step;
-      const double c = std::cos(angle);
-      const double d = std::sin(angle);
-      r[0] += block.a_x[i] * c + block.b_x[i] * d;
-      r[1] += block.a_y[i] * c + block.b_y[i] * d;
-      r[2] += block.a_z[i] * c + block.b_z[i] * d;
+      for (std::size_t k = 0; k < used; ++k) {
+        angles[k] = static_cast<double>(i + 1) * static_cast<double>(first + k) * step;
+      }
+      turns.turn(angles, used);
+      add_harmonic(r, turns, used, {block.a_x[i], block.a_y[i], block.a_z[i]},
+                   {block.b_x[i], block.b_y[i], block.b_z[i]});
+      heartbeat.tick();
     }
-    curve.push_back(r);
-    heartbeat.tick();
+    for (std::size_t k = 0; k < used; ++k) curve.push_back(r[k]);
   }
   points = std::move(curve);
 }

@@ -4,9 +4,11 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "core/text_file.hpp"
 #include "core/text_numbers.hpp"
+#include "knot/harmonics.hpp"
 
 namespace vkm {
 
@@ -105,18 +107,22 @@ std::vector<Vec3> evaluate_fourier_block(const FourierBlock& block, std::span<co
   std::vector<Vec3> points;
   points.reserve(s.size());
   Heartbeat heartbeat(poll);
-  for (const double parameter : s) {
-    Vec3 r{};
+  HarmonicColumn angles{};
+  HarmonicTurns turns;
+  for (std::size_t first = 0; first < s.size(); first += harmonic_block) {
+    const std::size_t count = std::min(harmonic_block, s.size() - first);
+    HarmonicPoints r;
     for (const Row& row : rows) {
-      const double c = std::cos(row.harmonic * parameter);
-      const double d = std::sin(row.harmonic * parameter);
-      for (std::size_t axis = 0; axis < 3; ++axis) r[axis] += row.a[axis] * c + row.b[axis] * d;
+      for (std::size_t k = 0; k < count; ++k) angles[k] = row.harmonic * s[first + k];
+      turns.turn(angles, count);
+      add_harmonic(r, turns, count, row.a, row.b);
+      heartbeat.tick();
     }
-    // A row of zeros adds nothing, but for an angle without sine and cosine, whose product with 0 is no number.
-    if (dropped && !std::isfinite(n * parameter)) {
-      for (double& coordinate : r) coordinate = std::nan("");
+    for (std::size_t k = 0; k < count; ++k) {
+      // A row of zeros adds nothing, but for an angle without sine and cosine, whose product with 0 is no number.
+      const bool lost = dropped && !std::isfinite(n * s[first + k]);
+      points.push_back(lost ? Vec3{std::nan(""), std::nan(""), std::nan("")} : r[k]);
     }
-    points.push_back(r);
     heartbeat.tick();
   }
   return points;
@@ -129,10 +135,18 @@ std::array<Vec3, 4> evaluate_with_derivatives(const FourierBlock& block, double 
   Vec3 r1{};
   Vec3 r2{};
   Vec3 r3{};
+  HarmonicColumn angles{};
+  HarmonicTurns turns;
   for (std::size_t i = 0; i < n; ++i) {
     const double j = static_cast<double>(i + 1);
-    const double c = std::cos(j * s);
-    const double d = std::sin(j * s);
+    const std::size_t k = i % harmonic_block;
+    if (k == 0) {
+      const std::size_t count = std::min(harmonic_block, n - i);
+      for (std::size_t l = 0; l < count; ++l) angles[l] = static_cast<double>(i + l + 1) * s;
+      turns.turn(angles, count);
+    }
+    const double c = turns.cosine[k];
+    const double d = turns.sine[k];
     const Vec3 a{entry(block.a_x, i), entry(block.a_y, i), entry(block.a_z, i)};
     const Vec3 b{entry(block.b_x, i), entry(block.b_y, i), entry(block.b_z, i)};
     for (std::size_t axis = 0; axis < 3; ++axis) {

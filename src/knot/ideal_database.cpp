@@ -10,6 +10,7 @@
 
 #include "core/text_file.hpp"
 #include "core/text_numbers.hpp"
+#include "knot/block_walk.hpp"
 
 namespace vkm {
 
@@ -42,7 +43,7 @@ double read_length(std::string_view head, std::string_view opening) {
 
 /// Every match of  <Component\b([^>]*)>([\s\S]*?)</Component>
 std::vector<IdealABComponent> parse_component_elements(std::string_view body, std::size_t& harmonics,
-                                                        Heartbeat& heartbeat) {
+                                                       Heartbeat& heartbeat) {
   constexpr std::string_view opening = "<Component";
   constexpr std::string_view closing = "</Component>";
   const auto is_word = [](char c) {
@@ -70,7 +71,7 @@ std::vector<IdealABComponent> parse_component_elements(std::string_view body, st
 
 /// Every "<STRING" begins a component, which ends at the next "</STRING>" or "<STRING", whichever comes first.
 std::vector<IdealABComponent> parse_string_elements(std::string_view body, std::size_t& harmonics,
-                                                     Heartbeat& heartbeat) {
+                                                    Heartbeat& heartbeat) {
   constexpr std::string_view opening = "<STRING";
   std::vector<IdealABComponent> components;
   for (std::size_t at = body.find(opening); at != npos;) {
@@ -117,8 +118,7 @@ void parse_blocks(std::string_view content, std::string_view tag, std::vector<Id
     const std::size_t body_end = content.find(closing, head_end);
     if (body_end == npos) return;
     blocks.push_back(parse_block(content.substr(at, head_end + 1 - at),
-                                 content.substr(head_end + 1, body_end - head_end - 1), tag, harmonics,
-                                 heartbeat));
+                                 content.substr(head_end + 1, body_end - head_end - 1), tag, harmonics, heartbeat));
     at = body_end + closing.size();
   }
 }
@@ -152,25 +152,24 @@ std::vector<IdealABBlock> parse_ideal_txt_multi(const std::string& path, const P
 }
 
 std::string_view find_block_text(std::string_view content, std::string_view id, std::string_view tag) {
-  const std::string opening = joined({"<", tag});
-  const std::string closing = joined({"</", tag, ">"});
   const std::string needle = joined({"Id=\"", id, "\""});
-  for (std::size_t at = 0; (at = content.find(opening, at)) != npos;) {
-    const std::size_t head_end = content.find('>', at);
-    if (head_end == npos) return {};
-    if (content.substr(at, head_end + 1 - at).find(needle) != npos) {
-      const std::size_t end = content.find(closing, head_end);
-      return end == npos ? std::string_view{} : content.substr(at, end + closing.size() - at);
-    }
-    at = head_end + 1;
-  }
-  return {};
+  std::string_view block;
+  walk_heads(content, tag, [&](std::size_t begin, std::string_view head) {
+    if (head.find(needle) == npos) return false;
+    block = element_of_head(content, tag, begin, head);
+    return true;
+  });
+  return block;
+}
+
+IdealABBlock parse_only_ideal_ab(std::string_view block, const std::string& ab_id, const Poll& poll) {
+  std::vector<IdealABBlock> blocks = parse_ideal_txt_from_string(block, poll);
+  if (blocks.empty()) throw std::runtime_error("parse_ideal_ab_by_id_from_string: AB Id not found: " + ab_id);
+  return std::move(blocks.front());
 }
 
 IdealABBlock parse_ideal_ab_by_id_from_string(std::string_view content, const std::string& ab_id, const Poll& poll) {
-  std::vector<IdealABBlock> blocks = parse_ideal_txt_from_string(find_block_text(content, ab_id, "AB"), poll);
-  if (blocks.empty()) throw std::runtime_error("parse_ideal_ab_by_id_from_string: AB Id not found: " + ab_id);
-  return std::move(blocks.front());
+  return parse_only_ideal_ab(find_block_text(content, ab_id, "AB"), ab_id, poll);
 }
 
 int index_of_ideal_id(std::span<const IdealABBlock> blocks, std::string_view id) {

@@ -37,6 +37,9 @@ std::vector<IdealABBlock> parse_ideal_txt_multi(const std::string& path, const P
 IdealABBlock parse_ideal_ab_by_id_from_string(std::string_view content, const std::string& ab_id,
                                               const Poll& poll = {});
 
+/// The AB block of a text that find_block_text gave for this id; std::runtime_error if that is empty.
+IdealABBlock parse_only_ideal_ab(std::string_view block, const std::string& ab_id, const Poll& poll = {});
+
 /// Text of the element `<tag ...>...</tag>` whose head holds Id="id", both tags included; empty if there is none.
 std::string_view find_block_text(std::string_view content, std::string_view id, std::string_view tag);
 

@@ -8,6 +8,7 @@
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
 #include "core/text_numbers.hpp"
+#include "knot/harmonics.hpp"
 
 namespace vkm {
 
@@ -61,15 +62,22 @@ Coefficients read_coefficients(std::string_view part) {
 std::vector<Vec3> sample(const Coefficients& rows, int resolution, Heartbeat& heartbeat) {
   std::vector<Vec3> points;
   points.reserve(static_cast<std::size_t>(std::max(resolution, 0)));
-  for (int i = 0; i < resolution; ++i) {
-    const double t = i * two_pi / resolution;
-    Vec3 r = rows.a[0];
-    for (int k = 1; k <= rows.greatest; ++k) {
-      const double c = std::cos(k * t);
-      const double d = std::sin(k * t);
-      r += rows.a[static_cast<std::size_t>(k)] * c + rows.b[static_cast<std::size_t>(k)] * d;
+  const auto n = static_cast<std::size_t>(std::max(resolution, 0));
+  const auto greatest = static_cast<std::size_t>(rows.greatest);
+  HarmonicColumn t{};
+  HarmonicColumn angles{};
+  HarmonicTurns turns;
+  for (std::size_t first = 0; first < n; first += harmonic_block) {
+    const std::size_t count = std::min(harmonic_block, n - first);
+    HarmonicPoints r;
+    for (std::size_t axis = 0; axis < 3; ++axis) r.axis[axis].fill(rows.a[0][axis]);
+    for (std::size_t k = 0; k < count; ++k) t[k] = static_cast<double>(first + k) * two_pi / resolution;
+    for (std::size_t j = 1; j <= greatest; ++j) {
+      for (std::size_t k = 0; k < count; ++k) angles[k] = static_cast<double>(j) * t[k];
+      turns.turn(angles, count);
+      add_harmonic(r, turns, count, rows.a[j], rows.b[j]);
     }
-    points.push_back(r);
+    for (std::size_t k = 0; k < count; ++k) points.push_back(r[k]);
     heartbeat.tick();
   }
   return points;

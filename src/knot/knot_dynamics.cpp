@@ -1,10 +1,11 @@
 #include "knot/knot_dynamics.hpp"
 
-#include <cmath>
+#include <algorithm>
 #include <stdexcept>
 
 #include "core/numbers.hpp"
 #include "filament/topology/gauss_terms.hpp"
+#include "knot/harmonics.hpp"
 
 namespace vkm::KnotDynamics {
 
@@ -14,23 +15,27 @@ FourierResult evaluate_fourier_series(std::span<const std::array<double, 6>> row
   result.positions.reserve(t.size());
   result.tangents.reserve(t.size());
   Heartbeat heartbeat(poll);
-  for (const double parameter : t) {
-    Vec3 position{};
-    Vec3 tangent{};
+  HarmonicColumn angles{};
+  HarmonicTurns turns;
+  for (std::size_t first = 0; first < t.size(); first += harmonic_block) {
+    const std::size_t count = std::min(harmonic_block, t.size() - first);
+    HarmonicPoints position;
+    HarmonicPoints tangent;
     for (std::size_t row = 0; row < rows.size(); ++row) {
       const double j = static_cast<double>(row);
-      const double c = std::cos(j * parameter);
-      const double d = std::sin(j * parameter);
-      for (std::size_t axis = 0; axis < 3; ++axis) {
-        const double a = rows[row][2 * axis];
-        const double b = rows[row][2 * axis + 1];
-        position[axis] += a * c + b * d;
-        if (row > 0) tangent[axis] += -j * a * d + j * b * c;
-      }
+      const Vec3 a{rows[row][0], rows[row][2], rows[row][4]};
+      const Vec3 b{rows[row][1], rows[row][3], rows[row][5]};
+      for (std::size_t k = 0; k < count; ++k) angles[k] = j * t[first + k];
+      turns.turn(angles, count);
+      add_harmonic(position, turns, count, a, b);
+      // -j a sin + j b cos: the sums of two terms do not depend on their order
+      if (row > 0) add_harmonic(tangent, turns, count, b * j, a * -j);
+      heartbeat.tick();
     }
-    result.positions.push_back(position);
-    result.tangents.push_back(tangent);
-    heartbeat.tick();
+    for (std::size_t k = 0; k < count; ++k) {
+      result.positions.push_back(position[k]);
+      result.tangents.push_back(tangent[k]);
+    }
   }
   return result;
 }

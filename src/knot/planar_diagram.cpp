@@ -5,6 +5,7 @@
 #include <limits>
 #include <stdexcept>
 
+#include "core/elementary.hpp"
 #include "core/kernel.hpp"
 #include "core/lanes.hpp"
 #include "core/numbers.hpp"
@@ -40,8 +41,8 @@ Lanes project(std::span<const Vec3> points, const ProjectionPlane& plane, const 
 
 double angle_in_degrees(const Vec3& a, const Vec3& b) {
   const double product = a[0] * b[0] + a[1] * b[1];
-  const double cosine = product / ((std::hypot(a[0], a[1]) + 1e-18) * (std::hypot(b[0], b[1]) + 1e-18));
-  return std::acos(std::abs(std::max(-1.0, std::min(1.0, cosine)))) * 180.0 / pi;
+  const double cosine = product / ((vkm::hypot(a[0], a[1]) + 1e-18) * (vkm::hypot(b[0], b[1]) + 1e-18));
+  return vkm::acos(std::abs(std::max(-1.0, std::min(1.0, cosine)))) * 180.0 / pi;
 }
 
 /// The crossings of a projection, by i, then j.

@@ -4,13 +4,14 @@
 #include <cmath>
 
 #include "knot/self_distance.hpp"
-#include "tube/resolved_tube.hpp"
+#include "tube/edge_lengths.hpp"
+#include "tube/tube_analysis.hpp"
 
 namespace vkm {
 
 PolygonMeasures measure_polygon(std::span<const Vec3> points) {
   PolygonMeasures found;
-  found.length = ResolvedTubeGeometry::length(points);
+  found.length = polygon_length(points);
   const std::size_t n = points.size();
   if (n < 3 || !(found.length > 0.0)) return found;
   double sum = 0.0;
@@ -37,7 +38,7 @@ double min_non_neighbor_distance(std::span<const Vec3> points, std::int32_t skip
 
 double reach_proxy(std::span<const Vec3> points, std::int32_t skip, const Poll& poll) {
   if (points.size() < 4) return 0.0;
-  return ResolvedTubeGeometry::analyze(points, std::max(skip, 1), 0.001, 1.0, poll).thickness_rad;
+  return analyze_tube(points, {std::max(skip, 1), 0.001, 1.0}, poll).thickness_rad;
 }
 
 std::vector<Vec3> forward_tangents(std::span<const Vec3> points) {

@@ -11,6 +11,7 @@
 #include <optional>
 #include <random>
 
+#include "core/elementary.hpp"
 #include "core/vec3.hpp"
 
 namespace vkm {
@@ -38,7 +39,7 @@ class PolarNormal {
       y = 2.0 * uniform_53_bits(generator) - 1.0;
       s = x * x + y * y;
     } while (!(0.0 < s && s < 1.0 && x != 0.0 && y != 0.0));
-    const double factor = std::sqrt(-2.0 * std::log(s) / s);
+    const double factor = std::sqrt(-2.0 * vkm::log(s) / s);
     kept_ = y * factor;
     return x * factor;
   }

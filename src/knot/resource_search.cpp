@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/text_file.hpp"
+#include "knot/block_index.hpp"
 #include "knot/catalogue.hpp"
 #include "knot/ideal_database.hpp"
 
@@ -45,7 +46,7 @@ std::string_view find_in_embedded(std::string_view name, std::string_view id, Ta
   for (const std::string_view tag : tags) {
     for (const EmbeddedText& entry : embedded_ideal_files()) {
       if (base_name(entry.key) != name || !is_canonical_ideal_name(entry.key)) continue;
-      if (const std::string_view block = find_block_text(entry.text, id, tag); !block.empty()) return block;
+      if (const std::string_view block = find_embedded_block(entry, id, tag); !block.empty()) return block;
     }
   }
   return {};

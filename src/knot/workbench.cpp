@@ -9,12 +9,14 @@
 #include <tuple>
 #include <utility>
 
+#include "core/elementary.hpp"
 #include "core/numbers.hpp"
 #include "filament/energy/nonlocal_energy.hpp"
 #include "knot/curve_descriptors.hpp"
 #include "knot/fourier_helicity.hpp"
 #include "knot/fourier_series.hpp"
 #include "knot/polygon_measures.hpp"
+#include "tube/tube_analysis.hpp"
 
 namespace vkm::workbench {
 
@@ -102,8 +104,7 @@ FilamentEnergyResult compute_curve_metrics_from_fseries(const std::string& path,
 
 ResolvedTubeMetrics resolved_tube_metrics_from_fseries(const std::string& path, int nsamples, std::int32_t skip,
                                                        const Poll& poll) {
-  return ResolvedTubeGeometry::analyze(sample_curve_centered(path, nsamples, poll), std::max(skip, 1), 0.001, 1.0,
-                                       poll);
+  return analyze_tube(sample_curve_centered(path, nsamples, poll), {std::max(skip, 1), 0.001, 1.0}, poll);
 }
 
 HelicityResult compute_helicity_from_fseries(const std::string& path, const HelicityGrid& grid, const Poll& poll) {
@@ -131,7 +132,7 @@ FilamentEnergyResult compute_filament_energy_from_fseries(const std::string& pat
   const double local = params.Gamma * params.Gamma * params.rho_local;
   if (params.include_local_match && params.s_cut_local > 0.0 && params.a_core > 0.0) {
     result.E_local_match =
-        (std::log(params.s_cut_local / params.a_core) + params.c_rankine_outer) * (local / four_pi) * result.L;
+        (vkm::log(params.s_cut_local / params.a_core) + params.c_rankine_outer) * (local / four_pi) * result.L;
   }
   if (params.include_core_int) result.E_core_int = (local / sixteen_pi) * result.L;
   result.E_total = result.E_nonlocal + result.E_local_match + result.E_core_int;

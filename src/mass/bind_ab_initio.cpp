@@ -79,8 +79,9 @@ void bind_ab_initio(py::module_& m) {
           "2.81794034e-15 m.\n\nWith P the points, C their mean and d = P[i] - P[j], each sweep sums\n"
           "    F = ((P[next] - P) + (P[prev] - P)) 25 + (C - P) 15 + sum of (d / |d|) min(200, 0.5 / |d|^4)\n"
           "over the partners with 1e-8 < |d|^2 < 0.04, and steps V = (timestep F + V) 0.7, P = timestep V + P. The "
-          "same input gives the same bits on every machine. Ctrl-C leaves the filaments as they were. RuntimeError from "
-           "within another relax of the same evaluator (in a signal's handler, or another thread).")
+          "same input gives the same bits on every machine. Ctrl-C leaves the filaments as they were. RuntimeError "
+          "from "
+          "within another relax of the same evaluator (in a signal's handler, or another thread).")
       .def("get_dimless_ropelength", &E::get_dimless_ropelength, py::arg("stretch_lambda") = 1.0,
            "Length of all filaments, closing segments included, in electron radii, over stretch_lambda squared.")
       .def("get_physical_length_m", &E::get_physical_length_m, "Length of all filaments, m.")
@@ -102,16 +103,13 @@ void bind_ab_initio(py::module_& m) {
           "get_tail_approx_config", [](const E& self) { return TailApproxConfig(self.get_tail_approx_config()); },
           "A copy of the tail's configuration.")
       .def(
-          "compute_tail_energy_surrogate_J",
-          [](E self) { return self.compute_tail_energy_surrogate_J(python_poll()); },
+          "compute_tail_energy_surrogate_J", [](E self) { return self.compute_tail_energy_surrogate_J(python_poll()); },
           "Energy of the flow in shells around the filaments, J: the Biot-Savart field of all filaments sampled at "
           "equal angles on shells around every vertex, squared, times half the density 7e-7 kg/m^3 and the volume of "
           "the shell along the vertex's segment. 0 unless enabled in the configuration.")
       .def(
           "compute_relativistic_metrics",
-          [](E self, double circulation) {
-            return self.compute_relativistic_metrics(circulation, python_poll());
-          },
+          [](E self, double circulation) { return self.compute_relativistic_metrics(circulation, python_poll()); },
           py::arg("circulation") = default_circulation,
           "RelativisticMetrics of the first filament for a circulation in m^2/s.\n\nSources within 1e-6 of a point are "
           "left out, in the unit of the points: in a relaxed body all are, and the velocities vanish.")

@@ -5,6 +5,7 @@
 #include <iostream>
 #include <stdexcept>
 
+#include "core/elementary.hpp"
 #include "mass/canonical_constants.hpp"
 #include "mass/stored_constants.hpp"
 
@@ -33,13 +34,13 @@ double GoldenNLSClosure::get_active_density() const {
 }
 
 double GoldenNLSClosure::calculate_loop_energy(double R) const {
-  return (std::log(R * 8.0 / core_radius) - phi) * (get_active_density() * 0.5 * circulation_squared * R);
+  return (vkm::log(R * 8.0 / core_radius) - phi) * (get_active_density() * 0.5 * circulation_squared * R);
 }
 
 double GoldenNLSClosure::calculate_loop_mass(double R) const { return calculate_loop_energy(R) / canonical::c_squared; }
 
 double GoldenNLSClosure::calculate_screened_mass(double bare_mass, std::int32_t double_k) const {
-  const double screening = double_k == -2 ? phi * phi : std::pow(phi, -static_cast<double>(double_k));
+  const double screening = double_k == -2 ? phi * phi : vkm::pow(phi, -static_cast<double>(double_k));
   return screening * bare_mass;
 }
 
@@ -51,7 +52,7 @@ double GoldenNLSClosure::geometric_ratio_residual(double x, double target_mass) 
   if (0.0 >= x) throw std::domain_error("geometric_ratio_residual: x must be > 0.");
   if (regime_ != DensityRegime::CORE_DOMINATED)
     std::cerr << "Warning: geometric ratio residual evaluated outside CORE_DOMINATED regime." << std::endl;
-  return (std::log(x * 8.0) - phi) * x - target_mass / mass_scale();
+  return (vkm::log(x * 8.0) - phi) * x - target_mass / mass_scale();
 }
 
 double GoldenNLSClosure::infer_geometric_ratio(double target_mass, double tolerance, std::int32_t max_iter,
@@ -62,7 +63,7 @@ double GoldenNLSClosure::infer_geometric_ratio(double target_mass, double tolera
   Heartbeat heartbeat(poll);
   double x = 1.0;
   for (std::int32_t i = 0; i < max_iter && !std::isnan(x); ++i) {  // no step leads back from a NaN
-    const double log_8x = std::log(x * 8.0);
+    const double log_8x = vkm::log(x * 8.0);
     const double step = ((log_8x - phi) * x - target) / (log_8x + 1.0 - phi);
     x -= step;
     if (std::abs(step) < tolerance) return x;
@@ -84,7 +85,7 @@ double GoldenNLSClosure::infer_geometric_ratio_safe(double target_mass, double x
   for (std::int32_t i = 0; i < max_iter && x > 0.0; ++i) {
     const double residual = geometric_ratio_residual(x, target_mass);
     if (std::abs(residual) < f_tol) return x;
-    const double slope = std::log(x * 8.0) + 1.0 - phi;
+    const double slope = vkm::log(x * 8.0) + 1.0 - phi;
     if (!std::isfinite(slope) || std::abs(slope) < 1e-14) break;
     const double step = residual / slope;
     x -= step;
@@ -130,12 +131,12 @@ double GoldenNLSClosure::infer_geometric_ratio_safe(double target_mass, double x
 double GoldenNLSClosure::infer_effective_base(double ratio, std::int32_t exponent_n) {
   if (0.0 >= ratio) throw std::domain_error("infer_effective_base: ratio must be > 0.");
   if (exponent_n < 1) throw std::invalid_argument("infer_effective_base: exponent_n must be positive.");
-  return std::pow(ratio, 1.0 / exponent_n);
+  return vkm::pow(ratio, 1.0 / exponent_n);
 }
 
 double GoldenNLSClosure::predicted_ratio_from_base(double base, std::int32_t exponent_n) {
   if (0.0 >= base) throw std::domain_error("predicted_ratio_from_base: base must be > 0.");
-  return std::pow(base, exponent_n);
+  return vkm::pow(base, exponent_n);
 }
 
 double GoldenNLSClosure::relative_error(double predicted, double observed) {

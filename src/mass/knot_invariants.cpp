@@ -7,6 +7,7 @@
 #include "knot/catalogue.hpp"
 #include "knot/curve_descriptors.hpp"
 #include "tube/contact_stress.hpp"
+#include "tube/tube_analysis.hpp"
 
 namespace vkm {
 
@@ -30,10 +31,9 @@ void take_metadata(const KnotMetadata& metadata, KnotInvariants& K) {
 }
 
 void take_tube(const std::vector<Vec3>& points, std::int32_t window, KnotInvariants& K, const Poll& poll) {
-  K.tube_metrics = ResolvedTubeGeometry::analyze(points, window, contact_tol, equilateral_tol, poll);
+  K.tube_metrics = analyze_tube(points, {window, contact_tol, equilateral_tol}, poll);
   const ResolvedTubeMetrics& tube = *K.tube_metrics;
-  const ContactStressDiagnostics stress =
-      ContactStressMap::diagnose_length_criticality(points, tube, false, 5000, 1e-10, true, true, true, poll);
+  const ContactStressDiagnostics stress = diagnose_length_criticality(points, tube, false, {}, poll);
   K.thickness_rad = tube.thickness_rad;
   K.ropelength_rad = tube.ropelength_rad;
   K.ropelength_diam = tube.ropelength_diam;

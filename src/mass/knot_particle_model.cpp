@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "core/numbers.hpp"
 #include "mass/canonical_constants.hpp"
 #include "mass/stored_constants.hpp"
@@ -32,7 +33,7 @@ double KnotParticleModel::compute_xi(const KnotInvariants& K) const {
   const double s = std::max(K.min_self_distance, 1e-9);
   const double topology =
       (p.a_b * K.braid_index + p.a_k * K.crossing_number) + p.a_g * K.seifert_genus + p.a_vol * K.hyperbolic_volume;
-  const double xi = std::exp(p.a_L * K.ropelength_like + topology + p.a_wr * K.writhe + p.a_sep / s);
+  const double xi = vkm::exp(p.a_L * K.ropelength_like + topology + p.a_wr * K.writhe + p.a_sep / s);
   return std::clamp(xi, 1e-12, 1e12);
 }
 

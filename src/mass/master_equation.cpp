@@ -3,6 +3,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "core/elementary.hpp"
 #include "core/numbers.hpp"
 
 namespace vkm {
@@ -14,7 +15,7 @@ using Constants = VKMCanonicalConstants;
 /// 2 pi^3 rho r_c^5 L_tot / lambda_c^2.
 double baseline_mass(double rho, double r_c, double lambda_c, double L_tot) {
   constexpr double two_pi_cubed = 62.01255336059963;  // 2 pi^3
-  return (std::pow(r_c, 5.0) * (rho * two_pi_cubed)) / (lambda_c * lambda_c) * L_tot;
+  return (vkm::pow(r_c, 5.0) * (rho * two_pi_cubed)) / (lambda_c * lambda_c) * L_tot;
 }
 
 }  // namespace
@@ -23,13 +24,13 @@ double VKMMasterEquation::topological_kernel(const VKMTopologyKernelInput& input
   if (0.0 >= input.phi) throw std::invalid_argument("phi must be positive.");
   const double weighted =
       (input.alpha_C * input.crossing + input.beta_L * input.ropelength) + input.gamma_H * input.helicity;
-  return std::pow(input.phi, static_cast<double>(input.golden_layer) * -2.0) * weighted;
+  return vkm::pow(input.phi, static_cast<double>(input.golden_layer) * -2.0) * weighted;
 }
 
 double VKMMasterEquation::geometric_gate_factor(double lambda_c, double r_c, std::int32_t gate) {
   const double base = Constants::geometric_gate(lambda_c, r_c);
   if (gate < 0) throw std::invalid_argument("gate must be non-negative.");
-  return std::pow(base, static_cast<double>(gate));
+  return vkm::pow(base, static_cast<double>(gate));
 }
 
 double VKMMasterEquation::clock_impedance(double swirl_clock) {

@@ -4,9 +4,11 @@
 #include <cmath>
 #include <limits>
 
-#include "core/kernel.hpp"
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
+#include "core/pair_sums.hpp"
+#include "core/polygon_edges.hpp"
 #include "mass/stored_constants.hpp"
 
 namespace vkm {
@@ -18,70 +20,20 @@ using stored::core_radius;
 constexpr double half_density = 3.5e-7;                      // rho_f / 2, kg/m^3
 constexpr double field_coefficient = 7.705979316274285e-10;  // circulation / (4 pi), m^2/s
 
-constexpr std::size_t lanes = 32;  // samples that a kernel call works on
-
-/// Segments of all filaments of at least two points, in order.
-struct Segments {
-  std::vector<double> mx, my, mz;  // midpoints
-  std::vector<double> lx, ly, lz;  // edge vectors
-
-  void append(const Vec3& from, const Vec3& to) {
-    const Vec3 middle = (from + to) * 0.5;
-    const Vec3 edge = to - from;
-    mx.push_back(middle[0]);
-    my.push_back(middle[1]);
-    mz.push_back(middle[2]);
-    lx.push_back(edge[0]);
-    ly.push_back(edge[1]);
-    lz.push_back(edge[2]);
-  }
-};
-
+/// Sample points and the field at them.
 struct Block {
-  double x[lanes], y[lanes], z[lanes];     // sample points
-  double ux[lanes], uy[lanes], uz[lanes];  // fields
+  double x[lane_block], y[lane_block], z[lane_block];
+  double ux[lane_block], uy[lane_block], uz[lane_block];
 };
 
-/// Adds the field of the segments [begin, end) at the samples of a block. Every lane adds its terms in the order of
-/// the segments. The 1e-24 m^2 under the root smooths the field on the scale of 1e-12 m.
-VKM_KERNEL void add_field(const Segments& s, std::size_t begin, std::size_t end, Block& block) {
-  double ux[lanes];
-  double uy[lanes];
-  double uz[lanes];
-  double qx[lanes];
-  double qy[lanes];
-  double qz[lanes];
-  for (std::size_t i = 0; i < lanes; ++i) {
-    ux[i] = block.ux[i];
-    uy[i] = block.uy[i];
-    uz[i] = block.uz[i];
-    qx[i] = block.x[i];
-    qy[i] = block.y[i];
-    qz[i] = block.z[i];
-  }
-  for (std::size_t k = begin; k < end; ++k) {
-    const double mx = s.mx[k];
-    const double my = s.my[k];
-    const double mz = s.mz[k];
-    const double lx = s.lx[k];
-    const double ly = s.ly[k];
-    const double lz = s.lz[k];
-    for (std::size_t i = 0; i < lanes; ++i) {
-      const double rx = qx[i] - mx;
-      const double ry = qy[i] - my;
-      const double rz = qz[i] - mz;
-      const double r2 = (rx * rx + ry * ry + rz * rz) + 1e-24;
-      const double factor = field_coefficient / (std::sqrt(r2) * r2);
-      ux[i] += (ly * rz - lz * ry) * factor;
-      uy[i] += (lz * rx - lx * rz) * factor;
-      uz[i] += (lx * ry - ly * rx) * factor;
-    }
-  }
-  for (std::size_t i = 0; i < lanes; ++i) {
-    block.ux[i] = ux[i];
-    block.uy[i] = uy[i];
-    block.uz[i] = uz[i];
-  }
+/// Adds the field of the segments [begin, end) at the samples of a block. The 1e-24 m^2 under the root smooths the
+/// field on the scale of 1e-12 m.
+VKM_KERNEL void add_field(const PointSources& segments, std::size_t begin, std::size_t end, Block& block) {
+  add_sources(segments, begin, end, {block.x, block.y, block.z}, LaneSpace{block.ux, block.uy, block.uz},
+              [](const LaneVec3& dl, const LaneVec3& r, auto...) VKM_TERM {
+                const double r2 = dot(r, r) + 1e-24;
+                return cross(dl, r) * (field_coefficient / (std::sqrt(r2) * r2));
+              });
 }
 
 Vec3 normalised(const Vec3& v) {
@@ -130,8 +82,8 @@ struct Samples {
     sines.resize(angles);
     for (std::size_t a = 0; a < angles; ++a) {
       const double angle = (static_cast<double>(a) + 0.5) * two_pi / static_cast<double>(angles);
-      cosines[a] = std::cos(angle);
-      sines[a] = std::sin(angle);
+      cosines[a] = vkm::cos(angle);
+      sines[a] = vkm::sin(angle);
     }
   }
 
@@ -164,12 +116,11 @@ double tail_surrogate_energy(const std::vector<std::vector<Vec3>>& filaments, co
   const Samples samples(config);
   const std::size_t per_vertex = samples.shells * samples.angles;
 
-  Segments segments;
+  Segments segments;  // of all filaments of at least two points, in order
   for (const auto& points : filaments) {
-    if (points.size() < 2) continue;
-    for (std::size_t k = 0; k < points.size(); ++k) segments.append(points[k], points[(k + 1) % points.size()]);
+    if (points.size() >= 2) segments.append(points, points.size());
   }
-  const std::size_t all = segments.mx.size();
+  const std::size_t all = segments.dl.size();
 
   Heartbeat heartbeat(poll);
   double total = 0.0;
@@ -194,8 +145,8 @@ double tail_surrogate_energy(const std::vector<std::vector<Vec3>>& filaments, co
       Run own[2];
       own_runs(first, static_cast<std::int64_t>(n), static_cast<std::int64_t>(j), w, own);
       double shell_sum = 0.0;
-      for (std::size_t base = 0; base < per_vertex; base += lanes) {
-        const std::size_t used = std::min(lanes, per_vertex - base);
+      for (std::size_t base = 0; base < per_vertex; base += lane_block) {
+        const std::size_t used = std::min(lane_block, per_vertex - base);
         Block block{};
         for (std::size_t i = 0; i < used; ++i) {
           const std::size_t a = (base + i) % samples.angles;
@@ -205,10 +156,10 @@ double tail_surrogate_energy(const std::vector<std::vector<Vec3>>& filaments, co
           block.y[i] = q[1];
           block.z[i] = q[2];
         }
-        add_field(segments, 0, first, block);
-        add_field(segments, own[0].begin, own[0].end, block);
-        add_field(segments, own[1].begin, own[1].end, block);
-        add_field(segments, first + n, all, block);
+        add_field(segments.sources(), 0, first, block);
+        add_field(segments.sources(), own[0].begin, own[0].end, block);
+        add_field(segments.sources(), own[1].begin, own[1].end, block);
+        add_field(segments.sources(), first + n, all, block);
         heartbeat.tick();
         for (std::size_t i = 0; i < used; ++i) {
           const std::size_t shell = (base + i) / samples.angles;

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "core/elementary.hpp"
 #include "core/numbers.hpp"
 #include "mass/canonical_constants.hpp"
 
@@ -14,7 +15,7 @@ double VKMTensionScales::F_swirl_max(double hbar, double omega_c, double r_c) {
 
 double VKMTensionScales::F_gr_max(double c, double G) {
   if (0.0 >= c || 0.0 >= G) throw std::invalid_argument("c and G must be positive.");
-  return std::pow(c, 4.0) / (4.0 * G);
+  return vkm::pow(c, 4.0) / (4.0 * G);
 }
 
 double VKMTensionScales::gravitational_fine_structure(double G, double m_e, double hbar, double c) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/kernel.hpp"
+#include "core/pair_sums.hpp"
 #include "core/polygon_edges.hpp"
 #include "filament/energy/filament_energy.hpp"
 
@@ -16,22 +16,14 @@ constexpr double core_radius_squared = 1.985196939949829e-30;   // r_c^2, m^2
 constexpr double fluid_energy_scale = 2.6117619251066605e-24;   // rho_f Gamma^2 / (8 pi), J / m
 constexpr double speed_of_light_squared = 89875517873681760.0;  // m^2 / s^2
 
-/// The sums over j of one block of points i, each in the order of j.
-VKM_KERNEL void add_mass_rows(const double* x, const double* y, const double* z, const double* dx, const double* dy,
-                              const double* dz, std::size_t n, std::size_t block, double* sums) {
-  double sum[lane_block] = {};
-  for (std::size_t j = 0; j < n; ++j) {
-    const double px = x[j], py = y[j], pz = z[j];
-    const double ex = dx[j], ey = dy[j], ez = dz[j];
-    for (std::size_t k = 0; k < lane_block; ++k) {
-      const double rx = x[block + k] - px;
-      const double ry = y[block + k] - py;
-      const double rz = z[block + k] - pz;
-      const double along = dx[block + k] * ex + dy[block + k] * ey + dz[block + k] * ez;
-      sum[k] += along / std::sqrt(rx * rx + ry * ry + rz * rz + core_radius_squared);
-    }
-  }
-  for (std::size_t k = 0; k < lane_block; ++k) sums[k] = sum[k];
+/// The sums over all points of one block of points, of whose edge vectors `edge` is the view.
+VKM_KERNEL void add_mass_rows(const LaneSources& filament, std::size_t n, const LaneView& points, const LaneView& edge,
+                              double* sums) {
+  add_sources(filament, 0, n, points, sums,
+              [&edge](const LaneVec3& d, const LaneVec3& r, std::size_t, std::size_t k) VKM_TERM {
+                const double along = edge.x[k] * d.x + edge.y[k] * d.y + edge.z[k] * d.z;
+                return along / std::sqrt(dot(r, r) + core_radius_squared);
+              });
 }
 
 }  // namespace
@@ -44,8 +36,8 @@ VkmMass compute_vkm_mass(std::span<const Vec3> points, double chi_spin, const Po
   Heartbeat heartbeat(poll);
   double total = 0.0;
   for (std::size_t block = 0; block < n; block += lane_block) {
-    double rows[lane_block];
-    add_mass_rows(p.axis(0), p.axis(1), p.axis(2), d.axis(0), d.axis(1), d.axis(2), n, block, rows);
+    double rows[lane_block] = {};
+    add_mass_rows({view(p), view(d)}, n, view(p, block), view(d, block), rows);
     for (std::size_t k = 0; k < std::min(lane_block, n - block); ++k) total += rows[k];
     heartbeat.tick();
   }

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "mass/canonical_constants.hpp"
 
 namespace vkm {
@@ -14,7 +15,7 @@ constexpr std::int32_t most_shielded_crossings = 4;
 
 double SimpleInvariantXiModel::compute_xi(const KnotInvariants& K) const {
   const double topology = params_.a_b * K.braid_index + params_.a_k * K.crossing_number + params_.a_g * K.seifert_genus;
-  return std::exp(params_.a_vol * K.effective_volume() + topology + params_.a_L * K.effective_ropelength() +
+  return vkm::exp(params_.a_vol * K.effective_volume() + topology + params_.a_L * K.effective_ropelength() +
                   params_.a_chi * K.chirality);
 }
 
@@ -27,7 +28,7 @@ double VKMCanonicalXiModel::compute_xi(const KnotInvariants& K) const {
   const double H = params_.use_writhe_as_H ? K.writhe : 0.0;
   const double sum = (params_.alpha_C * C + params_.beta_L * K.effective_ropelength() + params_.gamma_H * H) +
                      params_.delta_V * K.effective_volume();
-  return std::pow(canonical::phi, -2.0 * params_.golden_layer) * sum;
+  return vkm::pow(canonical::phi, -2.0 * params_.golden_layer) * sum;
 }
 
 SectorGate VKMCanonicalXiModel::assign_gate(const KnotInvariants& K) const {

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "mass/canonical_constants.hpp"
 #include "mass/master_dictionary.hpp"
 #include "mass/stored_constants.hpp"
@@ -14,7 +15,7 @@ constexpr double mass_quantum_kg = 1.0290437436843307e-54;
 using stored::joule_per_mev;
 
 double golden_mass_mev(const DictionaryEntry& entry) {
-  const double golden = std::pow(canonical::phi, -2 * entry.genus_g);
+  const double golden = vkm::pow(canonical::phi, -2 * entry.genus_g);
   return entry.bridge_b * mass_quantum_kg * golden * canonical::c_squared / joule_per_mev;
 }
 

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "core/elementary.hpp"
 #include "module/binders.hpp"
 #include "spectral/cycle_product.hpp"
 #include "spectral/multisector.hpp"
@@ -215,7 +216,8 @@ void bind_node_analyzer(py::module_& m) {
   cls.def_static(
       "strongest_minima_values",
       [](const DoubleArray& y, std::uint64_t keep_count) {
-        return array_from(strongest_minima_values(vector_from(y, "strongest_minima_values", "y"), keep_count, python_poll()));
+        return array_from(
+            strongest_minima_values(vector_from(y, "strongest_minima_values", "y"), keep_count, python_poll()));
       },
       py::arg("y"), py::arg("keep_count"), "The keep_count least values at local minima of y, ascending.");
   cls.def_static(
@@ -227,9 +229,8 @@ void bind_node_analyzer(py::module_& m) {
         const auto values = vector_from(y, name, "y");
         const auto targets = vector_from(target_nodes, name, "target_nodes");
         if (points.size() != values.size()) throw std::runtime_error(name + ": t and y must have same length");
-        return array_from(
-            strongest_minima_t_by_windows(points, values, {targets, target_halfwidth}, keep_only_outside, keep_count,
-                                                        python_poll()));
+        return array_from(strongest_minima_t_by_windows(points, values, {targets, target_halfwidth}, keep_only_outside,
+                                                        keep_count, python_poll()));
       },
       py::arg("t"), py::arg("y"), py::arg("target_nodes"), py::arg("target_halfwidth"), py::arg("keep_only_outside"),
       py::arg("keep_count"),
@@ -244,8 +245,8 @@ void bind_node_analyzer(py::module_& m) {
         const auto values = vector_from(y, name, "y");
         const auto targets = vector_from(target_nodes, name, "target_nodes");
         if (points.size() != values.size()) throw std::runtime_error(name + ": t and y must have same length");
-        return extra_minima_penalty(points, values, {targets, target_halfwidth}, sigma_extra,
-                                    penalize_all_extra_minima, python_poll());
+        return extra_minima_penalty(points, values, {targets, target_halfwidth}, sigma_extra, penalize_all_extra_minima,
+                                    python_poll());
       },
       py::arg("t"), py::arg("y"), py::arg("target_nodes"), py::arg("target_halfwidth"), py::arg("sigma_extra"),
       py::arg("penalize_all_extra_minima") = true,
@@ -328,7 +329,7 @@ void bind_fitter_v2(py::module_& m) {
         const auto values = evaluate_sector(t_values, nu, theta_nu, ell_trefoil, truncation_M, "evaluate_sector_abs");
         std::vector<double> result(values.size());
         std::transform(values.begin(), values.end(), result.begin(),
-                       [](Complex z) { return std::hypot(z.real(), z.imag()); });
+                       [](Complex z) { return vkm::hypot(z.real(), z.imag()); });
         return array_from(result);
       },
       py::arg("t_values"), py::arg("nu"), py::arg("theta_nu"), py::arg("ell_trefoil"), py::arg("truncation_M"),

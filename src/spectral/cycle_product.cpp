@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/elementary.hpp"
 #include "core/kernel.hpp"
 #include "core/memory.hpp"
 #include "spectral/lane_functions.hpp"
@@ -34,7 +35,7 @@ struct Factor {
 Factor factor_of(std::int32_t nu, double theta, double ell, std::uint64_t m) {
   const double repetition = static_cast<double>(m);
   const double length = static_cast<double>(nu) * repetition * ell;
-  return {length, std::exp(-0.5 * length), 2.0 * std::cos(repetition * theta)};
+  return {length, vkm::exp(-0.5 * length), 2.0 * vkm::cos(repetition * theta)};
 }
 
 struct Determinant {
@@ -65,10 +66,10 @@ VKM_INLINE Determinant log_derivative(const Factor& factor, double zr, double zi
   return {(a + b * ratio) * scale, (level ? turned : -turned) * scale};
 }
 
-Complex cycle_exponential(double t, double length) { return std::exp(Complex(-0.5 * length, -t * length)); }
+Complex cycle_exponential(double t, double length) { return vkm::exp(Complex(-0.5 * length, -t * length)); }
 
 // The kernels below leave NaN in lanes that they cannot reach and return how many there are; these lanes are then
-// evaluated with the standard library, which also finds the NaN that is meant.
+// evaluated with the functions of the core, which also find the NaN that is meant.
 
 VKM_KERNEL std::size_t ordinary_log_lanes(const double* t, std::size_t count, const Factor& factor, double* log_lanes,
                                           double* argument_lanes) {
@@ -132,8 +133,8 @@ void log_terms(const double* t, std::size_t count, const Factor& factor, double*
     if (ordinary && !std::isnan(log_lanes[i])) continue;
     const Complex z = cycle_exponential(t[i], factor.length);
     const Determinant den = determinant(factor.two_cos, z.real(), z.imag());
-    log_lanes[i] = std::log(std::hypot(den.real, den.imaginary));
-    argument_lanes[i] = std::atan2(den.imaginary, den.real);
+    log_lanes[i] = vkm::log(vkm::hypot(den.real, den.imaginary));
+    argument_lanes[i] = vkm::atan2(den.imaginary, den.real);
   }
 }
 

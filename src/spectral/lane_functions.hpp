@@ -3,7 +3,7 @@
 /// Sine, cosine, logarithm and argument for vector lanes: straight-line arithmetic without calls or branches, so that
 /// a loop over independent inputs vectorises, and gives the same bits at every vector width and on every machine.
 ///
-/// Each holds only in the range named with it and returns NaN outside; the caller then asks the standard library.
+/// Each holds only in the range named with it and returns NaN outside; the caller then asks core/elementary.hpp.
 /// Greatest errors against quadruple precision over 3 million points each, in units in the last place: sine and
 /// cosine 0.8, logarithm 0.8, argument 1.5. The series are those of Taylor, long enough on the reduced intervals for
 /// the first omitted term to vanish against the last place.

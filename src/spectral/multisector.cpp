@@ -4,6 +4,7 @@
 #include <limits>
 #include <stdexcept>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
 #include "spectral/node_analysis.hpp"
@@ -19,7 +20,7 @@ constexpr double too_few_minima = 1e300;  // finite, so that any optimiser can c
 LogPrefactor log_completion(const MultisectorConfig& config) {
   return [mode = config.completion_mode, alpha = config.alpha, beta = config.beta](double t) {
     const Complex c = completion_factor({0.5, t}, mode, alpha, beta);
-    return Complex(std::log(std::abs(c)), std::atan2(c.imag(), c.real()));
+    return Complex(vkm::log(vkm::abs(c)), vkm::atan2(c.imag(), c.real()));
   };
 }
 
@@ -37,6 +38,23 @@ std::optional<double> node_mismatch(std::span<const double> t, std::span<const d
   return sum;
 }
 
+/// |e^z|, as the hypotenuse of its parts.
+void exponential_sizes(std::span<const double> real, std::span<const double> imaginary, std::span<double> sizes) {
+  std::vector<double> sines(real.size());
+  std::vector<double> cosines(real.size());
+  vkm::exp(real, sizes);
+  vkm::sin_cos(imaginary, sines, cosines);
+  for (std::size_t i = 0; i < real.size(); ++i) {
+    // Where a part overflows or has no value, exp of a complex number knows better.
+    const bool plain = real[i] <= 700.0 && std::isfinite(imaginary[i]);
+    const Complex phi =
+        plain ? Complex(sizes[i] * cosines[i], sizes[i] * sines[i]) : vkm::exp(Complex(real[i], imaginary[i]));
+    cosines[i] = phi.real();
+    sines[i] = phi.imag();
+  }
+  vkm::hypot(cosines, sines, sizes);
+}
+
 std::vector<double> single_abs(std::span<const double> t, const Sectors& sectors, const MultisectorConfig& config,
                                const Poll& poll) {
   return evaluate_multisector_abs(t, sectors, {&config.truncation_M, 1}, config, poll);
@@ -46,7 +64,7 @@ std::vector<double> single_abs(std::span<const double> t, const Sectors& sectors
 
 Complex completion_factor(Complex s, std::int32_t mode, double alpha, double beta) {
   if (mode == 0) return {1.0, 0.0};
-  if (mode == 1) return std::exp(Complex(alpha * s.real() + beta, alpha * s.imag()));
+  if (mode == 1) return vkm::exp(Complex(alpha * s.real() + beta, alpha * s.imag()));
   throw std::runtime_error("Unknown completion_mode in multisector completion factor");
 }
 
@@ -56,7 +74,7 @@ std::vector<Complex> evaluate_multisector(std::span<const double> t, const Secto
   log_cycle_products(
       sectors, config.ell_trefoil, {&config.truncation_M, 1}, t, log_completion(config),
       [&](std::size_t, std::size_t first, std::span<const double> real, std::span<const double> imaginary) {
-        for (std::size_t i = 0; i < real.size(); ++i) values[first + i] = std::exp(Complex(real[i], imaginary[i]));
+        for (std::size_t i = 0; i < real.size(); ++i) values[first + i] = vkm::exp(Complex(real[i], imaginary[i]));
       },
       poll);
   return values;
@@ -72,10 +90,7 @@ std::vector<double> evaluate_multisector_abs(std::span<const double> t, const Se
       sectors, config.ell_trefoil, truncations, t, log_completion(config),
       [&](std::size_t row, std::size_t first, std::span<const double> real, std::span<const double> imaginary) {
         double* out = values.data() + row * t.size() + first;
-        for (std::size_t i = 0; i < real.size(); ++i) {
-          const Complex phi = std::exp(Complex(real[i], imaginary[i]));
-          out[i] = std::hypot(phi.real(), phi.imag());
-        }
+        exponential_sizes(real, imaginary, {out, real.size()});
       },
       poll);
   return values;

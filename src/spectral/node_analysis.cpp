@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "spectral/ascending.hpp"
 
 namespace vkm {
@@ -57,8 +58,7 @@ std::vector<double> strongest_minima_t(std::span<const double> t, std::span<cons
   return deepest_t(t, y, local_minima_indices(y, poll), keep_count, poll);
 }
 
-std::vector<double> strongest_minima_values(std::span<const double> y, std::uint64_t keep_count,
-                                            const Poll& poll) {
+std::vector<double> strongest_minima_values(std::span<const double> y, std::uint64_t keep_count, const Poll& poll) {
   std::vector<double> values;
   for (const std::int64_t index : local_minima_indices(y, poll)) values.push_back(at(y, index));
   std::sort(values.begin(), values.end(), ascending);
@@ -90,7 +90,7 @@ double extra_minima_penalty(std::span<const double> t, std::span<const double> y
   for (const std::int64_t index : local_minima_indices(y, poll)) {
     heartbeat.tick();
     if (windows.contain(at(t, index))) continue;
-    penalty += std::exp(-at(y, index) / sigma);
+    penalty += vkm::exp(-at(y, index) / sigma);
     if (!penalize_all) break;
   }
   return penalty;

@@ -20,8 +20,7 @@ std::vector<double> strongest_minima_t(std::span<const double> t, std::span<cons
                                        const Poll& poll = {});
 
 /// The `keep_count` least values at local minima, ascending.
-std::vector<double> strongest_minima_values(std::span<const double> y, std::uint64_t keep_count,
-                                            const Poll& poll = {});
+std::vector<double> strongest_minima_values(std::span<const double> y, std::uint64_t keep_count, const Poll& poll = {});
 
 /// Windows [target - halfwidth, target + halfwidth] around the targets.
 struct TargetWindows {

@@ -4,6 +4,9 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "core/elementary.hpp"
+#include "core/kernel.hpp"
+
 namespace vkm::spectral {
 
 namespace {
@@ -67,6 +70,18 @@ SquareMatrix assemble_schrodinger_matrix(const Grid1D& grid, const BoundaryOptio
   return matrix;
 }
 
+namespace {
+
+VKM_KERNEL void transfer_exponents(const double* u, const double* potential, double at, double width2,
+                                   double potential_scale, std::size_t n, double* exponents) {
+  for (std::size_t j = 0; j < n; ++j) {
+    const double d = at - u[j];
+    exponents[j] = -0.5 * (d * d) / width2 - potential_scale * potential[j];
+  }
+}
+
+}  // namespace
+
 SquareMatrix assemble_transfer_kernel(const Grid1D& grid, std::span<const double> potential, double diffusion_scale,
                                       double potential_scale, bool normalize_rows, const Poll& poll) {
   const std::vector<double> u = build_uniform_grid(grid);
@@ -75,11 +90,10 @@ SquareMatrix assemble_transfer_kernel(const Grid1D& grid, std::span<const double
   Heartbeat heartbeat(poll);
   for (std::size_t i = 0; i < kernel.n; ++i) {
     double sum = 0.0;
-    for (std::size_t j = 0; j < kernel.n; ++j) {
-      const double d = u[i] - u[j];
-      kernel(i, j) = std::exp(-0.5 * (d * d) / (s * s) - potential_scale * potential[j]);
-      sum += kernel(i, j);
-    }
+    const std::span<double> row(&kernel(i, 0), kernel.n);
+    transfer_exponents(u.data(), potential.data(), u[i], s * s, potential_scale, kernel.n, row.data());
+    vkm::exp(row, row);
+    for (const double value : row) sum += value;
     if (normalize_rows && sum > 0.0) {
       for (std::size_t j = 0; j < kernel.n; ++j) kernel(i, j) /= sum;
     }

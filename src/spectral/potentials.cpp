@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "core/elementary.hpp"
+
 namespace vkm::spectral {
 
 namespace {
@@ -47,7 +49,7 @@ std::vector<double> build_potential_from_options(const Grid1D& grid, const Poten
     for (const PotentialGaussianWell& well : options.gaussians) {
       const double s = std::max(well.sigma, least_sigma);
       const double d = u - well.center;
-      v += well.amplitude * std::exp(-0.5 * (d * d) / (s * s));
+      v += well.amplitude * vkm::exp(-0.5 * (d * d) / (s * s));
     }
     potential[i] = v;
     wells += options.gaussians.size() + 1;

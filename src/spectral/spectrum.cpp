@@ -4,6 +4,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 
 namespace vkm::spectral {
@@ -12,7 +13,7 @@ double logdet_from_eigenvalues(std::span<const double> eigenvalues, double regul
   Heartbeat heartbeat(poll);
   double sum = 0.0;
   for (const double e : eigenvalues) {
-    sum += std::log(std::fabs(e) + regularization);
+    sum += vkm::log(std::fabs(e) + regularization);
     heartbeat.tick_each(4096);
   }
   return sum;
@@ -36,8 +37,8 @@ std::vector<double> spectral_density_histogram(std::span<const double> eigenvalu
   return counts;
 }
 
-std::vector<double> nearest_eigenvalues_to_targets(std::span<const double> eigenvalues,
-                                                   std::span<const double> targets, const Poll& poll) {
+std::vector<double> nearest_eigenvalues_to_targets(std::span<const double> eigenvalues, std::span<const double> targets,
+                                                   const Poll& poll) {
   if (eigenvalues.empty() && !targets.empty()) {
     throw std::invalid_argument("nearest_eigenvalues_to_targets: eigenvalues must not be empty");
   }

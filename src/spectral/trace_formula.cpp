@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "core/numbers.hpp"
 
 namespace vkm {
@@ -38,7 +39,7 @@ std::vector<double> phase_derivative(std::span<const double> t, std::span<const 
   if (n < 3) return derivative;
 
   std::vector<double> phase(n);
-  for (std::size_t i = 0; i < n; ++i) phase[i] = std::atan2(xi[i].imag(), xi[i].real());
+  for (std::size_t i = 0; i < n; ++i) phase[i] = vkm::atan2(xi[i].imag(), xi[i].real());
   Heartbeat heartbeat(poll);
   for (std::size_t i = 1; i < n; ++i) {
     phase[i] = -unwound(-phase[i], -phase[i - 1]);  // down

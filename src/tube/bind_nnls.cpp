@@ -1,11 +1,10 @@
-#include "tube/contact_stress.hpp"
+#include "tube/nnls.hpp"
 #include "tube/tube_registrars.hpp"
 
 namespace vkm {
 
 namespace {
 
-using Map = ContactStressMap;
 using Vector = std::vector<double>;
 
 constexpr const char* coordinate_descent_doc =
@@ -34,21 +33,19 @@ Returns: NNLSResult; never raises for bad sizes, see `converged`.)";
 
 constexpr auto coordinate_descent = [](RigidityMatrix matrix, const Vector& target, std::uint64_t max_iterations,
                                        double tolerance) {
-  return Map::solve_nonnegative_least_squares(matrix, target, max_iterations, tolerance, python_poll());
+  return solve_by_coordinate_descent(matrix, target, {max_iterations, tolerance}, python_poll());
 };
 constexpr auto coordinate_descent_sparse = [](SparseRigidityMatrix matrix, const Vector& target,
                                               std::uint64_t max_iterations, double tolerance) {
-  return Map::solve_nonnegative_least_squares_sparse(matrix, target, max_iterations, tolerance, python_poll());
+  return solve_by_coordinate_descent(matrix, target, {max_iterations, tolerance}, python_poll());
 };
 constexpr auto active_set = [](RigidityMatrix matrix, const Vector& target, std::uint64_t max_iterations,
                                double tolerance, double ridge) {
-  return Map::solve_nonnegative_least_squares_active_set(matrix, target, max_iterations, tolerance, ridge,
-                                                         python_poll());
+  return solve_by_active_set(matrix, target, {max_iterations, tolerance, ridge}, python_poll());
 };
-constexpr auto active_set_sparse = [](SparseRigidityMatrix matrix, const Vector& target,
-                                      std::uint64_t max_iterations, double tolerance, double ridge) {
-  return Map::solve_nonnegative_least_squares_sparse_active_set(matrix, target, max_iterations, tolerance, ridge,
-                                                                python_poll());
+constexpr auto active_set_sparse = [](SparseRigidityMatrix matrix, const Vector& target, std::uint64_t max_iterations,
+                                      double tolerance, double ridge) {
+  return solve_by_active_set(matrix, target, {max_iterations, tolerance, ridge}, python_poll());
 };
 
 }  // namespace
@@ -68,7 +65,7 @@ void register_nnls_record(py::module_& m) {
 }
 
 void register_nnls(py::module_& m) {
-  auto map = py::reinterpret_borrow<py::class_<Map>>(m.attr("ContactStressMap"));
+  auto map = py::reinterpret_borrow<py::class_<ContactStressMap>>(m.attr("ContactStressMap"));
   map.def_static("solve_nonnegative_least_squares", coordinate_descent, py::arg("matrix"), py::arg("target"),
                  py::arg("max_iterations") = 5000, py::arg("tolerance") = 1e-10, coordinate_descent_doc)
       .def_static("solve_nonnegative_least_squares_sparse", coordinate_descent_sparse, py::arg("matrix"),

@@ -1,5 +1,11 @@
+#include "tube/contact_gradient.hpp"
+#include "tube/corner.hpp"
+#include "tube/edge_lengths.hpp"
 #include "tube/resolved_tube.hpp"
+#include "tube/segment_distance.hpp"
+#include "tube/tube_analysis.hpp"
 #include "tube/tube_registrars.hpp"
+#include "tube/vertex_radius.hpp"
 
 namespace vkm {
 
@@ -66,56 +72,57 @@ void register_tube_records(py::module_& m) {
 }
 
 void register_resolved_tube_geometry(py::module_& m) {
-  using Geometry = ResolvedTubeGeometry;
   const auto analyze = [](const Points& points, std::int32_t skip_neighbors, double contact_tol,
                           double equilateral_tol) {
-    return Geometry::analyze(points, skip_neighbors, contact_tol, equilateral_tol, python_poll());
+    return analyze_tube(points, {skip_neighbors, contact_tol, equilateral_tol}, python_poll());
   };
-  const auto length = [](const Points& points) { return Geometry::length(points); };
-  const auto global_minrad = [](const Points& points) { return Geometry::global_minrad(points); };
-  const auto length_gradient = [](const Points& points) { return Geometry::length_gradient_flat(points); };
+  const auto length = [](const Points& points) { return polygon_length(points); };
+  const auto least_radius = [](const Points& points) { return global_minrad(points); };
+  const auto gradient = [](const Points& points) { return length_gradient(points); };
+  const auto lower_bound = [] { return nontrivial_knot_lower_bound_rad; };
+  const auto edges_of = [](const Points& points) { return edge_statistics(edge_lengths(points)); };
 
-  bound_class<Geometry>(m, "ResolvedTubeGeometry",
-                        "Closed polygons as the centre lines of tubes of constant radius. Points are N lists of three "
-                        "floats or an (N, 3)\n"
-                        "array in any unit of length; the closing edge is implied. A flat gradient has 3 N entries, "
-                        "coordinate `axis` of\n"
-                        "vertex v at index 3 v + axis. Vertex numbers are taken modulo N.")
+  bound_class<ResolvedTubeGeometry>(
+      m, "ResolvedTubeGeometry",
+      "Closed polygons as the centre lines of tubes of constant radius. Points are N lists of three "
+      "floats or an (N, 3)\n"
+      "array in any unit of length; the closing edge is implied. A flat gradient has 3 N entries, "
+      "coordinate `axis` of\n"
+      "vertex v at index 3 v + axis. Vertex numbers are taken modulo N.")
       .def_static("length", length, py::arg("points"), "Polygon length; 0 for fewer than two points.")
       .def_static(
-          "edge_length_mean", [](const Points& points) { return Geometry::edge_length_mean(points); },
-          py::arg("points"), "Mean edge length; 0 for fewer than two points.")
+          "edge_length_mean", [=](const Points& points) { return edges_of(points).mean; }, py::arg("points"),
+          "Mean edge length; 0 for fewer than two points.")
       .def_static(
-          "edge_length_relative_std", [](const Points& points) { return Geometry::edge_length_relative_std(points); },
+          "edge_length_relative_std", [=](const Points& points) { return edges_of(points).relative_std; },
           py::arg("points"), "Standard deviation (divisor N) of the edge lengths over their mean.")
       .def_static(
           "edge_length_max_relative_deviation",
-          [](const Points& points) { return Geometry::edge_length_max_relative_deviation(points); }, py::arg("points"),
+          [=](const Points& points) { return edges_of(points).max_relative_deviation; }, py::arg("points"),
           "Largest |l / mean - 1| of the edge lengths l.")
-      .def_static("turning_angle", &Geometry::turning_angle, py::arg("a"), py::arg("b"), py::arg("c"),
-                  "Exterior angle of the corner a b c in radians: 0 straight on, pi for a reversal; 0 for a collapsed\n"
-                  "edge.")
       .def_static(
-          "minrad_at_vertex",
-          [](const Points& points, std::uint64_t i) { return Geometry::minrad_at_vertex(points, i); },
+          "turning_angle", [](const Vec3& a, const Vec3& b, const Vec3& c) { return corner_of(a, b, c).angle; },
+          py::arg("a"), py::arg("b"), py::arg("c"),
+          "Exterior angle of the corner a b c in radians: 0 straight on, pi for a reversal; 0 for a collapsed\n"
+          "edge.")
+      .def_static(
+          "minrad_at_vertex", [](const Points& points, std::uint64_t i) { return minrad_at_vertex(points, i); },
           py::arg("points"), py::arg("i"),
           "Radius min(l-, l+) / (2 tan(theta / 2)) of the corner at vertex i (Rawdon's MinRad): 0 at a collapsed "
           "edge,\n"
           "+infinity on a straight run.")
       .def_static(
-          "kink_at_vertex", [](const Points& points, std::uint64_t i) { return Geometry::kink_at_vertex(points, i); },
+          "kink_at_vertex", [](const Points& points, std::uint64_t i) { return kink_at_vertex(points, i); },
           py::arg("points"), py::arg("i"),
           "KinkRecord of the corner at vertex i. Raises ValueError below three points. A collapsed edge makes the\n"
           "angle 0 and thereby all radii infinite, unlike minrad_at_vertex.")
-      .def_static("global_minrad", global_minrad, py::arg("points"),
+      .def_static("global_minrad", least_radius, py::arg("points"),
                   "Least minrad_at_vertex; 0 for fewer than three points.")
       .def_static(
           "segment_segment_distance",
           [](const Vec3& p0, const Vec3& p1, const Vec3& q0, const Vec3& q1) {
-            double s = 0.0;
-            double t = 0.0;
-            const double distance = Geometry::segment_segment_distance(p0, p1, q0, q1, &s, &t);
-            return std::make_tuple(distance, s, t);
+            const SegmentDistance found = segment_distance(p0, p1, q0, q1);
+            return std::make_tuple(found.distance, found.s, found.t);
           },
           py::arg("p0"), py::arg("p1"), py::arg("q0"), py::arg("q1"),
           "(distance, s, t) of the segments p0 p1 and q0 q1: the closest points are p0 + s (p1 - p0), q0 + t (q1 - "
@@ -123,53 +130,56 @@ void register_resolved_tube_geometry(py::module_& m) {
       .def_static(
           "dcsd_candidates",
           [](const Points& points, std::int32_t skip_neighbors, double distance_tol) {
-            return Geometry::dcsd_candidates(points, skip_neighbors, distance_tol, python_poll());
+            return dcsd_candidates(points, skip_neighbors, distance_tol, python_poll());
           },
           py::arg("points"), py::arg("skip_neighbors") = 2, py::arg("distance_tol") = 0.0,
           "List of SegmentPair, by i, then j: the edge pairs more than skip_neighbors apart around the loop whose\n"
           "distance is within 1e-12 of the least distance m, or within (1 + tol) m + tol for a positive tolerance.")
       .def_static("analyze", analyze, py::arg("points"), py::arg("skip_neighbors") = 2, py::arg("contact_tol") = 0.001,
                   py::arg("equilateral_tol") = 0.001, analyze_doc)
-      .def_static("length_gradient_flat", length_gradient, py::arg("points"), "Flat gradient of the length.")
+      .def_static("length_gradient_flat", gradient, py::arg("points"), "Flat gradient of the length.")
       .def_static(
           "strut_gradient_flat",
-          [](const Points& points, const SegmentPair& pair) { return Geometry::strut_gradient_flat(points, pair); },
+          [](const Points& points, const SegmentPair& pair) {
+            return strut_gradient(points, pair).flat(points.size());
+          },
           py::arg("points"), py::arg("pair"), "Flat gradient of half the distance of the pair at its fixed s and t.")
       .def_static(
           "kink_minrad_plus_gradient_flat",
           [](const Points& points, const KinkRecord& kink) {
-            return Geometry::kink_minrad_plus_gradient_flat(points, kink);
+            return kink_minrad_plus_gradient(points, kink).flat(points.size());
           },
           py::arg("points"), py::arg("kink"), "Flat gradient of minrad_plus, at the record's turning angle.")
       .def_static(
           "kink_minrad_minus_gradient_flat",
           [](const Points& points, const KinkRecord& kink) {
-            return Geometry::kink_minrad_minus_gradient_flat(points, kink);
+            return kink_minrad_minus_gradient(points, kink).flat(points.size());
           },
           py::arg("points"), py::arg("kink"), "Flat gradient of minrad_minus, at the record's turning angle.")
       .def_static(
           "kink_minrad_gradient_flat",
           [](const Points& points, const KinkRecord& kink, bool use_analytic, double finite_difference_step) {
-            return Geometry::kink_minrad_gradient_flat(points, kink, use_analytic, finite_difference_step);
+            return kink_minrad_gradient(points, kink, {use_analytic, finite_difference_step}).flat(points.size());
           },
           py::arg("points"), py::arg("kink"), py::arg("use_analytic") = true, py::arg("finite_difference_step") = 1e-6,
           "Flat gradient of minrad: the active side's analytic form, ties to the minus side; central differences of\n"
           "step max(|x|, 1) finite_difference_step where that vanishes or is not wanted.")
-      .def_static("nontrivial_knot_lower_bound_rad", &Geometry::nontrivial_knot_lower_bound_rad,
+      .def_static("nontrivial_knot_lower_bound_rad", lower_bound,
                   "(4 + 2 sqrt(2)) pi, a lower bound of length over radius for any non-trivial knot.")
-      .def_static("radius_to_diameter_ropelength", &Geometry::radius_to_diameter_ropelength, py::arg("ropelength_rad"),
-                  "Half of the argument.")
-      .def_static("diameter_to_radius_ropelength", &Geometry::diameter_to_radius_ropelength, py::arg("ropelength_diam"),
-                  "Twice the argument.");
+      .def_static(
+          "radius_to_diameter_ropelength", [](double ropelength_rad) { return 0.5 * ropelength_rad; },
+          py::arg("ropelength_rad"), "Half of the argument.")
+      .def_static(
+          "diameter_to_radius_ropelength", [](double ropelength_diam) { return 2.0 * ropelength_diam; },
+          py::arg("ropelength_diam"), "Twice the argument.");
 
   m.def("resolved_tube_analyze", analyze, py::arg("points"), py::arg("skip_neighbors") = 2,
         py::arg("contact_tol") = 0.001, py::arg("equilateral_tol") = 0.001, analyze_doc);
   m.def("resolved_tube_length", length, py::arg("points"), "Polygon length; 0 for fewer than two points.");
-  m.def("resolved_tube_minrad", global_minrad, py::arg("points"),
-        "Least vertex radius; 0 for fewer than three points.");
-  m.def("resolved_tube_lower_bound_rad", &Geometry::nontrivial_knot_lower_bound_rad,
+  m.def("resolved_tube_minrad", least_radius, py::arg("points"), "Least vertex radius; 0 for fewer than three points.");
+  m.def("resolved_tube_lower_bound_rad", lower_bound,
         "(4 + 2 sqrt(2)) pi, a lower bound of length over radius for any non-trivial knot.");
-  m.def("resolved_tube_length_gradient_flat", length_gradient, py::arg("points"), "Flat gradient of the length.");
+  m.def("resolved_tube_length_gradient_flat", gradient, py::arg("points"), "Flat gradient of the length.");
 }
 
 }  // namespace vkm

@@ -1,4 +1,6 @@
 #include "tube/contact_stress.hpp"
+#include "tube/matrix_market.hpp"
+#include "tube/rigidity.hpp"
 #include "tube/tube_registrars.hpp"
 
 namespace vkm {
@@ -102,26 +104,26 @@ void register_contact_stress_record(py::module_& m) {
 }
 
 void register_contact_stress_map(py::module_& m) {
-  using Map = ContactStressMap;
   const auto build = [](const Points& points, ResolvedTubeMetrics tube, bool include_struts, bool include_kinks,
                         double kink_finite_difference_step, bool use_analytic_kink_gradient) {
-    return Map::build_rigidity_matrix(points, tube, include_struts, include_kinks, kink_finite_difference_step,
-                                      use_analytic_kink_gradient, python_poll());
+    return build_rigidity_matrix(
+        points, tube, {include_struts, include_kinks, {use_analytic_kink_gradient, kink_finite_difference_step}},
+        python_poll());
   };
-  const auto build_sparse = [](const Points& points, ResolvedTubeMetrics tube, bool include_struts,
-                               bool include_kinks, double kink_finite_difference_step,
-                               bool use_analytic_kink_gradient) {
-    return Map::build_sparse_rigidity_matrix(points, tube, include_struts, include_kinks, kink_finite_difference_step,
-                                             use_analytic_kink_gradient, python_poll());
+  const auto build_sparse = [](const Points& points, ResolvedTubeMetrics tube, bool include_struts, bool include_kinks,
+                               double kink_finite_difference_step, bool use_analytic_kink_gradient) {
+    return build_sparse_rigidity_matrix(
+        points, tube, {include_struts, include_kinks, {use_analytic_kink_gradient, kink_finite_difference_step}},
+        python_poll());
   };
-  const auto write_matrix_market = [](SparseRigidityMatrix sparse, const std::string& path, bool one_based_indices) {
-    Map::write_sparse_matrix_market(sparse, path, one_based_indices, python_poll());
+  const auto write_matrix = [](SparseRigidityMatrix sparse, const std::string& path, bool one_based_indices) {
+    write_sparse_matrix_market(sparse, path, one_based_indices, python_poll());
   };
-  const auto write_vector_market = [](const std::vector<double>& vector, const std::string& path) {
-    Map::write_vector_market(vector, path, python_poll());
+  const auto write_market = [](const std::vector<double>& vector, const std::string& path) {
+    write_vector_market(vector, path, python_poll());
   };
-  const auto write_vector_csv = [](const std::vector<double>& vector, const std::string& path) {
-    Map::write_vector_csv(vector, path, python_poll());
+  const auto write_csv = [](const std::vector<double>& vector, const std::string& path) {
+    write_vector_csv(vector, path, python_poll());
   };
   constexpr const char* matrix_market_doc =
       "Write the matrix as a Matrix Market coordinate file, 17 significant digits, and replace the file by it as a\n"
@@ -130,8 +132,8 @@ void register_contact_stress_map(py::module_& m) {
       "Write the floats as a Matrix Market array file, 17 significant digits, and replace the file by it as a whole.\n"
       "Raises RuntimeError if the file cannot be opened or written; the old one stays then.";
 
-  auto map = bound_class<Map>(m, "ContactStressMap",
-                              "Rigidity matrices of resolved tubes and the stress that contacts carry.");
+  auto map = bound_class<ContactStressMap>(m, "ContactStressMap",
+                                           "Rigidity matrices of resolved tubes and the stress that contacts carry.");
 
   // Each of these stands on the class and, under another name, in the module.
   const auto both = [&](const char* member, const char* function, const auto& call, const auto&... extra) {
@@ -145,31 +147,32 @@ void register_contact_stress_map(py::module_& m) {
   };
   both_builders("build_rigidity_matrix", "resolved_tube_build_rigidity_matrix", build, build_doc);
   both_builders("build_sparse_rigidity_matrix", "resolved_tube_build_sparse_rigidity_matrix", build_sparse, sparse_doc);
-  map.def_static("sparse_to_dense", &Map::sparse_to_dense, py::arg("sparse"),
+  map.def_static("sparse_to_dense", &sparse_to_dense, py::arg("sparse"),
                  "The dense matrix of the same columns; entries at or beyond row_count are ignored.");
-  both("write_sparse_matrix_market", "resolved_tube_write_matrix_market", write_matrix_market,
-       py::arg("sparse"), py::arg("path"), py::arg("one_based_indices") = true, matrix_market_doc);
-  both("write_vector_market", "resolved_tube_write_vector_market", write_vector_market, py::arg("vector"),
-       py::arg("path"), vector_market_doc);
-  map.def_static("write_vector_csv", write_vector_csv, py::arg("vector"), py::arg("path"),
-                 "Write the floats as CSV with the header row,value, 17 significant digits, and replace the file by it as a\n"
-                 "whole. Raises RuntimeError if the file cannot be opened or written; the old one stays then.");
+  both("write_sparse_matrix_market", "resolved_tube_write_matrix_market", write_matrix, py::arg("sparse"),
+       py::arg("path"), py::arg("one_based_indices") = true, matrix_market_doc);
+  both("write_vector_market", "resolved_tube_write_vector_market", write_market, py::arg("vector"), py::arg("path"),
+       vector_market_doc);
+  map.def_static(
+      "write_vector_csv", write_csv, py::arg("vector"), py::arg("path"),
+      "Write the floats as CSV with the header row,value, 17 significant digits, and replace the file by it as a\n"
+      "whole. Raises RuntimeError if the file cannot be opened or written; the old one stays then.");
 }
 
 void register_contact_diagnosis(py::module_& m) {
-  using Map = ContactStressMap;
   const auto diagnose = [](const Points& points, ResolvedTubeMetrics tube, bool solve_nnls,
                            std::uint64_t max_iterations, double tolerance, bool use_sparse_solver,
                            bool use_analytic_kink_gradient, bool use_active_set_solver) {
-    return Map::diagnose_length_criticality(points, tube, solve_nnls, max_iterations, tolerance, use_sparse_solver,
-                                            use_analytic_kink_gradient, use_active_set_solver, python_poll());
+    const ContactFit fit{
+        use_sparse_solver, use_active_set_solver, use_analytic_kink_gradient, {max_iterations, tolerance}};
+    return diagnose_length_criticality(points, tube, solve_nnls, fit, python_poll());
   };
   const auto define = [&](auto&& def) {
     def(diagnose, py::arg("points"), py::arg("tube"), py::arg("solve_nnls") = true, py::arg("max_iterations") = 5000,
         py::arg("tolerance") = 1e-10, py::arg("use_sparse_solver") = true, py::arg("use_analytic_kink_gradient") = true,
         py::arg("use_active_set_solver") = true, diagnose_doc);
   };
-  auto map = py::reinterpret_borrow<py::class_<Map>>(m.attr("ContactStressMap"));
+  auto map = py::reinterpret_borrow<py::class_<ContactStressMap>>(m.attr("ContactStressMap"));
   define([&](const auto&... all) { map.def_static("diagnose_length_criticality", all...); });
   define([&](const auto&... all) { m.def("resolved_tube_kkt_diagnostics", all...); });
 }

@@ -1,4 +1,5 @@
 #include "module/c_symbol.hpp"
+#include "tube/thickness_correction.hpp"
 #include "tube/tightener.hpp"
 #include "tube/tube_registrars.hpp"
 
@@ -96,18 +97,15 @@ void register_results(py::module_& m) {
       .def_readwrite("reason", &TighteningResult::reason, "Why the run ended.");
 }
 
-using Tightener = ResolvedTubeTightener;
-
-constexpr auto tighten = [](const Points& initial_points, TighteningOptions options) {
-  return Tightener::tighten(initial_points, options, python_poll());
+constexpr auto plain = [](const Points& initial_points, TighteningOptions options) {
+  return tighten(initial_points, options, python_poll());
 };
 constexpr auto watched = [](const Points& initial_points, TighteningOptions options, const py::function& watch) {
-  return Tightener::tighten(initial_points, options, python_poll(),
-                            [&](const TighteningStepRecord& step, const Points& points) { watch(step, points); });
+  return tighten(initial_points, options, python_poll(),
+                 [&](const TighteningStepRecord& step, const Points& points) { watch(step, points); });
 };
-constexpr auto projected_gradient = [](const Points& points, ResolvedTubeMetrics tube,
-                                       TighteningOptions options) {
-  return Tightener::projected_gradient_flat(points, tube, options, nullptr, python_poll());
+constexpr auto unbalanced = [](const Points& points, ResolvedTubeMetrics tube, TighteningOptions options) {
+  return projected_gradient(points, tube, options, nullptr, python_poll());
 };
 
 py::arg_v options_argument() { return py::arg_v("options", TighteningOptions(), "TighteningOptions()"); }
@@ -121,13 +119,13 @@ void register_tightening_records(py::module_& m) {
 
 void register_tightener(py::module_& m) {
   const py::arg_v options = options_argument();
-  bound_class<Tightener>(m, "ResolvedTubeTightener", "Shortens closed polygons at fixed tube thickness.")
+  bound_class<ResolvedTubeTightener>(m, "ResolvedTubeTightener", "Shortens closed polygons at fixed tube thickness.")
       .def_static(
           "rescale_to_thickness",
           [](const Points& points, double target_thickness, std::int32_t skip_neighbors, double contact_tol,
              double equilateral_tol) {
-            return Tightener::rescale_to_thickness(points, target_thickness, skip_neighbors, contact_tol,
-                                                   equilateral_tol, python_poll());
+            return rescale_to_thickness(points, target_thickness, {skip_neighbors, contact_tol, equilateral_tol},
+                                        python_poll());
           },
           py::arg("points"), py::arg("target_thickness"), py::arg("skip_neighbors") = 2, py::arg("contact_tol") = 0.001,
           py::arg("equilateral_tol") = 0.001,
@@ -136,20 +134,20 @@ void register_tightener(py::module_& m) {
       .def_static(
           "correct_thickness",
           [](const Points& points, double target_thickness, TighteningOptions given) {
-            return Tightener::correct_thickness(points, target_thickness, given, python_poll());
+            return correct_thickness(points, target_thickness, given, python_poll());
           },
           py::arg("points"), py::arg("target_thickness"), options,
           "The polygon moved up to the target thickness: by up to three Newton steps on its contacts and a scaling\n"
           "for the rest ('newton'), by the scaling alone ('scale'), or not at all ('none').")
-      .def_static("projected_gradient_flat", projected_gradient, py::arg("points"), py::arg("tube"), options,
+      .def_static("projected_gradient_flat", unbalanced, py::arg("points"), py::arg("tube"), options,
                   projected_gradient_doc)
-      .def_static("tighten", tighten, py::arg("initial_points"), options, tighten_doc);
+      .def_static("tighten", plain, py::arg("initial_points"), options, tighten_doc);
 }
 
 void register_tightening_functions(py::module_& m) {
   const py::arg_v options = options_argument();
-  m.def("resolved_tube_tighten", tighten, py::arg("initial_points"), options, tighten_doc);
-  m.def("resolved_tube_projected_gradient", projected_gradient, py::arg("points"), py::arg("tube"), options,
+  m.def("resolved_tube_tighten", plain, py::arg("initial_points"), options, tighten_doc);
+  m.def("resolved_tube_projected_gradient", unbalanced, py::arg("points"), py::arg("tube"), options,
         projected_gradient_doc);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "tube/corner.hpp"
 #include "tube/polygon_index.hpp"
 
@@ -78,8 +79,8 @@ ContactGradient kink_minrad_plus_gradient(std::span<const Vec3> points, const Ki
   const double length_N = norm(N);
   if (length_N <= tube_epsilon) return gradient;
   const Vec3 nh = N / length_N;
-  const double C = 2.0 * std::cos(theta) - 2.0;
-  const double T = std::tan(theta / 2.0);
+  const double C = 2.0 * vkm::cos(theta) - 2.0;
+  const double T = vkm::tan(theta / 2.0);
   if (std::fabs(C) <= tube_epsilon || std::fabs(T) <= tube_epsilon) return gradient;
   const double dtheta = lb / C;
   const Vec3 gl = b / (2.0 * T * lb);
@@ -108,12 +109,11 @@ ContactGradient kink_minrad_minus_gradient(std::span<const Vec3> points, const K
   return gradient;
 }
 
-ContactGradient kink_minrad_gradient(std::span<const Vec3> points, const KinkRecord& kink, bool use_analytic,
-                                     double finite_difference_step) {
+ContactGradient kink_minrad_gradient(std::span<const Vec3> points, const KinkRecord& kink, const KinkGradient& how) {
   ContactGradient gradient;
   const std::uint64_t n = points.size();
   if (n < 3) return gradient;
-  if (use_analytic) {
+  if (how.analytic) {
     const double slack = 1e-12 * std::max(std::fabs(kink.minrad), 1.0);
     const bool minus = kink.minrad_plus + slack >= kink.minrad_minus;  // ties go to the minus side
     ContactGradient analytic =
@@ -121,7 +121,7 @@ ContactGradient kink_minrad_gradient(std::span<const Vec3> points, const KinkRec
     if (analytic.norm() > tube_epsilon) return analytic;
   }
 
-  const double step = finite_difference_step > 0.0 ? finite_difference_step : 1e-6;
+  const double step = how.finite_difference_step > 0.0 ? how.finite_difference_step : 1e-6;
   const std::array<std::uint64_t, 3> vertices = {previous_vertex(kink.vertex, n), vertex_at(kink.vertex, n),
                                                  next_vertex(kink.vertex, n)};
   // The radius at the corner with one vertex of the polygon moved.
@@ -153,7 +153,7 @@ ContactGradient kink_minrad_gradient(std::span<const Vec3> points, const KinkRec
   return gradient;
 }
 
-std::vector<double> ResolvedTubeGeometry::length_gradient_flat(Points points) {
+std::vector<double> length_gradient(std::span<const Vec3> points) {
   const std::size_t n = points.size();
   std::vector<double> gradient(3 * n, 0.0);
   if (n < 2) return gradient;
@@ -168,23 +168,6 @@ std::vector<double> ResolvedTubeGeometry::length_gradient_flat(Points points) {
     for (std::size_t axis = 0; axis < 3; ++axis) gradient[3 * v + axis] = g[axis];
   }
   return gradient;
-}
-
-std::vector<double> ResolvedTubeGeometry::strut_gradient_flat(Points points, const SegmentPair& pair) {
-  return strut_gradient(points, pair).flat(points.size());
-}
-
-std::vector<double> ResolvedTubeGeometry::kink_minrad_plus_gradient_flat(Points points, const KinkRecord& kink) {
-  return kink_minrad_plus_gradient(points, kink).flat(points.size());
-}
-
-std::vector<double> ResolvedTubeGeometry::kink_minrad_minus_gradient_flat(Points points, const KinkRecord& kink) {
-  return kink_minrad_minus_gradient(points, kink).flat(points.size());
-}
-
-std::vector<double> ResolvedTubeGeometry::kink_minrad_gradient_flat(Points points, const KinkRecord& kink,
-                                                                    bool use_analytic, double finite_difference_step) {
-  return kink_minrad_gradient(points, kink, use_analytic, finite_difference_step).flat(points.size());
 }
 
 }  // namespace vkm

@@ -1,7 +1,10 @@
 #pragma once
 
-/// The gradient of one contact: it touches at most four vertices, so only these are held. Spread into a zero vector it
-/// is the flat gradient, entry by entry.
+/// Gradients with respect to the vertices: of a polygon's length, and of the radii of its contacts. Coordinate `axis`
+/// of vertex v has the index 3 v + axis in a flat gradient.
+///
+/// The gradient of one contact touches at most four vertices, so only these are held. Spread into a zero vector it is
+/// the flat gradient, entry by entry.
 
 #include <array>
 #include <cstdint>
@@ -42,13 +45,23 @@ class ContactGradient {
   std::size_t count_ = 0;
 };
 
+/// Flat gradient of the length; zeros for fewer than two points.
+std::vector<double> length_gradient(std::span<const Vec3> points);
+
 /// Gradient of half the distance of the pair at its fixed parameters; empty for fewer than two points.
 ContactGradient strut_gradient(std::span<const Vec3> points, const SegmentPair& pair);
 
-/// Gradients of the two radii of a corner and of the smaller one; empty for fewer than three points.
+/// How a kink's gradient is found.
+struct KinkGradient {
+  bool analytic = true;                  ///< else by central differences throughout
+  double finite_difference_step = 1e-6;  ///< relative to max(|x|, 1), where the analytic form vanishes too
+};
+
+/// Gradients of the two radii of a corner, at the record's turning angle, and of the smaller one, ties to the minus
+/// side; empty for fewer than three points.
 ContactGradient kink_minrad_plus_gradient(std::span<const Vec3> points, const KinkRecord& kink);
 ContactGradient kink_minrad_minus_gradient(std::span<const Vec3> points, const KinkRecord& kink);
-ContactGradient kink_minrad_gradient(std::span<const Vec3> points, const KinkRecord& kink, bool use_analytic,
-                                     double finite_difference_step);
+ContactGradient kink_minrad_gradient(std::span<const Vec3> points, const KinkRecord& kink,
+                                     const KinkGradient& how = {});
 
 }  // namespace vkm

@@ -13,9 +13,8 @@
 
 #include "core/poll.hpp"
 #include "core/vec3.hpp"
-#include "tube/nnls_result.hpp"
+#include "tube/contact_fit.hpp"
 #include "tube/resolved_tube.hpp"
-#include "tube/rigidity_matrix.hpp"
 
 namespace vkm {
 
@@ -39,55 +38,12 @@ struct ContactStressDiagnostics {
   std::vector<double> multipliers;  ///< one per column
 };
 
-struct ContactStressMap {
-  using Points = std::span<const Vec3>;
-  using Vector = std::vector<double>;
+/// Notes a solver's multipliers and how it found them; the residuals are the caller's.
+void take_solution(NNLSResult solution, ContactStressDiagnostics& found);
 
-  /// `tube` is the analysis of `points`; contacts whose gradient vanishes (norm up to 1e-14) give no column.
-  static RigidityMatrix build_rigidity_matrix(Points points, const ResolvedTubeMetrics& tube,
-                                              bool include_struts = true, bool include_kinks = true,
-                                              double kink_finite_difference_step = 1e-6,
-                                              bool use_analytic_kink_gradient = true, const Poll& poll = {});
-  /// The same, of entries above 1e-15 in magnitude.
-  static SparseRigidityMatrix build_sparse_rigidity_matrix(Points points, const ResolvedTubeMetrics& tube,
-                                                           bool include_struts = true, bool include_kinks = true,
-                                                           double kink_finite_difference_step = 1e-6,
-                                                           bool use_analytic_kink_gradient = true,
-                                                           const Poll& poll = {});
-  /// Entries at or beyond row_count are ignored.
-  static RigidityMatrix sparse_to_dense(const SparseRigidityMatrix& sparse);
-
-  /// Writers for outside solvers. std::runtime_error if the file cannot be opened or written; the old one stays then.
-  static void write_sparse_matrix_market(const SparseRigidityMatrix& sparse, const std::string& path,
-                                         bool one_based_indices = true, const Poll& poll = {});
-  static void write_vector_market(std::span<const double> vector, const std::string& path, const Poll& poll = {});
-  static void write_vector_csv(std::span<const double> vector, const std::string& path, const Poll& poll = {});
-
-  /// Multipliers x >= 0 that minimise |A x - target| (nnls.cpp).
-  static NNLSResult solve_nonnegative_least_squares(const RigidityMatrix& matrix, std::span<const double> target,
-                                                    std::uint64_t max_iterations = 5000, double tolerance = 1e-10,
-                                                    const Poll& poll = {});
-  static NNLSResult solve_nonnegative_least_squares_sparse(const SparseRigidityMatrix& matrix,
-                                                           std::span<const double> target,
-                                                           std::uint64_t max_iterations = 5000,
-                                                           double tolerance = 1e-10, const Poll& poll = {});
-  static NNLSResult solve_nonnegative_least_squares_active_set(const RigidityMatrix& matrix,
-                                                               std::span<const double> target,
-                                                               std::uint64_t max_iterations = 2000,
-                                                               double tolerance = 1e-10, double ridge = 1e-12,
-                                                               const Poll& poll = {});
-  static NNLSResult solve_nonnegative_least_squares_sparse_active_set(const SparseRigidityMatrix& matrix,
-                                                                      std::span<const double> target,
-                                                                      std::uint64_t max_iterations = 2000,
-                                                                      double tolerance = 1e-10, double ridge = 1e-12,
-                                                                      const Poll& poll = {});
-
-  static ContactStressDiagnostics diagnose_length_criticality(Points points, const ResolvedTubeMetrics& tube,
-                                                              bool solve_nnls = true,
-                                                              std::uint64_t max_iterations = 5000,
-                                                              double tolerance = 1e-10, bool use_sparse_solver = true,
-                                                              bool use_analytic_kink_gradient = true,
-                                                              bool use_active_set_solver = true, const Poll& poll = {});
-};
+/// `tube` is the analysis of `points`. Without `solve` the counts and norms alone are reported.
+ContactStressDiagnostics diagnose_length_criticality(std::span<const Vec3> points, const ResolvedTubeMetrics& tube,
+                                                     bool solve = true, const ContactFit& fit = {},
+                                                     const Poll& poll = {});
 
 }  // namespace vkm

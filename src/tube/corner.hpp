@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/elementary.hpp"
 #include "core/vec3.hpp"
 #include "tube/resolved_tube.hpp"
 
@@ -25,7 +26,7 @@ inline Corner corner_of(const Vec3& a, const Vec3& b, const Vec3& c) {
   const double length_w = norm(w);
   double angle = 0.0;
   if (!(length_u <= tube_epsilon || length_w <= tube_epsilon)) {
-    angle = std::acos(std::clamp(dot(u, w) / (length_u * length_w), -1.0, 1.0));
+    angle = vkm::acos(std::clamp(dot(u, w) / (length_u * length_w), -1.0, 1.0));
   }
   return {length_u, length_w, angle};
 }
@@ -35,7 +36,7 @@ inline double corner_minrad(const Corner& corner) {
   constexpr double infinity = std::numeric_limits<double>::infinity();
   if (corner.length_minus <= tube_epsilon || corner.length_plus <= tube_epsilon) return 0.0;
   if (corner.angle <= tube_epsilon) return infinity;
-  const double d = 2.0 * std::tan(corner.angle / 2.0);
+  const double d = 2.0 * vkm::tan(corner.angle / 2.0);
   if (std::fabs(d) <= tube_epsilon) return infinity;
   return std::min(corner.length_minus, corner.length_plus) / d;
 }
@@ -50,7 +51,7 @@ inline KinkRecord corner_kink(const Corner& corner, std::uint64_t vertex) {
     kink.minrad_minus = kink.minrad_plus = kink.minrad = std::numeric_limits<double>::infinity();
     return kink;
   }
-  const double d = 2.0 * std::tan(corner.angle / 2.0);
+  const double d = 2.0 * vkm::tan(corner.angle / 2.0);
   const bool small = std::fabs(d) <= tube_epsilon;
   kink.minrad_minus = corner.length_minus <= tube_epsilon || small ? 0.0 : corner.length_minus / d;
   kink.minrad_plus = corner.length_plus <= tube_epsilon || small ? 0.0 : corner.length_plus / d;

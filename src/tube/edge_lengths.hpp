@@ -22,4 +22,7 @@ struct EdgeStatistics {
 
 EdgeStatistics edge_statistics(std::span<const double> lengths);
 
+/// Sum of all edge lengths, the closing edge included; 0 for fewer than two points.
+double polygon_length(std::span<const Vec3> points);
+
 }  // namespace vkm

@@ -1,12 +1,9 @@
-// Writers of rigidity matrices and vectors for outside solvers: Matrix Market coordinate and array files (R. F.
-// Boisvert, R. Pozo, K. Remington, The Matrix Market exchange formats, NISTIR 5935, 1996) and two-column CSV. Numbers
-// have 17 significant digits, whatever the locale of the process.
+#include "tube/matrix_market.hpp"
 
 #include <charconv>
 #include <stdexcept>
 
 #include "core/output_file.hpp"
-#include "tube/contact_stress.hpp"
 
 namespace vkm {
 
@@ -43,8 +40,8 @@ class NumberFile {
 
 }  // namespace
 
-void ContactStressMap::write_sparse_matrix_market(const SparseRigidityMatrix& sparse, const std::string& path,
-                                                  bool one_based_indices, const Poll& poll) {
+void write_sparse_matrix_market(const SparseRigidityMatrix& sparse, const std::string& path, bool one_based_indices,
+                                const Poll& poll) {
   NumberFile file(path, "could not open Matrix Market output path: ", poll);
   const std::uint64_t first = one_based_indices ? 1 : 0;
   file << "%%MatrixMarket matrix coordinate real general\n"
@@ -58,7 +55,7 @@ void ContactStressMap::write_sparse_matrix_market(const SparseRigidityMatrix& sp
   file.commit();
 }
 
-void ContactStressMap::write_vector_market(std::span<const double> vector, const std::string& path, const Poll& poll) {
+void write_vector_market(std::span<const double> vector, const std::string& path, const Poll& poll) {
   NumberFile file(path, "could not open vector Matrix Market output path: ", poll);
   file << "%%MatrixMarket matrix array real general\n"
        << "% VKMcore resolved-tube dense vector\n"
@@ -67,7 +64,7 @@ void ContactStressMap::write_vector_market(std::span<const double> vector, const
   file.commit();
 }
 
-void ContactStressMap::write_vector_csv(std::span<const double> vector, const std::string& path, const Poll& poll) {
+void write_vector_csv(std::span<const double> vector, const std::string& path, const Poll& poll) {
   NumberFile file(path, "could not open vector CSV output path: ", poll);
   file << "row,value\n";
   for (std::size_t row = 0; row < vector.size(); ++row) file << std::uint64_t{row} << "," << vector[row] << "\n";

@@ -1,11 +1,9 @@
-// Multipliers x >= 0 that minimise |A x - b|, by the normal equations: coordinate descent, and the active-set method of
-// C. L. Lawson and R. J. Hanson, Solving Least Squares Problems (1974), chapter 23, with a ridge in its inner solve.
+#include "tube/nnls.hpp"
 
 #include <algorithm>
 #include <cmath>
 
 #include "tube/block_solve.hpp"
-#include "tube/contact_stress.hpp"
 #include "tube/normal_equations.hpp"
 
 namespace vkm {
@@ -13,7 +11,10 @@ namespace vkm {
 namespace {
 
 constexpr double least_norm = 1e-14;
-constexpr double default_tolerance = 1e-10;
+
+double used_tolerance(const NNLSOptions& options) {
+  return options.tolerance > 0.0 ? options.tolerance : NNLSOptions{}.tolerance;
+}
 
 /// Where there is nothing to fit with: the residual is the target.
 NNLSResult unfitted(const char* algorithm, std::size_t columns, std::span<const double> target, double tolerance) {
@@ -38,11 +39,11 @@ void finish(const NormalEquations& equations, std::vector<double>&& x, double to
 
 template <class Matrix>
 NNLSResult coordinate_descent(const char* algorithm, const Matrix& matrix, std::span<const double> target,
-                              std::uint64_t max_iterations, double tolerance, const Poll& poll) {
+                              const NNLSOptions& options, const Poll& poll) {
   const std::size_t n = matrix.columns.size();
-  if (n == 0 || matrix.row_count == 0 || target.empty()) return unfitted(algorithm, n, target, tolerance);
-  if (!(tolerance > 0.0)) tolerance = default_tolerance;
-  max_iterations = std::max<std::uint64_t>(max_iterations, 1);
+  if (n == 0 || matrix.row_count == 0 || target.empty()) return unfitted(algorithm, n, target, options.tolerance);
+  const double tolerance = used_tolerance(options);
+  const std::uint64_t max_iterations = std::max<std::uint64_t>(options.max_iterations, 1);
 
   Heartbeat heartbeat(poll);
   const NormalEquations equations(matrix, target, heartbeat);
@@ -228,45 +229,36 @@ class ActiveSet {
 };
 
 template <class Matrix>
-NNLSResult active_set(const Matrix& matrix, std::span<const double> target, std::uint64_t max_iterations,
-                      double tolerance, double ridge, const Poll& poll) {
-  if (matrix.columns.empty()) return unfitted("active_set", 0, target, tolerance);
-  if (!(tolerance > 0.0)) tolerance = default_tolerance;
-  if (ridge < 0.0) ridge = 0.0;
+NNLSResult active_set(const Matrix& matrix, std::span<const double> target, const NNLSOptions& options,
+                      const Poll& poll) {
+  if (matrix.columns.empty()) return unfitted("active_set", 0, target, options.tolerance);
+  const double ridge = options.ridge < 0.0 ? 0.0 : options.ridge;
   Heartbeat heartbeat(poll);
   const NormalEquations equations(matrix, target, heartbeat);
-  return ActiveSet(equations, tolerance, ridge, heartbeat).run(std::max<std::uint64_t>(max_iterations, 1));
+  return ActiveSet(equations, used_tolerance(options), ridge, heartbeat)
+      .run(std::max<std::uint64_t>(options.max_iterations, 1));
 }
 
 }  // namespace
 
-NNLSResult ContactStressMap::solve_nonnegative_least_squares(const RigidityMatrix& matrix,
-                                                             std::span<const double> target,
-                                                             std::uint64_t max_iterations, double tolerance,
-                                                             const Poll& poll) {
-  return coordinate_descent("coordinate_descent", matrix, target, max_iterations, tolerance, poll);
+NNLSResult solve_by_coordinate_descent(const RigidityMatrix& matrix, std::span<const double> target,
+                                       const NNLSOptions& options, const Poll& poll) {
+  return coordinate_descent("coordinate_descent", matrix, target, options, poll);
 }
 
-NNLSResult ContactStressMap::solve_nonnegative_least_squares_sparse(const SparseRigidityMatrix& matrix,
-                                                                    std::span<const double> target,
-                                                                    std::uint64_t max_iterations, double tolerance,
-                                                                    const Poll& poll) {
-  return coordinate_descent("coordinate_descent_sparse", matrix, target, max_iterations, tolerance, poll);
+NNLSResult solve_by_coordinate_descent(const SparseRigidityMatrix& matrix, std::span<const double> target,
+                                       const NNLSOptions& options, const Poll& poll) {
+  return coordinate_descent("coordinate_descent_sparse", matrix, target, options, poll);
 }
 
-NNLSResult ContactStressMap::solve_nonnegative_least_squares_active_set(const RigidityMatrix& matrix,
-                                                                        std::span<const double> target,
-                                                                        std::uint64_t max_iterations, double tolerance,
-                                                                        double ridge, const Poll& poll) {
-  return active_set(matrix, target, max_iterations, tolerance, ridge, poll);
+NNLSResult solve_by_active_set(const RigidityMatrix& matrix, std::span<const double> target, const NNLSOptions& options,
+                               const Poll& poll) {
+  return active_set(matrix, target, options, poll);
 }
 
-NNLSResult ContactStressMap::solve_nonnegative_least_squares_sparse_active_set(const SparseRigidityMatrix& matrix,
-                                                                               std::span<const double> target,
-                                                                               std::uint64_t max_iterations,
-                                                                               double tolerance, double ridge,
-                                                                               const Poll& poll) {
-  return active_set(matrix, target, max_iterations, tolerance, ridge, poll);
+NNLSResult solve_by_active_set(const SparseRigidityMatrix& matrix, std::span<const double> target,
+                               const NNLSOptions& options, const Poll& poll) {
+  return active_set(matrix, target, options, poll);
 }
 
 }  // namespace vkm

@@ -1,12 +1,12 @@
-// The rigidity matrix in its two forms. A column is found as the few entries of its contact's gradient; the dense form
+// A column is found as the few entries of its contact's gradient; the dense form
 // spreads them, so both hold the same numbers.
+
+#include "tube/rigidity.hpp"
 
 #include <cmath>
 #include <utility>
 
 #include "core/memory.hpp"
-#include "tube/contact_gradient.hpp"
-#include "tube/contact_stress.hpp"
 
 namespace vkm {
 
@@ -15,16 +15,9 @@ namespace {
 constexpr double least_norm = 1e-14;
 constexpr double least_entry = 1e-15;
 
-struct Choice {
-  bool struts;
-  bool kinks;
-  double finite_difference_step;
-  bool analytic;
-};
-
 /// Hands the head of each column to keep and its gradient to `take`, in column order; `Column` is either form.
 template <class Column, class Take>
-void for_each_column(std::span<const Vec3> points, const ResolvedTubeMetrics& tube, const Choice& choice,
+void for_each_column(std::span<const Vec3> points, const ResolvedTubeMetrics& tube, const RigidityChoice& choice,
                      const Poll& poll, const Take& take) {
   if (points.empty()) return;
   Heartbeat heartbeat(poll);
@@ -47,21 +40,17 @@ void for_each_column(std::span<const Vec3> points, const ResolvedTubeMetrics& tu
       column.kind = "kink";
       column.kink_index = k;
       column.vertex = tube.kinks[k].vertex;
-      offer(std::move(column),
-            kink_minrad_gradient(points, tube.kinks[k], choice.analytic, choice.finite_difference_step), k);
+      offer(std::move(column), kink_minrad_gradient(points, tube.kinks[k], choice.kink_gradient), k);
     }
   }
 }
 
 }  // namespace
 
-RigidityMatrix ContactStressMap::build_rigidity_matrix(Points points, const ResolvedTubeMetrics& tube,
-                                                       bool include_struts, bool include_kinks,
-                                                       double kink_finite_difference_step,
-                                                       bool use_analytic_kink_gradient, const Poll& poll) {
+RigidityMatrix build_rigidity_matrix(std::span<const Vec3> points, const ResolvedTubeMetrics& tube,
+                                     const RigidityChoice& choice, const Poll& poll) {
   RigidityMatrix matrix;
   matrix.row_count = 3 * points.size();
-  const Choice choice{include_struts, include_kinks, kink_finite_difference_step, use_analytic_kink_gradient};
   for_each_column<RigidityColumn>(points, tube, choice, poll,
                                   [&](RigidityColumn&& column, const ContactGradient& gradient) {
                                     require_memory(matrix.columns.size() + 1, 8 * matrix.row_count);
@@ -72,13 +61,10 @@ RigidityMatrix ContactStressMap::build_rigidity_matrix(Points points, const Reso
   return matrix;
 }
 
-SparseRigidityMatrix ContactStressMap::build_sparse_rigidity_matrix(Points points, const ResolvedTubeMetrics& tube,
-                                                                    bool include_struts, bool include_kinks,
-                                                                    double kink_finite_difference_step,
-                                                                    bool use_analytic_kink_gradient, const Poll& poll) {
+SparseRigidityMatrix build_sparse_rigidity_matrix(std::span<const Vec3> points, const ResolvedTubeMetrics& tube,
+                                                  const RigidityChoice& choice, const Poll& poll) {
   SparseRigidityMatrix matrix;
   matrix.row_count = 3 * points.size();
-  const Choice choice{include_struts, include_kinks, kink_finite_difference_step, use_analytic_kink_gradient};
   for_each_column<SparseRigidityColumn>(points, tube, choice, poll,
                                         [&](SparseRigidityColumn&& column, const ContactGradient& gradient) {
                                           for (const auto& part : gradient.parts()) {
@@ -96,7 +82,7 @@ SparseRigidityMatrix ContactStressMap::build_sparse_rigidity_matrix(Points point
   return matrix;
 }
 
-RigidityMatrix ContactStressMap::sparse_to_dense(const SparseRigidityMatrix& sparse) {
+RigidityMatrix sparse_to_dense(const SparseRigidityMatrix& sparse) {
   if (!sparse.columns.empty()) require_memory(sparse.row_count, 8 * sparse.columns.size());
   RigidityMatrix dense;
   dense.row_count = sparse.row_count;

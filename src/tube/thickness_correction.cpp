@@ -41,8 +41,9 @@ double contact_radius(const SparseRigidityColumn& column, const ResolvedTubeMetr
 /// whether the points moved.
 bool newton_step(std::vector<Vec3>& points, const ResolvedTubeMetrics& tube, double target,
                  const TighteningOptions& options, const Poll& poll) {
-  const SparseRigidityMatrix matrix = ContactStressMap::build_sparse_rigidity_matrix(
-      points, tube, true, true, 1e-6, options.use_analytic_kink_gradient, poll);
+  RigidityChoice choice;
+  choice.kink_gradient.analytic = options.use_analytic_kink_gradient;
+  const SparseRigidityMatrix matrix = build_sparse_rigidity_matrix(points, tube, choice, poll);
   const std::size_t k = matrix.columns.size();
   if (k == 0) return false;
 
@@ -88,8 +89,7 @@ double largest_displacement(std::span<const double> flat) {
 
 AnalyzedPolygon analyzed(std::vector<Vec3> points, const TighteningOptions& options, const Poll& poll) {
   AnalyzedPolygon polygon{std::move(points), {}};
-  polygon.metrics = ResolvedTubeGeometry::analyze(polygon.points, options.skip_neighbors, options.contact_tol,
-                                                  options.equilateral_tol, poll);
+  polygon.metrics = analyze_tube(polygon.points, analysis_of(options), poll);
   return polygon;
 }
 
@@ -109,19 +109,16 @@ AnalyzedPolygon corrected(AnalyzedPolygon polygon, double target_thickness, cons
   return polygon;
 }
 
-std::vector<Vec3> ResolvedTubeTightener::rescale_to_thickness(Points points, double target_thickness,
-                                                              std::int32_t skip_neighbors, double contact_tol,
-                                                              double equilateral_tol, const Poll& poll) {
+std::vector<Vec3> rescale_to_thickness(std::span<const Vec3> points, double target_thickness,
+                                       const TubeAnalysis& analysis, const Poll& poll) {
   std::vector<Vec3> scaled(points.begin(), points.end());
   if (scaled.empty() || !usable_target(target_thickness)) return scaled;
-  const double t =
-      ResolvedTubeGeometry::analyze(points, skip_neighbors, contact_tol, equilateral_tol, poll).thickness_rad;
-  rescale(scaled, t, target_thickness);
+  rescale(scaled, analyze_tube(points, analysis, poll).thickness_rad, target_thickness);
   return scaled;
 }
 
-std::vector<Vec3> ResolvedTubeTightener::correct_thickness(Points points, double target_thickness,
-                                                           const TighteningOptions& options, const Poll& poll) {
+std::vector<Vec3> correct_thickness(std::span<const Vec3> points, double target_thickness,
+                                    const TighteningOptions& options, const Poll& poll) {
   std::vector<Vec3> copy(points.begin(), points.end());
   if (copy.empty() || !usable_target(target_thickness) || options.correction_strategy == "none") return copy;
   return corrected(analyzed(std::move(copy), options, poll), target_thickness, options, poll).points;

@@ -1,6 +1,7 @@
 #pragma once
 
-/// Corrections of polygons whose analysis is at hand: what a caller knows is not found again.
+/// A polygon's thickness brought up to a target: by Newton steps on its contacts, or by scaling. Where the analysis of
+/// the polygon is at hand, it is not found again.
 
 #include <span>
 #include <vector>
@@ -8,7 +9,7 @@
 #include "core/poll.hpp"
 #include "core/vec3.hpp"
 #include "tube/resolved_tube.hpp"
-#include "tube/tightener.hpp"
+#include "tube/tightening_options.hpp"
 
 namespace vkm {
 
@@ -19,9 +20,16 @@ struct AnalyzedPolygon {
 
 AnalyzedPolygon analyzed(std::vector<Vec3> points, const TighteningOptions& options, const Poll& poll);
 
-/// ResolvedTubeTightener::correct_thickness.
+/// Moves a polygon that is below the target thickness up to it, by the strategy of the options.
 AnalyzedPolygon corrected(AnalyzedPolygon polygon, double target_thickness, const TighteningOptions& options,
                           const Poll& poll);
+
+std::vector<Vec3> correct_thickness(std::span<const Vec3> points, double target_thickness,
+                                    const TighteningOptions& options = {}, const Poll& poll = {});
+
+/// Scales about the centroid to just past the target thickness; never down.
+std::vector<Vec3> rescale_to_thickness(std::span<const Vec3> points, double target_thickness,
+                                       const TubeAnalysis& analysis = {}, const Poll& poll = {});
 
 /// Largest norm of the three-element groups; not a number if one of them is not.
 double largest_displacement(std::span<const double> flat);

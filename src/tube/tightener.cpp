@@ -12,29 +12,7 @@ namespace vkm {
 
 namespace {
 
-using Map = ContactStressMap;
-
 constexpr double least_norm = 1e-14;
-
-/// A fit of the length gradient: A x, and what there is to say of it.
-template <class Matrix, class Solve>
-std::vector<double> fit_gradient(const Matrix& matrix, const std::vector<double>& gradient, const Solve& solve,
-                                 ContactStressDiagnostics& found) {
-  found.rigidity_rows = matrix.row_count;
-  found.rigidity_columns = matrix.column_count;
-  found.solved_nnls = matrix.column_count > 0;
-  std::vector<double> fit(gradient.size(), 0.0);
-  if (!found.solved_nnls) return fit;
-  NNLSResult nnls = solve(matrix, gradient);
-  CompressedColumns(matrix).times(nnls.multipliers, fit);
-  found.nnls_converged = nnls.converged;
-  found.nnls_iterations = nnls.iterations;
-  found.nnls_active_set_size = nnls.active_set_size;
-  found.nnls_algorithm = std::move(nnls.algorithm);
-  found.nnls_objective = nnls.objective;
-  found.multipliers = std::move(nnls.multipliers);
-  return fit;
-}
 
 /// What a trial of the line search must keep.
 struct Bounds {
@@ -100,34 +78,22 @@ void line_search(AnalyzedPolygon& current, const std::vector<double>& direction,
 
 }  // namespace
 
-std::vector<double> ResolvedTubeTightener::projected_gradient_flat(Points points, const ResolvedTubeMetrics& tube,
-                                                                   const TighteningOptions& options,
-                                                                   ContactStressDiagnostics* diagnostics,
-                                                                   const Poll& poll) {
-  constexpr double step = 1e-6;
-  constexpr double ridge = 1e-12;
-  const std::vector<double> gradient = ResolvedTubeGeometry::length_gradient_flat(points);
+std::vector<double> projected_gradient(std::span<const Vec3> points, const ResolvedTubeMetrics& tube,
+                                       const TighteningOptions& options, ContactStressDiagnostics* diagnostics,
+                                       const Poll& poll) {
+  const std::vector<double> gradient = length_gradient(points);
   if (gradient.empty()) return gradient;
 
   ContactStressDiagnostics found;
-  const auto solve_with = [&](const auto& active_set, const auto& coordinate_descent) {
-    return [&](const auto& matrix, const std::vector<double>& target) {
-      return options.use_active_set_solver
-                 ? active_set(matrix, target, options.nnls_max_iterations, options.nnls_tolerance, ridge, poll)
-                 : coordinate_descent(matrix, target, options.nnls_max_iterations, options.nnls_tolerance, poll);
-    };
-  };
-  const bool analytic = options.use_analytic_kink_gradient;
-  std::vector<double> direction =
-      options.use_sparse_solver
-          ? fit_gradient(Map::build_sparse_rigidity_matrix(points, tube, true, true, step, analytic, poll), gradient,
-                         solve_with(Map::solve_nonnegative_least_squares_sparse_active_set,
-                                    Map::solve_nonnegative_least_squares_sparse),
-                         found)
-          : fit_gradient(
-                Map::build_rigidity_matrix(points, tube, true, true, step, analytic, poll), gradient,
-                solve_with(Map::solve_nonnegative_least_squares_active_set, Map::solve_nonnegative_least_squares),
-                found);
+  std::vector<double> direction(gradient.size(), 0.0);  // A x
+  with_contacts(points, tube, fit_of(options), poll, [&](const auto& matrix, const auto& fitted) {
+    found.rigidity_rows = matrix.row_count;
+    found.rigidity_columns = matrix.column_count;
+    if (matrix.column_count == 0) return;
+    NNLSResult solution = fitted(gradient);
+    CompressedColumns(matrix).times(solution.multipliers, direction);
+    take_solution(std::move(solution), found);
+  });
   for (std::size_t k = 0; k < direction.size(); ++k) direction[k] -= gradient[k];
 
   if (diagnostics != nullptr) {
@@ -141,8 +107,8 @@ std::vector<double> ResolvedTubeTightener::projected_gradient_flat(Points points
   return direction;
 }
 
-TighteningResult ResolvedTubeTightener::tighten(Points initial_points, const TighteningOptions& options,
-                                                const Poll& poll, const TighteningWatch& watch) {
+TighteningResult tighten(std::span<const Vec3> initial_points, const TighteningOptions& options, const Poll& poll,
+                         const TighteningWatch& watch) {
   if (initial_points.size() < 3) throw std::invalid_argument("tighten requires at least 3 points.");
   Heartbeat heartbeat(poll);
   AnalyzedPolygon current = analyzed({initial_points.begin(), initial_points.end()}, options, poll);
@@ -160,7 +126,7 @@ TighteningResult ResolvedTubeTightener::tighten(Points initial_points, const Tig
   for (std::uint64_t step = 0; step < options.max_steps; ++step) {
     heartbeat.tick();
     ContactStressDiagnostics balance;
-    std::vector<double> direction = projected_gradient_flat(current.points, current.metrics, options, &balance, poll);
+    std::vector<double> direction = projected_gradient(current.points, current.metrics, options, &balance, poll);
     const double direction_norm = euclidean_norm(direction);
     const double kkt_residual = direction_norm / std::max(balance.gradient_norm, least_norm);
     if (kkt_residual <= options.target_kkt_residual) {

@@ -1,6 +1,8 @@
 // Thickness, ropelength and contacts of a polygon. Edge pairs come from the box tree: its results are those of the loop
 // over all pairs, bit by bit and in the same order.
 
+#include "tube/tube_analysis.hpp"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -10,7 +12,7 @@
 #include "tube/corner.hpp"
 #include "tube/edge_lengths.hpp"
 #include "tube/edge_pair_search.hpp"
-#include "tube/resolved_tube.hpp"
+#include "tube/vertex_radius.hpp"
 
 namespace vkm {
 
@@ -37,7 +39,7 @@ std::vector<double> estimated_radii(std::span<const Vec3> points, std::span<cons
     const double shorter = std::min(lengths[prev], lengths[v]);
     const double capped = std::min(cosine, 1.0);
     radii[v] = 0.5 * shorter * std::sqrt((1.0 + capped) / (1.0 - capped));
-    if (shorter <= tube_epsilon || cosine < -0.999) radii[v] = ResolvedTubeGeometry::minrad_at_vertex(points, v);
+    if (shorter <= tube_epsilon || cosine < -0.999) radii[v] = minrad_at_vertex(points, v);
   }
   return radii;
 }
@@ -50,27 +52,27 @@ double least_radius(std::span<const Vec3> points, std::span<const double> radii)
   double least = std::numeric_limits<double>::infinity();
   for (std::size_t v = 0; v < points.size(); ++v) {
     if (radii[v] > limit) continue;
-    least = std::min(least, ResolvedTubeGeometry::minrad_at_vertex(points, v));
+    least = std::min(least, minrad_at_vertex(points, v));
   }
   return least;
 }
 
 }  // namespace
 
-std::vector<SegmentPair> ResolvedTubeGeometry::dcsd_candidates(Points points, std::int32_t skip_neighbors,
-                                                               double distance_tol, const Poll& poll) {
+std::vector<SegmentPair> dcsd_candidates(std::span<const Vec3> points, std::int32_t skip_neighbors, double distance_tol,
+                                         const Poll& poll) {
   if (points.size() <= 3) return {};
   Heartbeat heartbeat(poll);
   const auto keep = [&](double least) { return admitted_distance(least, distance_tol); };
   return EdgePairSearch(points, skip_neighbors).near_pairs(keep, heartbeat).pairs;
 }
 
-ResolvedTubeMetrics ResolvedTubeGeometry::analyze(Points points, std::int32_t skip_neighbors, double contact_tol,
-                                                  double equilateral_tol, const Poll& poll) {
+ResolvedTubeMetrics analyze_tube(std::span<const Vec3> points, const TubeAnalysis& options, const Poll& poll) {
+  const double contact_tol = options.contact_tol;
   const std::size_t n = points.size();
   if (n < 3) throw std::invalid_argument("analyze requires at least 3 points.");
   if (contact_tol < 0.0) throw std::invalid_argument("contact_tol must be non-negative.");
-  if (equilateral_tol < 0.0) throw std::invalid_argument("equilateral_tol must be non-negative.");
+  if (options.equilateral_tol < 0.0) throw std::invalid_argument("equilateral_tol must be non-negative.");
 
   Heartbeat heartbeat(poll);
   ResolvedTubeMetrics tube;
@@ -80,7 +82,7 @@ ResolvedTubeMetrics ResolvedTubeGeometry::analyze(Points points, std::int32_t sk
   tube.edge_length_mean = edges.mean;
   tube.edge_length_rel_std = edges.relative_std;
   tube.edge_length_max_rel_dev = edges.max_relative_deviation;
-  tube.equilateral_ok = tube.edge_length_max_rel_dev <= equilateral_tol;
+  tube.equilateral_ok = tube.edge_length_max_rel_dev <= options.equilateral_tol;
 
   const std::vector<double> radii = estimated_radii(points, lengths);
   tube.minrad = least_radius(points, radii);
@@ -95,7 +97,8 @@ ResolvedTubeMetrics ResolvedTubeGeometry::analyze(Points points, std::int32_t sk
     // The contact test is on half the distance; the added number keeps subnormal distances for it.
     return std::min(admitted_distance(least, contact_tol), 2.0 * contact_of(thickness) + 1e-300);
   };
-  EdgePairSearch::Found found = EdgePairSearch(n > 3 ? points : Points(), skip_neighbors).near_pairs(keep, heartbeat);
+  EdgePairSearch::Found found =
+      EdgePairSearch(n > 3 ? points : std::span<const Vec3>(), options.skip_neighbors).near_pairs(keep, heartbeat);
 
   tube.min_dcsd = found.least;
   tube.half_min_dcsd = 0.5 * tube.min_dcsd;
@@ -106,7 +109,7 @@ ResolvedTubeMetrics ResolvedTubeGeometry::analyze(Points points, std::int32_t sk
     tube.ropelength_diam = 0.5 * tube.ropelength_rad;
   }
   // A degenerate polygon passes.
-  tube.lower_bound_ok = tube.ropelength_rad <= 0.0 || tube.ropelength_rad + 1e-9 >= nontrivial_knot_lower_bound_rad();
+  tube.lower_bound_ok = tube.ropelength_rad <= 0.0 || tube.ropelength_rad + 1e-9 >= nontrivial_knot_lower_bound_rad;
   if (!usable(tube.thickness_rad)) return tube;
 
   const double contact = contact_of(tube.thickness_rad);

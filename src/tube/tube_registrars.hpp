@@ -7,6 +7,11 @@
 
 namespace vkm {
 
+/// Namespaces of static functions in Python.
+struct ResolvedTubeGeometry {};
+struct ResolvedTubeTightener {};
+struct ContactStressMap {};
+
 void register_tube_records(py::module_& m);
 void register_rigidity_records(py::module_& m);
 void register_nnls_record(py::module_& m);

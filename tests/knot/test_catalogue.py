@@ -1,6 +1,7 @@
 """The embedded catalogue and the search for knots and ideal blocks, in the tables first and on disk second."""
 
 import os
+import re
 from pathlib import Path
 
 import _native
@@ -57,7 +58,9 @@ def test_embedded_ideal_texts():
     text = _native.load_embedded_ideal_text()
     assert text == _native.load_embedded_ideal_text("ideal/ideal.txt")
     assert text == _native.get_embedded_ideal_files()["ideal/ideal.txt"]
-    assert [b.id for b in _native.parse_embedded_ideal_txt()] == ["0:1:1", "0:1:2", "3:1:1", "4:1:1"]
+    blocks = _native.parse_embedded_ideal_txt()
+    assert [b.id for b in blocks[:4]] == ["0:1:1", "0:1:2", "3:1:1", "4:1:1"]
+    assert {b.source_tag for b in blocks} == {"AB"} and len(text.split("<AB ")) == len(blocks) + 1
     assert _native.parse_embedded_ideal_ab_by_id("0:1:2").n == 2
     with pytest.raises(RuntimeError, match=r"^Embedded ideal text not found: ideal$"):
         _native.parse_embedded_ideal_txt(name="ideal")
@@ -71,6 +74,40 @@ def test_embedded_blocks_come_first(place):
     assert found == _native.find_ideal_block_by_id("0:1:1") and "other" not in found
     assert found.startswith('<AB Id="0:1:1"') and found.endswith("</AB>") and found.count("<") == 3
     assert _native.find_ideal_block_by_id("0:1:1", "HT") == ""
+
+
+STANDARD = ("ideal", "ideal_short", "ideal_11a", "ideal_11n", "idealLinks", "idealLinks_10a", "idealLinks_10n")
+
+
+def plain_walk(text, name, tag):
+    """The element whose head holds Id="name", found with nothing but a walk over the text."""
+    at = 0
+    while (at := text.find(f"<{tag}", at)) >= 0 and (end := text.find(">", at)) >= 0:
+        if f'Id="{name}"' in text[at : end + 1]:
+            close = text.find(f"</{tag}>", end)
+            return text[at : close + len(tag) + 3] if close >= 0 else ""
+        at = end + 1
+    return ""
+
+
+def test_lookup_by_index_is_the_plain_walk(place):
+    texts = _native.get_embedded_ideal_files()
+    ids = {name for text in texts.values() for name in re.findall(r'Id="([^"]+)"', text)}
+    assert len(ids) > 3
+    some = sorted(ids)[:: max(1, len(ids) // 40)]
+    for name in [*some, "0:1", "0:1:1 ", '3:1:1" Conway="3', 'x" y="']:
+        for tags in (("AB", "HT", "TL"), ("AB",), ("TL",), ("A",), ("DATA",)):
+            found = (
+                plain_walk(texts[f"ideal/{file}.txt"], name, tag)
+                for file in STANDARD
+                if f"ideal/{file}.txt" in texts
+                for tag in tags
+            )
+            expected = next(filter(None, found), "")
+            assert _native.find_ideal_block_by_id(name, tags[0] if len(tags) == 1 else "") == expected, (name, tags)
+        if (text := plain_walk(texts["ideal/ideal.txt"], name, "AB")) and '"' not in name:
+            block = _native.parse_embedded_ideal_ab_by_id(name)
+            assert block.id == name and block.fourier.a_x == _native.parse_ideal_txt_from_string(text)[0].fourier.a_x
 
 
 # Where a file is looked for, from the first to the last; "/" begins at the working directory's great-grandparent.

@@ -1,5 +1,7 @@
 """The command line: tables, JSON, plots, and how it fails."""
 
+import csv
+import io
 import json
 import os
 import signal
@@ -99,16 +101,37 @@ def test_a_wrong_id_gets_the_library_s_message(knot_id):
 
 def test_knots_lists_both_tables():
     listed = json.loads(run("knots", "--json").stdout)
-    assert [entry["id"] for entry in listed["fourier"]] == sorted(get_embedded_knot_files())
-    assert next(entry for entry in listed["fourier"] if entry["id"] == "1_1")["harmonics"] == 1
-    main_text = [entry for entry in listed["ideal"] if entry["source"] == "ideal/ideal.txt"]
-    assert len(main_text) == load_embedded_ideal_text().count("<AB ")
-    assert {"0:1:1", "3:1:1", "4:1:1"} <= {entry["id"] for entry in main_text}
-    circle = next(entry for entry in main_text if entry["id"] == "0:1:1")
-    assert (circle["conway"], circle["L"], circle["D"], circle["n"]) == ("0", 6.283185, 1.0, 1)
-    assert (circle["components"], circle["harmonics"], circle["tag"]) == (1, 1, "AB")
-    table = run("knots").stdout
-    assert all(entry["id"] in table for entry in listed["ideal"] + listed["fourier"])
+    keys = {entry["key"] for entry in listed}
+    assert set(get_embedded_knot_files()) <= keys and {"0:1:1", "0:1:2", "3:1:1", "4:1:1"} <= keys
+    assert [e["key"] for e in listed if e["source"] == "ideal/ideal.txt"].count("3:1:1") == 1
+    assert sum(e["source"] == "ideal/ideal.txt" for e in listed) == load_embedded_ideal_text().count("<AB ")
+    trefoil = next(entry for entry in listed if entry["key"] == "3:1:1")
+    assert (trefoil["name"], trefoil["crossings"], trefoil["components"], trefoil["conway"]) == ("3_1", 3, 1, "3")
+    assert "trefoil" in trefoil["aliases"] and trefoil["published"] == 32.7436
+    head = load_embedded_ideal_text().partition('Id="3:1:1"')[2].partition(">")[0].split('"')
+    assert trefoil["ropelength"] == pytest.approx(2 * float(head[3]) / float(head[5]), rel=1e-15)
+    assert trefoil["difference"] == pytest.approx(trefoil["ropelength"] / 32.7436 - 1, rel=1e-12)
+    assert all(key in run("knots").stdout for key in keys)
+
+
+def test_knots_by_name_by_number_and_as_csv():
+    by_name = [json.loads(run("knots", name, "--json").stdout) for name in ("trefoil", "3_1", "[3]", "K3a1")]
+    assert {entry["key"] for entry in by_name[0]} >= {"3_1", "3:1:1"} and by_name[2] == by_name[0] == by_name[3]
+    assert [entry["key"] for entry in by_name[1]] == ["3_1"]  # a key stands for itself
+    four = list(csv.DictReader(io.StringIO(run("knots", "--crossings", "4", "--csv").stdout)))
+    assert "4:1:1" in {entry["key"] for entry in four} and {entry["crossings"] for entry in four} == {"4"}
+    assert {int(e["components"]) for e in json.loads(run("knots", "--links", "--json").stdout)} >= {2}
+    wrong = run("knots", "trefol")
+    assert wrong.exit_code == 1 and "did you mean 3_1" in wrong.stderr
+
+
+def test_knots_on_disk_are_listed(tmp_path, monkeypatch):
+    monkeypatch.setenv("VKM_KNOT_DATA_DIR", str(tmp_path))
+    (tmp_path / "knot.9_32q.fseries").write_text("1 0 0 1 0 0\n")
+    (tmp_path / "knot.3_1.fseries").write_text("2 0 0 2 0 0\n")  # the embedded one comes first
+    listed = json.loads(run("knots", "--json").stdout)
+    (mine,) = [entry for entry in listed if entry["source"].startswith(str(tmp_path))]
+    assert (mine["key"], mine["name"], mine["form"]) == ("9_32q", "9_32", "on disk")
 
 
 def test_info_tells_versions():

@@ -2,38 +2,82 @@
 
 from __future__ import annotations
 
+import csv
+import sys
+from typing import TYPE_CHECKING
+
 import click
 
-from vkmcore.commands.arguments import json_option
+from vkmcore.commands.arguments import Failure, json_option
 from vkmcore.commands.output import plain_table, print_json, print_table
+
+if TYPE_CHECKING:
+    from vkmcore.reference.listing import Listed
 
 
 @click.command()
-@json_option("A JSON object with the lists 'fourier' and 'ideal'.")
-def knots(as_json: bool) -> None:
-    """List what the catalogue holds."""
-    from vkmcore.curves.catalogue import fourier_entries, ideal_entries
+@click.argument("names", nargs=-1, metavar="[NAME...]")
+@click.option("--crossings", type=click.IntRange(0), help="Only those of this crossing number.")
+@click.option("--links", is_flag=True, help="Only links of two or more components.")
+@click.option("--csv", "as_csv", is_flag=True, help="CSV with all columns, in full precision.")
+@json_option("A JSON list with a record a shape, in full precision.")
+def knots(names: tuple[str, ...], crossings: int | None, links: bool, as_csv: bool, as_json: bool) -> None:
+    """List what the catalogue holds, and the files of knots on disk.
 
-    fourier, ideal = fourier_entries(), ideal_entries()
+    NAME is any name of a knot or link: 3_1, trefoil, 3:1:1, "[3]", L5a1. Ropelength is length over tube radius.
+    """
+    from vkmcore.reference.listing import listed
+
+    entries = [
+        entry
+        for entry in listed()
+        if (crossings is None or entry.crossings == crossings) and (not links or entry.components > 1)
+    ]
+    if names:
+        entries = [entry for name in names for entry in named(entries, name)]
     if as_json:
-        print_json({"fourier": fourier, "ideal": ideal})
-        return
-    headings = ("id", "Conway", "L", "D", "n", "components", "harmonics", "tag", "source")
-    table = plain_table(headings, ("id", "Conway", "tag", "source"), "Ideal knots and links")
-    for entry in ideal:
+        print_json([vars(entry) for entry in entries])
+    elif as_csv:
+        columns = list(vars(entries[0])) if entries else []
+        writer = csv.writer(sys.stdout, lineterminator="\n")
+        writer.writerow(columns)
+        for entry in entries:
+            record = vars(entry) | {"aliases": ";".join(entry.aliases)}
+            writer.writerow(["" if record[name] is None else record[name] for name in columns])
+    else:
+        show(entries)
+
+
+def named(entries: list[Listed], name: str) -> list[Listed]:
+    """The entries of a key, or of all shapes of the type that a name of the tables stands for."""
+    from vkmcore.reference.tables import UnknownName, find
+
+    exact = [entry for entry in entries if entry.key == name]
+    if exact:
+        return exact
+    try:
+        wanted = find(name).name
+    except UnknownName as error:
+        raise Failure(f"vkmcore: {error}") from None
+    return [entry for entry in entries if entry.name == wanted]
+
+
+def show(entries: list[Listed]) -> None:
+    headings = ("key", "name", "aliases", "crossings", "chirality", "symmetry", "ropelength", "published")
+    headings += ("difference / %", "harmonics", "source")
+    table = plain_table(headings, ("key", "name", "aliases", "chirality", "symmetry", "source"))
+    for entry in entries:
         table.add_row(
-            entry["id"],
-            entry["conway"],
-            f"{entry['L']:.6f}" if entry["L"] else "-",
-            f"{entry['D']:.6f}" if entry["D"] else "-",
-            str(entry["n"]),
-            str(entry["components"]),
-            str(entry["harmonics"]),
-            entry["tag"],
-            entry["source"],
+            entry.key,
+            entry.name,
+            ", ".join(alias for alias in entry.aliases if alias != entry.key),
+            str(entry.crossings),
+            entry.chirality,
+            entry.symmetry,
+            "-" if entry.ropelength is None else f"{entry.ropelength:.4f}",
+            "-" if entry.published is None else f"{entry.published:.4f}",
+            "-" if entry.difference is None else f"{100 * entry.difference:+.3f}",
+            str(entry.harmonics or "-"),
+            entry.source,
         )
-    print_table(table)
-    table = plain_table(("id", "blocks", "harmonics", "header"), ("id", "header"), "Fourier series")
-    for series in fourier:
-        table.add_row(series["id"], str(series["blocks"]), str(series["harmonics"]), series["header"])
     print_table(table)

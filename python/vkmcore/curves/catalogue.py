@@ -3,81 +3,81 @@
 from __future__ import annotations
 
 import os
+from collections.abc import Iterator
+from dataclasses import dataclass
 from pathlib import Path
-from typing import TypedDict
 
 from vkmcore import (
+    FourierBlock,
     find_ideal_block_by_id,
     get_embedded_ideal_files,
     get_embedded_knot_files,
     index_of_largest_block,
+    load_embedded_knot_block,
     parse_fseries_from_string,
     parse_ideal_halvard_from_string,
 )
 
 
-class FourierEntry(TypedDict):
+@dataclass(frozen=True)
+class FourierHead:
     """A text of the knot table, by the block that a loader would take: its largest."""
 
-    id: str
+    key: str
     header: str
-    blocks: int
     harmonics: int
 
 
-class IdealEntry(TypedDict):
+@dataclass(frozen=True)
+class IdealHead:
     """A block of the ideal table."""
 
     id: str
     conway: str
-    L: float  # as stated by the source, 0 where it states none
-    D: float
-    n: int  # components as stated by the source
-    components: int  # components that are there
+    length: float  # as stated by the source, 0 where it states none
+    diameter: float
+    components: int
     harmonics: int  # of the longest component
     tag: str  # AB, HT or TL
     source: str  # name of the text
 
 
-def fourier_entries() -> list[FourierEntry]:
+def fourier_heads() -> list[FourierHead]:
     """The knot table, in key order."""
-    entries: list[FourierEntry] = []
+    heads = []
     for key, text in get_embedded_knot_files().items():
         blocks = parse_fseries_from_string(text)
         largest = index_of_largest_block(blocks)
-        entries.append(
-            {
-                "id": key,
-                "header": blocks[largest].header if largest >= 0 else "",
-                "blocks": len(blocks),
-                "harmonics": len(blocks[largest].a_x) if largest >= 0 else 0,
-            }
-        )
-    return entries
+        block = blocks[largest] if largest >= 0 else FourierBlock()
+        heads.append(FourierHead(key, block.header, len(block.a_x)))
+    return heads
 
 
-def ideal_entries() -> list[IdealEntry]:
+def ideal_heads() -> list[IdealHead]:
     """The blocks of the ideal table, text by text in key order. Texts without blocks (bare point lists) add none."""
     return [
-        {
-            "id": block.id,
-            "conway": block.conway,
-            "L": block.L,
-            "D": block.D,
-            "n": block.n,
-            "components": len(block.components),
-            "harmonics": max((len(component.fourier.a_x) for component in block.components), default=0),
-            "tag": block.source_tag,
-            "source": name,
-        }
+        IdealHead(
+            block.id,
+            block.conway,
+            block.L,
+            block.D,
+            len(block.components),
+            max((len(component.fourier.a_x) for component in block.components), default=0),
+            block.source_tag,
+            name,
+        )
         for name, text in get_embedded_ideal_files().items()
+        if "<" in text[:200]
         for block in parse_ideal_halvard_from_string(text)
     ]
 
 
-def fourier_text(key: str) -> str:
-    """The text of a key of the Fourier table, empty if there is none."""
-    return get_embedded_knot_files().get(key, "")
+def fourier_block(key: str) -> FourierBlock | None:
+    """The largest block of a key of the Fourier table; None if there is no such key."""
+    try:
+        return load_embedded_knot_block(key)
+    except RuntimeError:
+        return None
 
 
 def ideal_text(block_id: str) -> str:
@@ -109,10 +109,25 @@ def knot_file(key: str) -> Path | None:
     It is the first that can be read of `knot.KEY.fseries` in VKM_KNOT_DATA_DIR, in `resources/knot_fseries` and
     `knot_fseries` below VKM_RESOURCE_DIR, and in `PLACES`.
     """
+    paths = (folder / f"knot.{key}.fseries" for folder in _folders())
+    return next((path for path in paths if path.is_file() and os.access(path, os.R_OK)), None)
+
+
+def knot_files() -> Iterator[tuple[str, Path]]:
+    """Keys and files that `knot_file` would find."""
+    seen = set()
+    for folder in _folders():
+        for path in sorted(folder.glob("knot.*.fseries")):
+            key = path.name.removeprefix("knot.").removesuffix(".fseries")
+            if key not in seen:
+                seen.add(key)
+                yield key, path
+
+
+def _folders() -> list[Path]:
     folders = list(PLACES)
     if resources := os.environ.get("VKM_RESOURCE_DIR"):
         folders[:0] = [f"{resources}/resources/knot_fseries", f"{resources}/knot_fseries"]
     if knots := os.environ.get("VKM_KNOT_DATA_DIR"):
         folders.insert(0, knots)
-    paths = (Path(folder) / f"knot.{key}.fseries" for folder in folders)
-    return next((path for path in paths if path.is_file() and os.access(path, os.R_OK)), None)
+    return [Path(folder) for folder in folders]

@@ -25,7 +25,7 @@ from vkmcore import (
     parse_fseries_from_string,
     parse_ideal_halvard_from_string,
 )
-from vkmcore.curves.catalogue import fourier_text, ideal_text, knot_file
+from vkmcore.curves.catalogue import fourier_block, ideal_text, knot_file
 from vkmcore.curves.closed_curve import ClosedCurve
 from vkmcore.curves.records import points_from_array, points_from_json, points_from_npy, points_from_npz
 from vkmcore.curves.text import points_from_text
@@ -88,7 +88,7 @@ def is_file(name: str | os.PathLike[str]) -> bool:
 
 
 def _from_catalogue(name: str) -> list[ClosedCurve]:
-    block = _largest(fourier_text(name))
+    block = fourier_block(name)
     if block is not None:
         return [ClosedCurve(name, name, "catalogue", block)]
     blocks = parse_ideal_halvard_from_string(ideal_text(name))

@@ -16,11 +16,16 @@ from collections.abc import Sequence
 from vkmcore.topology.diagram import Crossing, PlanarDiagram
 from vkmcore.topology.laurent import Laurent, laurent, packed_terms
 
+WIDEST_BOUNDARY = 24  # arcs; 24 make up to 208012 states, some seconds a crossing
 State = tuple[tuple[int, int], ...]  # (arc, the arc that it is joined to), sorted
 
 
 def boundary_order(code: Sequence[Crossing]) -> list[int]:
-    """An order of the crossings that keeps few arcs between those taken and the rest."""
+    """An order of the crossings that keeps few arcs between those taken and the rest.
+
+    Raises:
+        ValueError: they are too many for the sum over states.
+    """
 
     def grow(first: int) -> tuple[int, int, list[int]]:
         order: list[int] = []
@@ -38,7 +43,13 @@ def boundary_order(code: Sequence[Crossing]) -> list[int]:
                 return widest, total, order
             crossing = max(waiting, key=lambda c: (sum(arc in boundary for arc in code[c]), -c))
 
-    return min((grow(first) for first in range(0, len(code), 1 + len(code) // 12)), default=(0, 0, []))[2]
+    widest, _, order = min((grow(first) for first in range(0, len(code), 1 + len(code) // 12)), default=(0, 0, []))
+    if widest > WIDEST_BOUNDARY:
+        raise ValueError(
+            f"a diagram of {len(code)} crossings is too large for its polynomial: {widest} arcs at once, "
+            f"at most {WIDEST_BOUNDARY}"
+        )
+    return order
 
 
 def _join(ends: dict[int, int], a: int, b: int) -> int:
@@ -98,7 +109,11 @@ def _divided(terms: dict[int, int], divisor: dict[int, int]) -> dict[int, int]:
 
 
 def kauffman_bracket(diagram: PlanarDiagram) -> Laurent:
-    """Kauffman's bracket of the diagram in A, the unknot's being 1."""
+    """Kauffman's bracket of the diagram in A, the unknot's being 1.
+
+    Raises:
+        ValueError: the diagram is too large, some hundred crossings; simplify it first.
+    """
     loops = sum(not arcs for arcs in diagram.components)
     terms = _bracket_terms(diagram.code, loops)
     return laurent(_divided(terms, {2: -1, -2: -1}) if diagram.components else terms, "A")

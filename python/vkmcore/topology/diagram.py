@@ -52,12 +52,13 @@ class PlanarDiagram:
         return [(owner[crossing[0]], owner[crossing[1]]) for crossing in self.code]
 
     def linking_matrix(self) -> list[list[int]]:
-        """Linking numbers of the components; on the diagonal the sum of the signs of each component's own crossings."""
+        """Linking numbers of the components, half the sum of the signs where two of them cross; 0 on the diagonal."""
         size = len(self.components)
         doubled = [[0] * size for _ in range(size)]
         for (a, b), sign in zip(self.strand_components(), self.signs):
-            doubled[a][b] += sign
-            doubled[b][a] += sign
+            if a != b:
+                doubled[a][b] += sign
+                doubled[b][a] += sign
         return [[entry // 2 for entry in row] for row in doubled]
 
     def gauss_code(self) -> list[list[int]]:
@@ -95,7 +96,7 @@ class PlanarDiagram:
             # A crossing pairs an odd with an even label, which says at which passage the labels may begin.
             if known:
                 at, partner = known[0]
-                begin = (at + partner + 1 + len(labels)) % 2
+                begin = (at + partner + len(labels)) % 2
                 run = run[begin:] + run[:begin]
             for passage in run:
                 labels[passage] = len(labels) + 1

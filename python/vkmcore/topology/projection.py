@@ -31,10 +31,10 @@ class CrossingTable:
 
 
 def closed_polygons(curves: ArrayLike | Sequence[ArrayLike]) -> list[Points]:
-    """The polygons (N, 3) of one curve or of a list of curves, repeated vertices dropped, scaled to extent 1.
+    """The polygons (N, 3) of one curve or of a list of curves, centred and scaled to extent 1, repeated vertices dropped.
 
     Raises:
-        ValueError: a curve is not of shape (N, 3), has fewer than three vertices apart, or is not finite.
+        ValueError: a curve is not of shape (N, 3), is not finite, or has fewer than three vertices that are apart.
     """
     array = curves if isinstance(curves, np.ndarray) else None
     if array is None:
@@ -50,13 +50,19 @@ def closed_polygons(curves: ArrayLike | Sequence[ArrayLike]) -> list[Points]:
             raise ValueError(f"expected three numbers a point, found shape {points.shape}")
         if not np.isfinite(points).all():
             raise ValueError("the points are not finite")
-        polygons.append(points[(points != np.roll(points, 1, axis=0)).any(axis=1)])
+        polygons.append(points)
     if not polygons or any(len(points) < 3 for points in polygons):
         raise ValueError("a closed curve has at least three vertices")
     every = np.concatenate(polygons)
     low, high = every.min(axis=0), every.max(axis=0)
-    size = float((high / 2.0 - low / 2.0).max()) * 2.0
-    return [(points - low) / size - 0.5 * (high - low) / size for points in polygons]
+    half = float((high / 2.0 - low / 2.0).max())
+    if not half > 0.0:
+        raise ValueError("all points of the curve are one")
+    scaled = [(points / half - (low / half + high / half) / 2.0) / 2.0 for points in polygons]
+    distinct = [p[np.abs(p - np.roll(p, 1, axis=0)).max(axis=1) > 1e-12] for p in scaled]
+    if any(len(points) < 3 for points in distinct):
+        raise ValueError("a closed curve has at least three vertices that are apart")
+    return distinct
 
 
 def view_directions(count: int) -> Points:

@@ -4,14 +4,20 @@
 #include <cmath>
 #include <cstddef>
 
-#include "core/kernel.hpp"
-#include "core/lanes.hpp"
+#include "core/elementary.hpp"
+#include "core/elementary/power.hpp"
 #include "core/numbers.hpp"
+#include "core/pair_sums.hpp"
 #include "core/polygon_edges.hpp"
 
 namespace vkm {
 
 namespace {
+
+/// A closed polygon and its edges.
+struct Polygon {
+  LaneView at, edge;
+};
 
 /// The lanes of the block at `block` that hold the indices from `first` to `end` - 1.
 struct LaneRange {
@@ -25,69 +31,79 @@ VKM_INLINE LaneRange lanes_within(std::size_t block, std::size_t first, std::siz
 
 VKM_INLINE std::size_t block_of(std::size_t index) { return index / lane_block * lane_block; }
 
-/// The terms of point i with all later points, added to `sum`. The roots and divisions are done a block at a time, the
-/// additions one by one.
-VKM_KERNEL double add_neumann_row(const double* x, const double* y, const double* z, const double* dx, const double* dy,
-                                  const double* dz, std::size_t n, std::size_t i, double rc2, double sum) {
-  const double px = x[i], py = y[i], pz = z[i];
-  const double ex = dx[i], ey = dy[i], ez = dz[i];
+/// The terms of point i with all later points, added to `sum`: term(e, f, r) of the edges at i and at the later point,
+/// and the offset to that. The roots and divisions are done a block at a time, the additions one by one.
+template <class Term>
+VKM_INLINE double add_later_points(const Polygon& polygon, std::size_t n, std::size_t i, double sum, const Term& term) {
+  const LaneSources points{polygon.at, polygon.edge};
+  const LaneVec3 p = points.place(i), e = points.element(i);
   for (std::size_t block = block_of(i + 1); block < n; block += lane_block) {
-    double term[lane_block];
+    double terms[lane_block];
     for (std::size_t k = 0; k < lane_block; ++k) {
-      const double rx = x[block + k] - px;
-      const double ry = y[block + k] - py;
-      const double rz = z[block + k] - pz;
-      const double along = ex * dx[block + k] + ey * dy[block + k] + ez * dz[block + k];
-      term[k] = 2.0 * (along / std::sqrt(rx * rx + ry * ry + rz * rz + rc2));
+      terms[k] = term(e, points.element(block + k), points.place(block + k) - p);
     }
     const LaneRange lanes = lanes_within(block, i + 1, n);
-    for (std::size_t k = lanes.begin; k < lanes.end; ++k) sum += term[k];
+    for (std::size_t k = lanes.begin; k < lanes.end; ++k) sum += terms[k];
   }
   return sum;
 }
 
-VKM_KERNEL double add_writhe_row(const double* x, const double* y, const double* z, const double* dx, const double* dy,
-                                 const double* dz, std::size_t n, std::size_t i, double rc2, double sum) {
-  const double px = x[i], py = y[i], pz = z[i];
-  const double ex = dx[i], ey = dy[i], ez = dz[i];
-  for (std::size_t block = block_of(i + 1); block < n; block += lane_block) {
-    double term[lane_block];
-    for (std::size_t k = 0; k < lane_block; ++k) {
-      const double rx = x[block + k] - px;
-      const double ry = y[block + k] - py;
-      const double rz = z[block + k] - pz;
-      const double fx = dx[block + k], fy = dy[block + k], fz = dz[block + k];
-      const double r = std::sqrt(rx * rx + ry * ry + rz * rz + rc2);
-      const double triple = (ey * fz - ez * fy) * rx + (ez * fx - ex * fz) * ry + (ex * fy - ey * fx) * rz;
-      term[k] = 2.0 * triple / (r * r * r);
-    }
-    const LaneRange lanes = lanes_within(block, i + 1, n);
-    for (std::size_t k = lanes.begin; k < lanes.end; ++k) sum += term[k];
-  }
-  return sum;
+VKM_KERNEL double add_neumann_row(const Polygon& polygon, std::size_t n, std::size_t i, double rc2, double sum) {
+  return add_later_points(polygon, n, i, sum, [rc2](const LaneVec3& e, const LaneVec3& f, const LaneVec3& r) VKM_TERM {
+    return 2.0 * (dot(e, f) / std::sqrt(dot(r, r) + rc2));
+  });
+}
+
+VKM_KERNEL double add_writhe_row(const Polygon& polygon, std::size_t n, std::size_t i, double rc2, double sum) {
+  return add_later_points(polygon, n, i, sum, [rc2](const LaneVec3& e, const LaneVec3& f, const LaneVec3& r) VKM_TERM {
+    const double d = std::sqrt(dot(r, r) + rc2);
+    return 2.0 * dot(cross(e, f), r) / (d * d * d);
+  });
 }
 
 /// The terms of point i with the points from `first` to `end` - 1. Blocks with no point nearer than the root of
 /// `reach2` are passed over.
-VKM_KERNEL double add_repulsion_row(const double* x, const double* y, const double* z, std::size_t i, std::size_t first,
-                                    std::size_t end, double rc, double reach2, double sum) {
-  const double px = x[i], py = y[i], pz = z[i];
+VKM_KERNEL double add_repulsion_row(const LaneView& at, std::size_t i, std::size_t first, std::size_t end, double rc,
+                                    double reach2, double sum) {
+  const double px = at.x[i], py = at.y[i], pz = at.z[i];
   for (std::size_t block = block_of(first); block < end; block += lane_block) {
     double d2[lane_block];
     int near = 0;
     for (std::size_t k = 0; k < lane_block; ++k) {
-      const double rx = x[block + k] - px;
-      const double ry = y[block + k] - py;
-      const double rz = z[block + k] - pz;
+      const double rx = at.x[block + k] - px;
+      const double ry = at.y[block + k] - py;
+      const double rz = at.z[block + k] - pz;
       d2[k] = rx * rx + ry * ry + rz * rz;
       near |= d2[k] > reach2 ? 0 : 1;
     }
     if (near == 0) continue;
+    double s[lane_block];
+    double power[lane_block];
+    for (std::size_t k = 0; k < lane_block; ++k) {
+      const double r = std::sqrt(d2[k]);
+      s[k] = (rc + rc) / (r < 1e-30 ? 1e-30 : r);
+      power[k] = elementary::try_whole_power<12>(s[k]);
+    }
     const LaneRange lanes = lanes_within(block, first, end);
     for (std::size_t k = lanes.begin; k < lanes.end; ++k) {
-      const double s = (rc + rc) / std::max(std::sqrt(d2[k]), 1e-30);
-      if (s > 0.1) sum += std::pow(s, 12.0);
+      if (s[k] > 0.1) sum += std::isnan(power[k]) ? vkm::pow(s[k], 12.0) : power[k];
     }
+  }
+  return sum;
+}
+
+using Row = double (*)(const Polygon&, std::size_t n, std::size_t i, double rc2, double sum);
+
+double sum_of_rows(std::span<const Vec3> points, double rc, Row add_row, const Poll& poll) {
+  const std::size_t n = points.size();
+  if (n < 2) return 0.0;
+  const Lanes p(points);
+  const Lanes dl = edges_of(points);
+  Heartbeat heartbeat(poll);
+  double sum = 0.0;
+  for (std::size_t i = 0; i + 1 < n; ++i) {
+    sum = add_row({view(p), view(dl)}, n, i, rc * rc, sum);
+    if (i % 16 == 0) heartbeat.tick();
   }
   return sum;
 }
@@ -103,31 +119,11 @@ double calculate_length(std::span<const Vec3> points) {
 }
 
 double calculate_neumann_self_energy(std::span<const Vec3> points, double rc, const Poll& poll) {
-  const std::size_t n = points.size();
-  if (n < 2) return 0.0;
-  const Lanes p(points);
-  const Lanes dl = edges_of(points);
-  Heartbeat heartbeat(poll);
-  double sum = 0.0;
-  for (std::size_t i = 0; i + 1 < n; ++i) {
-    sum = add_neumann_row(p.axis(0), p.axis(1), p.axis(2), dl.axis(0), dl.axis(1), dl.axis(2), n, i, rc * rc, sum);
-    if (i % 16 == 0) heartbeat.tick();
-  }
-  return sum;
+  return sum_of_rows(points, rc, add_neumann_row, poll);
 }
 
 double calculate_writhe(std::span<const Vec3> points, double rc, const Poll& poll) {
-  const std::size_t n = points.size();
-  if (n < 2) return 0.0;
-  const Lanes p(points);
-  const Lanes dl = edges_of(points);
-  Heartbeat heartbeat(poll);
-  double sum = 0.0;
-  for (std::size_t i = 0; i + 1 < n; ++i) {
-    sum = add_writhe_row(p.axis(0), p.axis(1), p.axis(2), dl.axis(0), dl.axis(1), dl.axis(2), n, i, rc * rc, sum);
-    if (i % 16 == 0) heartbeat.tick();
-  }
-  return sum / four_pi;
+  return sum_of_rows(points, rc, add_writhe_row, poll) / four_pi;
 }
 
 double calculate_core_repulsion(std::span<const Vec3> points, double rc, const Poll& poll) {
@@ -141,7 +137,7 @@ double calculate_core_repulsion(std::span<const Vec3> points, double rc, const P
   double sum = 0.0;
   for (std::size_t i = 0; i + 2 < n; ++i) {
     const std::size_t end = i == 0 ? n - 1 : n;
-    sum = add_repulsion_row(p.axis(0), p.axis(1), p.axis(2), i, i + 2, end, rc, reach2, sum);
+    sum = add_repulsion_row(view(p), i, i + 2, end, rc, reach2, sum);
     if (i % 16 == 0) heartbeat.tick();
   }
   return sum;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
 
@@ -40,13 +41,21 @@ std::vector<Vec3> resample_closed_curve(std::span<const Vec3> points, std::size_
 
 std::vector<Vec3> sample_circle(std::size_t count, double R, double z, const Poll& poll) {
   require_memory(count, 2 * sizeof(Vec3));
+  constexpr std::size_t block = 4096;
   Heartbeat heartbeat(poll);
   std::vector<Vec3> samples;
   samples.reserve(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    const double t = static_cast<double>(i) * two_pi / static_cast<double>(count);
-    samples.push_back({R * std::cos(t), R * std::sin(t), z});
-    heartbeat.tick_each(4096);
+  std::vector<double> angles;
+  std::vector<double> cosines;
+  for (std::size_t begin = 0; begin < count; begin += block) {
+    angles.resize(std::min(block, count - begin));
+    cosines.resize(angles.size());
+    for (std::size_t i = 0; i < angles.size(); ++i) {
+      angles[i] = static_cast<double>(begin + i) * two_pi / static_cast<double>(count);
+    }
+    vkm::sin_cos(angles, angles, cosines);
+    for (std::size_t i = 0; i < angles.size(); ++i) samples.push_back({R * cosines[i], R * angles[i], z});
+    heartbeat.tick();
   }
   return samples;
 }

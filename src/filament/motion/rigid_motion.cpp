@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "core/elementary.hpp"
+
 namespace vkm {
 
 namespace {
@@ -59,8 +61,8 @@ std::array<EigenPair, 3> symmetric_eigenpairs(Matrix3 c) {
     }
     const double scale = std::max({1.0, std::abs(c[0][0]), std::abs(c[1][1]), std::abs(c[2][2])});
     if (std::abs(c[p][q]) < 1e-14 * scale) break;
-    const double angle = 0.5 * std::atan2(2.0 * c[p][q], c[q][q] - c[p][p]);
-    const double cosine = std::cos(angle), sine = std::sin(angle);
+    const double angle = 0.5 * vkm::atan2(2.0 * c[p][q], c[q][q] - c[p][p]);
+    const double cosine = vkm::cos(angle), sine = vkm::sin(angle);
     const double pp = c[p][p], qq = c[q][q], pq = c[p][q];
     c[p][p] = cosine * cosine * pp - 2.0 * sine * cosine * pq + sine * sine * qq;
     c[q][q] = sine * sine * pp + 2.0 * sine * cosine * pq + cosine * cosine * qq;

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
 #include "filament/sums/self_velocity.hpp"
@@ -38,13 +39,13 @@ std::vector<Vec3> central_tangents(std::span<const Vec3> positions) {
 
 std::vector<Vec3> trefoil_curve(int resolution, const Poll& poll) {
   return sample_period(resolution, poll, [](double t) -> Vec3 {
-    return {std::cos(2 * t) * (std::cos(3 * t) + 2), std::sin(2 * t) * (std::cos(3 * t) + 2), std::sin(3 * t)};
+    return {vkm::cos(2 * t) * (vkm::cos(3 * t) + 2), vkm::sin(2 * t) * (vkm::cos(3 * t) + 2), vkm::sin(3 * t)};
   });
 }
 
 std::vector<Vec3> figure8_curve(int resolution, const Poll& poll) {
   return sample_period(resolution, poll, [](double t) -> Vec3 {
-    return {std::cos(3 * t) * (std::cos(2 * t) + 2), std::sin(3 * t) * (std::cos(2 * t) + 2), std::sin(4 * t)};
+    return {vkm::cos(3 * t) * (vkm::cos(2 * t) + 2), vkm::sin(3 * t) * (vkm::cos(2 * t) + 2), vkm::sin(4 * t)};
   });
 }
 

@@ -6,6 +6,7 @@
 #include <limits>
 #include <vector>
 
+#include "core/elementary.hpp"
 #include "core/kernel.hpp"
 
 namespace vkm {
@@ -201,7 +202,7 @@ Contact refine(const PeriodicCubicSpline3D& A, const PeriodicCubicSpline3D& B, b
     for (std::size_t k = 0; k < count; ++k) {
       auto [ds, dt, damped] = steps[k];
       if (!std::isfinite(ds) || !std::isfinite(dt)) continue;
-      const double length = std::hypot(ds, dt);
+      const double length = vkm::hypot(ds, dt);
       if (length > longest_step) {
         ds *= longest_step / length;
         dt *= longest_step / length;

@@ -19,18 +19,6 @@ namespace vkm {
 
 inline constexpr double point_cutoff = 1e-6;  // m; the point form skips sources up to here
 
-/// Midpoints and vectors of a polyline's segments.
-struct Segments {
-  std::vector<Vec3> mid;
-  std::vector<Vec3> dl;
-};
-
-/// N segments of N points, the last one from the last point to the first.
-Segments closed_segments(std::span<const Vec3> points);
-
-/// N - 1 segments of N points.
-Segments open_segments(std::span<const Vec3> points);
-
 /// Velocity of a closed polyline at each grid point: the sum over segments of dl x R / (|R|^3 + 1e-12) with R from the
 /// segment's midpoint, times circulation / (4 pi). Fewer than two curve points give zeros.
 Lanes closed_curve_velocity(std::span<const Vec3> curve, const Lanes& grid, double circulation, const Poll& poll = {});

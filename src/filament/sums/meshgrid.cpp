@@ -23,7 +23,7 @@ std::vector<double> coordinates(const Lanes& points, std::size_t axis, std::size
   return values;
 }
 
-bool is_product(const Lanes& points, const ProductGrid& grid) {
+bool is_product(const Lanes& points, const Meshgrid& grid) {
   const auto& [slow, middle, fast] = grid.values;
   std::size_t at = 0;
   for (const double s : slow) {
@@ -42,7 +42,7 @@ bool is_product(const Lanes& points, const ProductGrid& grid) {
 
 }  // namespace
 
-std::optional<ProductGrid> product_grid(const Lanes& points) {
+std::optional<Meshgrid> meshgrid_of(const Lanes& points) {
   const std::size_t n = points.size();
   if (n < 2) return std::nullopt;
   std::size_t fast = 0;
@@ -55,9 +55,9 @@ std::optional<ProductGrid> product_grid(const Lanes& points) {
   const std::size_t rows = run(points, row, fast, slow);
   if (n % (row * rows) != 0) return std::nullopt;
   const std::size_t plane = row * rows;
-  ProductGrid grid{{slow, middle, fast},
-                   {coordinates(points, slow, plane, n / plane), coordinates(points, middle, row, rows),
-                    coordinates(points, fast, 1, row)}};
+  Meshgrid grid{{slow, middle, fast},
+                {coordinates(points, slow, plane, n / plane), coordinates(points, middle, row, rows),
+                 coordinates(points, fast, 1, row)}};
   if (row < 2 || !is_product(points, grid)) return std::nullopt;
   return grid;
 }

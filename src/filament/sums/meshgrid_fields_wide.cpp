@@ -1,13 +1,15 @@
-#include "filament/sums/meshgrid_fields_wide.hpp"
+#include "filament/sums/fields_wide.hpp"
+
+#if VKM_HAS_WIDE
 
 #include <algorithm>
 #include <memory>
 
+#include "filament/sums/dipole_wide.hpp"
+#include "filament/sums/magnetostatics.hpp"
 #include "filament/sums/source_loop_wide.hpp"
 
 namespace vkm {
-
-#if VKM_HAS_WIDE
 
 namespace {
 
@@ -28,7 +30,7 @@ struct RowFactors {
 /// Where the sums of some points of a row stand, for the components along the slow, middle and fast axes.
 struct RowSums {
   std::size_t from;  // in the row
-  double* component[3];
+  LaneSpace component;
   std::size_t size;
 };
 
@@ -46,17 +48,17 @@ VKM_WIDE bool add_chunk(const Terms& terms, std::size_t count, const RowSums& at
 #pragma GCC unroll 4
   for (std::size_t v = 0; v < Terms::vectors; ++v) {
     const __mmask8 lanes = lanes_of(at, v);
-    sums[v] = {_mm512_maskz_loadu_pd(lanes, at.component[0] + v * wide_lanes),
-               _mm512_maskz_loadu_pd(lanes, at.component[1] + v * wide_lanes),
-               _mm512_maskz_loadu_pd(lanes, at.component[2] + v * wide_lanes)};
+    sums[v] = {_mm512_maskz_loadu_pd(lanes, at.component.x + v * wide_lanes),
+               _mm512_maskz_loadu_pd(lanes, at.component.y + v * wide_lanes),
+               _mm512_maskz_loadu_pd(lanes, at.component.z + v * wide_lanes)};
   }
   if (!add_terms<near>(terms, count, sums)) return false;
 #pragma GCC unroll 4
   for (std::size_t v = 0; v < Terms::vectors; ++v) {
     const __mmask8 lanes = lanes_of(at, v);
-    _mm512_mask_storeu_pd(at.component[0] + v * wide_lanes, lanes, sums[v].x);
-    _mm512_mask_storeu_pd(at.component[1] + v * wide_lanes, lanes, sums[v].y);
-    _mm512_mask_storeu_pd(at.component[2] + v * wide_lanes, lanes, sums[v].z);
+    _mm512_mask_storeu_pd(at.component.x + v * wide_lanes, lanes, sums[v].x);
+    _mm512_mask_storeu_pd(at.component.y + v * wide_lanes, lanes, sums[v].y);
+    _mm512_mask_storeu_pd(at.component.z + v * wide_lanes, lanes, sums[v].z);
   }
   return true;
 }
@@ -73,8 +75,7 @@ struct Tile {
   alignas(64) PerSource middle[tile_rows], middle2[tile_rows];
   RowFactors rest;  // of R^2 in the row at hand
 
-  explicit Tile(const ProductGrid& grid)
-      : slow_axis(grid.axis[0]), middle_axis(grid.axis[1]), fast_axis(grid.axis[2]) {}
+  explicit Tile(const Meshgrid& grid) : slow_axis(grid.axis[0]), middle_axis(grid.axis[1]), fast_axis(grid.axis[2]) {}
 
   void take(std::span<const Vec3> places, std::span<const Vec3> vectors) {
     sources = places.size();
@@ -130,7 +131,7 @@ struct Tile {
 /// along the row.
 class WireTile : public Tile {
  public:
-  WireTile(const ProductGrid& grid, double factor) : Tile(grid), f_(factor) {}
+  WireTile(const Meshgrid& grid, double factor) : Tile(grid), f_(factor) {}
 
   VKM_WIDE void fill_rows(std::size_t count) {
     for (std::size_t j = 0; j < count; ++j) {
@@ -155,6 +156,7 @@ class WireTile : public Tile {
   struct Terms {
     static constexpr std::size_t vectors = 4;
     static constexpr std::size_t ahead = 1;
+    static constexpr double near = least_distance;
     const WireTile& tile;
     std::size_t row, from;
 
@@ -195,7 +197,7 @@ class WireTile : public Tile {
 /// Dipoles: R^2 and m.R have parts that are the same along a row.
 class DipoleTile : public Tile {
  public:
-  explicit DipoleTile(const ProductGrid& grid) : Tile(grid) {}
+  explicit DipoleTile(const Meshgrid& grid) : Tile(grid) {}
 
   VKM_WIDE void fill_rows(std::size_t count) {
     for (std::size_t s = 0; s < chunk_size; ++s) {
@@ -214,6 +216,7 @@ class DipoleTile : public Tile {
   struct Terms {
     static constexpr std::size_t vectors = 2;
     static constexpr std::size_t ahead = 2;
+    static constexpr double near = least_distance;
     const DipoleTile& tile;
     std::size_t row, from;
 
@@ -225,8 +228,8 @@ class DipoleTile : public Tile {
       const Wide mr = (load_wide(tile.mr_[s] + lane) + wide(tile.mr_rest_.first[s])) + wide(tile.mr_rest_.second[s]);
       const WideVec3 m = {wide(tile.vector[tile.slow_axis][s]), wide(tile.vector[tile.middle_axis][s]),
                           wide(tile.vector[tile.fast_axis][s])};
-      return wide_dipole_field(m, {wide(tile.slow[s]), wide(tile.middle[row][s]), load_wide(tile.r[s] + lane)}, mr, n,
-                               r2, per_n);
+      return dipole_field(m, {wide(tile.slow[s]), wide(tile.middle[row][s]), load_wide(tile.r[s] + lane)}, mr, n, r2,
+                          per_n);
     }
   };
 
@@ -237,7 +240,7 @@ class DipoleTile : public Tile {
   alignas(64) Row mr_[chunk_size];
 };
 
-bool fits(std::span<const Vec3> at, std::span<const Vec3> vectors, const ProductGrid& grid) {
+bool fits(std::span<const Vec3> at, std::span<const Vec3> vectors, const Meshgrid& grid) {
   bool fits = has_wide() && grid.values[2].size() >= wide_lanes && moderate(at) && moderate(vectors);
   for (const std::vector<double>& values : grid.values) fits = fits && moderate(values);
   return fits;
@@ -245,7 +248,7 @@ bool fits(std::span<const Vec3> at, std::span<const Vec3> vectors, const Product
 
 /// Sums chunk after chunk of the sources, which keeps their order at every point.
 template <class Kernel>
-Lanes sum_over(std::span<const Vec3> at, std::span<const Vec3> vectors, const ProductGrid& grid, Kernel& tile,
+Lanes sum_over(std::span<const Vec3> at, std::span<const Vec3> vectors, const Meshgrid& grid, Kernel& tile,
                const Poll& poll) {
   const std::span<const double> planes = grid.values[0], rows = grid.values[1], columns = grid.values[2];
   Lanes field(planes.size() * rows.size() * columns.size());
@@ -261,7 +264,7 @@ Lanes sum_over(std::span<const Vec3> at, std::span<const Vec3> vectors, const Pr
                           field.axis(tile.fast_axis) + place},
                          count - from};
       const typename Kernel::Terms terms{tile, j, from};
-      if (!add_chunk<false>(terms, tile.sources, sums)) add_chunk<true>(terms, tile.sources, sums);
+      quick_or_careful([&](auto near) { return add_chunk<near>(terms, tile.sources, sums); });
     }
   };
   for (std::size_t s = 0; s < at.size(); s += chunk_size) {
@@ -289,32 +292,20 @@ Lanes sum_over(std::span<const Vec3> at, std::span<const Vec3> vectors, const Pr
 
 }  // namespace
 
-std::optional<Lanes> wire_field_on_product(std::span<const Vec3> at, std::span<const Vec3> elements, double f,
-                                           const ProductGrid& grid, const Poll& poll) {
+std::optional<Lanes> wire_field_on_meshgrid(std::span<const Vec3> at, std::span<const Vec3> elements, double f,
+                                            const Meshgrid& grid, const Poll& poll) {
   if (!fits(at, elements, grid)) return std::nullopt;
   const auto tile = std::make_unique<WireTile>(grid, f);
   return sum_over(at, elements, grid, *tile, poll);
 }
 
-std::optional<Lanes> dipole_field_on_product(std::span<const Vec3> at, std::span<const Vec3> moments,
-                                             const ProductGrid& grid, const Poll& poll) {
+std::optional<Lanes> dipole_field_on_meshgrid(std::span<const Vec3> at, std::span<const Vec3> moments,
+                                              const Meshgrid& grid, const Poll& poll) {
   if (!fits(at, moments, grid)) return std::nullopt;
   const auto tile = std::make_unique<DipoleTile>(grid);
   return sum_over(at, moments, grid, *tile, poll);
 }
 
-#else
-
-std::optional<Lanes> wire_field_on_product(std::span<const Vec3>, std::span<const Vec3>, double, const ProductGrid&,
-                                           const Poll&) {
-  return std::nullopt;
-}
-
-std::optional<Lanes> dipole_field_on_product(std::span<const Vec3>, std::span<const Vec3>, const ProductGrid&,
-                                             const Poll&) {
-  return std::nullopt;
-}
+}  // namespace vkm
 
 #endif
-
-}  // namespace vkm

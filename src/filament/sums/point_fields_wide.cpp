@@ -1,49 +1,44 @@
-#include "filament/sums/point_fields_wide.hpp"
+#include "filament/sums/fields_wide.hpp"
+
+#if VKM_HAS_WIDE
 
 #include <algorithm>
 
+#include "filament/sums/dipole_wide.hpp"
+#include "filament/sums/magnetostatics.hpp"
 #include "filament/sums/source_loop_wide.hpp"
 
 namespace vkm {
 
-#if VKM_HAS_WIDE
-
 namespace {
 
-/// Two vectors of points coordinate by coordinate, and the sources.
+/// Two vectors of points, and the sources.
 struct AtPoints {
   static constexpr std::size_t vectors = 2;
   static constexpr std::size_t ahead = 2;
+  static constexpr double near = least_distance;
 
   std::span<const Vec3> at;
   std::span<const Vec3> elements;
-  const double *x, *y, *z;
+  LaneView points;
 
   VKM_WIDE_INLINE WideVec3 offset(std::size_t s, std::size_t v) const {
-    const Vec3& source = at[std::min(s, at.size() - 1)];
-    return {load_wide(x + v * wide_lanes) - wide(source[0]), load_wide(y + v * wide_lanes) - wide(source[1]),
-            load_wide(z + v * wide_lanes) - wide(source[2])};
+    return load_wide(points, v * wide_lanes) - wide(at[std::min(s, at.size() - 1)]);
   }
 
   VKM_WIDE_INLINE Wide square(std::size_t s, std::size_t v) const {
     const WideVec3 r = offset(s, v);
-    return r.x * r.x + r.y * r.y + r.z * r.z;
+    return dot(r, r);
   }
 
   VKM_WIDE_INLINE static Wide root(Wide r2, std::size_t) { return _mm512_sqrt_pd(r2); }
-
-  VKM_WIDE_INLINE WideVec3 vector(std::size_t s) const {
-    return {wide(elements[s][0]), wide(elements[s][1]), wide(elements[s][2])};
-  }
 };
 
 struct PotentialTerms : AtPoints {
   VKM_WIDE_INLINE static Wide divide(Wide n) { return n; }
 
   VKM_WIDE_INLINE WideVec3 term(std::size_t s, std::size_t, Wide n, Wide, Wide) const {
-    const Wide q = reciprocal(n);
-    const WideVec3 dl = vector(s);
-    return {dl.x * q, dl.y * q, dl.z * q};
+    return wide(elements[s]) * reciprocal(n);
   }
 };
 
@@ -51,21 +46,17 @@ struct DipoleTerms : AtPoints {
   VKM_WIDE_INLINE static Wide divide(Wide n) { return wide(1.0) / n; }
 
   VKM_WIDE_INLINE WideVec3 term(std::size_t s, std::size_t v, Wide n, Wide r2, Wide per_n) const {
-    const WideVec3 m = vector(s), r = offset(s, v);
-    return wide_dipole_field(m, r, m.x * r.x + m.y * r.y + m.z * r.z, n, r2, per_n);
+    const WideVec3 m = wide(elements[s]), r = offset(s, v);
+    return dipole_field(m, r, dot(m, r), n, r2, per_n);
   }
 };
 
 template <bool near, class Terms>
-VKM_WIDE bool sum_at(const Terms& terms, double* x, double* y, double* z) {
-  WideVec3 sums[2];
-  sums[0] = sums[1] = {wide(0.0), wide(0.0), wide(0.0)};
+VKM_WIDE bool sum_at(const Terms& terms, const LaneSpace& to) {
+  WideVec3 sums[Terms::vectors];
+  for (WideVec3& sum : sums) sum = wide(Vec3{});
   if (!add_terms<near>(terms, terms.at.size(), sums)) return false;
-  for (std::size_t v = 0; v < 2; ++v) {
-    store_wide(x + v * wide_lanes, sums[v].x);
-    store_wide(y + v * wide_lanes, sums[v].y);
-    store_wide(z + v * wide_lanes, sums[v].z);
-  }
+  for (std::size_t v = 0; v < Terms::vectors; ++v) store_wide(to, v * wide_lanes, sums[v]);
   return true;
 }
 
@@ -78,10 +69,9 @@ std::optional<Lanes> sum_on(std::span<const Vec3> at, std::span<const Vec3> vect
   }
   Lanes sums(points.size());
   Heartbeat heartbeat(poll);
-  for (std::size_t i = 0; i < points.size(); i += 2 * wide_lanes) {
-    const Terms terms{{at, vectors, points.axis(0) + i, points.axis(1) + i, points.axis(2) + i}};
-    double *x = sums.axis(0) + i, *y = sums.axis(1) + i, *z = sums.axis(2) + i;
-    if (!sum_at<false>(terms, x, y, z)) sum_at<true>(terms, x, y, z);
+  for (std::size_t i = 0; i < points.size(); i += Terms::vectors * wide_lanes) {
+    const Terms terms{{at, vectors, view(points, i)}};
+    quick_or_careful([&](auto near) { return sum_at<near>(terms, space(sums, i)); });
     heartbeat.tick();
   }
   return sums;
@@ -99,16 +89,6 @@ std::optional<Lanes> dipole_field_on_points(std::span<const Vec3> at, std::span<
   return sum_on<DipoleTerms>(at, moments, points, poll);
 }
 
-#else
-
-std::optional<Lanes> potential_on_points(std::span<const Vec3>, std::span<const Vec3>, const Lanes&, const Poll&) {
-  return std::nullopt;
-}
-
-std::optional<Lanes> dipole_field_on_points(std::span<const Vec3>, std::span<const Vec3>, const Lanes&, const Poll&) {
-  return std::nullopt;
-}
+}  // namespace vkm
 
 #endif
-
-}  // namespace vkm

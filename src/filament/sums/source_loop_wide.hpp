@@ -1,49 +1,57 @@
 #pragma once
 
-/// The loop that the hand-written field sums share: sources one by one, at a few vectors of points (core/wide.hpp).
+/// What the hand-written sums share: the loop over sources one by one at a few vectors of points (core/wide.hpp), and
+/// what is done about sources that are left out because they are near.
 
-#include "core/numbers.hpp"
 #include "core/wide.hpp"
 
 #if VKM_HAS_WIDE
 
 #include <cstddef>
 #include <limits>
-
-#include "filament/sums/magnetostatics.hpp"
+#include <type_traits>
 
 namespace vkm {
 
-inline constexpr std::size_t most_ahead = 2;  // bound of the terms' `ahead`
+/// A kernel has two forms. The quick one (`near` false) takes no source for near, and says false if one was: what it
+/// has summed is of no use then. The careful one (`near` true) leaves near sources out, and says true.
+template <class Kernel>
+void quick_or_careful(const Kernel& kernel) {
+  if (!kernel(std::false_type{})) kernel(std::true_type{});
+}
 
-struct WideVec3 {
-  Wide x, y, z;
+inline constexpr std::size_t most_ahead = 2;    // bound of the terms' `ahead`
+inline constexpr std::size_t most_vectors = 4;  // and of their `vectors`
+
+/// The terms of a sum over sources s, at vectors v of eight points each. R is the offset of the points from the source.
+template <class T>
+concept SourceTerms = requires(const T& terms, std::size_t s, std::size_t v, Wide x, WideVec3 sum) {
+  requires T::vectors <= most_vectors;              // how many vectors are summed at once
+  requires 1 <= T::ahead&& T::ahead <= most_ahead;  // how many roots are under way
+  requires T::near > 0.0;                           // |R| below which a source is left out
+  x = terms.square(s, v);                           // R^2, also to be had for the `ahead` after the last source
+  x = terms.root(x, v);                             // its root n, for R^2 > 0
+  x = terms.divide(x);                              // what else of n is to be divided ahead
+  sum += terms.term(s, v, x, x, x);                 // what is added, by n, R^2 and the quotient that was divided ahead
 };
 
+/// `only` has a bit a lane.
 template <bool some>
-VKM_WIDE_INLINE Wide add_where(__mmask8 kept, Wide sum, Wide term) {
-  return some ? _mm512_mask_add_pd(sum, kept, sum, term) : sum + term;
+VKM_WIDE_INLINE Wide add_where(__mmask8 only, Wide sum, Wide term) {
+  return some ? _mm512_mask_add_pd(sum, only, sum, term) : sum + term;
 }
 
 /// Only the divider's root is right at 0.
-template <bool near, class Terms>
+template <bool near, SourceTerms Terms>
 VKM_WIDE_INLINE Wide root_of(const Terms& terms, Wide r2, std::size_t v) {
   return near ? _mm512_sqrt_pd(r2) : terms.root(r2, v);
 }
 
-/// Adds the terms of the sources 0 .. count - 1 to the sums at Terms::vectors times eight points. The roots of the next
-/// Terms::ahead sources are under way while one is summed, so that neither divider nor multipliers wait. For source s
-/// and vector v,
-///   terms.square(s, v)                is R^2, also to be had for the `ahead` after the last source,
-///   terms.root(r2, v)                 is its root n,
-///   terms.divide(n)                   is what else of n is to be divided ahead,
-///   terms.term(s, v, n, r2, divided)  is added.
-/// Sources nearer than least_distance are left out if `near` is said; else, if there may be one, the result is false
-/// and the sums are of no use.
-template <bool near, class Terms>
+/// Adds the terms of the sources 0 .. count - 1 to the sums, in their order. The roots of the next sources are under
+/// way while one is summed, so that neither divider nor multipliers wait.
+template <bool near, SourceTerms Terms>
 VKM_WIDE_INLINE bool add_terms(const Terms& terms, std::size_t count, WideVec3 (&sums)[Terms::vectors]) {
   constexpr std::size_t vectors = Terms::vectors, ahead = Terms::ahead;
-  static_assert(vectors <= 4 && ahead <= most_ahead);
   Wide r2_ahead[ahead][vectors], n_ahead[ahead][vectors], divided_ahead[vectors];
   Wide least = wide(std::numeric_limits<double>::infinity());
 #pragma GCC unroll 4
@@ -68,23 +76,14 @@ VKM_WIDE_INLINE bool add_terms(const Terms& terms, std::size_t count, WideVec3 (
       n_ahead[ahead - 1][v] = root_of<near>(terms, r2_ahead[ahead - 1][v], v);
       divided_ahead[v] = terms.divide(n_ahead[0][v]);
       least = _mm512_min_pd(least, r2);
-      const __mmask8 kept = near ? _mm512_cmp_pd_mask(n, wide(least_distance), _CMP_NLT_UQ) : 0xff;
+      const __mmask8 far = near ? _mm512_cmp_pd_mask(n, wide(Terms::near), _CMP_NLT_UQ) : 0xff;
       const WideVec3 term = terms.term(s, v, n, r2, divided);
-      sums[v].x = add_where<near>(kept, sums[v].x, term.x);
-      sums[v].y = add_where<near>(kept, sums[v].y, term.y);
-      sums[v].z = add_where<near>(kept, sums[v].z, term.z);
+      sums[v].x = add_where<near>(far, sums[v].x, term.x);
+      sums[v].y = add_where<near>(far, sums[v].y, term.y);
+      sums[v].z = add_where<near>(far, sums[v].z, term.z);
     }
   }
-  return near || _mm512_reduce_min_pd(least) >= 1.01 * least_distance * least_distance;
-}
-
-/// A dipole's field, by mr = m.R and per_n = 1 / |R|.
-VKM_WIDE_INLINE WideVec3 wide_dipole_field(const WideVec3& m, const WideVec3& r, Wide mr, Wide n, Wide r2, Wide per_n) {
-  const Wide once = quotient(mr, n, per_n) * wide(3.0);
-  const Wide radial = quotient(quotient(once, n, per_n), n, per_n);
-  const Wide q = reciprocal(n * r2, per_n * per_n * per_n);
-  const Wide k = wide(inv_four_pi);
-  return {(radial * r.x - m.x) * k * q, (radial * r.y - m.y) * k * q, (radial * r.z - m.z) * k * q};
+  return near || _mm512_reduce_min_pd(least) >= 1.01 * Terms::near * Terms::near;
 }
 
 }  // namespace vkm

@@ -1,17 +1,29 @@
 #include "filament/topology/polygonal_gauss.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
+#include "core/elementary.hpp"
 #include "core/numbers.hpp"
 
 namespace vkm {
 
 namespace {
 
-/// asin of a cosine that rounding may have put just outside [-1, 1]; NaN stays NaN.
-double clamped_asin(double value) { return std::asin(std::clamp(value, -1.0, 1.0)); }
+/// Four cosines, whose inverse sines add up to the solid angle of a pair of edges, and its sign; the sign is 0 for a
+/// pair without one.
+struct PairCosines {
+  std::array<double, 4> cosines{};
+  double sign = 0.0;
+
+  double solid_angle(const double* angles) const {
+    if (sign == 0.0) return 0.0;
+    const double w = angles[0] + angles[1] + angles[2] + angles[3];
+    return sign < 0.0 ? -w : w;
+  }
+};
 
 /// The nearest integer, halves away from zero; NaN gives 0 and values beyond the range its ends.
 std::int64_t rounded_to_64_bits(double value) {
@@ -40,60 +52,97 @@ struct Sums {
 
 const Vec3& wrapped(std::span<const Vec3> curve, std::size_t i) { return i == curve.size() ? curve[0] : curve[i]; }
 
-}  // namespace
-
-double edge_pair_solid_angle(const Vec3& p1, const Vec3& p2, const Vec3& p3, const Vec3& p4) {
+PairCosines pair_cosines(const Vec3& p1, const Vec3& p2, const Vec3& p3, const Vec3& p4) {
   constexpr double least_norm2 = 1e-60;
   const Vec3 r13 = p3 - p1, r14 = p4 - p1, r23 = p3 - p2, r24 = p4 - p2;
   Vec3 n1 = cross(r13, r14);
   const double s1 = norm2(n1);
-  if (s1 < least_norm2) return 0.0;
+  if (s1 < least_norm2) return {};
   Vec3 n2 = cross(r14, r24);
   const double s2 = norm2(n2);
-  if (s2 < least_norm2) return 0.0;
+  if (s2 < least_norm2) return {};
   Vec3 n3 = cross(r24, r23);
   const double s3 = norm2(n3);
-  if (s3 < least_norm2) return 0.0;
+  if (s3 < least_norm2) return {};
   Vec3 n4 = cross(r23, r13);
   const double s4 = norm2(n4);
-  if (s4 < least_norm2) return 0.0;
+  if (s4 < least_norm2) return {};
   n1 = n1 * (1.0 / std::sqrt(s1));
   n2 = n2 * (1.0 / std::sqrt(s2));
   n3 = n3 * (1.0 / std::sqrt(s3));
   n4 = n4 * (1.0 / std::sqrt(s4));
-  const double w =
-      clamped_asin(dot(n2, n3)) + clamped_asin(dot(n1, n2)) + clamped_asin(dot(n3, n4)) + clamped_asin(dot(n4, n1));
+  // rounding may have put a cosine just outside [-1, 1]; NaN stays NaN
+  const auto clamped = [](double value) { return std::clamp(value, -1.0, 1.0); };
   const Vec3 r12 = p2 - p1, r34 = p4 - p3;
-  return dot(r13, cross(r34, r12)) < 0.0 ? -w : w;
+  return {{clamped(dot(n2, n3)), clamped(dot(n1, n2)), clamped(dot(n3, n4)), clamped(dot(n4, n1))},
+          dot(r13, cross(r34, r12)) < 0.0 ? -1.0 : 1.0};
+}
+
+/// Adds the solid angles of pairs in their order; the inverse sines are taken for many pairs at a time.
+class PairSums {
+ public:
+  void add(const PairCosines& pair) {
+    pairs_[count_++] = pair;
+    if (count_ == pairs_.size()) flush();
+  }
+
+  Sums finished() {
+    flush();
+    return sums_;
+  }
+
+ private:
+  void flush() {
+    std::array<double, 4 * block> angles;
+    for (std::size_t i = 0; i < count_; ++i) std::copy_n(pairs_[i].cosines.begin(), 4, angles.begin() + 4 * i);
+    const std::span<double> used(angles.data(), 4 * count_);
+    vkm::asin(used, used);
+    for (std::size_t i = 0; i < count_; ++i) sums_.add(pairs_[i].solid_angle(&angles[4 * i]));
+    count_ = 0;
+  }
+
+  static constexpr std::size_t block = 64;
+  std::array<PairCosines, block> pairs_;
+  std::size_t count_ = 0;
+  Sums sums_;
+};
+
+}  // namespace
+
+double edge_pair_solid_angle(const Vec3& p1, const Vec3& p2, const Vec3& p3, const Vec3& p4) {
+  const PairCosines pair = pair_cosines(p1, p2, p3, p4);
+  std::array<double, 4> angles = pair.cosines;
+  vkm::asin(angles, angles);
+  return pair.solid_angle(angles.data());
 }
 
 PolygonalGaussResult polygonal_gauss_self(std::span<const Vec3> curve, const Poll& poll) {
   const std::size_t n = curve.size();
   if (n < 3) return {};
-  Sums sums;
+  PairSums sums;
   Heartbeat heartbeat(poll);
   for (std::size_t i = 0; i + 2 < n; ++i) {
     const std::size_t end = i == 0 ? n - 1 : n;  // edge n - 1 ends where edge 0 starts
     for (std::size_t j = i + 2; j < end; ++j) {
       if (j % 1024 == 0) heartbeat.tick();
-      sums.add(edge_pair_solid_angle(curve[i], curve[i + 1], curve[j], wrapped(curve, j + 1)));
+      sums.add(pair_cosines(curve[i], curve[i + 1], curve[j], wrapped(curve, j + 1)));
     }
     heartbeat.tick();
   }
-  return sums.over(two_pi);
+  return sums.finished().over(two_pi);
 }
 
 PolygonalGaussResult polygonal_gauss_pair(std::span<const Vec3> a, std::span<const Vec3> b, const Poll& poll) {
   if (a.size() < 3 || b.size() < 3) return {};
-  Sums sums;
+  PairSums sums;
   Heartbeat heartbeat(poll);
   for (std::size_t i = 0; i < a.size(); ++i) {
     for (std::size_t j = 0; j < b.size(); ++j) {
       if (j % 1024 == 0) heartbeat.tick();
-      sums.add(edge_pair_solid_angle(a[i], wrapped(a, i + 1), b[j], wrapped(b, j + 1)));
+      sums.add(pair_cosines(a[i], wrapped(a, i + 1), b[j], wrapped(b, j + 1)));
     }
   }
-  return sums.over(four_pi);
+  return sums.finished().over(four_pi);
 }
 
 }  // namespace vkm

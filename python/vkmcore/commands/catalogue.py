@@ -1,0 +1,212 @@
+"""The command `vkmcore catalogue` with build, write and verify."""
+
+from __future__ import annotations
+
+import fnmatch
+import os
+from collections.abc import Callable, Iterator, Sequence
+from concurrent.futures import Executor
+from contextlib import contextmanager
+from pathlib import Path
+from typing import TYPE_CHECKING, Any
+
+import click
+
+from vkmcore.commands.arguments import COUNT, Failure, json_option
+from vkmcore.commands.output import plain_table, print_json, print_table
+from vkmcore.progress import progress_bar, watched
+
+if TYPE_CHECKING:
+    from vkmcore.ideal.campaign import Outcome, Progress, Target
+    from vkmcore.ideal.campaign_store import Entry
+    from vkmcore.reference.tables import TableEntry
+
+
+@click.group()
+def catalogue() -> None:
+    """Make the catalogue of tight shapes again, and verify what is embedded."""
+
+
+def folder_option(command: Callable[..., None]) -> Callable[..., None]:
+    return click.option(
+        "--folder",
+        type=click.Path(file_okay=False, path_type=Path),
+        default=Path("campaign"),
+        show_default=True,
+        help="Where the results are kept: one file a knot.",
+    )(command)
+
+
+def select_option(command: Callable[..., None]) -> Callable[..., None]:
+    return click.option(
+        "--select",
+        multiple=True,
+        metavar="PATTERN",
+        help="Names, as '8_*' or 'L6a?'; may be repeated.  [default: all knots to 10 crossings and links to 9]",
+    )(command)
+
+
+@catalogue.command()
+@select_option
+@click.option("--seeds", type=COUNT, default=1, show_default=True, help="Most searches a knot, in all runs together.")
+@click.option("--jobs", type=COUNT, default=os.cpu_count() or 1, show_default=True, help="Tasks at a time.")
+@click.option("--scheduler", metavar="ADDRESS", help="A Dask scheduler that does the tasks (extra 'cluster').")
+@click.option("--resume", is_flag=True, help="Go on in a folder that holds results.")
+@click.option("--edge", type=click.FloatRange(0.05, 0.15), default=0.07, show_default=True, help="Finest edge, in radii.")
+@click.option("--nice", type=click.IntRange(0, 19), default=0, help="Nice level of the workers.")
+@folder_option
+def build(
+    select: tuple[str, ...],
+    seeds: int,
+    jobs: int,
+    scheduler: str | None,
+    resume: bool,
+    edge: float,
+    nice: int,
+    folder: Path,
+) -> None:
+    """Search tight shapes and Fourier forms of knots and links, from their tables' diagrams.
+
+    Results go to the folder as they come; a campaign that was stopped, by whatever, goes on with --resume. Nothing is
+    ever replaced by anything worse.
+    """
+    from vkmcore.ideal.campaign import run
+    from vkmcore.ideal.campaign_store import Store
+    from vkmcore.ideal.campaign_work import work
+
+    targets = [target_of(entry) for entry in selected(select)]
+    store = Store(folder)
+    if store.names() and not resume:
+        raise Failure(f"vkmcore: {folder} holds results; --resume goes on with them")
+    with store.owned(), workers(jobs, scheduler, nice) as executor:
+        progress = run(store, targets, executor, jobs, work, seeds, edge, report)
+    click.echo(f"{progress.done} tasks done in {folder}", err=True)
+
+
+def selected(patterns: Sequence[str]) -> list[TableEntry]:
+    """The entries of the tables that match, knots before links at each crossing number."""
+    from vkmcore.reference.tables import knots, links
+
+    entries = [*knots(), *links()]
+    chosen = [e for e in entries if not patterns or any(fnmatch.fnmatchcase(e.name, p) for p in patterns)]
+    if not chosen:
+        raise Failure(f"vkmcore: no knot or link of the tables matches {' '.join(patterns)}")
+    return chosen
+
+
+def target_of(entry: TableEntry) -> Target:
+    from vkmcore.ideal.campaign import Target
+
+    return Target(entry.name, (entry.crossings + (entry.components > 1), entry.components), entry.ropelength)
+
+
+@contextmanager
+def workers(jobs: int, scheduler: str | None, nice: int) -> Iterator[Executor]:
+    """Processes of this machine, or those of a cluster."""
+    if scheduler is not None:
+        try:
+            from distributed import Client
+        except ImportError:
+            raise Failure('vkmcore: --scheduler needs Dask: pip install "vkmcore[cluster]"') from None
+        with Client(scheduler) as client:
+            yield client.get_executor()
+        return
+    import multiprocessing
+    from concurrent.futures import ProcessPoolExecutor
+
+    context = multiprocessing.get_context("spawn")
+    with ProcessPoolExecutor(jobs, context, os.nice, (nice,)) as pool:
+        yield pool
+
+
+def report(target: Target, entry: Entry, outcome: Outcome, progress: Progress) -> None:
+    from vkmcore.ideal.campaign import excess
+
+    task = outcome.task
+    if outcome.error:
+        result = outcome.error
+    else:
+        got = outcome.form.ropelength if outcome.form else outcome.shape.ropelength if outcome.shape else float("nan")
+        above = excess(target, got)
+        result = f"{got:.4f}" + ("" if above is None else f" {100 * above:+.3f} %")
+    edge = "series" if task.kind == "form" else f"edge {task.edge:g}"
+    left = f"{progress.left} left, {60 * progress.rate:.1f} a minute, {progress.remaining_s / 60:.0f} min"
+    click.echo(f"{target.name:8} {edge:9} seed {task.seed}  {result}  ({outcome.cpu:.1f} s)  {left}", err=True)
+
+
+@catalogue.command()
+@folder_option
+@click.option(
+    "--out",
+    type=click.Path(file_okay=False, path_type=Path),
+    default=Path("resources"),
+    show_default=True,
+    help="The folder of the texts.",
+)
+def write(folder: Path, out: Path) -> None:
+    """Write the catalogue's texts from a campaign's results."""
+    from vkmcore.ideal.campaign_store import Store
+    from vkmcore.ideal.catalogue_texts import write_links, write_knots
+    from vkmcore.reference.tables import knots, links
+
+    if not folder.is_dir():
+        raise Failure(f"vkmcore: {folder}: there is no such folder")
+    store = Store(folder)
+    for path, count in (
+        (out / "ideal/ideal.txt", write_knots(store, knots(), out / "ideal/ideal.txt")),
+        (out / "ideal/idealLinks.txt", write_links(store, links(), out / "ideal/idealLinks.txt")),
+    ):
+        click.echo(f"{path}: {count} of the campaign's blocks")
+
+
+@catalogue.command()
+@click.argument("keys", nargs=-1, metavar="[KEY...]")
+@click.option("--jobs", type=COUNT, default=os.cpu_count() or 1, show_default=True, help="Shapes at a time.")
+@json_option("A JSON list with a record a shape.")
+def verify(keys: tuple[str, ...], jobs: int, as_json: bool) -> None:
+    """Measure and certify what is embedded: all of it, or the shapes of these keys, ids, names or texts.
+
+    KEY is as 4_1d, 3:1:1, L5a1, knot_3.1 or idealLinks.txt; patterns with * are allowed. The exit code is 1 if any shape is
+    not what the catalogue says.
+    """
+    from vkmcore.ideal.catalogue_verification import Item, Verdict, items
+    from vkmcore.ideal.catalogue_verification import verify as verify_item
+    from vkmcore.reference.listing import table_name
+
+    def matches(item: Item, key: str) -> bool:
+        texts = (item.key, table_name(item.key), item.source, item.source.rsplit("/", 1)[-1])
+        return any(fnmatch.fnmatchcase(text, key) for text in texts)
+
+    everything = items()
+    for key in keys:
+        if not any(matches(item, key) for item in everything):
+            raise Failure(f"vkmcore: nothing in the catalogue matches {key!r}")
+    chosen = [item for item in everything if not keys or any(matches(item, key) for key in keys)]
+    verdicts: list[Verdict] = []
+    with progress_bar(len(chosen), watched()) as tell, workers(min(jobs, len(chosen)), None, 0) as executor:
+        for verdict in executor.map(verify_item, chosen):
+            verdicts.append(verdict)
+            tell(len(verdicts), verdict.key)
+    if as_json:
+        print_json([vars(verdict) for verdict in verdicts])
+    else:
+        table = plain_table(
+            ("key", "source", "type", "harmonics", "ropelength", "published", "excess / %", "certificate"),
+            ("key", "source", "type", "certificate"),
+        )
+        for verdict in verdicts:
+            table.add_row(
+                verdict.key,
+                verdict.source.rsplit("/", 1)[-1],
+                verdict.expected,
+                str(verdict.harmonics or "-"),
+                f"{verdict.ropelength:.4f}",
+                "-" if verdict.published is None else f"{verdict.published:.4f}",
+                "-" if verdict.excess is None else f"{100 * verdict.excess:+.3f}",
+                "; ".join(verdict.problems) or verdict.certificate.partition(": ")[2],
+            )
+        print_table(table)
+    failed = sum(bool(verdict.problems) for verdict in verdicts)
+    if failed:
+        raise Failure(f"vkmcore: {failed} of {len(verdicts)} shapes failed")
+    click.echo(f"{len(verdicts)} shapes verified", err=True)

@@ -1,0 +1,88 @@
+#include "core/elementary/arctangent.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/elementary.hpp"
+#include "core/elementary/lanes_of.hpp"
+
+namespace vkm {
+
+using namespace elementary;
+
+namespace {
+
+VKM_KERNEL std::size_t asin_lanes(const double* x, std::size_t count, double* values) {
+  std::size_t missed = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    const double value = try_asin(x[i]);
+    values[i] = value;
+    missed += value != value;
+  }
+  return missed;
+}
+
+VKM_KERNEL std::size_t acos_lanes(const double* x, std::size_t count, double* values) {
+  std::size_t missed = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    const double value = try_acos(x[i]);
+    values[i] = value;
+    missed += value != value;
+  }
+  return missed;
+}
+
+/// sqrt(1 - x^2) of a number of size at most 1.
+LongFloat long_complement(double x) {
+  return square_root((long_float(1.0) - long_float(x)) * (long_float(1.0) + long_float(x)));
+}
+
+/// Infinities and zeros of atan2 replaced by numbers in the same directions.
+double direction(double x, bool far) {
+  if (far) return std::copysign(std::isinf(x) ? 1.0 : 0.0, x);
+  return x;
+}
+
+}  // namespace
+
+double atan2(double y, double x) {
+  if (std::isnan(x) || std::isnan(y)) return nan;
+  const bool far = std::isinf(x) || std::isinf(y);
+  const double v = direction(y, far);
+  const double u = direction(x, far);
+  if (v == 0.0) return std::signbit(u) ? std::copysign(half_pi.head * 2.0, y) : v;
+  if (u == 0.0) return std::copysign(half_pi.head, y);
+  const double least = std::min(std::fabs(u), std::fabs(v));
+  const double greatest = std::max(std::fabs(u), std::fabs(v));
+  if (least >= 0x1p-400 && greatest <= 0x1p400) {
+    const Pair angle = fast_argument({v, 0.0}, {u, 0.0});
+    const double near = rounded(angle, std::fabs(angle.high) * argument_error);
+    if (near == near) return near;
+  }
+  return to_double(long_argument(long_float(v), long_float(u)));
+}
+
+double asin(double x) {
+  const double near = try_asin(x);
+  if (near == near) return near;
+  if (!(std::fabs(x) <= 1.0)) return nan;
+  return to_double(long_argument(long_float(x), long_complement(x)));
+}
+
+double acos(double x) {
+  const double near = try_acos(x);
+  if (near == near) return near;
+  if (!(std::fabs(x) <= 1.0)) return nan;
+  if (x == 1.0) return 0.0;
+  return to_double(long_argument(long_complement(x), long_float(x)));
+}
+
+void asin(std::span<const double> x, std::span<double> result) {
+  lanes_of(x, result, asin_lanes, [](double a) { return asin(a); });
+}
+
+void acos(std::span<const double> x, std::span<double> result) {
+  lanes_of(x, result, acos_lanes, [](double a) { return acos(a); });
+}
+
+}  // namespace vkm

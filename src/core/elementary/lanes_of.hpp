@@ -1,0 +1,28 @@
+#pragma once
+
+/// Forms for spans: a kernel leaves NaN where its fast path cannot tell, and the scalar function fills these in.
+
+#include <cmath>
+#include <cstddef>
+#include <span>
+
+namespace vkm::elementary {
+
+/// result[i] = scalar(x[i]) wherever the kernel left NaN; `left` of them. Works on blocks, so that x and result may be
+/// the same memory.
+template <class Kernel, class Scalar>
+void lanes_of(std::span<const double> x, std::span<double> result, Kernel kernel, Scalar scalar) {
+  constexpr std::size_t block = 512;
+  double values[block];
+  for (std::size_t first = 0; first < x.size(); first += block) {
+    const std::size_t count = x.size() - first < block ? x.size() - first : block;
+    if (kernel(x.data() + first, count, values) != 0) {
+      for (std::size_t i = 0; i < count; ++i) {
+        if (std::isnan(values[i])) values[i] = scalar(x[first + i]);
+      }
+    }
+    for (std::size_t i = 0; i < count; ++i) result[first + i] = values[i];
+  }
+}
+
+}  // namespace vkm::elementary

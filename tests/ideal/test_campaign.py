@@ -1,0 +1,131 @@
+"""The campaign: what it does next, what it keeps, and that nothing is lost when it is killed."""
+
+import os
+import signal
+import subprocess
+import sys
+from concurrent.futures import ThreadPoolExecutor
+
+import numpy as np
+import pytest
+
+from vkmcore.ideal.campaign import COARSE, Outcome, Target, missing, record, run
+from vkmcore.ideal.campaign_store import Entry, Shape, Store, StoredForm
+from vkmcore.ideal.fourier_form import FourierForm
+
+TARGETS = [Target("3_1", (3, 1), 32.7436), Target("4_1", (4, 1), 42.0887), Target("L2a1", (3, 2), None)]
+
+
+def shape(ropelength, edge=COARSE, seed=1):
+    return Shape((np.full((4, 3), ropelength), np.zeros((5, 3))), ropelength, edge, seed)
+
+
+def stored(ropelength, source=None):
+    series = (np.full((3, 3), 1.0 + 2.0j),)
+    return StoredForm(FourierForm(series), ropelength, source or ropelength, COARSE)
+
+
+def work(task):
+    """Shapes that become better with the seed and the edge; the second seed of 4_1 fails."""
+    if task.name == "4_1" and task.kind == "search" and task.seed == 2:
+        raise ValueError("the type has changed")
+    length = {"3_1": 32.8, "4_1": 42.2, "L2a1": 25.2}[task.name]
+    if task.kind == "form":
+        return Outcome(task, form=stored(task.shape.ropelength + 0.01, task.shape.ropelength))
+    return Outcome(task, shape=shape(length - 0.01 * task.seed + 0.1 * task.edge, task.edge, task.seed), certificate="ok")
+
+
+def test_entries_survive_and_only_better_ones_replace(tmp_path):
+    store = Store(tmp_path)
+    entry = Entry("3_1", certificate="jones")
+    assert entry.offer(shape(33.0)) and not entry.offer(shape(33.0)) and not entry.offer(shape(33.5))
+    assert entry.offer(shape(32.9)) and entry.offer(shape(32.8, 0.1)) and entry.finest.edge == 0.1
+    assert entry.offer_form(stored(33.0)) and not entry.offer_form(stored(33.1))
+    entry.attempts.append({"task": "search", "seed": 1, "edge": 0.15})
+    store.save(entry)
+    back = Store(tmp_path).load("3_1")
+    assert back.seeds() == {1} and back.certificate == "jones" and sorted(back.shapes) == [0.1, COARSE]
+    for a, b in zip(back.finest.components, entry.finest.components):
+        np.testing.assert_array_equal(a, b)
+    np.testing.assert_array_equal(back.form.form.series[0], entry.form.form.series[0])
+    assert store.names() == ["3_1"] and store.load("4_1").finest is None
+    store.path("4_1").write_bytes(b"torn")
+    with pytest.raises(ValueError, match=r"4_1\.npz is no file of a campaign"):
+        store.load("4_1")
+
+
+def test_one_campaign_a_folder(tmp_path):
+    store = Store(tmp_path)
+    with store.owned(), pytest.raises(RuntimeError, match="another campaign"):
+        with Store(tmp_path).owned():
+            pass
+
+
+def order(store, seeds, **options):
+    done = []
+
+    def watch(target, entry, outcome, progress):
+        done.append((target.name, outcome.task.kind, outcome.task.seed, outcome.task.edge))
+
+    with ThreadPoolExecutor(1) as executor:
+        run(store, TARGETS, executor, 1, work, seeds, watch=watch, **options)
+    return done
+
+
+def test_every_knot_exists_before_any_is_refined(tmp_path):
+    store = Store(tmp_path)
+    done = order(store, seeds=1, finest=0.1)
+    first = [(name, kind) for name, kind, *_ in done]
+    assert first[:6] == [
+        ("3_1", "search"), ("3_1", "form"), ("L2a1", "search"), ("L2a1", "form"), ("4_1", "search"), ("4_1", "form"),
+    ]  # fmt: skip
+    assert {(name, edge) for name, kind, _, edge in done if kind == "refine"} == {(t.name, 0.1) for t in TARGETS}
+    assert order(store, seeds=1, finest=0.1) == []  # nothing is done twice
+    more = order(store, seeds=3, finest=0.1)
+    assert [seed for name, kind, seed, _ in more if (name, kind) == ("4_1", "search")] == [2, 3]
+    assert [seed for name, kind, seed, _ in more if (name, kind) == ("L2a1", "search")] == [2, 3]
+    entry = store.load("4_1")
+    assert entry.finest.seed == 3 and [a["error"] for a in entry.attempts if "error" in a][0].startswith("ValueError: the type")
+    assert entry.form.source_ropelength == entry.finest.ropelength
+
+
+def test_a_shape_at_the_published_value_asks_for_no_more_seeds():
+    entry = Entry("3_1")
+    record(entry, Outcome(missing(TARGETS[0], entry, 5, 0.15)[0][1], shape=shape(32.7437)))
+    assert [task.kind for _, task in missing(TARGETS[0], entry, 5, 0.15)] == ["form"]
+
+
+SCRIPT = """
+import sys, time
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+sys.path.insert(0, {here!r})
+from test_campaign import TARGETS, work
+from vkmcore.ideal.campaign import run
+from vkmcore.ideal.campaign_store import Store
+store = Store(Path({folder!r}))
+def slow(task):
+    time.sleep(0.05)
+    return work(task)
+with store.owned(), ThreadPoolExecutor(2) as executor:
+    run(store, TARGETS, executor, 2, slow, 3, watch=lambda *_: print("done", flush=True))
+"""
+
+
+def test_a_killed_campaign_goes_on(tmp_path):
+    folder = tmp_path / "results"
+    script = SCRIPT.format(here=os.path.dirname(__file__), folder=str(folder))
+    process = subprocess.Popen([sys.executable, "-c", script], stdout=subprocess.PIPE, text=True)
+    for _ in range(4):
+        assert process.stdout.readline() == "done\n"
+    process.send_signal(signal.SIGKILL)
+    process.wait()
+    store = Store(folder)
+    before = {name: store.load(name) for name in store.names()}
+    assert sum(len(entry.attempts) for entry in before.values()) >= 4
+    with store.owned():  # the lock died with the process
+        order(store, seeds=3)
+    for name, entry in before.items():
+        after = store.load(name)
+        assert after.attempts[: len(entry.attempts)] == entry.attempts and len(after.attempts) > len(entry.attempts) - 1
+        assert all(after.shapes[edge].ropelength <= shape.ropelength for edge, shape in entry.shapes.items())
