@@ -7,6 +7,7 @@ import re
 from collections.abc import Iterable, Sequence
 from pathlib import Path
 
+from vkmcore.files import write_text
 from vkmcore.ideal.campaign_store import Store
 from vkmcore.ideal.fourier_form import FourierForm, fit, polish
 from vkmcore.ideal.stored_form import at_unit_diameter, block_text, standardised
@@ -68,9 +69,7 @@ def write_if_changed(path: Path, text: str) -> bool:
     path.parent.mkdir(parents=True, exist_ok=True)
     if path.exists() and path.read_text(encoding="utf-8") == text:
         return False
-    beside = path.with_name(f".{path.name}.tmp")
-    beside.write_text(text, encoding="utf-8")
-    beside.replace(path)
+    write_text(path, text)
     return True
 
 
