@@ -4,99 +4,97 @@
 # make test-cpp  run the tests of the C++ library alone
 # make bench   time the kernels against NumPy and plain loops
 # make asan    run the tests under the address and undefined-behaviour sanitizers
-# make assertions  run the tests with the standard library's assertions
-# make clang   compile everything with Clang, where it is installed
-# make fuzz    random calls for SECONDS=60, on the sanitizer build too where there is one
-# make bits    the same calls on emulated processors: equal bits
-# make lint    style of the sources, warnings of the C++ files, currency of the stubs
+# make lint    style of the sources, types, warnings of the C++ files, currency of the stubs, machine code
 # make stubs   regenerate the typed stubs of _native
 # make docs    build the documentation site into build/docs
+# make wheel   write a source archive and a wheel into dist, and test the wheel without a compiler
 
 SHELL := bash
-PYTHON := .venv/bin/python
+# PYTHON=... chooses the interpreter that .venv is made from; else it is 3.10 or the newest one found.
+export PYTHON
+python := .venv/bin/python
 ARGS ?=
+
+# Another interpreter than before: .venv is made anew.
+identity := -c 'import sys; print(sys.version, sys.base_prefix)'
+ifneq ($(PYTHON),)
+ifneq ($(shell "$(PYTHON)" $(identity) 2>&1),$(shell $(python) $(identity) 2>&1))
+$(shell rm -f .venv/tools)
+endif
+endif
+
+# Programs of .venv, for a build by CMake; a folder's name may hold a space.
+use_venv := -DPython_EXECUTABLE="$(CURDIR)/$(python)" -DCMAKE_MAKE_PROGRAM="$(CURDIR)/.venv/bin/ninja"
 
 build_inputs := CMakeLists.txt pyproject.toml $(shell find cmake src resources python -type f -not -name '*.pyc')
 
-.PHONY: run test test-long test-cpp bench asan assertions clang fuzz bits lint stubs docs clean
+.PHONY: run test test-long test-cpp bench asan lint stubs docs wheel clean
 
 run: .venv/installed
 	.venv/bin/vkmcore mass 3:1:1 4:1:1
 
 test: .venv/installed
-	$(PYTHON) -m pytest -q $(ARGS)
+	$(python) -m pytest -q $(ARGS)
 
 test-long: .venv/installed
-	$(PYTHON) -m pytest -q -m "long or not long" $(ARGS)
+	$(python) -m pytest -q -m "long or not long" $(ARGS)
 
 test-cpp: .venv/tools
-	.venv/bin/cmake --preset cpp -DCMAKE_MAKE_PROGRAM="$(CURDIR)/.venv/bin/ninja"
+	.venv/bin/cmake --preset cpp $(use_venv)
 	.venv/bin/cmake --build --preset cpp -j 2
 	.venv/bin/ctest --preset cpp -j 2
 
 bench: .venv/installed
-	.venv/bin/cmake --preset release -DPython_EXECUTABLE="$(CURDIR)/$(PYTHON)" -DCMAKE_MAKE_PROGRAM="$(CURDIR)/.venv/bin/ninja"
+	.venv/bin/cmake --preset release $(use_venv)
 	.venv/bin/cmake --build --preset release -j 2
-	PYTHONPATH=build/release:python $(PYTHON) bench/run.py $(ARGS)
+	PYTHONPATH=build/release:python $(python) bench/run.py $(ARGS)
 
 asan: .venv/installed
-	.venv/bin/cmake --preset asan -DPython_EXECUTABLE="$(CURDIR)/$(PYTHON)" -DCMAKE_MAKE_PROGRAM="$(CURDIR)/.venv/bin/ninja"
+	.venv/bin/cmake --preset asan $(use_venv)
 	.venv/bin/cmake --build --preset asan -j 2
 	LD_PRELOAD="$$($(CXX) -print-file-name=libasan.so) $$($(CXX) -print-file-name=libubsan.so)" \
 	  ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 PYTHONMALLOC=malloc PYTHONPATH=build/asan:python \
-	  $(PYTHON) -m pytest -q -p no:cacheprovider $(ARGS)
+	  $(python) -m pytest -q -p no:cacheprovider $(ARGS)
 
-assertions: .venv/installed
-	.venv/bin/cmake --preset assertions -DPython_EXECUTABLE="$(CURDIR)/$(PYTHON)" -DCMAKE_MAKE_PROGRAM="$(CURDIR)/.venv/bin/ninja"
-	.venv/bin/cmake --build --preset assertions -j 2
-	PYTHONPATH=build/assertions:python $(PYTHON) -m pytest -q -p no:cacheprovider $(ARGS)
-
-clang: .venv/installed
-	@if ! command -v clang++ > /dev/null; then echo "no clang++ here: left out"; else \
-	  .venv/bin/cmake --preset clang -DPython_EXECUTABLE="$(CURDIR)/$(PYTHON)" -DCMAKE_MAKE_PROGRAM="$(CURDIR)/.venv/bin/ninja" \
-	  && .venv/bin/cmake --build --preset clang -j 2; fi
-
-FUZZ_SECONDS := $(if $(filter command line environment,$(origin SECONDS)),$(SECONDS),60)
-SEED ?= 1
-fuzz_builds := $(foreach build,$(wildcard build/asan/_native*.so),--build $(dir $(build)))
-fuzz: .venv/installed
-	PYTHONPATH=tests $(PYTHON) -m fuzz.run --seconds $(FUZZ_SECONDS) --seed $(SEED) --installed $(fuzz_builds)
-
-bits: .venv/installed
-	PYTHONPATH=tests $(PYTHON) -m fuzz.bits $(ARGS)
-
-lint: .venv/installed
+lint: .venv/installed .venv/docs
 	.venv/bin/ruff check python tests tools bench examples docs
 	.venv/bin/ruff format --check python tests tools bench examples docs
-	$(PYTHON) tools/check_elementary.py src
+	$(python) tools/check_elementary.py src
+	.venv/bin/mypy
 	find src bench tests/cpp -name '*.[ch]pp' | xargs .venv/bin/clang-format --dry-run -Werror
-	.venv/bin/cmake --preset dev -DPython_EXECUTABLE="$(CURDIR)/$(PYTHON)" -DCMAKE_MAKE_PROGRAM="$(CURDIR)/.venv/bin/ninja"
+	.venv/bin/cmake --preset dev $(use_venv)
 	.venv/bin/cmake --build --preset dev -j 2
-	PYTHONPATH=build/dev:python $(PYTHON) tools/make_stubs.py --check
+	PYTHONPATH=build/dev:python $(python) tools/make_stubs.py --check
+	$(python) tools/check_instructions.py build/dev
 
 stubs: .venv/installed
-	$(PYTHON) tools/make_stubs.py
+	$(python) tools/make_stubs.py
 
 docs: .venv/installed .venv/docs
-	$(PYTHON) -m sphinx -b html -q -W --keep-going docs build/docs
+	$(python) -m sphinx -b html -q -W --keep-going docs build/docs
 	@echo "build/docs/index.html"
+
+wheel: .venv/tools
+	$(python) tools/requirements.py wheel > .venv/requirements.txt
+	$(python) -m pip install --quiet -r .venv/requirements.txt
+	tools/make_wheel.sh $(ARGS)
 
 clean:
 	rm -rf build .venv .tools
 
 .venv/tools: pyproject.toml tools/make_venv.sh tools/requirements.py
 	tools/make_venv.sh
-	$(PYTHON) -m pip install --quiet "tomli>=2"
-	$(PYTHON) tools/requirements.py dev > .venv/requirements.txt
-	$(PYTHON) -m pip install --quiet -r .venv/requirements.txt
+	@echo "installing the tools of the build into .venv"
+	$(python) -m pip install --quiet "tomli>=2"
+	$(python) tools/requirements.py dev > .venv/requirements.txt
+	$(python) -m pip install --quiet -r .venv/requirements.txt
 	touch $@
 
 .venv/docs: .venv/tools
-	$(PYTHON) tools/requirements.py docs > .venv/requirements.txt
-	$(PYTHON) -m pip install --quiet -r .venv/requirements.txt
+	$(python) tools/requirements.py docs > .venv/requirements.txt
+	$(python) -m pip install --quiet -r .venv/requirements.txt
 	touch $@
 
-# No build isolation: the build folder is kept, and a change rebuilds only what it touches.
 .venv/installed: .venv/tools $(build_inputs)
-	PATH="$(CURDIR)/.venv/bin:$$PATH" $(PYTHON) -m pip install --quiet --no-build-isolation --no-deps .
+	tools/install.sh
 	touch $@

@@ -49,5 +49,15 @@ pybind11_add_module(_engine MODULE NO_EXTRAS ${engine_sources} src/module/border
 target_link_libraries(_engine PRIVATE vkm vkm_compile_options Threads::Threads)
 include(cmake/development_package.cmake)
 
+# For a wheel: the run-time library of C++ comes with the module, unseen by other modules, and an old glibc is enough.
+option(VKM_PORTABLE "Link the C++ run-time library into the extension modules (Linux on x86-64)" OFF)
+if(VKM_PORTABLE)
+  foreach(extension _native _engine)
+    target_sources(${extension} PRIVATE src/portable/old_glibc.cpp)
+    target_link_options(${extension} PRIVATE -static-libstdc++ -Wl,--exclude-libs,ALL -Wl,--no-as-needed
+                        -l:libpthread.so.0 -Wl,--as-needed)
+  endforeach()
+endif()
+
 install(TARGETS _native LIBRARY DESTINATION .)
 install(TARGETS _engine LIBRARY DESTINATION vkmcore)

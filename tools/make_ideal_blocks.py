@@ -25,14 +25,21 @@ Needs the built module `_native` on the path:
     python tools/make_ideal_blocks.py --write   replaces them in resources/ideal/ideal.txt
 """
 
+from __future__ import annotations
+
 import argparse
 import re
 from pathlib import Path
 
 import _native
 import numpy as np
+from numpy.typing import NDArray
 
-KNOTS = {
+Array = NDArray[np.float64]
+Rows = dict[int, tuple[Array, Array]]  # {harmonic: (A, B)}
+Series = dict[int, float]  # {k: c_k} or {m: d_m}
+
+KNOTS: dict[str, tuple[str, Series, Series]] = {
     # id: Conway notation, {k: c_k}, {m: d_m}
     "3:1:1": ("3", {2: 2.0, -1: 0.5, 5: 0.5, -4: 0.0, 8: 0.0}, {3: 1.0, 6: 0.0}),
     "4:1:1": ("2 2", {3: 2.0, 1: 0.5, 5: 0.5, -3: 0.0, -1: 0.0, 7: 0.0}, {4: 1.0, 2: 0.0, 6: 0.0}),
@@ -40,9 +47,9 @@ KNOTS = {
 IDEAL_TXT = Path(__file__).resolve().parents[1] / "resources/ideal/ideal.txt"
 
 
-def coefficients(plane, height):
+def coefficients(plane: Series, height: Series) -> Rows:
     """Rows {harmonic: (A, B)} of r(t) = sum A cos(k t) + B sin(k t)."""
-    rows = {}
+    rows: Rows = {}
     for k, c in plane.items():
         a, b = rows.setdefault(abs(k), (np.zeros(3), np.zeros(3)))
         a[0] += c
@@ -52,7 +59,7 @@ def coefficients(plane, height):
     return dict(sorted(rows.items()))
 
 
-def derivatives(rows, t):
+def derivatives(rows: Rows, t: Array) -> tuple[Array, Array, Array]:
     """r, r' and r'' at the parameters t, each of shape (N, 3)."""
     r, r1, r2 = np.zeros((3, len(t), 3))
     for k, (a, b) in rows.items():
@@ -63,30 +70,30 @@ def derivatives(rows, t):
     return r, r1, r2
 
 
-def equal_steps(rows, samples):
+def equal_steps(rows: Rows, samples: int) -> tuple[Array, float]:
     """Parameters of points at equal steps of arc length, and the length."""
-    t = np.linspace(0, 2 * np.pi, 8 * samples + 1)
+    t = np.linspace(0, 2 * np.pi, 8 * samples + 1, dtype=np.float64)
     speed = np.linalg.norm(derivatives(rows, t)[1], axis=1)
     arc = np.concatenate([[0.0], np.cumsum((speed[1:] + speed[:-1]) / 2)])
-    return np.interp(np.arange(samples) / samples * arc[-1], arc, t), speed[1:].mean() * 2 * np.pi
+    return np.interp(np.arange(samples) / samples * arc[-1], arc, t), float(speed[1:].mean()) * 2 * np.pi
 
 
-def window(thickness, length, samples):
+def window(thickness: float, length: float, samples: int) -> int:
     """Samples nearer along the curve than this many are no doubly-critical pair."""
     return max(1, int(np.pi / 2 * thickness / length * samples))
 
 
-def measure(rows, samples=240):
+def measure(rows: Rows, samples: int = 240) -> tuple[float, float]:
     """Length and thickness of the curve, for the search: the thickness from samples alone."""
     t, length = equal_steps(rows, samples)
     points, r1, r2 = derivatives(rows, t)
     thickness = 2 / (np.linalg.norm(np.cross(r1, r2), axis=1) / np.linalg.norm(r1, axis=1) ** 3).max()
     gaps = range(window(thickness, length, samples), samples // 2 + 1)
     nearest = min(((points - np.roll(points, -gap, axis=0)) ** 2).sum(axis=1).min() for gap in gaps)
-    return length, min(thickness, np.sqrt(nearest))
+    return length, float(min(thickness, np.sqrt(nearest)))
 
 
-def measure_with_library(rows, samples=8192):
+def measure_with_library(rows: Rows, samples: int = 8192) -> tuple[float, float]:
     """Length and thickness of the curve by the library's descriptors."""
     block = _native.FourierBlock()
     table = np.zeros((max(rows), 6))
@@ -100,12 +107,12 @@ def measure_with_library(rows, samples=8192):
     return length, min(thickness, _native.min_self_distance_sampled(points, window(thickness, length, samples) - 1))
 
 
-def search(plane, height):
+def search(plane: Series, height: Series) -> list[Series]:
     """Pattern search: steps along each coefficient, halved when none helps. The first c sets the scale and stays."""
     names = [(0, k) for k in list(plane)[1:]] + [(1, m) for m in height]
     best = [dict(plane), dict(height)]
 
-    def ropelength(shape):
+    def ropelength(shape: list[Series]) -> float:
         length, thickness = measure(coefficients(*shape))
         return length / thickness
 
@@ -128,20 +135,20 @@ def search(plane, height):
     return best
 
 
-def block_text(name, conway, plane, height):
+def block_text(name: str, conway: str, plane: Series, height: Series) -> str:
     rows = coefficients(*search(plane, height))
     _, thickness = measure_with_library(rows)
     rows = {k: (np.round(a / thickness, 9), np.round(b / thickness, 9)) for k, (a, b) in rows.items()}
     length, thickness = measure_with_library(rows)
     lines = [f'<AB Id="{name}" Conway="{conway}" L="{length:.6f}" D="{thickness:.6f}">']
     for k, (a, b) in rows.items():
-        a, b = (", ".join(f"{x + 0.0:12.9f}" for x in triple) for triple in (a, b))
-        lines.append(f'  <Coeff I="{k:3d}" A="{a}" B="{b}" />')
+        cosines, sines = (", ".join(f"{x + 0.0:12.9f}" for x in triple) for triple in (a, b))
+        lines.append(f'  <Coeff I="{k:3d}" A="{cosines}" B="{sines}" />')
     return "\n".join([*lines, "</AB>\n"])
 
 
-def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+def main() -> None:
+    parser = argparse.ArgumentParser(description="Make the blocks of the trefoil and the figure-eight.")
     parser.add_argument("--write", action="store_true", help="replace the blocks in resources/ideal/ideal.txt")
     write = parser.parse_args().write
     text = IDEAL_TXT.read_text()

@@ -1,15 +1,19 @@
 #!/usr/bin/env bash
-# Make .venv from CPython 3.10, wherever one can be had: as python3.10, among pyenv's versions, through uv; failing
-# these, uv is brought with pip into a private folder and asked for 3.10.
+# Make .venv from a CPython that an extension can be built for. PYTHON=... names one; else it is CPython 3.10 where
+# that is found (as python3.10, among pyenv's versions, through uv), else the newest one found. If there is none at
+# all, uv is brought with pip into a private folder and asked for 3.10.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+versions=(3.10 3.14 3.13 3.12 3.11)
 
-# CPython 3.10 with what an extension needs: pip's bootstrap, venv and the C headers.
-is_310() {
-  "$1" - <<'PYTHON' >/dev/null 2>&1
-import ensurepip, os, sys, sysconfig, venv
-assert (sys.implementation.name, *sys.version_info[:2]) == ("cpython", 3, 10)
+# CPython of the version $2, with the C headers and something to make an environment with.
+is_usable() {
+  "$1" - "$2" <<'PYTHON' >/dev/null 2>&1
+import os, sys, sysconfig
+from importlib.util import find_spec
+assert sys.implementation.name == "cpython" and "%d.%d" % sys.version_info[:2] == sys.argv[1]
 assert os.path.exists(os.path.join(sysconfig.get_path("include"), "Python.h"))
+assert find_spec("venv") and find_spec("ensurepip") or find_spec("pip")
 PYTHON
 }
 
@@ -21,63 +25,80 @@ version_folders() {
 }
 
 # A command that exists may still not run: pyenv's shims answer for versions that are not switched on.
-find_python() {
-  local candidate candidates=("${PYTHON310:-}" python3.10 /usr/bin/python3.10 /usr/local/bin/python3.10)
-  local folder
+find_version() {
+  local version=$1 candidate folder
+  local candidates=("python$version" "/usr/bin/python$version" "/usr/local/bin/python$version" python3)
   while read -r folder; do
-    candidates+=("$folder"/3.10*/bin/python3.10)
+    candidates+=("$folder/$version"*/bin/"python$version")
   done < <(version_folders)
-  candidates+=(/opt/python/cp310-cp310/bin/python3.10)
-  for candidate in "${candidates[@]}"; do
-    if [ -n "$candidate" ] && is_310 "$candidate"; then
-      echo "$candidate"
-      return
-    fi
-  done
+  candidates+=(/opt/python/cp"${version/./}-cp${version/./}/bin/python$version")
   if command -v uv >/dev/null 2>&1; then
-    python_from_uv uv && return
+    candidates+=("$(uv python find "$version" 2>/dev/null || true)")
   fi
-  local python
-  for python in python3 python; do
-    if command -v "$python" >/dev/null 2>&1 && bring_uv "$python"; then
-      python_from_uv .tools/bin/uv
+  for candidate in "${candidates[@]}"; do
+    if [ -n "$candidate" ] && is_usable "$candidate" "$version"; then
+      echo "$candidate"
       return
     fi
   done
   return 1
 }
 
-python_from_uv() {
-  local found
-  found=$("$1" python find 3.10 2>/dev/null) || {
-    echo "CPython 3.10: asking uv for it" >&2
-    "$1" python install 3.10 >&2 || return 1
-    found=$("$1" python find 3.10 2>/dev/null) || return 1
-  }
-  is_310 "$found" && echo "$found"
+find_python() {
+  local version python
+  if [ -n "${PYTHON:-}" ]; then
+    for version in "${versions[@]}"; do
+      is_usable "$PYTHON" "$version" && echo "$PYTHON" && return
+    done
+    echo "PYTHON=$PYTHON is no CPython 3.10 to 3.14 with its C headers and pip" >&2
+    return 1
+  fi
+  for version in "${versions[@]}"; do
+    find_version "$version" && return
+  done
+  for python in python3 python; do
+    if command -v "$python" >/dev/null 2>&1 && bring_uv "$python"; then
+      .tools/bin/uv python install 3.10 >&2 && .tools/bin/uv python find 3.10 && return
+    fi
+  done
+  return 1
 }
 
 bring_uv() {
-  [ -x .tools/bin/uv ] && return 0
-  echo "CPython 3.10 is not on this machine: bringing uv into .tools" >&2
+  [ -x .tools/bin/uv ] && return
+  echo "No CPython 3.10 to 3.14 with C headers and pip on this machine: bringing uv into .tools" >&2
   "$1" -m pip install --quiet --target .tools uv >&2
 }
 
-if [ -x .venv/bin/python ] && is_310 .venv/bin/python; then
-  exit 0
+# Where an installation leaves out ensurepip, as Debian's does without python3-venv, virtualenv does venv's work.
+make_environment() {
+  if "$1" -c 'import ensurepip, venv' 2>/dev/null; then
+    "$1" -m venv .venv
+  else
+    "$1" -m pip install --quiet --target .tools virtualenv
+    PYTHONPATH=.tools "$1" -m virtualenv --quiet .venv
+  fi
+}
+
+identity() { "$1" -c 'import sys; print(sys.version, sys.base_prefix)' 2>/dev/null; }
+
+if [ -z "${PYTHON:-}" ] || [ "$(identity "$PYTHON")" = "$(identity .venv/bin/python)" ]; then
+  for version in "${versions[@]}"; do
+    is_usable .venv/bin/python "$version" && exit 0
+  done
 fi
 
 python=$(find_python) || {
   cat >&2 <<'TEXT'
-VKMcore needs CPython 3.10, and none could be found or brought. Any one of these gives it:
-  - a package of your system:  apt install python3.10 python3.10-venv python3.10-dev
+VKMcore needs CPython 3.10 to 3.14 with its C headers, and none could be found or brought. Any one of these gives it:
+  - a package of your system:  apt install python3-dev python3-venv    (Debian 12, Ubuntu 24.04)
   - pyenv:                     pyenv install 3.10
   - uv:                        uv python install 3.10
-  - an interpreter elsewhere:  PYTHON310=/path/to/python3.10 make run
+  - an interpreter elsewhere:  make run PYTHON=/path/to/python3
 TEXT
   exit 1
 }
-echo "CPython 3.10: $python"
+echo "$("$python" --version): $python"
 rm -rf .venv
-"$python" -m venv .venv
+make_environment "$python"
 .venv/bin/python -m pip install --quiet --upgrade pip

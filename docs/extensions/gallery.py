@@ -13,7 +13,6 @@ import numpy as np
 from docutils import nodes
 from sphinx.application import Sphinx
 from sphinx.util.docutils import SphinxDirective
-
 from vkmcore import find_ideal_block_by_id, parse_ideal_halvard_from_string
 from vkmcore.ideal.stored_form import form_of_block
 from vkmcore.reference.listing import Listed, listed
@@ -129,7 +128,9 @@ def plot(entries: list[Listed], path: Path) -> None:
 
     drawing, axes = pyplot.subplots(figsize=(7.0, 3.2), layout="constrained")
     axes.axhline(0.0, color="0.6", linewidth=0.8)
-    axes.plot([e.ropelength for e in entries], [100 * (e.difference or 0.0) for e in entries], ".", markersize=4)
+    axes.plot(
+        [e.ropelength or np.nan for e in entries], [100 * (e.difference or 0.0) for e in entries], ".", markersize=4
+    )
     axes.set_xlabel("ropelength (length over tube radius)")
     axes.set_ylabel("above the published value / %")
     drawing.savefig(path)

@@ -6,7 +6,7 @@
 /// abandoned call must leave its object as it was.
 
 #include <chrono>
-#include <cstdint>
+#include <cstddef>
 #include <functional>
 #include <utility>
 
@@ -30,16 +30,13 @@ class Heartbeat {
     poll_();
   }
 
-  /// One tick in `count` calls, for loops of short steps.
-  void tick_each(std::uint32_t count) {
-    if (++skipped_ < count && poll_interval.count() != 0) return;
-    skipped_ = 0;
-    tick();
+  /// The tick of one step in `every`, for loops of short steps that are counted anyway.
+  void tick(std::size_t step, std::size_t every) {
+    if (step % every == every - 1 || poll_interval.count() == 0) tick();
   }
 
  private:
   Poll poll_;
-  std::uint32_t skipped_ = 0;
   std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();
 };
 

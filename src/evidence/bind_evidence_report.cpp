@@ -26,14 +26,14 @@ void bind_evidence_report(py::module_& m) {
   def_text(result, "message", &CheckResult::message, "Any text.");
 
   using Meta = EvidenceReportMeta;
-  auto meta = bound_class<Meta>(m, "EvidenceReportMeta", "Where a report was made; all texts, all empty at first.");
-  meta.def(py::init<>());
-  def_text(meta, "vkmcore_version", &Meta::vkmcore_version, "Library version; its own is written where empty.");
-  def_text(meta, "canon_version", &Meta::canon_version, "Version of the canon; the library's where empty.");
-  def_text(meta, "git_commit", &Meta::git_commit, "Commit of the sources.");
-  def_text(meta, "numeric_profile", &Meta::numeric_profile, "Rules of arithmetic, as the author names them.");
-  def_text(meta, "compiler", &Meta::compiler, "Compiler and version.");
-  def_text(meta, "platform", &Meta::platform, "Machine and operating system.");
+  auto record = bound_class<Meta>(m, "EvidenceReportMeta", "Where a report was made; all texts, all empty at first.");
+  record.def(py::init<>());
+  def_text(record, "vkmcore_version", &Meta::vkmcore_version, "Library version; its own is written where empty.");
+  def_text(record, "canon_version", &Meta::canon_version, "Version of the canon; the library's where empty.");
+  def_text(record, "git_commit", &Meta::git_commit, "Commit of the sources.");
+  def_text(record, "numeric_profile", &Meta::numeric_profile, "Rules of arithmetic, as the author names them.");
+  def_text(record, "compiler", &Meta::compiler, "Compiler and version.");
+  def_text(record, "platform", &Meta::platform, "Machine and operating system.");
 
   using Checks = std::vector<CheckResult>;
   bound_class<EvidenceReportAPI>(m, "EvidenceReportAPI", "Evidence reports as JSON documents, schema version 1.0.")

@@ -23,7 +23,7 @@ std::string sha256_hex_of_points(std::span<const Vec3> points, const Poll& poll)
         std::ranges::reverse(bytes);
         hash.update(bytes);
       }
-      heartbeat.tick_each(1024);
+      heartbeat.tick();
     }
   }
   return hash.finish_hex();

@@ -28,7 +28,7 @@ void FourierKnot::loadBlocks(const std::string& path, const Poll& poll) {
   };
   std::string_view content = *text;
   while (!content.empty()) {
-    heartbeat.tick_each(64);
+    heartbeat.tick();
     const std::string_view line = content.substr(0, content.find('\n'));
     content.remove_prefix(std::min(line.size() + 1, content.size()));
     if (line.empty() || line.front() == '%') {

@@ -54,7 +54,7 @@ std::vector<FourierBlock> parse_fseries_from_string(std::string_view content, co
   std::vector<FourierBlock> blocks;
   FourierBlock block;
   while (!content.empty()) {
-    heartbeat.tick_each(64);
+    heartbeat.tick();
     std::string_view line = content.substr(0, content.find('\n'));
     content.remove_prefix(std::min(line.size() + 1, content.size()));
     line = line.substr(0, line.find_last_not_of("\r\n \t") + 1);

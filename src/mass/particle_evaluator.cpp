@@ -59,7 +59,7 @@ ParticleEvaluator::ParticleEvaluator(std::vector<std::vector<Vec3>> input_filame
     : filaments_(std::move(input_filaments)) {}
 
 void ParticleEvaluator::relax(std::int32_t iterations, double timestep, const Poll& poll) {
-  const Filaments before = filaments_;  // what a poll may replace
+  const auto before = filaments_;  // what a poll may replace
   filaments_ = relaxed(before, iterations, timestep, poll);
 }
 

@@ -15,7 +15,7 @@ std::vector<double> build_uniform_grid(const Grid1D& grid, const Poll& poll) {
   Heartbeat heartbeat(poll);
   for (std::size_t i = 0; i < grid.n; ++i) {
     points.push_back(grid.u_min + static_cast<double>(i) * h);
-    heartbeat.tick_each(16384);
+    heartbeat.tick(i, 16384);
   }
   return points;
 }

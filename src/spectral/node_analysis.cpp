@@ -17,7 +17,7 @@ std::vector<std::int64_t> extrema(std::span<const double> y, const Poll& poll, B
   std::vector<std::int64_t> indices;
   for (std::size_t i = 1; i + 1 < y.size(); ++i) {
     if (beats(y[i - 1], y[i]) && beats(y[i + 1], y[i])) indices.push_back(static_cast<std::int64_t>(i));
-    heartbeat.tick_each(16384);
+    heartbeat.tick(i, 16384);
   }
   return indices;
 }
@@ -31,8 +31,9 @@ std::size_t kept(std::size_t count, std::uint64_t keep_count) {
 std::vector<double> deepest_t(std::span<const double> t, std::span<const double> y, std::vector<std::int64_t> minima,
                               std::uint64_t keep_count, const Poll& poll) {
   Heartbeat heartbeat(poll);
+  std::size_t comparisons = 0;
   std::stable_sort(minima.begin(), minima.end(), [&](std::int64_t a, std::int64_t b) {
-    heartbeat.tick_each(16384);
+    heartbeat.tick(comparisons++, 16384);
     return ascending(at(y, a), at(y, b));
   });
   minima.resize(kept(minima.size(), keep_count));

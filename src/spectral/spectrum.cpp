@@ -12,9 +12,9 @@ namespace vkm::spectral {
 double logdet_from_eigenvalues(std::span<const double> eigenvalues, double regularization, const Poll& poll) {
   Heartbeat heartbeat(poll);
   double sum = 0.0;
-  for (const double e : eigenvalues) {
-    sum += vkm::log(std::fabs(e) + regularization);
-    heartbeat.tick_each(4096);
+  for (std::size_t i = 0; i < eigenvalues.size(); ++i) {
+    sum += vkm::log(std::fabs(eigenvalues[i]) + regularization);
+    heartbeat.tick(i, 4096);
   }
   return sum;
 }

@@ -4,6 +4,7 @@ import csv
 import io
 import json
 import os
+import platform
 import signal
 import struct
 import subprocess
@@ -139,7 +140,7 @@ def test_info_tells_versions():
 
     facts = json.loads(run("info", "--json").stdout)
     assert facts["version"] == vkmcore.__version__ and facts["numpy"] == numpy.__version__
-    assert facts["python"].startswith("3.10.") and facts["vector_bits"] in (64, 128, 256, 512)
+    assert facts["python"] == platform.python_version() and facts["vector_bits"] in (64, 128, 256, 512)
     assert facts["compiler"] in run("info").stdout
     assert run("--version").stdout == f"vkmcore {vkmcore.__version__}\n"
 

@@ -18,7 +18,7 @@ std::vector<Vec3> resample_closed_curve(std::span<const Vec3> points, std::size_
   const auto zeros = [&] {
     for (std::size_t k = 0; k < count; ++k) {
       samples.push_back({});
-      heartbeat.tick_each(4096);
+      heartbeat.tick(k, 4096);
     }
     return std::move(samples);
   };
@@ -34,7 +34,7 @@ std::vector<Vec3> resample_closed_curve(std::span<const Vec3> points, std::size_
     while (j + 1 < n && target > length[j + 1]) ++j;
     const double u = (target - length[j]) / std::max(length[j + 1] - length[j], 1e-30);
     samples.push_back(points[j] + u * (next(j) - points[j]));
-    heartbeat.tick_each(4096);
+    heartbeat.tick(k, 4096);
   }
   return samples;
 }

@@ -21,7 +21,7 @@ std::vector<Vec3> sample_period(int resolution, const Poll& poll, Point point) {
   Heartbeat heartbeat(poll);
   for (int i = 0; i < resolution; ++i) {
     points.push_back(point(i * two_pi / resolution));
-    heartbeat.tick_each(1024);
+    heartbeat.tick(static_cast<std::size_t>(i), 1024);
   }
   return points;
 }
