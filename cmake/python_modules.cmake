@@ -47,7 +47,7 @@ pybind11_add_module(_native MODULE NO_EXTRAS ${module_sources} ${binder_batches}
 target_link_libraries(_native PRIVATE vkm vkm_compile_options)
 target_compile_definitions(_native PRIVATE VKM_VERSION="${PROJECT_VERSION}")
 
-pybind11_add_module(_engine MODULE NO_EXTRAS ${engine_sources} src/module/border.cpp)
+pybind11_add_module(_engine MODULE NO_EXTRAS ${engine_sources} src/module/border.cpp src/module/casters.cpp)
 target_link_libraries(_engine PRIVATE vkm vkm_compile_options Threads::Threads)
 include(cmake/development_package.cmake)
 

@@ -34,7 +34,7 @@ class Parameter:
 class Overload:
     parameters: tuple[Parameter, ...]
     result: str
-    text: str  # the docstring below the signature
+    text: str  # the docstring below the signature and an empty line
 
 
 def split_arguments(text: str) -> list[str]:
@@ -65,10 +65,10 @@ def parameters(text: str) -> tuple[Parameter, ...]:
 
 def overloads(name: str, docstring: str | None) -> list[Overload]:
     """The overloads of a function in the order in which they are tried; none where the docstring has no signature."""
-    text = (docstring or "").strip()
+    text = docstring or ""
     heads = list(re.finditer(HEAD.format(name=re.escape(name)), text, re.MULTILINE))
     ends = [head.start() for head in heads[1:]] + [len(text)]
     return [
-        Overload(parameters(head["arguments"]), head["result"] or "", text[head.end() : end].strip("\n"))
+        Overload(parameters(head["arguments"]), head["result"] or "", text[head.end() : end].removeprefix("\n\n"))
         for head, end in zip(heads, ends, strict=True)
     ]

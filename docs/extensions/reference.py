@@ -188,7 +188,7 @@ def homes(names: list[str]) -> dict[tuple[str, str], list[str]]:
     found: dict[tuple[str, str], list[str]] = defaultdict(list)
     left = list(names)
     for room in ROOMS:
-        for path in sorted((SOURCES / room).glob("*.cpp")):
+        for path in sorted((SOURCES / room).rglob("*.cpp")):
             if "bind" not in path.name:
                 continue
             literals = set(re.findall(r'"(\w+)"', re.sub(r"py::arg\(\"\w+\"\)", "", path.read_text(encoding="utf-8"))))

@@ -7,14 +7,12 @@ Shapes, units and meanings stand in the functions' docstrings. Arrays are of flo
 
 from __future__ import annotations
 
-from typing import TYPE_CHECKING, Literal, TypedDict
+from typing import Literal, TypedDict
 
-if TYPE_CHECKING:
-    import numpy as np
-    from numpy.typing import NDArray
+import numpy as np
+from numpy.typing import NDArray
 
-    Array = NDArray[np.float64]
-
+Array = NDArray[np.float64]
 Limiter = Literal["CURVATURE", "SELF_DCSD", "INTER_COMPONENT", "TIE", "ERROR"]
 
 

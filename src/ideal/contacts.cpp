@@ -100,10 +100,16 @@ std::vector<Contact> contacts(const Rope& rope, const Cycle& cycle, double cut, 
   std::vector<Contact> list;
   search(
       rope, cycle, gap, [cut] { return cut; },
-      [&](Index i, Index j, const Nearest& near) {
-        list.push_back({i, j, near.s, near.t, std::sqrt(near.squared)});
-      });
+      [&](Index i, Index j, const Nearest& near) { list.push_back({i, j, near.s, near.t, std::sqrt(near.squared)}); });
   return list;
+}
+
+Contact contact(const Rope& rope, const Cycle& cycle, Index i, Index j) {
+  const auto& p = rope.points;
+  const Vec3 u = p[cycle.next[i]] - p[i];
+  const Vec3 v = p[cycle.next[j]] - p[j];
+  const Nearest near = nearest(p[i] - p[j], u, v, norm2(u), norm2(v));
+  return {i, j, near.s, near.t, std::sqrt(near.squared)};
 }
 
 double least_distance(const Rope& rope, const Cycle& cycle, double most, double gap) {
@@ -123,8 +129,8 @@ std::vector<double> corner_radii(const Rope& rope, const Cycle& cycle) {
     const double lb = norm(b);
     // tan(turn / 2) = |a x b| / (|a| |b| + a . b)
     const double sine = norm(cross(a, b));
-    radii[k] = sine > 0.0 ? 0.5 * std::min(la, lb) * (la * lb + dot(a, b)) / sine
-                          : std::numeric_limits<double>::infinity();
+    radii[k] =
+        sine > 0.0 ? 0.5 * std::min(la, lb) * (la * lb + dot(a, b)) / sine : std::numeric_limits<double>::infinity();
   }
   return radii;
 }

@@ -26,6 +26,9 @@ struct Contact {
 /// All pairs of strangers nearer than `cut`, sorted by (i, j).
 std::vector<Contact> contacts(const Rope& rope, const Cycle& cycle, double cut, double gap);
 
+/// The nearest points of edges i and j.
+Contact contact(const Rope& rope, const Cycle& cycle, Index i, Index j);
+
 /// Least distance of strangers, or `most` if none are nearer.
 double least_distance(const Rope& rope, const Cycle& cycle, double most, double gap);
 
@@ -35,10 +38,10 @@ std::vector<double> corner_radii(const Rope& rope, const Cycle& cycle);
 /// What a rope is, measured on its polygon.
 struct Measures {
   double length;
-  double min_radius;       ///< least MinRad
-  double strut_distance;   ///< least distance of strangers at a gap of pi tube radii
-  double thickness;        ///< largest radius of an embedded tube, min(min_radius, strut_distance / 2)
-  double ropelength;       ///< length / thickness
+  double min_radius;      ///< least MinRad
+  double strut_distance;  ///< least distance of strangers at a gap of pi tube radii
+  double thickness;       ///< largest radius of an embedded tube, min(min_radius, strut_distance / 2)
+  double ropelength;      ///< length / thickness
 };
 
 Measures measure(const Rope& rope, const Cycle& cycle);

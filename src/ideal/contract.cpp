@@ -14,7 +14,6 @@ namespace {
 
 constexpr int programs_between_spacings = 14;
 constexpr double length_between_spacings = 0.88;
-constexpr int most_spacings = 60;
 
 }  // namespace
 
@@ -48,19 +47,20 @@ SettleOptions level_options(double h) {
   return options;
 }
 
-Settled contract(const Rope& rope, double h, Heartbeat& heartbeat) {
+Settled contract(const Rope& rope, double h, int most_programs, Heartbeat& heartbeat) {
   SettleOptions options = level_options(h);
   options.programs = programs_between_spacings;
   options.shortening = length_between_spacings;
   Settled state;
   state.rope = rope;
   int programs = 0;
-  for (int turn = 0; turn < most_spacings; ++turn) {
+  for (int turn = 0; programs < most_programs; ++turn) {
     auto spaced = respaced(state.rope, h);
-    if (!spaced && turn == 0) throw std::invalid_argument("strands are too near to each other for edges of this length");
+    if (!spaced && turn == 0)
+      throw std::invalid_argument("strands are too near to each other for edges of this length");
     if (spaced) state.rope = std::move(*spaced);
     state = settle(std::move(state.rope), options, heartbeat);
-    programs += state.programs;
+    programs += state.programs + 1;
     options.bound = std::max(state.bound, 0.02);
     if (!state.settled) continue;
     const Cycle cycle(state.rope);

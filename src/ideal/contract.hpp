@@ -10,8 +10,9 @@ namespace vkm::ideal {
 /// Scales the rope so that its strands are two tube radii apart. std::invalid_argument if strands touch or cross.
 void scale_to_tube(Rope& rope);
 
-/// Settles with new spacing every 14 programs or 12 % of shortening, until the rope is settled with edges of about h.
-Settled contract(const Rope& rope, double h, Heartbeat& heartbeat);
+/// Settles with new spacing every 14 programs or 12 % of shortening, until the rope is settled with edges of about h
+/// or so many programs are spent.
+Settled contract(const Rope& rope, double h, int most_programs, Heartbeat& heartbeat);
 
 /// How a level is settled; the finer, the more exactly.
 SettleOptions level_options(double h);

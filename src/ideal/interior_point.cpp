@@ -22,9 +22,12 @@ struct Unknowns {
   Numbers h;
 };
 
+/// The largest magnitude; NaN if there is one.
 double largest(const Numbers& values) {
   double most = 0.0;
-  for (const double x : values) most = std::max(most, std::abs(x));
+  for (const double x : values) {
+    if (!(std::abs(x) <= most)) most = std::isnan(most) ? most : std::abs(x);
+  }
   return most;
 }
 
@@ -159,13 +162,13 @@ class Solver {
   const std::vector<Index>& previous_;
   const std::vector<Index>& component_;
   TileMatrix matrix_;
-  std::vector<std::uint32_t> own_;                     ///< blocks (v, v)
-  std::vector<std::uint32_t> along_;                   ///< blocks (k, next)
-  std::vector<std::uint32_t> over_;                    ///< blocks (previous, next) of the kinks
+  std::vector<std::uint32_t> own_;    ///< blocks (v, v)
+  std::vector<std::uint32_t> along_;  ///< blocks (k, next)
+  std::vector<std::uint32_t> over_;   ///< blocks (previous, next) of the kinks
   std::vector<std::array<std::uint32_t, 10>> strut_blocks_;
-  std::vector<Unknowns> border_columns_;               ///< K^-1 times the border, a component each
-  std::vector<Numbers> border_rows_;                   ///< the border
-  Numbers schur_;                                      ///< of the border, factorised (lower triangle)
+  std::vector<Unknowns> border_columns_;  ///< K^-1 times the border, a component each
+  std::vector<Numbers> border_rows_;      ///< the border
+  Numbers schur_;                         ///< of the border, factorised (lower triangle)
 };
 
 std::vector<std::pair<TileMatrix::Group, TileMatrix::Group>> Solver::pattern() const {
@@ -387,8 +390,9 @@ Solution Solver::run(double tolerance, int most_iterations) {
     for (std::size_t i = 0; i < coordinates; ++i) r_d.d[i] += up_z[i] - low_z[i];
 
     const double sum = gap();
-    solution.residual = std::max({largest(r_e), largest(r_g), largest(r_d.d), largest(r_d.h) / static_cast<double>(n_),
-                                  sum / total});
+    const Numbers parts = {largest(r_e), largest(r_g), largest(r_d.d), largest(r_d.h) / static_cast<double>(n_),
+                           sum / total};
+    solution.residual = largest(parts);
     solution.solved = solution.residual <= tolerance;
     if (solution.solved || solution.iterations == most_iterations || !std::isfinite(solution.residual)) break;
 

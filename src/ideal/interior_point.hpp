@@ -17,9 +17,9 @@ namespace vkm::ideal {
 
 struct Solution {
   std::vector<Vec3> moves;
-  std::vector<double> edge_lengths;   ///< h of each component
-  std::vector<double> edge_forces;    ///< y
-  std::vector<double> kink_forces;    ///< z of the kink rows as they stand in the program
+  std::vector<double> edge_lengths;  ///< h of each component
+  std::vector<double> edge_forces;   ///< y
+  std::vector<double> kink_forces;   ///< z of the kink rows as they stand in the program
   std::vector<double> strut_forces;
   double residual = 0.0;  ///< largest of the violations, the unbalanced forces and the products of slack and force
   int iterations = 0;
@@ -28,6 +28,6 @@ struct Solution {
 
 /// Tolerance: of violations and of unbalanced forces in the largest norm, and of the gap between the objective and its
 /// bound, relative to the length.
-Solution solve(const Program& program, double tolerance, int most_iterations = 60);
+Solution solve(const Program& program, double tolerance, int most_iterations = 40);
 
 }  // namespace vkm::ideal

@@ -54,11 +54,9 @@ Program program_of(const Rope& rope, const Cycle& cycle, const std::vector<doubl
   program.struts.reserve(near.size());
   for (const Contact& contact : near) {
     const auto [i, j, s, t, distance] = contact;
-    if (!(distance > 0.0)) continue;
     const Vec3 w = (1.0 - s) * p[i] + s * p[cycle.next[i]] - (1.0 - t) * p[j] - t * p[cycle.next[j]];
-    program.struts.push_back(
-        {i, j, s, t, w / distance, distance - demands.distance,
-         demand(distance - demands.distance, pace * demands.bound)});
+    program.struts.push_back({i, j, s, t, w / distance, distance - demands.distance,
+                              demand(distance - demands.distance, pace * demands.bound)});
   }
   return program;
 }

@@ -26,10 +26,10 @@ struct Edge {
 };
 
 struct Kink {
-  Index at;        ///< the vertex
-  Vec3 gradient;   ///< c_k, with the row's factor
-  double slope;    ///< coefficient of h, with the row's factor
-  double excess;   ///< over the limit before the step; negative where violated
+  Index at;       ///< the vertex
+  Vec3 gradient;  ///< c_k, with the row's factor
+  double slope;   ///< coefficient of h, with the row's factor
+  double excess;  ///< over the limit before the step; negative where violated
   double demand;
 };
 
@@ -45,7 +45,7 @@ struct Strut {
 
 struct Program {
   std::vector<Component> components;
-  std::vector<Edge> edges;    ///< one a vertex
+  std::vector<Edge> edges;  ///< one a vertex
   std::vector<Kink> kinks;
   std::vector<Strut> struts;
   double bound = 0.0;  ///< of the moves
@@ -56,7 +56,7 @@ struct Demands {
   double radius = 1.0;    ///< R, the least MinRad asked for
   double distance = 2.0;  ///< of strangers
   double bound = 0.1;
-  double gap = 3.14159;   ///< between strangers, along the curve
+  double gap = 3.14159;  ///< between strangers, along the curve
 };
 
 /// Target of a corner's chord |p_next - p_previous| at edge length h.

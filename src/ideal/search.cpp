@@ -18,7 +18,9 @@ constexpr std::size_t batch = 4;         // of starts, between looks at how many
 constexpr double same_shape = 3e-4;      // relative difference of ropelengths that hop chains take for one shape
 constexpr std::size_t agreeing = 4;      // starts in one shape that make a small knot
 constexpr double small_ropelength = 46;  // below which the adaptive rule holds
-constexpr int patience = 6;              // of the hops of a small knot
+constexpr int start_programs = 200;      // a start that slides on slowly is left to the hops
+constexpr int hop_programs = 60;
+constexpr int patience = 6;  // of the hops of a small knot
 
 enum Phase : std::uint64_t { order_phase, start_phase, first_hop_phase, second_hop_phase };
 
@@ -102,7 +104,7 @@ std::vector<Shape> Search::contract_starts(bool& small) {
       Rope rope = starts_[order[task % order.size()]];
       scale_to_tube(rope);
       displace(rope, task % 2 == 0 ? options_.small_noise : options_.large_noise, 8, random);
-      more[k] = shape_of(contract(rope, h, heartbeat));
+      more[k] = shape_of(contract(rope, h, start_programs, heartbeat));
     });
     for (std::size_t k = 0; k < more.size(); ++k) keep(more[k], "start", first + k, h, 0);
     shapes.insert(shapes.end(), more.begin(), more.end());
@@ -126,7 +128,7 @@ std::vector<Shape> Search::hop_chains(const std::vector<Shape>& from, int hops, 
     while (tried[task] < hops && failures < most_failures) {
       ++tried[task];
       ++failures;
-      Shape next = shape_of(contract(hop(ends[task].state.rope, random), h, heartbeat));
+      Shape next = shape_of(contract(hop(ends[task].state.rope, random), h, hop_programs, heartbeat));
       if (next.value < ends[task].value * (1.0 - 2e-5)) {
         if (next.value < ends[task].value * (1.0 - same_shape)) failures = 0;
         ends[task] = std::move(next);

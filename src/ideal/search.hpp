@@ -19,20 +19,20 @@
 namespace vkm::ideal {
 
 struct SearchOptions {
-  double edge = 0.15;          ///< of the finest level, in tube radii
+  double edge = 0.15;  ///< of the finest level, in tube radii
   double coarse_edge = 0.75;
   std::uint64_t seed = 1;
   int threads = 1;
-  int starts = 20;             ///< contracted, each start polygon in its turn
-  double small_noise = 0.1;    ///< displacement of every other start, in tube radii
+  int starts = 20;           ///< contracted, each start polygon in its turn
+  double small_noise = 0.1;  ///< displacement of every other start, in tube radii
   double large_noise = 0.4;
-  int first_chains = 8;        ///< of so many distinct best starts
+  int first_chains = 8;  ///< of so many distinct best starts
   int first_hops = 10;
   int second_chains = 3;
   int second_hops = 40;
-  int refined = 4;             ///< to edges of 0.4
-  int finished = 2;            ///< beyond
-  bool adaptive = true;        ///< shorter where most of the first starts end in one shape
+  int refined = 4;       ///< to edges of 0.4
+  int finished = 2;      ///< beyond
+  bool adaptive = true;  ///< shorter where most of the first starts end in one shape
 };
 
 /// A step of the search: the value of a start, of a chain of hops, or of a level.

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/numbers.hpp"
+#include "ideal/interior_point.hpp"
 
 namespace vkm::ideal {
 
@@ -11,65 +12,106 @@ namespace {
 
 constexpr double least_bound = 1e-6;
 
-struct Penalties {
-  double kink;
-  double strut;
-};
-
-/// Multipliers with a margin, and with floors, or rows without a force now would stay violated.
-Penalties penalties(const Solution& solution) {
-  const auto most = [](const std::vector<double>& forces) {
-    return forces.empty() ? 0.0 : *std::max_element(forces.begin(), forces.end());
-  };
-  return {std::max(0.05, 1.5 * most(solution.kink_forces)), std::max(0.2, 1.5 * most(solution.strut_forces))};
-}
-
 std::vector<double> edge_lengths(const Rope& rope, const Cycle& cycle) {
   auto list = lengths(rope, cycle);
   for (std::size_t c = 0; c < list.size(); ++c) list[c] /= rope.components[c].size();
   return list;
 }
 
-/// Merit of a rope, its kinks with the factors of the program.
-double merit(const Rope& rope, const Cycle& cycle, const Program& program, const std::vector<double>& factors,
-             const SettleOptions& options, const Penalties& weights) {
+/// One step's program, and what it takes to judge a trial of it.
+struct Step {
+  Program program;
+  std::vector<double> h;           ///< edge lengths before the step
+  std::vector<Contact> reachable;  ///< pairs that any step within the bound could bring into touch
+  std::vector<std::size_t> row;    ///< of each of them among the struts, or none
+  std::vector<double> kink_weights;
+  std::vector<double> strut_weights;
+};
+
+constexpr std::size_t none = SIZE_MAX;
+constexpr double least_kink_weight = 0.05;
+constexpr double least_strut_weight = 0.2;
+
+/// Weights of an exact penalty: the multipliers with a margin, and with floors, or rows without a force now would stay
+/// violated. One weight for all rows, the largest, would make long steps along a curved valley look bad.
+std::vector<double> weights(const std::vector<double>& forces, double least) {
+  std::vector<double> list;
+  for (const double force : forces) list.push_back(std::max(least, 1.5 * force));
+  return list;
+}
+
+struct Judgement {
+  double merit;
+  double violation;  ///< largest shortfall, in tube radii
+};
+
+double kink_excess(const Kink& kink, const Rope& rope, const Cycle& cycle, double factor, double h, double radius) {
+  const double chord = norm(rope.points[cycle.next[kink.at]] - rope.points[cycle.previous[kink.at]]);
+  return factor * (chord - chord_target(h, radius));
+}
+
+Judgement judge(const Rope& rope, const Cycle& cycle, const Step& step, const SettleOptions& options) {
   const auto h = edge_lengths(rope, cycle);
   double sum = 0.0;
   for (std::size_t c = 0; c < h.size(); ++c) sum += h[c] * rope.components[c].size();
   double kinks = 0.0;
-  for (const Kink& kink : program.kinks) {
+  for (std::size_t r = 0; r < step.program.kinks.size(); ++r) {
+    const Kink& kink = step.program.kinks[r];
     const Index c = cycle.component[kink.at];
-    const double chord = norm(rope.points[cycle.next[kink.at]] - rope.points[cycle.previous[kink.at]]);
-    kinks += factors[c] * std::max(0.0, chord_target(h[c], options.radius) - chord);
+    const double excess = kink_excess(kink, rope, cycle, kink_factor(step.h[c]), h[c], options.radius);
+    kinks += step.kink_weights[r] * std::max(0.0, -excess);
   }
   double struts = 0.0;
-  for (const Contact& near : contacts(rope, cycle, options.distance, pi)) struts += options.distance - near.distance;
-  return sum + weights.kink * kinks + weights.strut * struts;
+  double least = options.distance;
+  for (std::size_t k = 0; k < step.reachable.size(); ++k) {
+    const double distance = contact(rope, cycle, step.reachable[k].i, step.reachable[k].j).distance;
+    const double weight = step.row[k] == none ? least_strut_weight : step.strut_weights[step.row[k]];
+    struts += weight * std::max(0.0, options.distance - distance);
+    least = std::min(least, distance);
+  }
+  const auto radii = corner_radii(rope, cycle);
+  const double corner = options.radius - *std::min_element(radii.begin(), radii.end());
+  return {sum + kinks + struts, std::max({0.0, corner, 0.5 * (options.distance - least)})};
+}
+
+double kink_change(const Kink& kink, const Cycle& cycle, const Solution& solution, double h) {
+  const auto& d = solution.moves;
+  return dot(kink.gradient, d[cycle.next[kink.at]] - d[cycle.previous[kink.at]]) -
+         kink.slope * (solution.edge_lengths[cycle.component[kink.at]] - h);
+}
+
+double strut_change(const Strut& strut, const Cycle& cycle, const Solution& solution) {
+  const auto& d = solution.moves;
+  const Vec3 change = (1.0 - strut.s) * d[strut.i] + strut.s * d[cycle.next[strut.i]] - (1.0 - strut.t) * d[strut.j] -
+                      strut.t * d[cycle.next[strut.j]];
+  return dot(strut.normal, change);
 }
 
 /// What the program says the merit will be after a part of its step.
-double model(const Cycle& cycle, const Program& program, const Solution& solution, const std::vector<double>& h,
-             const Penalties& weights, double part) {
+double model(const Cycle& cycle, const Step& step, const Solution& solution, double part) {
   double sum = 0.0;
-  for (std::size_t c = 0; c < h.size(); ++c) {
-    sum += (h[c] + part * (solution.edge_lengths[c] - h[c])) * program.components[c].size();
+  for (std::size_t c = 0; c < step.h.size(); ++c) {
+    sum += (step.h[c] + part * (solution.edge_lengths[c] - step.h[c])) * step.program.components[c].size();
   }
-  const auto& d = solution.moves;
   double kinks = 0.0;
-  for (const Kink& kink : program.kinks) {
-    const Index c = cycle.component[kink.at];
-    const double change = dot(kink.gradient, d[cycle.next[kink.at]] - d[cycle.previous[kink.at]]) -
-                          kink.slope * (solution.edge_lengths[c] - h[c]);
-    kinks += std::max(0.0, -(kink.excess + part * change));
+  for (std::size_t r = 0; r < step.program.kinks.size(); ++r) {
+    const Kink& kink = step.program.kinks[r];
+    const double change = kink_change(kink, cycle, solution, step.h[cycle.component[kink.at]]);
+    kinks += step.kink_weights[r] * std::max(0.0, -(kink.excess + part * change));
   }
   double struts = 0.0;
-  for (const Strut& strut : program.struts) {
-    const auto [i, j, s, t, w, excess, demand] = strut;
-    const Vec3 change = (1.0 - s) * d[i] + s * d[cycle.next[i]] - (1.0 - t) * d[j] - t * d[cycle.next[j]];
-    struts += std::max(0.0, -(excess + part * dot(w, change)));
+  for (std::size_t r = 0; r < step.program.struts.size(); ++r) {
+    const Strut& strut = step.program.struts[r];
+    struts += step.strut_weights[r] * std::max(0.0, -(strut.excess + part * strut_change(strut, cycle, solution)));
   }
-  return sum + weights.kink * kinks + weights.strut * struts;
+  return sum + kinks + struts;
 }
+
+void move(const Rope& rope, const Solution& solution, double part, Rope& trial) {
+  for (Index k = 0; k < rope.size(); ++k) trial.points[k] = rope.points[k] + part * solution.moves[k];
+}
+
+bool usable(const Solution& solution, double tolerance) { return solution.residual < std::max(10.0 * tolerance, 1e-3); }
 
 }  // namespace
 
@@ -84,50 +126,61 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
   const Cycle cycle(rope);
   const double first_length = length(rope, cycle);
   Settled result;
+  result.violation = violation(rope, cycle, options.radius, options.distance);
   double bound = options.bound;
+  Rope trial = rope;
   while (result.programs < options.programs) {
     heartbeat.tick();
-    const auto h = edge_lengths(rope, cycle);
-    bound = std::min({bound, options.bound_most, 0.26 * least_distance(rope, cycle, 8.0, strand_gap)});
+    bound = std::min(bound, options.bound_most);
+    bound = std::min(bound, 0.26 * least_distance(rope, cycle, bound / 0.26, strand_gap));
     if (bound < least_bound) break;
     ++result.programs;
     Demands demands;
     demands.radius = options.radius;
     demands.distance = options.distance;
     demands.bound = bound;
-    const auto near = contacts(rope, cycle, options.distance + 1.5 * bound + 0.01, pi);
-    Program program = program_of(rope, cycle, h, near, demands);
-    Solution solution = solve(program, options.tolerance);
-    if (!(solution.residual < std::max(10.0 * options.tolerance, 1e-3))) {
+    Step step;
+    step.h = edge_lengths(rope, cycle);
+    // No vertex moves by more than sqrt(3) of the bound.
+    step.reachable = contacts(rope, cycle, options.distance + 3.5 * bound, pi);
+    std::vector<Contact> near;
+    for (const Contact& pair : step.reachable) {
+      const bool is_row = pair.distance < options.distance + 1.5 * bound + 0.01;
+      step.row.push_back(is_row ? near.size() : none);
+      if (is_row) near.push_back(pair);
+    }
+    step.program = program_of(rope, cycle, step.h, near, demands);
+    Solution solution = solve(step.program, options.tolerance);
+    if (!usable(solution, options.tolerance)) {
       bound *= 0.35;
       continue;
     }
-    std::vector<double> factors;
-    for (const double edge : h) factors.push_back(kink_factor(edge));
-    const Penalties weights = penalties(solution);
-    const double before = merit(rope, cycle, program, factors, options, weights);
-    const double gain = before - model(cycle, program, solution, h, weights, 1.0);
+    step.kink_weights = weights(solution.kink_forces, least_kink_weight);
+    step.strut_weights = weights(solution.strut_forces, least_strut_weight);
+    const double before = judge(rope, cycle, step, options).merit;
+    const double gain = before - model(cycle, step, solution, 1.0);
+    const auto ratio_of = [&](double promised, const Judgement& found) {
+      return promised > 0.0 ? (before - found.merit) / promised : 0.0;
+    };
     double part = 1.0;
-    double ratio = 0.0;
-    Rope trial = rope;
-    bool accepted = false;
-    for (int attempt = 0; attempt < 3 && !accepted; ++attempt, part *= accepted ? 1.0 : 0.5) {
-      for (Index k = 0; k < rope.size(); ++k) trial.points[k] = rope.points[k] + part * solution.moves[k];
-      const double promised = before - model(cycle, program, solution, h, weights, part);
-      const double actual = before - merit(trial, cycle, program, factors, options, weights);
-      ratio = promised > 0.0 ? actual / promised : 0.0;
-      accepted = ratio > 0.05;
+    move(rope, solution, part, trial);
+    Judgement found = judge(trial, cycle, step, options);
+    double ratio = ratio_of(gain, found);
+    while (ratio < 0.05 && part > 0.25) {
+      part *= 0.5;
+      move(rope, solution, part, trial);
+      found = judge(trial, cycle, step, options);
+      ratio = ratio_of(before - model(cycle, step, solution, part), found);
     }
-    result.last = {std::move(program), std::move(solution)};
-    if (accepted) {
-      rope.points = trial.points;
-      if (part == 1.0 && ratio > 0.6) bound *= 1.7;
-      if (ratio < 0.25 || part < 0.5) bound *= 0.5;
-    } else {
+    if (ratio < 0.05) {
       bound *= 0.35;
+    } else {
+      std::swap(rope.points, trial.points);
+      result.violation = found.violation;
+      if (part == 1.0 && ratio > 0.6) bound *= 1.7;
+      if (part < 1.0 || ratio < 0.25) bound *= 0.5;
     }
     const double total = length(rope, cycle);
-    result.violation = violation(rope, cycle, options.radius, options.distance);
     if (gain < options.decrease * total && result.violation <= options.violation) {
       result.settled = true;
       break;
@@ -135,6 +188,7 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
     if (total < options.shortening * first_length) break;
   }
   result.bound = bound;
+  result.violation = violation(rope, cycle, options.radius, options.distance);
   result.rope = std::move(rope);
   return result;
 }

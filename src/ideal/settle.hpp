@@ -9,7 +9,6 @@
 
 #include "core/poll.hpp"
 #include "ideal/contacts.hpp"
-#include "ideal/interior_point.hpp"
 #include "ideal/rope.hpp"
 
 namespace vkm::ideal {
@@ -18,21 +17,15 @@ namespace vkm::ideal {
 inline constexpr double strand_gap = 1.0;
 
 struct SettleOptions {
-  double radius = 1.0;         ///< least MinRad asked for
-  double distance = 2.0;       ///< least distance of strangers asked for
-  double tolerance = 1e-4;     ///< of the programs
-  double violation = 0.02;     ///< largest that may remain, in tube radii
-  double decrease = 1e-4;      ///< settled when a step promises a smaller part of the length
-  double bound = 0.3;          ///< of the first step's moves
+  double radius = 1.0;      ///< least MinRad asked for
+  double distance = 2.0;    ///< least distance of strangers asked for
+  double tolerance = 1e-4;  ///< of the programs
+  double violation = 0.02;  ///< largest that may remain, in tube radii
+  double decrease = 1e-4;   ///< settled when a step promises a smaller part of the length
+  double bound = 0.3;       ///< of the first step's moves
   double bound_most = 0.6;
   int programs = 100;
-  double shortening = 0.0;     ///< stop below this part of the first length
-};
-
-/// The state behind the last program: what the rope's contacts carry.
-struct Balance {
-  Program program;
-  Solution solution;
+  double shortening = 0.0;  ///< stop below this part of the first length
 };
 
 struct Settled {
@@ -41,7 +34,6 @@ struct Settled {
   double violation = 0.0;  ///< largest, in tube radii
   int programs = 0;
   bool settled = false;
-  Balance last;            ///< of the last program, whose step may be the final one
 };
 
 Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat);

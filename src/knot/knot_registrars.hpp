@@ -1,6 +1,6 @@
 #pragma once
 
-/// The registrars of which bind_knot is composed, one a concept.
+/// The registrars of this room, one a concept, of which bind_knot (in mass) is composed.
 
 #include "module/border.hpp"
 

@@ -19,7 +19,8 @@ rng = np.random.default_rng(1)
 out = []
 evaluator = n.ParticleEvaluator("3:1:1", 300)
 evaluator.relax(50, 0.01)
-out.append(evaluator.compute_relativistic_metrics()[:])
+metrics = evaluator.compute_relativistic_metrics()
+out += [metrics.time_dilation_map, evaluator.get_dimless_ropelength()]
 out.append(np.array(n.sample_circle(1.0, 1000)))
 block = n.FourierBlock()
 for axis in ("a_x", "b_x", "a_y", "b_y", "a_z", "b_z"):

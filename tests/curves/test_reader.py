@@ -174,7 +174,7 @@ def test_components_of_an_ideal_link_stand_where_they_are():
 
 
 @pytest.mark.skipif(not hasattr(os, "mkfifo"), reason="pipes of POSIX")
-def test_a_pipe_is_a_file(tmp_path):
+def test_a_pipe_is_a_file():
     reader, writer = os.pipe()
     with open(writer, "w") as file:
         file.write("0 0 0\n1 0 0\n0 1 0\n")

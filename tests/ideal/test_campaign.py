@@ -8,7 +8,6 @@ from concurrent.futures import ThreadPoolExecutor
 
 import numpy as np
 import pytest
-
 from vkmcore.ideal.campaign import COARSE, Outcome, Target, missing, record, run
 from vkmcore.ideal.campaign_store import Entry, Shape, Store, StoredForm
 from vkmcore.ideal.fourier_form import FourierForm
@@ -32,7 +31,9 @@ def work(task):
     length = {"3_1": 32.8, "4_1": 42.2, "L2a1": 25.2}[task.name]
     if task.kind == "form":
         return Outcome(task, form=stored(task.shape.ropelength + 0.01, task.shape.ropelength))
-    return Outcome(task, shape=shape(length - 0.01 * task.seed + 0.1 * task.edge, task.edge, task.seed), certificate="ok")
+    return Outcome(
+        task, shape=shape(length - 0.01 * task.seed + 0.1 * task.edge, task.edge, task.seed), certificate="ok"
+    )
 
 
 def test_entries_survive_and_only_better_ones_replace(tmp_path):
@@ -85,7 +86,9 @@ def test_every_knot_exists_before_any_is_refined(tmp_path):
     assert [seed for name, kind, seed, _ in more if (name, kind) == ("4_1", "search")] == [2, 3]
     assert [seed for name, kind, seed, _ in more if (name, kind) == ("L2a1", "search")] == [2, 3]
     entry = store.load("4_1")
-    assert entry.finest.seed == 3 and [a["error"] for a in entry.attempts if "error" in a][0].startswith("ValueError: the type")
+    assert entry.finest.seed == 3 and next(a["error"] for a in entry.attempts if "error" in a).startswith(
+        "ValueError: the type"
+    )
     assert entry.form.source_ropelength == entry.finest.ropelength
 
 

@@ -3,10 +3,16 @@
 import _native
 import numpy as np
 import pytest
-
-from vkmcore.ideal.fourier_form import FourierForm, _Polish, fit, measure, measure_polygons, polish
-from vkmcore.ideal.stored_form import at_unit_diameter, block_text, form_of_block, form_of_series, fseries_text
-from vkmcore.ideal.stored_form import standardised
+from vkmcore.ideal.form_polish import _Polish, fit, polish
+from vkmcore.ideal.fourier_form import FourierForm, measure, measure_polygons
+from vkmcore.ideal.stored_form import (
+    at_unit_diameter,
+    block_text,
+    form_of_block,
+    form_of_series,
+    fseries_text,
+    standardised,
+)
 
 
 def ring(radius, centre=(0.0, 0.0, 0.0), normal=2):
@@ -52,7 +58,9 @@ def test_fit_recovers_a_series_and_cuts_by_length():
         np.testing.assert_allclose(form.points([n])[0], trefoil(n), atol=1e-12)
     links = fit([4 * trefoil(400), trefoil(400)], 40)
     assert [len(c) - 1 for c in links.series] == [40, 10] and links.harmonics == 40
-    np.testing.assert_allclose(form.lengths(), [np.linalg.norm(np.diff(trefoil(4001), axis=0), axis=1).sum()], rtol=1e-3)
+    np.testing.assert_allclose(
+        form.lengths(), [np.linalg.norm(np.diff(trefoil(4001), axis=0), axis=1).sum()], rtol=1e-3
+    )
 
 
 def test_gradient_of_the_polish():

@@ -5,6 +5,7 @@ import pytest
 from vkmcore.ideal import starts
 from vkmcore.topology.bracket import jones
 from vkmcore.topology.diagram import DiagramError
+from vkmcore.topology.identification import identify
 from vkmcore.topology.projection import diagram_of_curves
 
 TREFOIL_GRID = [(1, 3), (2, 4), (3, 5), (1, 4), (2, 5)]
@@ -96,3 +97,22 @@ def test_mirror_image_of_a_start():
 def test_refused(make, error):
     with pytest.raises(error):
         make()
+
+
+@pytest.mark.parametrize(
+    ("start", "name"),
+    [
+        *(
+            (starts.twist_polygon(n), name)
+            for n, name in enumerate(("3_1", "4_1", "5_2", "6_1", "7_2", "8_1", "9_2"), 1)
+        ),
+        (starts.torus_polygon(2, 7), "7_1"),
+        (starts.torus_polygon(4, 3), "8_19"),
+        (starts.torus_polygon(5, 3), "10_124"),
+    ],
+    ids=lambda value: value if isinstance(value, str) else "",
+)
+def test_families_in_the_chirality_of_the_table(start, name):
+    found = identify(start.components, use_snappy=False)
+    assert (found.name, found.decided) == (name, True)
+    assert found.chirality in ("as in the table", "amphicheiral")

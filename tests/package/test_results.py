@@ -34,7 +34,7 @@ CALLS = {
     "jacobi_eigensolve_symmetric": lambda: vkmcore.TrefoilOperator.jacobi_eigensolve_symmetric(np.eye(2), False),
     "list_bindings": lambda: vkmcore.list_bindings("fourier"),
     "objective_suppressed_breakdown": lambda: vkmcore.MultisectorFitterV2.objective_suppressed_breakdown(
-        [0.1, 0.2], [2, 3, 5], [0.0, 0.1, 0.2], target_nodes=[0.1]
+        [0.1, 0.2], [2, 3, 5], [0.0, 0.1, 0.2], ell_trefoil=16.4, truncation_M=5, target_nodes=[0.1]
     ),
     "phase_invariants": lambda: vkmcore.MultisectorFitterV2.phase_invariants([0.1, 0.2, 0.3]),
     "rk4_step": lambda: vkmcore.rk4_step(FILAMENTS, 0.01),
@@ -43,7 +43,7 @@ CALLS = {
 
 def matches(value, kind):
     if typing.is_typeddict(kind):
-        hints = typing.get_type_hints(kind, vars(results) | {"Array": np.ndarray})
+        hints = typing.get_type_hints(kind)
         return set(value) == set(hints) and all(matches(value[name], hints[name]) for name in hints)
     if typing.get_origin(kind) is list:
         return isinstance(value, list) and all(matches(item, *typing.get_args(kind)) for item in value)
@@ -51,6 +51,8 @@ def matches(value, kind):
         return any(matches(value, one) for one in typing.get_args(kind))
     if typing.get_origin(kind) is typing.Literal:
         return value in typing.get_args(kind)
+    if typing.get_origin(kind) is np.ndarray:
+        return isinstance(value, np.ndarray) and value.dtype == np.float64
     return type(value) is kind
 
 

@@ -30,4 +30,4 @@ def test_commands_say_the_same(tmp_path, shell):
     name = str(tmp_path / "a ring\u00e9.png")
     output, remarks = said(["spectrum", "--points", "11", "--levels", "2", "--plot", name], **SHELLS[shell])
     assert remarks.decode() == f"wrote {name}\n" and os.path.getsize(name) > 1000
-    assert output.count(b"\n") == 19 and b"\x1b" not in output
+    assert output == said(["spectrum", "--points", "11", "--levels", "2"])[0] != b""

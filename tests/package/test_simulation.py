@@ -429,7 +429,10 @@ RING = '[[filament]]\ncurve = "ring"\nradius = 1.0\n'
         (f"t_end = 1\n{RING}core = 1.0\n{RING}core = 2.0", "filament 2: core: all filaments have one core radius"),
         ('t_end = 1\n[[filament]]\ncurve = "ring"', "filament 1: radius is missing"),
         ("t_end = 1\n[[filament]]\nradius = 1", "filament 1: curve is missing"),
-        ('t_end = 1\n[[filament]]\ncurve = "9:99:9"', "filament 1: curve: 9:99:9: neither a catalogue key nor a file"),
+        (
+            't_end = 1\n[[filament]]\ncurve = "9:99:9"',
+            "filament 1: curve: 9:99:9: neither a file nor a key of the catalogue",
+        ),
         ('t_end = 1\n[[filament]]\ncurve = "words.txt"', "filament 1: curve: "),
     ],
 )

@@ -8,7 +8,7 @@ from collections.abc import Callable, Iterator, Sequence
 from concurrent.futures import Executor
 from contextlib import contextmanager
 from pathlib import Path
-from typing import TYPE_CHECKING, Any
+from typing import TYPE_CHECKING
 
 import click
 
@@ -52,7 +52,9 @@ def select_option(command: Callable[..., None]) -> Callable[..., None]:
 @click.option("--jobs", type=COUNT, default=os.cpu_count() or 1, show_default=True, help="Tasks at a time.")
 @click.option("--scheduler", metavar="ADDRESS", help="A Dask scheduler that does the tasks (extra 'cluster').")
 @click.option("--resume", is_flag=True, help="Go on in a folder that holds results.")
-@click.option("--edge", type=click.FloatRange(0.05, 0.15), default=0.07, show_default=True, help="Finest edge, in radii.")
+@click.option(
+    "--edge", type=click.FloatRange(0.05, 0.15), default=0.07, show_default=True, help="Finest edge, in radii."
+)
 @click.option("--nice", type=click.IntRange(0, 19), default=0, help="Nice level of the workers.")
 @folder_option
 def build(
@@ -105,7 +107,7 @@ def workers(jobs: int, scheduler: str | None, nice: int) -> Iterator[Executor]:
     """Processes of this machine, or those of a cluster."""
     if scheduler is not None:
         try:
-            from distributed import Client
+            from distributed import Client  # type: ignore[import-not-found,unused-ignore]
         except ImportError:
             raise Failure('vkmcore: --scheduler needs Dask: pip install "vkmcore[cluster]"') from None
         with Client(scheduler) as client:
@@ -143,10 +145,13 @@ def report(target: Target, entry: Entry, outcome: Outcome, progress: Progress) -
     show_default=True,
     help="The folder of the texts.",
 )
-def write(folder: Path, out: Path) -> None:
+@click.option(
+    "--companions/--no-companions", default=True, help="Also the short, the chosen and the outside tool's texts."
+)
+def write(folder: Path, out: Path, companions: bool) -> None:
     """Write the catalogue's texts from a campaign's results."""
     from vkmcore.ideal.campaign_store import Store
-    from vkmcore.ideal.catalogue_texts import write_links, write_knots
+    from vkmcore.ideal.catalogue_texts import few_harmonics, write_companions, write_knots, write_links
     from vkmcore.reference.tables import knots, links
 
     if not folder.is_dir():
@@ -156,7 +161,10 @@ def write(folder: Path, out: Path) -> None:
         (out / "ideal/ideal.txt", write_knots(store, knots(), out / "ideal/ideal.txt")),
         (out / "ideal/idealLinks.txt", write_links(store, links(), out / "ideal/idealLinks.txt")),
     ):
-        click.echo(f"{path}: {count} of the campaign's blocks")
+        click.echo(f"{path}: {count} blocks replaced")
+    if companions:
+        for name in write_companions(out, few_harmonics):
+            click.echo(f"written: {name}")
 
 
 @catalogue.command()
@@ -166,8 +174,8 @@ def write(folder: Path, out: Path) -> None:
 def verify(keys: tuple[str, ...], jobs: int, as_json: bool) -> None:
     """Measure and certify what is embedded: all of it, or the shapes of these keys, ids, names or texts.
 
-    KEY is as 4_1d, 3:1:1, L5a1, knot_3.1 or idealLinks.txt; patterns with * are allowed. The exit code is 1 if any shape is
-    not what the catalogue says.
+    KEY is as 4_1d, 3:1:1, L5a1, knot_3.1 or idealLinks.txt; patterns with * are allowed. The exit code is 1 if any
+    shape is not what the catalogue says.
     """
     from vkmcore.ideal.catalogue_verification import Item, Verdict, items
     from vkmcore.ideal.catalogue_verification import verify as verify_item

@@ -64,7 +64,7 @@ def named(entries: list[Listed], name: str) -> list[Listed]:
 
 def show(entries: list[Listed]) -> None:
     headings = ("key", "name", "aliases", "crossings", "chirality", "symmetry", "ropelength", "published")
-    headings += ("difference / %", "harmonics", "source")
+    headings = (*headings, "difference / %", "harmonics", "source")
     table = plain_table(headings, ("key", "name", "aliases", "chirality", "symmetry", "source"))
     for entry in entries:
         table.add_row(

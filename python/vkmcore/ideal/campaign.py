@@ -1,8 +1,8 @@
 """A campaign: tight shapes and Fourier forms for a list of knots and links, task by task, best things first.
 
 Every knot first gets one search at the coarse edge and a Fourier form, so that all of them exist early; then those far
-above the published value get further seeds; then finer edges; then seeds for the rest that is above. What is missing is found
-from the files alone: a campaign that was stopped goes on where it stood.
+above the published value get further seeds; then finer edges; then seeds for the rest that is above. What is missing
+is found from the files alone: a campaign that was stopped goes on where it stood.
 """
 
 from __future__ import annotations
@@ -21,6 +21,7 @@ COARSE = 0.15  # edges in tube radii
 FINE = (0.10, 0.07)
 CLOSE_ENOUGH = 6e-4  # excess at the coarse edge that is mere discretisation
 FAR = 3e-3  # excess that another seed is to mend before anything is refined
+LEAST_SEEDS = 3  # of what has no published value
 HARMONICS_A_RADIUS = 3.0
 MOST_HARMONICS = 256
 
@@ -104,8 +105,8 @@ def missing(target: Target, entry: Entry, seeds: int, finest: float) -> list[tup
                 tasks.append(((stage, *target.rank, 2), form))
     if len(tried) < seeds:
         above = excess(target, coarse.ropelength) if coarse is not None else 1.0
-        if above is None:  # nothing to compare with: a few seeds for all
-            above = CLOSE_ENOUGH * (3.0 - len(tried))
+        if above is None:  # nothing to compare with
+            above = 2.0 * CLOSE_ENOUGH if len(tried) < LEAST_SEEDS else 0.0
         if above > CLOSE_ENOUGH:
             priority = (1 if above > FAR else 3, len(tried), -above)
             tasks.append((priority, Task("search", target.name, max(tried) + 1, COARSE)))
@@ -161,7 +162,9 @@ def run(
     try:
         while True:
             busy = set(running.values())
-            ready = [(priority, task) for name, tasks in waiting.items() if name not in busy for priority, task in tasks]
+            ready = [
+                (priority, task) for name, tasks in waiting.items() if name not in busy for priority, task in tasks
+            ]
             ready.sort(key=lambda item: item[0])
             for _, task in ready:
                 if len(running) >= jobs:

@@ -4,13 +4,19 @@ from __future__ import annotations
 
 import math
 import re
-from collections.abc import Iterable, Sequence
+from collections.abc import Callable, Iterable, Sequence
 from pathlib import Path
 
+from vkmcore import parse_ideal_halvard_from_string
+from vkmcore.files import write_text
 from vkmcore.ideal.campaign_store import Store
-from vkmcore.ideal.fourier_form import FourierForm, fit, polish
-from vkmcore.ideal.stored_form import at_unit_diameter, block_text, standardised
-from vkmcore.reference.tables import TableEntry
+from vkmcore.ideal.form_polish import fit, polish
+from vkmcore.ideal.fourier_form import FourierForm
+from vkmcore.ideal.knot_table_forms import is_type, torus
+from vkmcore.ideal.stored_form import at_unit_diameter, block_text, form_of_block, standardised
+from vkmcore.ideal.symmetric_forms import mirrored
+from vkmcore.reference.listing import table_name
+from vkmcore.reference.tables import TableEntry, find, knots
 
 # A dozen that users draw, teach and compare with: the first knots, one of each torus family, the most symmetric
 # alternating knot, and the two of ten crossings that bound the ropelengths.
@@ -47,7 +53,7 @@ def stored(form: FourierForm) -> FourierForm:
     return at_unit_diameter(standardised(form))
 
 
-def few_harmonics(form: FourierForm, harmonics: int) -> FourierForm:
+def few_harmonics(form: FourierForm, harmonics: int = SHORT_HARMONICS) -> FourierForm:
     """The form made again in fewer harmonics."""
     points = form.evenly_spaced([8 * (len(c) - 1) for c in form.series])
     return polish(fit(points, harmonics))
@@ -68,20 +74,22 @@ def write_if_changed(path: Path, text: str) -> bool:
     path.parent.mkdir(parents=True, exist_ok=True)
     if path.exists() and path.read_text(encoding="utf-8") == text:
         return False
-    beside = path.with_name(f".{path.name}.tmp")
-    beside.write_text(text, encoding="utf-8")
-    beside.replace(path)
+    write_text(path, text)
     return True
 
 
 def ordered(ids: Iterable[str]) -> list[str]:
-    """Ids in the order of the tables: by the numbers in them, the unknots first."""
-    return sorted(ids, key=lambda name: ([int(number) for number in re.findall(r"\d+", name)], name))
+    """Ids in the order of the tables: by their numbers, the unknots first, alternating links before the others."""
+
+    def place(name: str) -> list[tuple[int, str]]:
+        return [(int(part), "") if part.isdigit() else (0, part) for part in re.findall(r"\d+|[an]", name)]
+
+    return sorted(ids, key=lambda name: (place(name), name))
 
 
 def write_knots(store: Store, entries: Sequence[TableEntry], path: Path) -> int:
-    """Replace the blocks of the campaign's knots in a text. A knot without a form, or whose block is as short, keeps its
-    block. Returns how many blocks were replaced."""
+    """Replace the blocks of the campaign's knots in a text. A knot without a form, or whose block is as short, keeps
+    its block. Returns how many blocks were replaced."""
     return _write(store, entries, path, "AB")
 
 
@@ -108,3 +116,66 @@ def ropelength_stated(block: str) -> float:
     """Length over tube radius by the L and D of a block's head; infinite where it has none."""
     head = re.search(r' L="([^"]*)" D="([^"]*)"', block)
     return 2.0 * float(head[1]) / float(head[2]) if head else math.inf
+
+
+# --- texts made from the two databases ----------------------------------------------------------------------------
+
+OUTSIDE_LINKS = ("2.2.1", "4.2.1", "5.2.1", "6.2.1", "6.2.2", "6.2.3", "6.3.1", "6.3.2", "6.3.3")
+OUTSIDE_TORI = ((2, 3), (2, 5), (2, 7), (3, 4))
+
+
+def outside_stems() -> list[str]:
+    """The 48 stems of the outside tool's family: knots to eight crossings, links to six, torus curves."""
+    stems = [f"knot_{entry.name.replace('_', '.')}" for entry in knots() if entry.crossings <= SHORT_CROSSINGS]
+    stems += [f"link_{name}" for name in OUTSIDE_LINKS]
+    return stems + [f"torus_{p}.{q}" for p, q in OUTSIDE_TORI]
+
+
+def stored_form(resources: Path, name: str) -> FourierForm | None:
+    """The form of a knot or link in the written databases; None if they lack it."""
+    file = "ideal.txt" if "_" in name else "idealLinks.txt"
+    path = resources / "ideal" / file
+    block = split_blocks(path.read_text(encoding="utf-8")).get(block_id(name)) if path.exists() else None
+    return None if block is None else form_of_block(parse_ideal_halvard_from_string(block)[0])
+
+
+def write_companions(resources: Path, short: Callable[[FourierForm], FourierForm]) -> list[str]:
+    """ideal_short.txt, ideal_favorites.txt and the outside tool's family, from what the databases hold; blocks that are
+    there and as short stay. Returns the names that were written.
+
+    Args:
+        short: makes a form again in few harmonics.
+    """
+    written = []
+    path = resources / "ideal" / "ideal_short.txt"
+    blocks = split_blocks(path.read_text(encoding="utf-8")) if path.exists() else {}
+    favorites = {}
+    for entry in knots():
+        form = stored_form(resources, entry.name)
+        if form is None:
+            continue
+        name = block_id(entry.name)
+        if entry.name in FAVORITES:
+            favorites[name] = block_text("AB", name, conway_text(entry.conway), stored(form))
+        if entry.crossings <= SHORT_CROSSINGS and name not in blocks:
+            blocks[name] = block_text("AB", name, conway_text(entry.conway), stored(short(form)))
+            written.append(f"ideal_short.txt {name}")
+    write_if_changed(path, database(blocks[name] for name in ordered(blocks)))
+    write_if_changed(resources / "ideal" / "ideal_favorites.txt", database(favorites[n] for n in ordered(favorites)))
+    for stem in outside_stems():
+        path = resources / "knotplot" / stem / f"{stem}_ab.xml"
+        if path.exists():
+            continue
+        if stem.startswith("torus_"):
+            p, q = map(int, stem[6:].split("."))
+            curve = torus(p, q)
+            form = curve if is_type(table_name(stem))(curve) else mirrored(curve)
+        else:
+            found = stored_form(resources, find(table_name(stem)).name)
+            if found is None:
+                continue
+            form = short(found)
+        entry = find(table_name(stem))
+        write_if_changed(path, database([block_text("AB", stem, conway_text(entry.conway), stored(form))]))
+        written.append(stem)
+    return written

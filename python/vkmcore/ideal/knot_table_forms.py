@@ -18,14 +18,15 @@ from __future__ import annotations
 
 import math
 import re
-from collections.abc import Callable
+from collections.abc import Callable, Sequence
 
 import numpy as np
 
-from vkmcore.ideal.fourier_form import FourierForm, Points, fit, measure
+from vkmcore.ideal.form_polish import fit, shorten
+from vkmcore.ideal.fourier_form import FourierForm, Points, measure
 from vkmcore.ideal.starts import braid_polygon, twist_polygon
 from vkmcore.ideal.stored_form import at_unit_diameter, fseries_text, standardised
-from vkmcore.ideal.symmetric_forms import DIHEDRAL, INVERSION, Symmetry, mirrored, rotary
+from vkmcore.ideal.symmetric_forms import DIHEDRAL, INVERSION, Symmetry, harvest, mirrored, random_forms, rotary
 from vkmcore.reference.tables import find
 
 GIVEN = ("1_1", "3_1")  # small examples that stand as they are
@@ -39,7 +40,7 @@ KEYS = tuple(
     """.split()
 )
 TORUS = {"3_1": (2, 3), "5_1": (2, 5), "8_19": (3, 4)}
-PRESSED = 0.15  # extent of a planar form along the view, as a part of the ideal shape's
+PRESSED = 0.3  # extent of a planar form along the view, as a part of the ideal shape's
 
 
 def parts(key: str) -> tuple[str, str]:
@@ -129,7 +130,9 @@ def is_type(name: str) -> Callable[[FourierForm], bool]:
     return test
 
 
-def made(key: str, ideal: Callable[[str], FourierForm], symmetric: Callable[[str], FourierForm]) -> tuple[str, FourierForm]:
+def made(
+    key: str, ideal: Callable[[str], FourierForm], symmetric: Callable[[str], FourierForm]
+) -> tuple[str, FourierForm]:
     """What a key's form is, and the form.
 
     Args:
@@ -169,3 +172,27 @@ def key_text(key: str, words: str, form: FourierForm) -> str:
     ropelength = measure(form).ropelength
     legend = "harmonics 1, 2, ... in rows: a_x b_x a_y b_y a_z b_z; tube diameter 1"
     return fseries_text([legend, f"{title}: {words}; ropelength {ropelength:.4f} (length over tube radius)"], form)
+
+
+# Harmonics and fall of the amplitudes of the random series, by symmetry: what the wanted types come from most often.
+SERIES = {"d": (7, 1.0), "s": (6, 1.0), "z": (9, 1.0), "z8": (21, 0.7), "z6": (15, 0.8)}
+
+
+def symmetric_forms(keys: Sequence[str], tries: int, seed: int) -> dict[str, FourierForm]:
+    """Forms of those of the keys that have a symmetry: harvested, given twice the harmonics, and shortened inside the
+    symmetry. Keys whose type did not turn up in so many tries are not there."""
+    groups: dict[Symmetry, list[str]] = {}
+    for key in keys:
+        symmetry = symmetry_of(key)
+        if symmetry is not None:
+            groups.setdefault(symmetry, []).append(key)
+    forms = {}
+    for symmetry, members in groups.items():
+        letter = parts(members[0])[1][0] + (str(len(symmetry.elements)) if len(symmetry.elements) > 4 else "")
+        names = {parts(key)[0]: key for key in members}
+        found = harvest(random_forms(symmetry, *SERIES[letter][:1], seed, SERIES[letter][1]), names, tries)
+        for name, form in found.items():
+            (c,) = form.series
+            wider = FourierForm((np.vstack([c, np.zeros((2 * len(c), 3))]),))
+            forms[names[name]] = shorten(wider, is_type(name), symmetry.project)
+    return forms

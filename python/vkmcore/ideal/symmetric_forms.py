@@ -11,20 +11,12 @@ are averaged so; those of a wanted type with the least ropelength are kept, and 
 from __future__ import annotations
 
 import math
-from collections.abc import Callable, Iterable, Iterator
+from collections.abc import Iterable, Iterator
 from dataclasses import dataclass
-from typing import TYPE_CHECKING
 
 import numpy as np
 
-from vkmcore.ideal.fourier_form import FourierForm, measure
-
-if TYPE_CHECKING:
-    from numpy.typing import NDArray
-
-    Series = NDArray[np.complex128]
-
-Project = Callable[["Series"], "Series"]
+from vkmcore.ideal.fourier_form import FourierForm, Series, measure
 
 
 @dataclass(frozen=True)
@@ -39,7 +31,8 @@ class Element:
         turned: Series = c * np.exp(1j * self.shift * np.arange(len(c)))[:, None]
         if self.reverses:
             turned = turned.conj()
-        return turned @ np.array(self.matrix).T
+        result: Series = turned @ np.array(self.matrix).T
+        return result
 
 
 def rotation(quarters: float, improper: bool = False) -> tuple[tuple[float, float, float], ...]:
@@ -65,7 +58,7 @@ class Symmetry:
 
 
 def rotary(order: int, turn: int = 1) -> Symmetry:
-    """Rotary reflection of even order: a step of 1 / order of the curve is a turn of `turn` / order and a reflection."""
+    """Rotary reflection of even order: 1 / order of the curve on, a turn of `turn` / order and a reflection."""
     steps = [
         Element(rotation(-4.0 * turn * n / order, improper=n % 2 == 1), math.tau * n / order) for n in range(order)
     ]

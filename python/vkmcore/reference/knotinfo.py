@@ -6,7 +6,6 @@ A. H. Moore. Ropelengths of knots are KnotInfo's column, in the radius conventio
 
 from __future__ import annotations
 
-import ast
 import re
 from collections.abc import Iterable
 
@@ -55,14 +54,18 @@ LINK_ROPELENGTHS = {
 }
 
 
+def _numbers(nested: object) -> list[int]:
+    """The whole numbers of nested lists, or of their text, in one list."""
+    return [int(number) for number in re.findall(r"-?\d+", str(nested))]
+
+
 def _flat(nested: object) -> str:
-    """The whole numbers of nested lists in a row of text."""
-    return " ".join(re.findall(r"-?\d+", str(nested)))
+    return " ".join(map(str, _numbers(nested)))
 
 
 def _tables(proper_links: bool) -> list[dict[str, str]]:
     try:
-        from database_knotinfo import link_list  # type: ignore[import-untyped]
+        from database_knotinfo import link_list
     except ImportError as error:
         raise ImportError('this table needs database_knotinfo: pip install "vkmcore[catalogue]"') from error
     rows: list[dict[str, str]] = link_list(proper_links=proper_links)
@@ -78,15 +81,13 @@ def _knot_row(row: dict[str, str]) -> dict[str, str]:
     else:
         aliases += ["K" + name.replace("_", ""), name.replace("_", "")]
     aliases += COMMON_NAMES[name].split(";") if name in COMMON_NAMES else []
-    braid = ast.literal_eval(row["braid_notation"])
-    if braid and isinstance(braid[0], list):  # two words of equal standing
-        braid = braid[0]
+    corners = _numbers(row["grid_notation"])
     columns: dict[int, list[int]] = {}
-    for column, grid_row in ast.literal_eval(row["grid_notation"]):
+    for column, grid_row in zip(corners[::2], corners[1::2]):
         columns.setdefault(column, []).append(grid_row)
-    jones = ast.literal_eval(row["jones_polynomial_vector"])
+    jones = _numbers(row["jones_polynomial_vector"])
     half_powers = [2 * jones[0]] + [c for coefficient in jones[2:] for c in (coefficient, 0)][:-1]
-    alexander = ast.literal_eval(row["alexander_polynomial_vector"])
+    alexander = _numbers(row["alexander_polynomial_vector"])
     published = row["ropelength"].strip()
     return {
         "name": name,
@@ -97,7 +98,7 @@ def _knot_row(row: dict[str, str]) -> dict[str, str]:
         "dt": _flat(row["dt_notation"]),
         "pd": _flat(row["pd_notation"]),
         "grid": _flat([columns[column] for column in sorted(columns)]),
-        "braid": _flat(braid),
+        "braid": _flat(row["braid_notation"].split("],")[0]),  # the first of two words that 10_136 has
         "jones": _flat(half_powers),
         "alexander": _flat([alexander[0], *alexander[2:]]),
         "signature": row["signature"],
@@ -115,16 +116,17 @@ def _link_row(row: dict[str, str]) -> dict[str, str]:
     aliases = [row["name"]]
     aliases += [row["rolfsen_name"]] if row["rolfsen_name"].strip() else []
     aliases += COMMON_NAMES[name].split(";") if name in COMMON_NAMES else []
-    jones = [int(number) for number in _flat(row["jones_polynomial_vector"]).split()]
+    jones = _numbers(row["jones_polynomial_vector"])
     # LinkInfo's columns pass over its rows, KnotInfo's under: in reverse order they mean the same.
-    columns = ast.literal_eval(row["arc_notation"].replace("{", "[").replace("}", "]"))[::-1]
+    ends = _numbers(row["arc_notation"])
+    columns = list(zip(ends[::2], ends[1::2]))[::-1]
     return {
         "name": name,
         "aliases": ";".join(aliases),
         "components": row["components"],
         "crossings": row["crossing_number"],
         "conway": "",
-        "dt": ";".join(_flat(part) for part in ast.literal_eval(row["dt_code"])),
+        "dt": ";".join(_flat(part) for part in row["dt_code"].split("{")[1:]),
         "pd": _flat(row["pd_notation_vector"]),
         "grid": _flat(columns),
         "braid": _flat(row["braid_notation"].split(",", 1)[1]),

@@ -30,7 +30,7 @@ class Listed:
 
 
 def listed() -> list[Listed]:
-    """The knot table, the blocks of the ideal table, and the `.fseries` files on disk that no key of the table hides."""
+    """The knot table, the blocks of the ideal table, and the `.fseries` files on disk that no key hides."""
     entries = [_of_ideal(head) for head in ideal_heads()]
     entries += [_of_fourier(head) for head in fourier_heads()]
     keys = {entry.key for entry in entries}

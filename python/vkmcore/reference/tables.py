@@ -116,28 +116,36 @@ def links() -> tuple[TableEntry, ...]:
     return _entries("links.csv")
 
 
-@lru_cache(maxsize=2)
+@lru_cache(maxsize=1)
+def _large_knots() -> tuple[TableEntry, ...]:
+    from vkmcore.reference.knotinfo import knot_rows
+
+    return tuple(entry_of_row(row) for row in knot_rows((11, 12)))
+
+
+@lru_cache(maxsize=1)
+def _large_links() -> tuple[TableEntry, ...]:
+    from vkmcore.reference.knotinfo import link_rows
+
+    return tuple(entry_of_row(row) for row in link_rows((10, 11)))
+
+
 def large_knots(crossings: int) -> tuple[TableEntry, ...]:
     """The prime knots of 11 or 12 crossings, from `database_knotinfo`.
 
     Raises:
         ImportError: it is not installed (extra `catalogue`).
     """
-    from vkmcore.reference.knotinfo import knot_rows
-
-    return tuple(entry_of_row(row) for row in knot_rows([crossings]))
+    return tuple(entry for entry in _large_knots() if entry.crossings == crossings)
 
 
-@lru_cache(maxsize=2)
 def large_links(crossings: int) -> tuple[TableEntry, ...]:
     """The prime links of 10 or 11 crossings, from `database_knotinfo`.
 
     Raises:
         ImportError: it is not installed (extra `catalogue`).
     """
-    from vkmcore.reference.knotinfo import link_rows
-
-    return tuple(entry_of_row(row) for row in link_rows([crossings]))
+    return tuple(entry for entry in _large_links() if entry.crossings == crossings)
 
 
 def _key(name: str) -> str:

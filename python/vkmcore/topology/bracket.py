@@ -26,30 +26,43 @@ def boundary_order(code: Sequence[Crossing]) -> list[int]:
     Raises:
         ValueError: they are too many for the sum over states.
     """
+    crossings_of: dict[int, list[int]] = {}
+    for number, crossing in enumerate(code):
+        for arc in crossing:
+            crossings_of.setdefault(arc, []).append(number)
 
-    def grow(first: int) -> tuple[int, int, list[int]]:
+    def grow(first: int, limit: int) -> tuple[int, int, list[int]] | None:
+        """Widest boundary, sum of its widths, and order; None where it grows wider than the limit."""
         order: list[int] = []
         boundary: set[int] = set()
-        waiting = set(range(len(code)))
+        taken = [False] * len(code)
         widest = total = 0
-        crossing = first
-        while True:
-            order.append(crossing)
-            waiting.remove(crossing)
-            for arc in code[crossing]:
-                boundary ^= {arc}
-            widest, total = max(widest, len(boundary)), total + len(boundary)
-            if not waiting:
-                return widest, total, order
-            crossing = max(waiting, key=lambda c: (sum(arc in boundary for arc in code[c]), -c))
+        for start in (first, *range(len(code))):  # another start for every connected piece
+            crossing = start
+            while not taken[crossing]:
+                order.append(crossing)
+                taken[crossing] = True
+                for arc in code[crossing]:
+                    boundary ^= {arc}
+                widest, total = max(widest, len(boundary)), total + len(boundary)
+                if widest > limit:
+                    return None
+                next_ones = [n for arc in boundary for n in crossings_of[arc] if not taken[n]]
+                if next_ones:  # the one that takes most arcs off the boundary
+                    crossing = max(next_ones, key=lambda n: (sum(arc in boundary for arc in code[n]), -n))
+        return widest, total, order
 
-    widest, _, order = min((grow(first) for first in range(0, len(code), 1 + len(code) // 12)), default=(0, 0, []))
-    if widest > WIDEST_BOUNDARY:
+    best: tuple[int, int, list[int]] | None = None
+    for first in range(0, len(code), 1 + len(code) // 12):
+        found = grow(first, best[0] if best else WIDEST_BOUNDARY)
+        if found is not None and (best is None or found < best):
+            best = found
+    if best is None and code:
         raise ValueError(
-            f"a diagram of {len(code)} crossings is too large for its polynomial: {widest} arcs at once, "
-            f"at most {WIDEST_BOUNDARY}"
+            f"a diagram of {len(code)} crossings is too large for its polynomial: "
+            f"more than {WIDEST_BOUNDARY} arcs at once; simplify it first"
         )
-    return order
+    return best[2] if best else []
 
 
 def _join(ends: dict[int, int], a: int, b: int) -> int:

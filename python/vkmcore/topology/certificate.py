@@ -17,6 +17,9 @@ from vkmcore.topology.diagram import PlanarDiagram
 from vkmcore.topology.laurent import Laurent
 from vkmcore.topology.projection import diagram_of_curves
 
+TABLE_LIMIT = 10  # crossings to which the invariants of knots here tell all types apart
+COLOURED_LIMIT = 14  # crossings to which a two-cable takes about a second
+
 
 class CertificateError(RuntimeError):
     """The shape is not of the expected type."""
@@ -178,7 +181,3 @@ def _compare_further(first: PlanarDiagram, second: PlanarDiagram, name: str, com
             raise CertificateError(f"not {name}: the {what} is {a}, expected {b}")
         compared.append(what)
     return max(len(first), len(second)) <= TABLE_LIMIT
-
-
-TABLE_LIMIT = 10  # crossings to which these invariants tell all knots apart
-COLOURED_LIMIT = 14  # crossings to which a two-cable takes about a second

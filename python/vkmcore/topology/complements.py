@@ -31,7 +31,7 @@ def to_snappy(diagram: PlanarDiagram) -> Any:
     """
     if not available():
         raise missing()
-    import snappy  # type: ignore[import-untyped]
+    import snappy
 
     if not diagram.code:
         raise ValueError("SnapPy takes no diagram without crossings")

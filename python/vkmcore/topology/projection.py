@@ -31,7 +31,7 @@ class CrossingTable:
 
 
 def closed_polygons(curves: ArrayLike | Sequence[ArrayLike]) -> list[Points]:
-    """The polygons (N, 3) of one curve or of a list of curves, centred and scaled to extent 1, repeated vertices dropped.
+    """The polygons (N, 3) of one curve or of a list, centred and scaled to extent 1, repeated vertices dropped.
 
     Raises:
         ValueError: a curve is not of shape (N, 3), is not finite, or has fewer than three vertices that are apart.

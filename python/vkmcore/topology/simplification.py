@@ -171,13 +171,11 @@ def _lay(graph: _PlaneGraph, run: list[int], way: list[int], over: bool) -> None
         graph.darts[last] = 4 * new + west
         last = 4 * new + (west ^ 2)
     graph.darts[last], graph.darts[end] = end, last
-    for dart in run[1:]:
-        _join_through(graph, dart >> 2, (dart & 1) ^ 1)
-        graph.alive[dart >> 2] = False
+    _take_away(graph, run)
 
 
-def _lift(graph: _PlaneGraph, run: list[int]) -> None:
-    """Take a component away that never changes level: it lies apart from all others."""
+def _take_away(graph: _PlaneGraph, run: list[int]) -> None:
+    """Remove the run's crossings. All of a component that never changes level goes: it lies apart from all others."""
     for dart in run[1:]:
         _join_through(graph, dart >> 2, (dart & 1) ^ 1)
         graph.alive[dart >> 2] = False
@@ -198,7 +196,7 @@ def _shorten(graph: _PlaneGraph) -> None:
             face = _faces(graph)
             for run in sorted(_runs(graph, over), key=len, reverse=True):
                 if run[0] == run[-1]:
-                    _lift(graph, run)
+                    _take_away(graph, run)
                 else:
                     way = _shortest_way(graph, run, face, len(run) - 2, None)
                     if way is None:

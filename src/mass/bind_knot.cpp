@@ -5,6 +5,7 @@
 
 namespace vkm {
 
+/// Curves, then what becomes of them as particles: it stands here because mass is above knot.
 void bind_knot(py::module_& m) {
   // Types first: signatures of later registrars name them.
   register_fourier_series(m);
