@@ -8,7 +8,7 @@ import signal
 import numpy as np
 import pytest
 from click.testing import CliRunner
-from vkmcore.cli import main
+from vkmcore.cli import cli
 from vkmcore.dynamics import trajectory
 from vkmcore.dynamics.scene import SceneError, load_scene
 from vkmcore.dynamics.trajectory import Frame, TrajectoryError, TrajectoryWriter, load_trajectory
@@ -195,7 +195,7 @@ def chain(tmp_path):
         (tmp_path / name).write_text(name)
 
     def run(*words):
-        return CliRunner().invoke(main, ["provenance", *map(str, words)])
+        return CliRunner().invoke(cli, ["provenance", *map(str, words)])
 
     path = tmp_path / "chain.json"
     common = ("--tool-version", "1", "--parameters", tmp_path / "settings.txt", "--coordinates", "xyz", "--scale", "1")
