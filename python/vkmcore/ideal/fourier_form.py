@@ -48,7 +48,7 @@ class FourierForm:
         return FourierForm(tuple(c * factor for c in self.series))
 
     def evenly_spaced(self, counts: Sequence[int]) -> list[Points]:
-        """Points at equal steps of arc length: cubic pieces between samples 16 times as dense as the last harmonic's."""
+        """Points at equal steps of arc length: cubic pieces between 32 samples or more a wave of the last harmonic."""
         points = []
         for c, count in zip(self.series, counts, strict=True):
             fine = max(8 * count, 32 * len(c))
