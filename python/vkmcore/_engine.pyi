@@ -3,7 +3,8 @@
 from collections.abc import Callable, Sequence
 from typing import Any
 
-from numpy.typing import ArrayLike
+import numpy
+from numpy.typing import ArrayLike, NDArray
 
 def vector_bits() -> int: ...
 
@@ -24,4 +25,18 @@ def tighten(
     adaptive: bool = True,
     watch: Callable[[str, int, float, int, float, float], object] | None = None,
 ) -> dict[str, Any]: ...
+def contract(polygons: Sequence[ArrayLike], edge: float, programs: int = 200) -> dict[str, Any]: ...
+def refine(polygons: Sequence[ArrayLike], edge: float) -> dict[str, Any]: ...
+def hop(polygons: Sequence[ArrayLike], seed: int) -> list[NDArray[numpy.float64]]: ...
 def measure(polygons: Sequence[ArrayLike]) -> dict[str, float]: ...
+def program(polygons: Sequence[ArrayLike], bound: float, radius: float = 1.0) -> dict[str, Any]: ...
+def solve_program(
+    *,
+    sizes: Sequence[int],
+    edges: ArrayLike,
+    kinks: ArrayLike,
+    struts: ArrayLike,
+    bound: float,
+    rho: float,
+    tolerance: float = 1e-7,
+) -> dict[str, Any]: ...

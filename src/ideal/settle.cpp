@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/numbers.hpp"
+#include "ideal/interior_point.hpp"
 
 namespace vkm::ideal {
 
@@ -171,7 +172,6 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
       found = judge(trial, cycle, step, options);
       ratio = ratio_of(before - model(cycle, step, solution, part), found);
     }
-    result.last = {std::move(step.program), std::move(solution)};
     if (ratio < 0.05) {
       bound *= 0.35;
     } else {

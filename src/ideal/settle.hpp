@@ -9,7 +9,6 @@
 
 #include "core/poll.hpp"
 #include "ideal/contacts.hpp"
-#include "ideal/interior_point.hpp"
 #include "ideal/rope.hpp"
 
 namespace vkm::ideal {
@@ -29,19 +28,12 @@ struct SettleOptions {
   double shortening = 0.0;  ///< stop below this part of the first length
 };
 
-/// The state behind the last program: what the rope's contacts carry.
-struct Balance {
-  Program program;
-  Solution solution;
-};
-
 struct Settled {
   Rope rope;
   double bound = 0.0;      ///< at which the next step would begin
   double violation = 0.0;  ///< largest, in tube radii
   int programs = 0;
   bool settled = false;
-  Balance last;  ///< of the last program, whose step may be the final one
 };
 
 Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat);

@@ -1,10 +1,10 @@
-"""The trefoil and the figure-eight of ideal.txt are what they say: their knots, lengths and thicknesses."""
+"""Knots of ideal.txt are what they say: their types, lengths and thicknesses."""
 
 import _native
 import numpy as np
 import pytest
 
-KNOTS = [("3:1:1", "3", 3), ("4:1:1", "2 2", 5)]
+KNOTS = [("3:1:1", "3", 3), ("4:1:1", "2 2", 5), ("6:1:2", "3 1 2", 11)]
 
 
 def determinant(points):
@@ -44,7 +44,7 @@ def test_knot_type(name, conway, det):
 @pytest.mark.parametrize(("name", "conway", "det"), KNOTS)
 def test_length_and_thickness_are_the_curve_s(name, conway, det):
     ab = _native.parse_embedded_ideal_ab_by_id(name)
-    assert len(ab.fourier.a_x) < 20 and ab.D == 1.0
+    assert ab.D == pytest.approx(1.0, abs=2e-6)
     assert _native.length_exact(ab.fourier) == pytest.approx(ab.L, abs=6e-7)
     # Points at equal steps of arc length; those nearer along the curve than pi / 2 cannot be a doubly-critical pair
     # of a curve whose curvature stays below 2.
@@ -57,4 +57,4 @@ def test_length_and_thickness_are_the_curve_s(name, conway, det):
     distance = _native.min_self_distance_sampled(
         _native.evaluate_fourier_block(ab.fourier, steps), int(np.pi / 2 / ab.L * n)
     )
-    assert min(2 / curvature, distance) == pytest.approx(ab.D, abs=2e-5)
+    assert min(2 / curvature, distance) == pytest.approx(ab.D, abs=3e-4)  # D is that of a polygon of steps of D / 40

@@ -40,7 +40,7 @@ KEYS = tuple(
     """.split()
 )
 TORUS = {"3_1": (2, 3), "5_1": (2, 5), "8_19": (3, 4)}
-PRESSED = 0.15  # extent of a planar form along the view, as a part of the ideal shape's
+PRESSED = 0.3  # extent of a planar form along the view, as a part of the ideal shape's
 
 
 def parts(key: str) -> tuple[str, str]:
