@@ -5,6 +5,7 @@ PYTHONPATH=build/dev:python python tools/study_mass.py      (half a minute of on
 
 from __future__ import annotations
 
+import itertools
 import math
 
 import numpy as np
@@ -22,7 +23,7 @@ def ropelength(knot: str, points: int, sweeps: int, step: float) -> float:
 
 
 def row(knot: str, name: str, values: list[float]) -> None:
-    steps = [abs(b - a) for a, b in zip(values, values[1:])]
+    steps = [abs(b - a) for a, b in itertools.pairwise(values)]
     if name == "none":
         fitted = f"last change {steps[-1] / values[-1]:.0e}"
     else:
