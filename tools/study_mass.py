@@ -38,7 +38,7 @@ def main() -> None:
         row(knot, "none", [ropelength(knot, n, 0, 1e-3) for n in POINTS])
         for step, sweeps in WAYS:
             row(knot, f"{step:g}, {sweeps}", [ropelength(knot, n, sweeps, step) for n in POINTS])
-        # The way of the repulsion in one sweep is kept: its force grows with the points, the way with the step's square.
+        # Keeps the repulsion's way in one sweep: the force grows with the points, the way with the step's square.
         values = [ropelength(knot, n, 1000, 1e-3 * math.sqrt(POINTS[0] / n)) for n in POINTS]
         row(knot, "1e-3 sqrt(100 / points), 1000", values)
 

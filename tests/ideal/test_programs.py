@@ -2,9 +2,8 @@
 
 import numpy as np
 import pytest
-from vkmcore import _engine
-
 from ideal import grids, programs
+from vkmcore import _engine
 
 
 def polygons(name):
