@@ -22,7 +22,7 @@ ARGS ?=
 # Another interpreter than before: .venv is made anew.
 identity := -c 'import sys; print(sys.version, sys.base_prefix)'
 ifneq ($(PYTHON),)
-ifneq ($(shell "$(PYTHON)" $(identity) 2>&1),$(shell $(python) $(identity) 2>&1))
+ifneq ($(shell "$(PYTHON)" $(identity)),$(shell [ -x $(python) ] && $(python) $(identity)))
 $(shell rm -f .venv/tools)
 endif
 endif

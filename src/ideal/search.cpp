@@ -16,7 +16,8 @@ namespace {
 
 constexpr std::size_t batch = 4;         // of starts, between looks at how many agree
 constexpr double same_shape = 3e-4;      // relative difference of ropelengths that hop chains take for one shape
-constexpr std::size_t agreeing = 4;      // starts in one shape that make a small knot
+constexpr std::size_t agreeing = 4;      // starts about in one shape that make a small knot
+constexpr double small_spread = 2e-3;    // that "about" allows
 constexpr double small_ropelength = 46;  // below which the adaptive rule holds
 constexpr int start_programs = 200;      // a start that slides on slowly is left to the hops
 constexpr int hop_programs = 60;
@@ -110,7 +111,7 @@ std::vector<Shape> Search::contract_starts(bool& small) {
     shapes.insert(shapes.end(), more.begin(), more.end());
     if (!options_.adaptive || best->value > small_ropelength) continue;
     const auto same = std::count_if(shapes.begin(), shapes.end(), [&](const Shape& shape) {
-      return shape.value < best->value * (1.0 + 2.0 * same_shape);
+      return shape.value < best->value * (1.0 + small_spread);
     });
     small = static_cast<std::size_t>(same) >= agreeing;
     if (small) break;

@@ -1,11 +1,13 @@
 """The quadratic programs of the engine in plain matrices."""
 
+import itertools
+
 import numpy as np
 
 
 def next_vertices(sizes):
     begins = np.cumsum([0, *sizes])
-    return np.concatenate([np.roll(np.arange(a, b), -1) for a, b in zip(begins, begins[1:])])
+    return np.concatenate([np.roll(np.arange(a, b), -1) for a, b in itertools.pairwise(begins)])
 
 
 def components_of(sizes):

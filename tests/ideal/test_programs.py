@@ -2,8 +2,9 @@
 
 import numpy as np
 import pytest
-from ideal import grids, programs
 from vkmcore import _engine
+
+from ideal import grids, programs
 
 
 def polygons(name):

@@ -4,11 +4,12 @@ import pickle
 
 import numpy as np
 import pytest
-from ideal import grids, programs
 from interruption import ended_by_a_signal
 from vkmcore import _engine
 from vkmcore.ideal.polygons import tighten_polygons
 from vkmcore.ideal.shape import IdealShape
+
+from ideal import grids, programs
 
 QUICK = {"start_count": 4, "first_chains": 1, "first_hops": 1, "second_chains": 1, "second_hops": 2}
 

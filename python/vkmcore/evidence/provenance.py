@@ -196,7 +196,10 @@ def write_chain(path: Path, records: Sequence[ProvenanceRecord], files: Sequence
         document["files"] = [
             {role: name for role, name in asdict(named).items() if name is not None} for named in files
         ]
-    write_text(path, json.dumps(document, indent=2, ensure_ascii=False) + "\n")
+    try:
+        write_text(path, json.dumps(document, indent=2, ensure_ascii=False) + "\n")
+    except OSError as error:
+        raise OSError(f"cannot write {path}: {error.strerror}") from error
 
 
 def first_fault(records: Sequence[ProvenanceRecord]) -> str | None:

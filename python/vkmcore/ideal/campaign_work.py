@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import math
+from typing import Any
 
 import numpy as np
 
@@ -18,6 +19,7 @@ from vkmcore.topology.certificate import certify
 # Torus knots T(2, q) whose tight shape has lobes that no other start leads to, and the lobes' number.
 LOBES = {"7_1": 3, "9_1": 4}
 LOBED_STARTS = 40
+QUICK = {"start_count": 8, "first_chains": 3, "first_hops": 4, "second_chains": 1, "second_hops": 10}
 LEAST_HARMONICS = 64
 VERTICES_A_RADIUS = 6.0  # of the polygon whose type is taken of a form
 
@@ -34,7 +36,7 @@ def work(task: Task) -> Outcome:
         return _form(task, entry)
     if task.kind == "refine":
         assert task.shape is not None
-        found = _engine.refine(list(task.shape.components), edge=task.edge)
+        found = _engine.refine(list(task.shape.components), task.edge)
     else:
         found = _search(task, entry)
     points = tuple(np.asarray(part) for part in found["points"])
@@ -43,28 +45,32 @@ def work(task: Task) -> Outcome:
     return Outcome(task, shape=shape, certificate=str(certificate))
 
 
-def _search(task: Task, entry: TableEntry) -> dict[str, object]:
-    """The engine's search from the knot's starts; the seed also chooses among them."""
-    lobed = entry.name in LOBES and task.seed > 1
-    starts = lobed_starts(entry, task.seed) if lobed else list(grid_polygons(entry.grid))
-    polygons = [list(start.components) for start in starts]
+def _search(task: Task, entry: TableEntry) -> dict[str, Any]:
+    """The engine's search from the knot's starts, or from lobed ones. The first seed is a quick one, so that every knot
+    exists soon."""
     seed = 1000 * task.seed + sum(map(ord, entry.name))
-    if lobed:  # hops lead back to the wider basin
-        return _engine.tighten(
-            polygons, edge=task.edge, seed=seed, start_count=len(polygons), first_chains=0, second_chains=0
-        )
-    if task.seed == 1:  # so that every knot exists soon
-        return _engine.tighten(
-            polygons,
-            edge=task.edge,
-            seed=seed,
-            start_count=8,
-            first_chains=3,
-            first_hops=4,
-            second_chains=1,
-            second_hops=10,
-        )
-    return _engine.tighten(polygons, edge=task.edge, seed=seed)
+    if entry.name in LOBES and task.seed > 1:
+        return _lobed_search(lobed_starts(entry, seed), task.edge)
+    starts = [list(start.components) for start in grid_polygons(entry.grid)]
+    effort = QUICK if task.seed == 1 else {}
+    return _engine.tighten(starts, edge=task.edge, seed=seed, **effort)
+
+
+def _lobed_search(starts: list[Start], edge: float) -> dict[str, Any]:
+    """The best of the starts at an edge of 0.5, without hops, which lead back to wider basins, brought to the edge."""
+    best: dict[str, Any] | None = None
+    for start in starts:
+        try:
+            found = _engine.contract(list(start.components), 0.5)
+        except ValueError:  # its strands touch
+            continue
+        if best is None or found["ropelength"] < best["ropelength"]:
+            best = found
+    if best is None:
+        raise ValueError("no start could be contracted")
+    for level in (0.4, 0.25, edge):
+        best = _engine.refine(best["points"], level)
+    return best
 
 
 def lobed_starts(entry: TableEntry, seed: int) -> list[Start]:

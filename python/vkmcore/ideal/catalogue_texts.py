@@ -108,6 +108,8 @@ def _write(store: Store, entries: Sequence[TableEntry], path: Path, tag: str) ->
             continue
         blocks[name] = block_text(tag, name, conway_text(entry.conway), stored(reached.form.form))
         count += 1
+        if count % 20 == 0:
+            write_if_changed(path, database(blocks[name] for name in ordered(blocks)))
     write_if_changed(path, database(blocks[name] for name in ordered(blocks)))
     return count
 

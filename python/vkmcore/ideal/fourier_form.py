@@ -48,17 +48,19 @@ class FourierForm:
         return FourierForm(tuple(c * factor for c in self.series))
 
     def evenly_spaced(self, counts: Sequence[int]) -> list[Points]:
-        """Points at equal steps of arc length."""
+        """Points at equal steps of arc length: cubic pieces between 32 samples or more a wave of the last harmonic."""
         points = []
         for c, count in zip(self.series, counts, strict=True):
-            fine = max(8 * count, 16 * len(c))
-            t = np.arange(fine + 1) * (math.tau / fine)
-            speed = np.linalg.norm(evaluated(derivative(c), fine), axis=1)
-            speed = np.append(speed, speed[:1])
-            arc = np.concatenate([[0.0], np.cumsum((speed[1:] + speed[:-1]) / 2.0)])
-            at = np.interp(np.arange(count) * (arc[-1] / count), arc, t)
-            waves = np.exp(1j * np.outer(at, np.arange(len(c))))
-            points.append((waves @ c).real)
+            fine = max(8 * count, 32 * len(c))
+            step = math.tau / fine
+            fixed, velocity = evaluated(c, fine), evaluated(derivative(c), fine) * step
+            speed = np.linalg.norm(velocity, axis=1)
+            arc = np.concatenate([[0.0], np.cumsum((speed + np.roll(speed, -1)) / 2.0)])
+            at = np.interp(np.arange(count) * (arc[-1] / count), arc, np.arange(fine + 1.0))
+            i = np.minimum(at.astype(np.int64), fine - 1)
+            j, u = (i + 1) % fine, (at - i)[:, None]
+            hermite = (1.0 + 2.0 * u) * (1.0 - u) ** 2 * fixed[i] + u * u * (3.0 - 2.0 * u) * fixed[j]
+            points.append(hermite + u * (1.0 - u) * ((1.0 - u) * velocity[i] - u * velocity[j]))
         return points
 
 

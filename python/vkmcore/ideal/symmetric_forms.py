@@ -15,6 +15,7 @@ from collections.abc import Iterable, Iterator
 from dataclasses import dataclass
 
 import numpy as np
+from numpy.typing import NDArray
 
 from vkmcore.ideal.fourier_form import FourierForm, Series, measure
 
@@ -76,6 +77,82 @@ DIHEDRAL = Symmetry(
     ),
 )
 INVERSION = Symmetry("a two-fold axis x that meets the knot twice", (IDENTITY, Element(ABOUT_X, 0.0, reverses=True)))
+
+
+# --- the symmetric form nearest to a given one -----------------------------------------------------------------------
+
+
+def _inversion(c: Series, at: float) -> tuple[float, NDArray[np.float64]]:
+    """How well a half turn carries r(at + t) to r(at - t), as the mean of their product, and its axis: the half turn
+    2 u u^T - 1 that maximises the trace with the matrix of the means."""
+    k = np.arange(len(c))
+    means = (np.exp(2j * k * at)[:, None, None] * c[:, :, None] * c[:, None, :]).sum(axis=0).real / 2.0
+    values, axes = np.linalg.eigh(means)
+    return float(2.0 * values[-1] - values.sum()), axes[:, -1]
+
+
+def nearest_inverted(c: Series, steps: int = 720) -> Series:
+    """The series about its best half turn, averaged: `INVERSION`."""
+    at = max((math.pi * n / steps for n in range(steps)), key=lambda at: _inversion(c, at)[0])
+    axis = _inversion(c, at)[1]
+    frame = np.linalg.svd(axis[:, None])[0]
+    frame[:, 0] = axis
+    frame[:, 2] *= np.linalg.det(frame)
+    return INVERSION.project(_placed(c, at, frame))
+
+
+def nearest_dihedral(c: Series, steps: int = 720) -> Series:
+    """The series about its best pair of half turns, a quarter of the curve apart, averaged: `DIHEDRAL`."""
+
+    def score(at: float) -> float:
+        return _inversion(c, at)[0] + _inversion(c, at + math.pi / 2.0)[0]
+
+    at = max((math.pi * n / steps for n in range(steps)), key=score)
+    first, second = _inversion(c, at)[1], _inversion(c, at + math.pi / 2.0)[1]
+    second = second - (second @ first) * first
+    second /= np.linalg.norm(second)
+    frame = np.stack([first, second, np.cross(first, second)], axis=1)
+    return DIHEDRAL.project(_placed(c, at, frame))
+
+
+def nearest_rotary(c: Series, symmetry: Symmetry) -> Series:
+    """The series, run through in the better direction, about its best rotary reflection, averaged."""
+    shift = symmetry.elements[1].shift
+    best: tuple[float, Series] | None = None
+    for curve in (c, c.conj()):
+        k = np.arange(len(curve))
+        means = ((np.exp(1j * k * shift)[:, None] * curve).T @ curve.conj()).real / 2.0
+        left, _, right = np.linalg.svd(means)
+        matrix = left @ np.diag([1.0, 1.0, -np.linalg.det(left @ right)]) @ right  # improper
+        values, vectors = np.linalg.eig(matrix)
+        axis = vectors[:, np.argmin(np.abs(values + 1.0))].real
+        frame = np.linalg.svd((axis / np.linalg.norm(axis))[:, None])[0][:, [1, 2, 0]]
+        frame[:, 0] *= np.linalg.det(frame)
+        averaged = symmetry.project(_placed(curve, 0.0, frame))
+        kept = float((np.abs(averaged) ** 2).sum())
+        if best is None or kept > best[0]:
+            best = kept, averaged
+    assert best is not None
+    return best[1]
+
+
+def _placed(c: Series, start: float, frame: NDArray[np.float64]) -> Series:
+    """The series from another start, in the coordinates of a frame's columns."""
+    placed: Series = (c * np.exp(1j * start * np.arange(len(c)))[:, None]) @ frame
+    return placed
+
+
+def nearest_symmetric(form: FourierForm, symmetry: Symmetry) -> FourierForm:
+    """The symmetric form nearest to a knot's form, of which the type may differ."""
+    (c,) = form.series
+    if symmetry is INVERSION:
+        return FourierForm((nearest_inverted(c),))
+    if symmetry is DIHEDRAL:
+        return FourierForm((nearest_dihedral(c),))
+    return FourierForm((nearest_rotary(c, symmetry),))
+
+
+# --- random symmetric forms -----------------------------------------------------------------------------------------
 
 
 def random_forms(symmetry: Symmetry, harmonics: int, seed: int, fall: float = 1.0) -> Iterator[FourierForm]:
