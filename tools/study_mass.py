@@ -1,6 +1,6 @@
 """How the relaxed ropelength of five knots depends on points, step and sweeps, with the exponent of its growth.
 
-PYTHONPATH=build/dev:python python tools/study_mass.py      (half a minute of one core)
+PYTHONPATH=build/dev:python python tools/study_mass.py      (about a minute)
 """
 
 from __future__ import annotations
