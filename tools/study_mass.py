@@ -1,10 +1,11 @@
 """How the relaxed ropelength of five knots depends on points, step and sweeps, with the exponent of its growth.
 
-PYTHONPATH=build/dev:python python tools/study_mass.py      (half a minute of one core)
+PYTHONPATH=build/dev:python python tools/study_mass.py      (about a minute)
 """
 
 from __future__ import annotations
 
+import itertools
 import math
 
 import numpy as np
@@ -22,7 +23,7 @@ def ropelength(knot: str, points: int, sweeps: int, step: float) -> float:
 
 
 def row(knot: str, name: str, values: list[float]) -> None:
-    steps = [abs(b - a) for a, b in zip(values, values[1:])]
+    steps = [abs(b - a) for a, b in itertools.pairwise(values)]
     if name == "none":
         fitted = f"last change {steps[-1] / values[-1]:.0e}"
     else:
@@ -37,7 +38,7 @@ def main() -> None:
         row(knot, "none", [ropelength(knot, n, 0, 1e-3) for n in POINTS])
         for step, sweeps in WAYS:
             row(knot, f"{step:g}, {sweeps}", [ropelength(knot, n, sweeps, step) for n in POINTS])
-        # The way of the repulsion in one sweep is kept: its force grows with the points, the way with the step's square.
+        # Keeps the repulsion's way in one sweep: the force grows with the points, the way with the step's square.
         values = [ropelength(knot, n, 1000, 1e-3 * math.sqrt(POINTS[0] / n)) for n in POINTS]
         row(knot, "1e-3 sqrt(100 / points), 1000", values)
 
