@@ -82,8 +82,8 @@ def shorten(
     form: FourierForm,
     keeps_type: Callable[[FourierForm], bool],
     project: Callable[[Series], Series] | None = None,
-    rounds: int = 40,
-    steps: int = 6,
+    rounds: int = 10,
+    steps: int = 30,
 ) -> FourierForm:
     """A shorter series of the same type from a loose one, by short descents between which the type is tested.
 

@@ -5,8 +5,8 @@
 | none | the ideal shape |
 | p | nearly planar: the ideal shape, seen with the fewest crossings and pressed along the view |
 | t, u | torus curve: t runs round the axis the fewer times, u the more times |
-| d | dihedral: three two-fold axes x, y, z |
-| s | one two-fold axis x that meets the knot twice (strong inversion) |
+| d | a two-fold axis x that meets the knot twice (strong inversion) |
+| s | simple: the ideal shape in the fewest harmonics that keep its type |
 | z | rotary reflection about z; a number behind it is its order, 4 without one (8 for 8_18) |
 | r | ring: closed braid about the axis z |
 | n | twist form: a twisted double strand on a ring, and its clasp |
@@ -19,6 +19,7 @@ from __future__ import annotations
 import math
 import re
 from collections.abc import Callable, Sequence
+from fractions import Fraction
 
 import numpy as np
 
@@ -26,7 +27,7 @@ from vkmcore.ideal.form_polish import fit, shorten
 from vkmcore.ideal.fourier_form import FourierForm, Points, measure
 from vkmcore.ideal.starts import braid_polygon, twist_polygon
 from vkmcore.ideal.stored_form import at_unit_diameter, fseries_text, standardised
-from vkmcore.ideal.symmetric_forms import DIHEDRAL, INVERSION, Symmetry, harvest, mirrored, random_forms, rotary
+from vkmcore.ideal.symmetric_forms import INVERSION, Symmetry, harvest, mirrored, nearest_symmetric, random_forms, rotary
 from vkmcore.reference.tables import find
 
 GIVEN = ("1_1", "3_1")  # small examples that stand as they are
@@ -53,8 +54,6 @@ def symmetry_of(key: str) -> Symmetry | None:
     """The symmetry that a form must have."""
     name, form = parts(key)
     if form == "d":
-        return DIHEDRAL
-    if form == "s":
         return INVERSION
     if form.startswith("z"):
         order = int(form[1:] or (8 if name == "8_18" else 4))
@@ -143,6 +142,9 @@ def made(
     test = is_type(name) if form and form in "turn" else None
     if form == "":
         return "ideal shape", standardised(ideal(name))
+    if form == "s":
+        (points,) = ideal(name).evenly_spaced([1024])
+        return "simple, the ideal shape in the fewest harmonics", simplest_fit(points, is_type(name))
     if form == "p":
         return "nearly planar, with the fewest crossings seen along z", planar(ideal(name))
     if form in ("t", "u"):
@@ -174,8 +176,97 @@ def key_text(key: str, words: str, form: FourierForm) -> str:
     return fseries_text([legend, f"{title}: {words}; ropelength {ropelength:.4f} (length over tube radius)"], form)
 
 
+def even_fraction(conway: str) -> list[int]:
+    """The continued fraction e1 + 1 / (e2 + 1 / ...) with even terms of a two-bridge knot, by the digits of its Conway
+    notation. One of q and q - p is even where p is odd."""
+    value = Fraction(0)
+    for digit in reversed(conway.replace(" ", "")):
+        value = Fraction(int(digit)) + (1 / value if value else 0)
+    p, q = value.numerator, value.denominator
+    rest = Fraction(p, q if q % 2 == 0 else q - p)
+    terms = []
+    while True:
+        term = 2 * round(rest / 2)
+        terms.append(term)
+        if rest == term:
+            return terms
+        rest = 1 / (rest - term)
+
+
+def symmetric_plat(terms: Sequence[int], sign: int) -> Points:
+    """The four-plat of an even continued fraction as a polygon, with the two-fold axis z.
+
+    Strands stand at x = -3, -1, 1, 3. Odd terms twist the middle pair about z; even ones twist both outer pairs by half
+    each, with the sign given, which the half turn about z exchanges. Above, caps join neighbours, below the
+    middle pair and the outer pair, across the axis.
+    """
+    steps = 8
+    tracks: list[list[Points]] = [[np.array([x, 0.0, 0.0])] for x in (-3.0, -1.0, 1.0, 3.0)]
+    order = [0, 1, 2, 3]  # the track at each place
+    height = 0.0
+    for number, term in enumerate(terms):
+        pairs = [(1, 2)] if number % 2 == 0 else [(0, 1), (2, 3)]
+        turns = abs(term) if number % 2 == 0 else abs(term) // 2
+        sense = math.copysign(1.0, term) * (1 if number % 2 == 0 else sign)
+        for _ in range(turns):
+            for left, right in pairs:
+                middle = left + right - 3.0
+                for step in range(1, steps + 1):
+                    angle = sense * math.pi * step / steps
+                    for track, side in ((order[left], -1.0), (order[right], 1.0)):
+                        place = [middle + side * math.cos(angle), side * math.sin(angle), height - 2.0 * step / steps]
+                        tracks[track].append(np.array(place))
+                order[left], order[right] = order[right], order[left]
+            twisted = {order[place] for pair in pairs for place in pair}
+            height -= 2.0
+            for place, track in enumerate(order):
+                if track not in twisted:
+                    tracks[track].append(np.array([2.0 * place - 3.0, 0.0, height]))
+    partner = {0: 1, 1: 0, 2: 3, 3: 2}
+    below = {order[1]: order[2], order[2]: order[1], order[0]: order[3], order[3]: order[0]}
+    points: list[Points] = []
+    track = 0
+    while True:  # down a track, across below, up the next, across above
+        points += tracks[track]
+        wide = 3.0 if track in (order[0], order[3]) else 1.0
+        track = below[track]
+        end = tracks[track][-1]
+        side = math.copysign(1.0, end[0])
+        bend = [math.pi * n / 8 for n in range(1, 8)]
+        points += [np.array([-side * wide * math.cos(a), 0.0, height - wide * math.sin(a)]) for a in bend]
+        points += tracks[track][::-1]
+        start = tracks[track][0]
+        track = partner[track]
+        middle = (start[0] + tracks[track][0][0]) / 2.0
+        out = start[0] - middle
+        points += [np.array([middle + out * math.cos(a), 0.0, abs(out) * math.sin(a)]) for a in bend]
+        if track == 0:
+            return np.array(points)
+
+
+def symmetric_start(name: str) -> FourierForm:
+    """A form of a two-bridge knot with the symmetry `INVERSION`, in few harmonics.
+
+    Raises:
+        ValueError: the knot has no plat, or no fit keeps its type.
+    """
+    conway = find(name).conway
+    if not conway.isdigit():
+        raise ValueError(f"{name} is no two-bridge knot")
+    test = is_type(name)
+    for sign in (1, -1):
+        points = symmetric_plat(even_fraction(conway), sign)
+        for mirror in (1.0, -1.0):
+            try:
+                form = simplest_fit(points * [1.0, mirror, 1.0], lambda f: test(nearest_symmetric(f, INVERSION)))
+            except ValueError:
+                continue
+            return nearest_symmetric(form, INVERSION)
+    raise ValueError(f"no plat of {name} keeps its type")
+
+
 # Harmonics and fall of the amplitudes of the random series, by symmetry: what the wanted types come from most often.
-SERIES = {"d": (7, 1.0), "s": (6, 1.0), "z": (9, 1.0), "z8": (21, 0.7), "z6": (15, 0.8)}
+SERIES = {"d": (7, 1.0), "z": (9, 1.0), "z8": (21, 0.7), "z6": (15, 0.8)}
 
 
 def symmetric_forms(keys: Sequence[str], tries: int, seed: int) -> dict[str, FourierForm]:
