@@ -63,8 +63,8 @@ def named(entries: list[Listed], name: str) -> list[Listed]:
 
 
 def show(entries: list[Listed]) -> None:
-    headings = ("key", "name", "aliases", "crossings", "chirality", "symmetry", "ropelength", "published")
-    headings = (*headings, "difference / %", "harmonics", "source")
+    figures = ("ropelength", "published", "difference / %", "harmonics", "source")
+    headings = ("key", "name", "aliases", "crossings", "chirality", "symmetry", *figures)
     table = plain_table(headings, ("key", "name", "aliases", "chirality", "symmetry", "source"))
     for entry in entries:
         table.add_row(

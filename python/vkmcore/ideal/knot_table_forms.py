@@ -27,7 +27,15 @@ from vkmcore.ideal.form_polish import fit, shorten
 from vkmcore.ideal.fourier_form import FourierForm, Points, measure
 from vkmcore.ideal.starts import braid_polygon, twist_polygon
 from vkmcore.ideal.stored_form import at_unit_diameter, fseries_text, standardised
-from vkmcore.ideal.symmetric_forms import INVERSION, Symmetry, harvest, mirrored, nearest_symmetric, random_forms, rotary
+from vkmcore.ideal.symmetric_forms import (
+    INVERSION,
+    Symmetry,
+    harvest,
+    mirrored,
+    nearest_symmetric,
+    random_forms,
+    rotary,
+)
 from vkmcore.reference.tables import find
 
 GIVEN = ("1_1", "3_1")  # small examples that stand as they are
