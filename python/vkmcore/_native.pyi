@@ -211,7 +211,7 @@ class ParticleEvaluator:
 
         With P the points, C their mean and d = P[i] - P[j], each sweep sums
             F = ((P[next] - P) + (P[prev] - P)) 25 + (C - P) 15 + sum of (d / |d|) min(200, 0.5 / |d|^4)
-        over the partners with 1e-8 < |d|^2 < 0.04, and steps V = (timestep F + V) 0.7, P = timestep V + P. The same input gives the same bits on every machine. Ctrl-C leaves the filaments as they were.
+        over the partners with 1e-8 < |d|^2 < 0.04, and steps V = (timestep F + V) 0.7, P = timestep V + P. The same input gives the same bits on every machine. Ctrl-C leaves the filaments as they were. RuntimeError from within another relax of the same evaluator (in a signal's handler, or another thread).
         """
 
     def set_tail_approx_config(self, config: TailApproxConfig) -> None:
@@ -2937,7 +2937,8 @@ class VortexKnotSystem:
         """
         Take `steps` Euler steps of `dt` seconds under the filament's own Biot-Savart velocity.
 
-        An interrupted call leaves the state as it was.
+        An interrupted call leaves the state as it was. RuntimeError from within another call that changes the same system (in a
+        signal's handler, or another thread).
         """
 
     def get_positions(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
@@ -2995,8 +2996,9 @@ class MultisectorFitter:
     Multisector primitive-cycle products and an objective for fitting them.
     """
 
+    @typing.overload
     @staticmethod
-    def evaluate_multisector(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.complex128]:
+    def evaluate_multisector(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.complex128]:
         """
         Evaluate the full multisector primitive-cycle product Phi_pc(t).
         t_values (n,), sectors and thetas / rad (k,), sector_weights (k,) or None for 1. Each sector nu contributes
@@ -3005,8 +3007,31 @@ class MultisectorFitter:
         lengths that differ and other modes.
         """
 
+    @typing.overload
     @staticmethod
-    def evaluate_multisector_abs(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
+    def evaluate_multisector(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, *, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.complex128]:
+        """
+        Evaluate the full multisector primitive-cycle product Phi_pc(t).
+        t_values (n,), sectors and thetas / rad (k,), sector_weights (k,) or None for 1. Each sector nu contributes
+        prod over m <= truncation_M of (1 - 2 cos(m theta) z + z^2)^-w, z = exp(-s nu m ell_trefoil), s = 1/2 + i t; the
+        completion factor is 1 (mode 0) or exp(alpha s + beta) (mode 1). RuntimeError for arrays that are not 1-D,
+        lengths that differ and other modes.
+        """
+
+    @typing.overload
+    @staticmethod
+    def evaluate_multisector_abs(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        Evaluate |Phi_pc(t)| for the full multisector primitive-cycle product.
+        t_values (n,), sectors and thetas / rad (k,), sector_weights (k,) or None for 1. Each sector nu contributes
+        prod over m <= truncation_M of (1 - 2 cos(m theta) z + z^2)^-w, z = exp(-s nu m ell_trefoil), s = 1/2 + i t; the
+        completion factor is 1 (mode 0) or exp(alpha s + beta) (mode 1). RuntimeError for arrays that are not 1-D,
+        lengths that differ and other modes.
+        """
+
+    @typing.overload
+    @staticmethod
+    def evaluate_multisector_abs(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, *, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
         """
         Evaluate |Phi_pc(t)| for the full multisector primitive-cycle product.
         t_values (n,), sectors and thetas / rad (k,), sector_weights (k,) or None for 1. Each sector nu contributes
@@ -3023,8 +3048,19 @@ class MultisectorFitter:
         s = 1/2 + i t, at each of t_values (n,). RuntimeError for t_values that are not 1-D.
         """
 
+    @typing.overload
     @staticmethod
-    def objective_near_nodes(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]=..., node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None) -> float:
+    def objective_near_nodes(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex, alpha: typing.SupportsFloat | typing.SupportsIndex, beta: typing.SupportsFloat | typing.SupportsIndex, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None) -> float:
+        """
+        Objective function for fitting multisector phases against near-node targets.
+        The weighted sum of squared distances between the deepest minima of |Phi_pc|, in ascending t, and
+        target_nodes, which are paired by position; 1e300 for fewer minima than targets. RuntimeError as in
+        evaluate_multisector.
+        """
+
+    @typing.overload
+    @staticmethod
+    def objective_near_nodes(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, *, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None) -> float:
         """
         Objective function for fitting multisector phases against near-node targets.
         The weighted sum of squared distances between the deepest minima of |Phi_pc|, in ascending t, and
@@ -3080,15 +3116,33 @@ class TraceFormula:
     Logarithm of the multisector product, its derivative, and phase densities.
     """
 
+    @typing.overload
     @staticmethod
-    def evaluate_multisector_dlogz_ds(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=...) -> numpy.typing.NDArray[numpy.complex128]:
+    def evaluate_multisector_dlogz_ds(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.complex128]:
         """
         d ln Phi_pc / ds at s = 1/2 + i t for each of t_values (n,), without the completion factor. NaN where a factor
         is not finite; not finite where a factor vanishes.
         """
 
+    @typing.overload
     @staticmethod
-    def evaluate_multisector_logz(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=...) -> numpy.typing.NDArray[numpy.complex128]:
+    def evaluate_multisector_dlogz_ds(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, *, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.complex128]:
+        """
+        d ln Phi_pc / ds at s = 1/2 + i t for each of t_values (n,), without the completion factor. NaN where a factor
+        is not finite; not finite where a factor vanishes.
+        """
+
+    @typing.overload
+    @staticmethod
+    def evaluate_multisector_logz(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.complex128]:
+        """
+        ln Phi_pc without the completion factor at each of t_values (n,): -sum of w (ln|D| + i arg D) over sectors and
+        m <= truncation_M, D = 1 - 2 cos(m theta) z + z^2. The imaginary part is a sum of principal values, not reduced.
+        """
+
+    @typing.overload
+    @staticmethod
+    def evaluate_multisector_logz(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, *, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex) -> numpy.typing.NDArray[numpy.complex128]:
         """
         ln Phi_pc without the completion factor at each of t_values (n,): -sum of w (ln|D| + i arg D) over sectors and
         m <= truncation_M, D = 1 - 2 cos(m theta) z + z^2. The imaginary part is a sum of principal values, not reduced.
@@ -3112,8 +3166,9 @@ class MultisectorFitterV2:
         1 (mode 0) or exp(alpha s + beta) (mode 1); RuntimeError for another mode.
         """
 
+    @typing.overload
     @staticmethod
-    def evaluate_multisector(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.complex128]:
+    def evaluate_multisector(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.complex128]:
         """
         Evaluate the full multisector primitive-cycle product Phi_pc(t).
         t_values (n,), sectors and thetas / rad (k,), sector_weights (k,) or None for 1. Each sector nu contributes
@@ -3122,8 +3177,20 @@ class MultisectorFitterV2:
         lengths that differ and other modes.
         """
 
+    @typing.overload
     @staticmethod
-    def evaluate_multisector_abs(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
+    def evaluate_multisector(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, *, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.complex128]:
+        """
+        Evaluate the full multisector primitive-cycle product Phi_pc(t).
+        t_values (n,), sectors and thetas / rad (k,), sector_weights (k,) or None for 1. Each sector nu contributes
+        prod over m <= truncation_M of (1 - 2 cos(m theta) z + z^2)^-w, z = exp(-s nu m ell_trefoil), s = 1/2 + i t; the
+        completion factor is 1 (mode 0) or exp(alpha s + beta) (mode 1). RuntimeError for arrays that are not 1-D,
+        lengths that differ and other modes.
+        """
+
+    @typing.overload
+    @staticmethod
+    def evaluate_multisector_abs(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
         """
         Evaluate |Phi_pc(t)| for the full multisector primitive-cycle product.
         t_values (n,), sectors and thetas / rad (k,), sector_weights (k,) or None for 1. Each sector nu contributes
@@ -3132,8 +3199,28 @@ class MultisectorFitterV2:
         lengths that differ and other modes.
         """
 
+    @typing.overload
     @staticmethod
-    def evaluate_multisector_abs_batch_M(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_values: typing.Annotated[numpy.typing.ArrayLike, numpy.int64]=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
+    def evaluate_multisector_abs(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, *, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        Evaluate |Phi_pc(t)| for the full multisector primitive-cycle product.
+        t_values (n,), sectors and thetas / rad (k,), sector_weights (k,) or None for 1. Each sector nu contributes
+        prod over m <= truncation_M of (1 - 2 cos(m theta) z + z^2)^-w, z = exp(-s nu m ell_trefoil), s = 1/2 + i t; the
+        completion factor is 1 (mode 0) or exp(alpha s + beta) (mode 1). RuntimeError for arrays that are not 1-D,
+        lengths that differ and other modes.
+        """
+
+    @typing.overload
+    @staticmethod
+    def evaluate_multisector_abs_batch_M(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_values: typing.Annotated[numpy.typing.ArrayLike, numpy.int64], completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
+        """
+        evaluate_multisector_abs for each of truncation_values (r,), shape (r, n). Each row has the bits of an
+        evaluation of its own, but each term is computed once for all rows. ValueError for a negative truncation.
+        """
+
+    @typing.overload
+    @staticmethod
+    def evaluate_multisector_abs_batch_M(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, *, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_values: typing.Annotated[numpy.typing.ArrayLike, numpy.int64], completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0) -> numpy.typing.NDArray[numpy.float64]:
         """
         evaluate_multisector_abs for each of truncation_values (r,), shape (r, n). Each row has the bits of an
         evaluation of its own, but each term is computed once for all rows. ValueError for a negative truncation.
@@ -3152,8 +3239,9 @@ class MultisectorFitterV2:
         Magnitude of evaluate_sector. The completion arguments are accepted and have no effect.
         """
 
+    @typing.overload
     @staticmethod
-    def objective_near_nodes(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]=..., node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None) -> float:
+    def objective_near_nodes(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex, alpha: typing.SupportsFloat | typing.SupportsIndex, beta: typing.SupportsFloat | typing.SupportsIndex, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None) -> float:
         """
         Objective function for fitting multisector phases against near-node targets.
         The weighted sum of squared distances between the deepest minima of |Phi_pc|, in ascending t, and
@@ -3161,15 +3249,45 @@ class MultisectorFitterV2:
         evaluate_multisector.
         """
 
+    @typing.overload
     @staticmethod
-    def objective_suppressed(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]=..., node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, lambda_extra: typing.SupportsFloat | typing.SupportsIndex=0.5, sigma_extra: typing.SupportsFloat | typing.SupportsIndex=0.05, lambda_reg: typing.SupportsFloat | typing.SupportsIndex=0.01, target_halfwidth: typing.SupportsFloat | typing.SupportsIndex=0.35, penalize_all_extra_minima: bool=True) -> float:
+    def objective_near_nodes(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, *, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None) -> float:
+        """
+        Objective function for fitting multisector phases against near-node targets.
+        The weighted sum of squared distances between the deepest minima of |Phi_pc|, in ascending t, and
+        target_nodes, which are paired by position; 1e300 for fewer minima than targets. RuntimeError as in
+        evaluate_multisector.
+        """
+
+    @typing.overload
+    @staticmethod
+    def objective_suppressed(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex, alpha: typing.SupportsFloat | typing.SupportsIndex, beta: typing.SupportsFloat | typing.SupportsIndex, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, lambda_extra: typing.SupportsFloat | typing.SupportsIndex=0.5, sigma_extra: typing.SupportsFloat | typing.SupportsIndex=0.05, lambda_reg: typing.SupportsFloat | typing.SupportsIndex=0.01, target_halfwidth: typing.SupportsFloat | typing.SupportsIndex=0.35, penalize_all_extra_minima: bool=True) -> float:
         """
         objective_near_nodes + lambda_extra times a penalty for minima outside the target windows
         + lambda_reg times the sum of (w - 1)^2; the "total" of objective_suppressed_breakdown.
         """
 
+    @typing.overload
     @staticmethod
-    def objective_suppressed_breakdown(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex=..., truncation_M: typing.SupportsInt | typing.SupportsIndex=..., completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64]=..., node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, lambda_extra: typing.SupportsFloat | typing.SupportsIndex=0.5, sigma_extra: typing.SupportsFloat | typing.SupportsIndex=0.05, lambda_reg: typing.SupportsFloat | typing.SupportsIndex=0.01, target_halfwidth: typing.SupportsFloat | typing.SupportsIndex=0.35, penalize_all_extra_minima: bool=True) -> results.SuppressedObjective:
+    def objective_suppressed(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, *, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, lambda_extra: typing.SupportsFloat | typing.SupportsIndex=0.5, sigma_extra: typing.SupportsFloat | typing.SupportsIndex=0.05, lambda_reg: typing.SupportsFloat | typing.SupportsIndex=0.01, target_halfwidth: typing.SupportsFloat | typing.SupportsIndex=0.35, penalize_all_extra_minima: bool=True) -> float:
+        """
+        objective_near_nodes + lambda_extra times a penalty for minima outside the target windows
+        + lambda_reg times the sum of (w - 1)^2; the "total" of objective_suppressed_breakdown.
+        """
+
+    @typing.overload
+    @staticmethod
+    def objective_suppressed_breakdown(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex, alpha: typing.SupportsFloat | typing.SupportsIndex, beta: typing.SupportsFloat | typing.SupportsIndex, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, lambda_extra: typing.SupportsFloat | typing.SupportsIndex=0.5, sigma_extra: typing.SupportsFloat | typing.SupportsIndex=0.05, lambda_reg: typing.SupportsFloat | typing.SupportsIndex=0.01, target_halfwidth: typing.SupportsFloat | typing.SupportsIndex=0.35, penalize_all_extra_minima: bool=True) -> results.SuppressedObjective:
+        """
+        Dict with "total", "mismatch" (objective_near_nodes), "extra_penalty" (the sum of
+        exp(-|Phi_pc| / sigma_extra) over the minima outside the windows target_nodes +- target_halfwidth,
+        or its first term alone unless penalize_all_extra_minima) and "reg_penalty" (the sum of (w - 1)^2).
+        For fewer minima than targets total is 1e300 and the others are 0.
+        """
+
+    @typing.overload
+    @staticmethod
+    def objective_suppressed_breakdown(t_values: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sectors: typing.Annotated[numpy.typing.ArrayLike, numpy.int32], thetas: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], sector_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, *, ell_trefoil: typing.SupportsFloat | typing.SupportsIndex, truncation_M: typing.SupportsInt | typing.SupportsIndex, completion_mode: typing.SupportsInt | typing.SupportsIndex=0, alpha: typing.SupportsFloat | typing.SupportsIndex=0.0, beta: typing.SupportsFloat | typing.SupportsIndex=0.0, target_nodes: typing.Annotated[numpy.typing.ArrayLike, numpy.float64], node_weights: typing.Annotated[numpy.typing.ArrayLike, numpy.float64] | None=None, lambda_extra: typing.SupportsFloat | typing.SupportsIndex=0.5, sigma_extra: typing.SupportsFloat | typing.SupportsIndex=0.05, lambda_reg: typing.SupportsFloat | typing.SupportsIndex=0.01, target_halfwidth: typing.SupportsFloat | typing.SupportsIndex=0.35, penalize_all_extra_minima: bool=True) -> results.SuppressedObjective:
         """
         Dict with "total", "mismatch" (objective_near_nodes), "extra_penalty" (the sum of
         exp(-|Phi_pc| / sigma_extra) over the minima outside the windows target_nodes +- target_halfwidth,
@@ -3200,7 +3318,8 @@ class TimeEvolution:
         """
         Take `steps` Euler steps of `dt` seconds under the filament's own Biot-Savart velocity.
 
-        An interrupted call leaves the state as it was. ValueError if there are fewer tangents than positions.
+        An interrupted call leaves the state as it was. RuntimeError from within another step of the same object (in a signal's
+        handler, or another thread). ValueError if there are fewer tangents than positions.
         """
 
     def get_positions(self) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:
@@ -5771,22 +5890,22 @@ class ContactStressMap:
     @staticmethod
     def write_sparse_matrix_market(sparse: SparseRigidityMatrix, path: str, one_based_indices: bool=True) -> None:
         """
-        Write the matrix as a Matrix Market coordinate file, 17 significant digits. Raises RuntimeError if the file
-        cannot be opened.
+        Write the matrix as a Matrix Market coordinate file, 17 significant digits, and replace the file by it as a
+        whole. Raises RuntimeError if the file cannot be opened or written; the old one stays then.
         """
 
     @staticmethod
     def write_vector_csv(vector: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], path: str) -> None:
         """
-        Write the floats as CSV with the header row,value, 17 significant digits. Raises RuntimeError if
-        the file cannot be opened.
+        Write the floats as CSV with the header row,value, 17 significant digits, and replace the file by it as a
+        whole. Raises RuntimeError if the file cannot be opened or written; the old one stays then.
         """
 
     @staticmethod
     def write_vector_market(vector: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], path: str) -> None:
         """
-        Write the floats as a Matrix Market array file, 17 significant digits. Raises RuntimeError if the file cannot
-        be opened.
+        Write the floats as a Matrix Market array file, 17 significant digits, and replace the file by it as a whole.
+        Raises RuntimeError if the file cannot be opened or written; the old one stays then.
         """
 
 class CertificateStatus:
@@ -7415,7 +7534,7 @@ class CheckResult:
         """
 
     @message.setter
-    def message(self, arg0: str, /) -> None:
+    def message(self, arg1: str, /) -> None:
         ...
 
     @property
@@ -7425,7 +7544,7 @@ class CheckResult:
         """
 
     @name.setter
-    def name(self, arg0: str, /) -> None:
+    def name(self, arg1: str, /) -> None:
         ...
 
     @property
@@ -7483,7 +7602,7 @@ class EvidenceReportMeta:
         """
 
     @canon_version.setter
-    def canon_version(self, arg0: str, /) -> None:
+    def canon_version(self, arg1: str, /) -> None:
         ...
 
     @property
@@ -7493,7 +7612,7 @@ class EvidenceReportMeta:
         """
 
     @compiler.setter
-    def compiler(self, arg0: str, /) -> None:
+    def compiler(self, arg1: str, /) -> None:
         ...
 
     @property
@@ -7503,7 +7622,7 @@ class EvidenceReportMeta:
         """
 
     @git_commit.setter
-    def git_commit(self, arg0: str, /) -> None:
+    def git_commit(self, arg1: str, /) -> None:
         ...
 
     @property
@@ -7513,7 +7632,7 @@ class EvidenceReportMeta:
         """
 
     @numeric_profile.setter
-    def numeric_profile(self, arg0: str, /) -> None:
+    def numeric_profile(self, arg1: str, /) -> None:
         ...
 
     @property
@@ -7523,7 +7642,7 @@ class EvidenceReportMeta:
         """
 
     @platform.setter
-    def platform(self, arg0: str, /) -> None:
+    def platform(self, arg1: str, /) -> None:
         ...
 
     @property
@@ -7533,7 +7652,7 @@ class EvidenceReportMeta:
         """
 
     @vkmcore_version.setter
-    def vkmcore_version(self, arg0: str, /) -> None:
+    def vkmcore_version(self, arg1: str, /) -> None:
         ...
 
 class EvidenceReportAPI:
@@ -7552,7 +7671,7 @@ class EvidenceReportAPI:
     def write_evidence_report(path: str, meta: EvidenceReportMeta, checks: collections.abc.Sequence[CheckResult]) -> bool:
         """
         Writes the report to a file, replacing it. True if all of it was written; False for an empty or unwritable
-        path, with no error raised, no directory made and no partial file left.
+        path, with no error raised, no directory made, and the old file left as it was.
         """
 
 class ActionPhaseResiduals:
@@ -8310,8 +8429,16 @@ class WorldsheetGuardsAPI:
         The negation of the claim that the material velocity is A_eff.
         """
 
+    @typing.overload
     @staticmethod
-    def two_form_degree_guard(sphere_dimension: typing.SupportsInt | typing.SupportsIndex=2, form_degree_H: typing.SupportsInt | typing.SupportsIndex=...) -> bool:
+    def two_form_degree_guard(sphere_dimension: typing.SupportsInt | typing.SupportsIndex, form_degree_H: typing.SupportsInt | typing.SupportsIndex) -> bool:
+        """
+        Whether the two integers are equal. evaluate tests the degree in the opposite sense.
+        """
+
+    @typing.overload
+    @staticmethod
+    def two_form_degree_guard(sphere_dimension: typing.SupportsInt | typing.SupportsIndex=2, *, form_degree_H: typing.SupportsInt | typing.SupportsIndex) -> bool:
         """
         Whether the two integers are equal. evaluate tests the degree in the opposite sense.
         """
@@ -9115,8 +9242,8 @@ def canonicalize_fseries_file_inplace(path: str) -> CanonicalizeResult:
     """
     Replace the leading three-column row of a legacy file by a six-column row of zeros, whatever stood in it.
 
-    The file is written in that one case only, with line feeds for line ends. Returns a CanonicalizeResult; raises
-    RuntimeError when the file cannot be read or written.
+    The file is written in that one case only, with line feeds for line ends, and replaced as a whole: a failure
+    leaves the old one. Returns a CanonicalizeResult; raises RuntimeError when the file cannot be read or written.
     """
 
 def check_kind_export_string(arg0: CheckKind, /) -> str:
@@ -10144,14 +10271,14 @@ def resolved_tube_tighten(initial_points: collections.abc.Sequence[typing.Annota
 
 def resolved_tube_write_matrix_market(sparse: SparseRigidityMatrix, path: str, one_based_indices: bool=True) -> None:
     """
-    Write the matrix as a Matrix Market coordinate file, 17 significant digits. Raises RuntimeError if the file
-    cannot be opened.
+    Write the matrix as a Matrix Market coordinate file, 17 significant digits, and replace the file by it as a
+    whole. Raises RuntimeError if the file cannot be opened or written; the old one stays then.
     """
 
 def resolved_tube_write_vector_market(vector: collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], path: str) -> None:
     """
-    Write the floats as a Matrix Market array file, 17 significant digits. Raises RuntimeError if the file cannot
-    be opened.
+    Write the floats as a Matrix Market array file, 17 significant digits, and replace the file by it as a whole.
+    Raises RuntimeError if the file cannot be opened or written; the old one stays then.
     """
 
 def rk4_integrate(arg0: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg1: collections.abc.Sequence[typing.Annotated[collections.abc.Sequence[typing.SupportsFloat | typing.SupportsIndex], 'FixedSize(3)']], arg2: typing.SupportsFloat | typing.SupportsIndex, arg3: typing.SupportsFloat | typing.SupportsIndex, /) -> list[typing.Annotated[list[float], 'FixedSize(3)']]:

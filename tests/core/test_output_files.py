@@ -132,9 +132,11 @@ def test_a_pipe_is_written_to(writer, tmp_path):
     os.mkfifo(pipe)
     plain = tmp_path / "plain"
     writer(str(plain))
-    reader = subprocess.Popen(["cat", pipe], stdout=subprocess.PIPE)
-    writer(str(pipe))
-    assert reader.communicate()[0] == plain.read_bytes()
+    with (tmp_path / "read").open("wb") as copy:  # a pipe here as well would fill up while nobody reads it
+        reader = subprocess.Popen(["cat", pipe], stdout=copy)
+        writer(str(pipe))
+        reader.wait(timeout=60)
+    assert (tmp_path / "read").read_bytes() == plain.read_bytes()
 
 
 def test_canonicalising_on_a_full_disk(tmp_path):

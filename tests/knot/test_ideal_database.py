@@ -131,7 +131,7 @@ def test_too_large_integers_escape(row):
 
 @pytest.mark.parametrize("text", ["<AB>{}</AB><TL>{}</TL>", "<HT><STRING>{}<STRING>{}</HT>"])
 def test_absurd_memory_is_refused_for_the_whole_text(text):
-    half = os.sysconf("SC_PHYS_PAGES") // 2 * os.sysconf("SC_PAGE_SIZE")
+    half = os.sysconf("SC_PHYS_PAGES") * os.sysconf("SC_PAGE_SIZE") // 2
     largest = half // (2 * 6 * 8)  # harmonics that one series may have, by itself
     if largest >= 2**31:
         pytest.skip("more memory than a series can take")

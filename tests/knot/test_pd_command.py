@@ -95,7 +95,7 @@ def adapter(monkeypatch):
 @pytest.mark.parametrize("knot_id, volume", [("4:1:1", 2.0298832128), ("3:1:1", 0.0)])
 def test_volume_by_the_example_adapter(adapter, knot_id, volume):
     pytest.importorskip("snappy")
-    assert record(knot_id, "--samples", "200", "--volume")["hyperbolic_volume"] == pytest.approx(volume, abs=1e-9)
+    assert record(knot_id, "--samples", "400", "--volume")["hyperbolic_volume"] == pytest.approx(volume, abs=1e-9)
 
 
 def test_adapter_refuses_what_is_no_diagram(adapter):

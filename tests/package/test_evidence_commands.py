@@ -150,7 +150,6 @@ def test_a_record_that_breaks_the_chain_is_refused(files, changes, text):
         (3, "stage", "Ridgerunner", "Candidate: record 4: stage Ridgerunner does not follow Smoothing"),
         (3, "coordinate_convention", "x", "Candidate: record 4: coordinate_convention is not"),
         (3, "timestamp_utc", "2024-01-01T00:00:00.5Z", "Certified"),
-        (3, "parameter_sha256", "A" * 64, "Certified"),
     ],
 )
 def test_the_first_rule_that_fails_is_named(files, place, name, value, text):

@@ -141,8 +141,9 @@ def _array_from(data: bytes, fits: Callable[[np.dtype[Any], tuple[int, ...]], bo
     """The array of a member, if its type and shape are those that it must have: told from its header alone."""
     text = io.BytesIO(data)
     try:
-        version = np.lib.format.read_magic(text)
-        read = np.lib.format.read_array_header_1_0 if version == (1, 0) else np.lib.format.read_array_header_2_0
+        header: Any = np.lib.format  # which NumPy leaves without types
+        version = header.read_magic(text)
+        read = header.read_array_header_1_0 if version == (1, 0) else header.read_array_header_2_0
         shape, fortran, dtype = read(text)
     except Exception as error:  # NumPy reads headers by Python's own parser, and that may raise anything
         raise TrajectoryError(f"no array: {error}") from error

@@ -227,9 +227,9 @@ def symmetric_plat(terms: Sequence[int], sign: int) -> Points:
                 order[left], order[right] = order[right], order[left]
             twisted = {order[place] for pair in pairs for place in pair}
             height -= 2.0
-            for place, track in enumerate(order):
+            for slot, track in enumerate(order):
                 if track not in twisted:
-                    tracks[track].append(np.array([2.0 * place - 3.0, 0.0, height]))
+                    tracks[track].append(np.array([2.0 * slot - 3.0, 0.0, height]))
     partner = {0: 1, 1: 0, 2: 3, 3: 2}
     below = {order[1]: order[2], order[2]: order[1], order[0]: order[3], order[3]: order[0]}
     points: list[Points] = []
