@@ -161,7 +161,7 @@ def test_bad_input():
         with pytest.raises(ValueError, match=r"^Expected \(N,3\) array$"):
             _native.rk4_step([{"points": np.zeros(shape)}], 0.1)
     for key, value in [("circulation", "x"), ("id", 3), ("ghost", "x")]:
-        with pytest.raises(RuntimeError, match="cast"):
+        with pytest.raises(RuntimeError, match=f"key '{key}': expected"):
             _native.estimate_cfl_dt([{"points": knot(5), key: value}])
     with pytest.raises(RuntimeError, match="cast"):
         _native.compute_filament_velocity([{"points": knot(5)}], {"a_sim": None})

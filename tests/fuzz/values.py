@@ -135,6 +135,8 @@ class Values:
     def sequence(self, item: ast.expr, name: str) -> Any:
         text = ast.unparse(item)
         if "FixedSize(3)" in text and "SupportsFloat" in text:
+            if text.startswith("collections.abc.Sequence"):
+                return [self.curve().tolist() for _ in range(self.random.randint(0, 2))]
             return self.curve().tolist()
         if "ArrayLike" in text or text.startswith("dict"):
             return [self._right(text, item, "points") for _ in range(self.random.choice((0, 1, 2)))]

@@ -125,7 +125,8 @@ ALL_CLASSES = [kind for kind in vars(_native).values() if isinstance(kind, type)
 @pytest.mark.parametrize("kind", ALL_CLASSES, ids=lambda kind: kind.__name__)
 def test_objects_without_init_are_refused(kind):
     empty = kind.__new__(kind)
-    readable = [name for name, value in vars(kind).items() if isinstance(value, property) and name != "__class__"]
+    readable = [name for name, value in vars(kind).items() if isinstance(value, property)]
+    readable = [name for name in readable if name not in ("__class__", "__doc__", "__members__")]  # the class's own
     for name in readable:
         with pytest.raises(TypeError, match="made without __init__"):
             getattr(empty, name)
@@ -159,7 +160,9 @@ def test_class_assignment_is_refused(kind):
 @pytest.mark.parametrize("value", [2**40, 2**31, -(2**31) - 1])
 @pytest.mark.parametrize("array", [np.array, list, lambda items: np.array(items, dtype=float)])
 def test_sectors_out_of_range_are_refused(value, array):
-    with pytest.raises(ValueError, match=r"must lie within -2147483648 \.\. 2147483647"):
+    # NumPy itself refuses a list; arrays are checked here, where a cast would wrap.
+    refusal = (TypeError, "incompatible") if array is list else (ValueError, r"within -2147483648 \.\. 2147483647")
+    with pytest.raises(refusal[0], match=refusal[1]):
         _native.MultisectorFitter.evaluate_multisector(
             np.zeros(2), array([value]), np.zeros(1), ell_trefoil=1.0, truncation_M=1
         )

@@ -124,6 +124,8 @@ def test_classes(entry):
     cls = getattr(_native, entry.name)
     found = []
     for name, value in vars(cls).items():
+        if name == "__class__":  # what every object has, guarded against assignment
+            continue
         if isinstance(value, property):
             found.append(("attribute" if value.fset else "get", name, None))
         elif name == "__init__" and type(value).__name__ == "instancemethod":
