@@ -34,11 +34,12 @@ SettleOptions level_options(double h) {
   SettleOptions options;
   if (h > 0.5) return options;
   options.bound = 0.25 * h;
+  options.second_order = true;
   options.programs = 60;
   if (h < 0.2) {
     options.radius = 1.0006;
     options.tolerance = 1e-6;
-    options.violation = 2e-5;
+    options.violation = 5e-5;
     options.decrease = 2e-6;
   } else {
     options.violation = 2e-3;

@@ -346,7 +346,9 @@ Solution Solver::run(double tolerance, int most_iterations) {
   const double mu_start = 0.1 * bound;
   rows(x, image);
   for (std::size_t r = 0; r < rows_; ++r) {
-    s[r] = std::max(image[r] - demand(r), 0.1 * bound);
+    // What a tenth of the bound does to the row.
+    const double scale = r < kinks_ ? norm(program_.kinks[r].gradient) : 1.0;
+    s[r] = std::max(image[r] - demand(r), 0.1 * bound * scale);
     z[r] = mu_start / s[r];
   }
   Numbers up_s(coordinates, bound);   // bound - d

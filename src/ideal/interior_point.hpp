@@ -27,7 +27,7 @@ struct Solution {
 };
 
 /// Tolerance: of violations and of unbalanced forces in the largest norm, and of the gap between the objective and its
-/// bound, relative to the length.
+/// bound, relative to the length. Rounding ends the progress at some 1e-9.
 Solution solve(const Program& program, double tolerance, int most_iterations = 40);
 
 }  // namespace vkm::ideal

@@ -7,11 +7,30 @@ namespace vkm::ideal {
 
 namespace {
 
-/// Part of the bound by which a violated row is asked to improve. Kink rows, scaled, move by up to 2 / h^3 times more.
-constexpr double pace = 0.6;
-
 /// What a row with this excess (negative: violated) may ask of the step.
 double demand(double excess, double most) { return std::min(-excess, most); }
+
+/// Part of the bound that the vertices may slide along the curve for even edges.
+constexpr double slide = 0.3;
+
+/// Leaves as much of the edges' unevenness as they are as sliding by the allowed part of the bound cannot take away.
+void even_out(Program& program, std::size_t c, double h) {
+  const auto [begin, end] = program.components[c];
+  double sum = 0.0;
+  double least = 0.0;
+  double most = 0.0;
+  for (Index k = begin; k < end; ++k) {
+    sum += program.edges[k].length - h;
+    least = std::min(least, sum);
+    most = std::max(most, sum);
+  }
+  const double needed = 0.5 * (most - least);
+  const double part = needed > slide * program.bound ? slide * program.bound / needed : 1.0;
+  for (Index k = begin; k < end; ++k) {
+    double& l = program.edges[k].length;
+    l = h + part * (l - h);
+  }
+}
 
 }  // namespace
 
@@ -34,6 +53,7 @@ Program program_of(const Rope& rope, const Cycle& cycle, const std::vector<doubl
     const double l = norm(e);
     program.edges.push_back({e / l, l});
   }
+  for (std::size_t c = 0; c < rope.components.size(); ++c) even_out(program, c, edge_lengths[c]);
 
   // A corner that cannot reach its limit within the box needs no row.
   for (Index k = 0; k < rope.size(); ++k) {
@@ -45,7 +65,7 @@ Program program_of(const Rope& rope, const Cycle& cycle, const std::vector<doubl
     const Vec3 chord = p[cycle.next[k]] - p[cycle.previous[k]];
     const double size = norm(chord);
     const double excess = factor * (size - chord_target(h, demands.radius));
-    const double most = pace * demands.bound * std::max(1.0, 0.2 * 0.5 * factor);
+    const double most = demands.pace * demands.bound * std::max(1.0, 0.1 * factor);
     // The row holds the change of h, so that the demand holds the present h.
     program.kinks.push_back(
         {k, (factor / size) * chord, factor * slope, excess, demand(excess, most) - factor * slope * h});
@@ -56,7 +76,7 @@ Program program_of(const Rope& rope, const Cycle& cycle, const std::vector<doubl
     const auto [i, j, s, t, distance] = contact;
     const Vec3 w = (1.0 - s) * p[i] + s * p[cycle.next[i]] - (1.0 - t) * p[j] - t * p[cycle.next[j]];
     program.struts.push_back({i, j, s, t, w / distance, distance - demands.distance,
-                              demand(distance - demands.distance, pace * demands.bound)});
+                              demand(distance - demands.distance, demands.pace * demands.bound)});
   }
   return program;
 }

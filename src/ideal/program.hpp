@@ -11,7 +11,8 @@
 /// for a tube of radius 1. u_k is the direction of edge k and l_k its length. The kink row is MinRad >= R for an
 /// equilateral corner, |p_next - p_previous| >= 2 h / sqrt(1 + h^2 / 4 R^2), linearised and multiplied by 2 / h^3:
 /// then a unit of the row is a unit of squared curvature. A row that is violated asks for no more than a pace's
-/// improvement in one step, or the program would have no solution.
+/// improvement in one step, and uneven edges get even no faster than their vertices may slide, or the program would
+/// have no solution.
 
 #include <vector>
 
@@ -22,7 +23,7 @@ namespace vkm::ideal {
 
 struct Edge {
   Vec3 direction;
-  double length;
+  double length;  ///< l_k, or nearer to h where the edges are uneven
 };
 
 struct Kink {
@@ -56,6 +57,8 @@ struct Demands {
   double radius = 1.0;    ///< R, the least MinRad asked for
   double distance = 2.0;  ///< of strangers
   double bound = 0.1;
+  double pace =
+      0.6;  ///< part of the bound by which a violated row is asked to improve; kink rows by 0.2 / h^3 times that
   double gap = 3.14159;  ///< between strangers, along the curve
 };
 

@@ -11,6 +11,7 @@ namespace vkm::ideal {
 namespace {
 
 constexpr double least_bound = 1e-6;
+constexpr double most_pace = 0.6;
 
 std::vector<double> edge_lengths(const Rope& rope, const Cycle& cycle) {
   auto list = lengths(rope, cycle);
@@ -29,7 +30,7 @@ struct Step {
 };
 
 constexpr std::size_t none = SIZE_MAX;
-constexpr double least_kink_weight = 0.05;
+constexpr double least_kink_weight = 0.3;
 constexpr double least_strut_weight = 0.2;
 
 /// Weights of an exact penalty: the multipliers with a margin, and with floors, or rows without a force now would stay
@@ -74,14 +75,11 @@ Judgement judge(const Rope& rope, const Cycle& cycle, const Step& step, const Se
   return {sum + kinks + struts, std::max({0.0, corner, 0.5 * (options.distance - least)})};
 }
 
-double kink_change(const Kink& kink, const Cycle& cycle, const Solution& solution, double h) {
-  const auto& d = solution.moves;
-  return dot(kink.gradient, d[cycle.next[kink.at]] - d[cycle.previous[kink.at]]) -
-         kink.slope * (solution.edge_lengths[cycle.component[kink.at]] - h);
+double kink_change(const Kink& kink, const Cycle& cycle, const std::vector<Vec3>& d, double change_of_h) {
+  return dot(kink.gradient, d[cycle.next[kink.at]] - d[cycle.previous[kink.at]]) - kink.slope * change_of_h;
 }
 
-double strut_change(const Strut& strut, const Cycle& cycle, const Solution& solution) {
-  const auto& d = solution.moves;
+double strut_change(const Strut& strut, const Cycle& cycle, const std::vector<Vec3>& d) {
   const Vec3 change = (1.0 - strut.s) * d[strut.i] + strut.s * d[cycle.next[strut.i]] - (1.0 - strut.t) * d[strut.j] -
                       strut.t * d[cycle.next[strut.j]];
   return dot(strut.normal, change);
@@ -96,15 +94,43 @@ double model(const Cycle& cycle, const Step& step, const Solution& solution, dou
   double kinks = 0.0;
   for (std::size_t r = 0; r < step.program.kinks.size(); ++r) {
     const Kink& kink = step.program.kinks[r];
-    const double change = kink_change(kink, cycle, solution, step.h[cycle.component[kink.at]]);
+    const Index c = cycle.component[kink.at];
+    const double change = kink_change(kink, cycle, solution.moves, solution.edge_lengths[c] - step.h[c]);
     kinks += step.kink_weights[r] * std::max(0.0, -(kink.excess + part * change));
   }
   double struts = 0.0;
   for (std::size_t r = 0; r < step.program.struts.size(); ++r) {
     const Strut& strut = step.program.struts[r];
-    struts += step.strut_weights[r] * std::max(0.0, -(strut.excess + part * strut_change(strut, cycle, solution)));
+    struts +=
+        step.strut_weights[r] * std::max(0.0, -(strut.excess + part * strut_change(strut, cycle, solution.moves)));
   }
   return sum + kinks + struts;
+}
+
+/// The same program with its rows corrected by what they lost in this trial beyond their linear forms (R. Fletcher,
+/// Second order corrections for non-differentiable optimization, 1982). Fine corners ask for it: moves across the edges
+/// lengthen them, which a corner's limit feels 1 / h^3 times.
+Program corrected(const Step& step, const Rope& rope, const Cycle& cycle, const Solution& solution, const Rope& trial,
+                  const SettleOptions& options) {
+  Program program = step.program;
+  const auto& d = solution.moves;
+  for (Index k = 0; k < trial.size(); ++k) {
+    const Index next = cycle.next[k];
+    Edge& edge = program.edges[k];
+    edge.length += norm(trial.points[next] - trial.points[k]) - norm(rope.points[next] - rope.points[k]) -
+                   dot(edge.direction, d[next] - d[k]);
+  }
+  const auto h = edge_lengths(trial, cycle);
+  for (Kink& kink : program.kinks) {
+    const Index c = cycle.component[kink.at];
+    const double found = kink_excess(kink, trial, cycle, kink_factor(step.h[c]), h[c], options.radius);
+    kink.demand += kink.excess + kink_change(kink, cycle, d, h[c] - step.h[c]) - found;
+  }
+  for (Strut& strut : program.struts) {
+    const double found = contact(trial, cycle, strut.i, strut.j).distance - options.distance;
+    strut.demand += strut.excess + strut_change(strut, cycle, d) - found;
+  }
+  return program;
 }
 
 void move(const Rope& rope, const Solution& solution, double part, Rope& trial) {
@@ -128,6 +154,7 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
   Settled result;
   result.violation = violation(rope, cycle, options.radius, options.distance);
   double bound = options.bound;
+  double pace = most_pace;
   Rope trial = rope;
   while (result.programs < options.programs) {
     heartbeat.tick();
@@ -139,6 +166,7 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
     demands.radius = options.radius;
     demands.distance = options.distance;
     demands.bound = bound;
+    demands.pace = pace;
     Step step;
     step.h = edge_lengths(rope, cycle);
     // No vertex moves by more than sqrt(3) of the bound.
@@ -152,9 +180,12 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
     step.program = program_of(rope, cycle, step.h, near, demands);
     Solution solution = solve(step.program, options.tolerance);
     if (!usable(solution, options.tolerance)) {
-      bound *= 0.35;
+      // Whatever the bound is: less may be asked, not less moved.
+      pace *= 0.25;
+      bound *= 0.7;
       continue;
     }
+    pace = std::min(most_pace, 2.0 * pace);
     step.kink_weights = weights(solution.kink_forces, least_kink_weight);
     step.strut_weights = weights(solution.strut_forces, least_strut_weight);
     const double before = judge(rope, cycle, step, options).merit;
@@ -166,6 +197,19 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
     move(rope, solution, part, trial);
     Judgement found = judge(trial, cycle, step, options);
     double ratio = ratio_of(gain, found);
+    if (options.second_order && ratio < 0.6) {
+      const Solution second = solve(corrected(step, rope, cycle, solution, trial, options), options.tolerance);
+      if (usable(second, options.tolerance)) {
+        Rope other = rope;
+        move(rope, second, 1.0, other);
+        const Judgement better = judge(other, cycle, step, options);
+        if (better.merit < found.merit) {
+          trial = std::move(other);
+          found = better;
+          ratio = ratio_of(gain, found);
+        }
+      }
+    }
     while (ratio < 0.05 && part > 0.25) {
       part *= 0.5;
       move(rope, solution, part, trial);
@@ -178,7 +222,8 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
       std::swap(rope.points, trial.points);
       result.violation = found.violation;
       if (part == 1.0 && ratio > 0.6) bound *= 1.7;
-      if (part < 1.0 || ratio < 0.25) bound *= 0.5;
+      if (part < 1.0) bound *= part;
+      if (part == 1.0 && ratio < 0.25) bound *= 0.5;
     }
     const double total = length(rope, cycle);
     if (gain < options.decrease * total && result.violation <= options.violation) {

@@ -65,7 +65,7 @@ def test_the_solver_finds_the_optimum(name, change):
     program = change(_engine.program(polygons(name), bound=0.1))
     P, c, A, b, G, g = programs.matrices(program)
     n = 3 * sum(program["sizes"])
-    mine = _engine.solve_program(**program, tolerance=1e-9)
+    mine = _engine.solve_program(**program, tolerance=2e-9)
     assert mine["solved"]
     x = np.concatenate([mine["moves"].ravel(), mine["edge_lengths"]])
     z = np.concatenate([mine["kink_forces"], mine["strut_forces"]])
@@ -74,11 +74,11 @@ def test_the_solver_finds_the_optimum(name, change):
     assert (G @ x - g).min() > -1e-8
     assert abs(x[:n]).max() <= program["bound"]
     force = P @ x + c + A.T @ mine["edge_forces"] - G.T @ z
-    assert z.min() >= 0 and z @ (G @ x - g) < 1e-5
+    assert z.min() >= 0 and z @ (G @ x - g) < 1e-6
     np.testing.assert_allclose(force[n:], 0.0, atol=1e-6)
-    inside = abs(x[:n]) < 0.999 * program["bound"]
+    inside = abs(x[:n]) < 0.99 * program["bound"]
     np.testing.assert_allclose(force[:n][inside], 0.0, atol=1e-5)
-    assert (force[:n] * x[:n])[~inside].max(initial=-1.0) < 0.0
+    assert (force[:n] * x[:n])[~inside].max(initial=-1.0) < 1e-6
 
     piqp = pytest.importorskip("piqp")
     solver = piqp.DenseSolver()
