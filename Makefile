@@ -4,6 +4,10 @@
 # make test-cpp  run the tests of the C++ library alone
 # make bench   time the kernels against NumPy and plain loops
 # make asan    run the tests under the address and undefined-behaviour sanitizers
+# make assertions  run the tests with the standard library's assertions
+# make clang   compile everything with Clang, where it is installed
+# make fuzz    random calls for SECONDS=60, on the sanitizer build too where there is one
+# make bits    the same calls on emulated processors: equal bits
 # make lint    style of the sources, types, warnings of the C++ files, currency of the stubs, machine code
 # make stubs   regenerate the typed stubs of _native
 # make docs    build the documentation site into build/docs
@@ -18,7 +22,7 @@ ARGS ?=
 # Another interpreter than before: .venv is made anew.
 identity := -c 'import sys; print(sys.version, sys.base_prefix)'
 ifneq ($(PYTHON),)
-ifneq ($(shell "$(PYTHON)" $(identity) 2>&1),$(shell $(python) $(identity) 2>&1))
+ifneq ($(shell "$(PYTHON)" $(identity)),$(shell [ -x $(python) ] && $(python) $(identity)))
 $(shell rm -f .venv/tools)
 endif
 endif
@@ -28,7 +32,7 @@ use_venv := -DPython_EXECUTABLE="$(CURDIR)/$(python)" -DCMAKE_MAKE_PROGRAM="$(CU
 
 build_inputs := CMakeLists.txt pyproject.toml $(shell find cmake src resources python -type f -not -name '*.pyc')
 
-.PHONY: run test test-long test-cpp bench asan lint stubs docs wheel clean
+.PHONY: run test test-long test-cpp bench asan assertions clang fuzz bits lint stubs docs wheel clean
 
 run: .venv/installed
 	.venv/bin/vkmcore mass 3:1:1 4:1:1
@@ -55,6 +59,24 @@ asan: .venv/installed
 	LD_PRELOAD="$$($(CXX) -print-file-name=libasan.so) $$($(CXX) -print-file-name=libubsan.so)" \
 	  ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1 PYTHONMALLOC=malloc PYTHONPATH=build/asan:python \
 	  $(python) -m pytest -q -p no:cacheprovider $(ARGS)
+
+assertions: .venv/installed
+	.venv/bin/cmake --preset assertions $(use_venv)
+	.venv/bin/cmake --build --preset assertions -j 2
+	PYTHONPATH=build/assertions:python $(python) -m pytest -q -p no:cacheprovider $(ARGS)
+
+clang: .venv/installed
+	@if ! command -v clang++ > /dev/null; then echo "no clang++ here: left out"; else \
+	  .venv/bin/cmake --preset clang $(use_venv) && .venv/bin/cmake --build --preset clang -j 2; fi
+
+fuzz_seconds := $(if $(filter command line environment,$(origin SECONDS)),$(SECONDS),60)
+SEED ?= 1
+fuzz_builds := $(foreach build,$(wildcard build/asan/_native*.so),--build $(dir $(build)))
+fuzz: .venv/installed
+	PYTHONPATH=tests $(python) -m fuzz.run --seconds $(fuzz_seconds) --seed $(SEED) --installed $(fuzz_builds)
+
+bits: .venv/installed
+	PYTHONPATH=tests $(python) -m fuzz.bits $(ARGS)
 
 lint: .venv/installed .venv/docs
 	.venv/bin/ruff check python tests tools bench examples docs

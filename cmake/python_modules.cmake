@@ -41,11 +41,13 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   set_source_files_properties(${binder_batches} PROPERTIES COMPILE_OPTIONS -O1)
 endif()
 
-pybind11_add_module(_native MODULE NO_EXTRAS ${binder_batches} ${module_sources})
+# The module's own files come first: of pybind11's inline functions the linker keeps the copy of the first object, and
+# these are compiled with full optimisation.
+pybind11_add_module(_native MODULE NO_EXTRAS ${module_sources} ${binder_batches})
 target_link_libraries(_native PRIVATE vkm vkm_compile_options)
 target_compile_definitions(_native PRIVATE VKM_VERSION="${PROJECT_VERSION}")
 
-pybind11_add_module(_engine MODULE NO_EXTRAS ${engine_sources} src/module/border.cpp)
+pybind11_add_module(_engine MODULE NO_EXTRAS ${engine_sources} src/module/border.cpp src/module/casters.cpp)
 target_link_libraries(_engine PRIVATE vkm vkm_compile_options Threads::Threads)
 include(cmake/development_package.cmake)
 

@@ -11,6 +11,7 @@ from __future__ import annotations
 
 import argparse
 import ast
+import copy
 import difflib
 import re
 import subprocess
@@ -22,6 +23,9 @@ from signatures import split_arguments
 
 STUB = Path(__file__).resolve().parents[1] / "python" / "vkmcore" / "_native.pyi"
 HEADING = "# Types of the extension module. Made by tools/make_stubs.py from the built module; do not edit.\n"
+
+# Stands as the default of an argument that has none.
+REQUIRED = "_required_"
 
 # Functions whose result is a dict: its type in `vkmcore.results`.
 RESULTS = {
@@ -49,7 +53,7 @@ RESULTS = {
 class Normaliser(ast.NodeTransformer):
     """Say what the generator leaves open."""
 
-    def visit_FunctionDef(self, node: ast.FunctionDef) -> ast.FunctionDef:
+    def visit_FunctionDef(self, node: ast.FunctionDef) -> ast.FunctionDef | list[ast.stmt]:
         """Arguments bound without a name (arg0, arg1, ...) are positional only; a dict that is returned has keys."""
         self.generic_visit(node)
         if node.name in RESULTS and node.returns is not None and ast.unparse(node.returns).startswith("dict["):
@@ -59,7 +63,7 @@ class Normaliser(ast.NodeTransformer):
         if unnamed:
             node.args.posonlyargs = arguments[: unnamed[-1] + 1]
             node.args.args = arguments[unnamed[-1] + 1 :]
-        return node
+        return in_two_forms(node) if any(is_required(default) for default in node.args.defaults) else node
 
     def visit_Subscript(self, node: ast.Subscript) -> ast.Subscript:
         node.slice = self.visit(node.slice)
@@ -76,9 +80,35 @@ class Normaliser(ast.NodeTransformer):
         return ast.parse(f"{node.id}[{items}]", mode="eval").body if items else node
 
 
+def is_required(default: ast.expr) -> bool:
+    """Whether mend_signatures has put it in the place of no default."""
+    return isinstance(default, ast.Name) and default.id == REQUIRED
+
+
+def in_two_forms(node: ast.FunctionDef) -> list[ast.stmt]:
+    """Overloads of a function that requires arguments behind optional ones: with the optional ones before them given,
+    or with the required ones by keyword."""
+    arguments, defaults = node.args.args, node.args.defaults
+    offset = len(arguments) - len(defaults)
+    required = [offset + place for place, default in enumerate(defaults) if is_required(default)]
+    by_position, by_keyword = copy.deepcopy(node), copy.deepcopy(node)
+    by_position.args.defaults = defaults[required[-1] + 1 - offset :]
+    by_keyword.args.args = arguments[: required[0]]
+    by_keyword.args.defaults = defaults[: required[0] - offset]
+    by_keyword.args.kwonlyargs = arguments[required[0] :]
+    by_keyword.args.kw_defaults = [
+        None if is_required(default) else default for default in defaults[required[0] - offset :]
+    ]
+    overload = ast.parse("typing.overload", mode="eval").body
+    for form in (by_position, by_keyword):
+        if not any(ast.unparse(decorator) == "typing.overload" for decorator in form.decorator_list):
+            form.decorator_list = [overload, *form.decorator_list]
+    return [by_position, by_keyword]
+
+
 def mend_signatures(text: str) -> str:
-    """Give `= ...` to arguments without a default behind one with a default, and another name to one called lambda:
-    an extension may have such arguments, Python's own syntax has not."""
+    """Mark arguments without a default behind one with a default, and give another name to one called lambda: an
+    extension may have such arguments, Python's own syntax has not."""
 
     def mend(match: re.Match[str]) -> str:
         head, arguments, tail = match.groups()
@@ -87,7 +117,7 @@ def mend_signatures(text: str) -> str:
         for place, part in enumerate(parts):
             optional = optional or "=" in part
             if optional and "=" not in part and not part.startswith("*"):
-                parts[place] = part + " = ..."
+                parts[place] = f"{part} = {REQUIRED}"
         return head + ", ".join(parts) + tail
 
     text = re.sub(r"\blambda: ", "lambda_: ", text)

@@ -210,7 +210,7 @@ def write_pages(folder: Path) -> None:
     import _native
 
     table = _native.list_bindings()
-    del _native.__all__  # as it was before the call
+    delattr(_native, "__all__")  # as it was before the call
     names = sorted([*table["functions"], *table["classes"], *table["attributes"], "list_bindings"], key=str.lower)
     pages: dict[str, list[str]] = {}
     for (room, binder), here in homes(names).items():

@@ -18,17 +18,26 @@ __all__ = [name for name in vars(_native) if not name.startswith("_")]
 globals().update({name: getattr(_native, name) for name in __all__})
 
 
+# The package's own names and their modules, loaded when they are first used.
+_MODULE_OF = {
+    "Knot": "vkmcore.knots",
+    "Link": "vkmcore.knots",
+    "load_trajectory": "vkmcore.dynamics.trajectory",
+    "simulate": "vkmcore.dynamics.simulation",
+}
+
+
 def __getattr__(name: str) -> object:
-    if name == "simulate":
-        from vkmcore.dynamics.simulation import simulate
+    if name in _MODULE_OF:
+        from importlib import import_module
 
-        return simulate
-    if name == "load_trajectory":
-        from vkmcore.dynamics.trajectory import load_trajectory
-
-        return load_trajectory
+        return getattr(import_module(_MODULE_OF[name]), name)
     if name == "__version__":
         from vkmcore.build import build_info
 
         return build_info().version
     raise AttributeError(f"module {__name__!r} has no attribute {name!r}")
+
+
+def __dir__() -> list[str]:
+    return sorted({*globals(), *_MODULE_OF, "__version__"})

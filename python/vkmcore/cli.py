@@ -30,6 +30,7 @@ COMMANDS = (
     "simulate",
     "spectrum",
     "tighten",
+    "view",
     "zoo",
 )
 

@@ -33,8 +33,8 @@ void bind_gate_certificates(py::module_& m) {
           "thickness bound is not above tube_radius or an error exceeds its tolerance. Indeterminate: all else, since\n"
           "samples cannot prove the curve between them; Pass is never given. Bad numbers do not raise.")
       .def_static(
-          "fingerprint_points", [](const Points& pts) { return sha256_hex_of_points(pts); }, py::arg("pts"),
-          "GeometryCertificateAPI.sha256_hex_of_points under another name.");
+          "fingerprint_points", [](const Points& pts) { return sha256_hex_of_points(pts, python_poll()); },
+          py::arg("pts"), "GeometryCertificateAPI.sha256_hex_of_points under another name.");
 
   using B = BiotSavartGateResult;
   bound_class<B>(m, "BiotSavartGateResult", "Whether a regularised Biot-Savart observable agrees with its limit.")

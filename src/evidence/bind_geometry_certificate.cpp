@@ -98,7 +98,8 @@ void bind_geometry_certificate(py::module_& m) {
           "rank nine, conditioned no worse than max_conditioning; Indeterminate if worse, for a value that is\n"
           "negative or not finite, and for limits that are not positive; Fail for a lower rank.")
       .def_static(
-          "sha256_hex_of_points", [](const Points& pts) { return sha256_hex_of_points(pts); }, py::arg("pts"),
+          "sha256_hex_of_points", [](const Points& pts) { return sha256_hex_of_points(pts, python_poll()); },
+          py::arg("pts"),
           "SHA-256 of the points' coordinates as little-endian doubles, 24 bytes a point: of the stored numbers, so\n"
           "that 0.0 and -0.0 differ. 64 lower-case hexadecimal digits.");
 }

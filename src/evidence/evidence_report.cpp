@@ -2,10 +2,9 @@
 
 #include <charconv>
 #include <cmath>
-#include <filesystem>
-#include <fstream>
 #include <string_view>
-#include <system_error>
+
+#include "core/output_file.hpp"
 
 namespace vkm {
 
@@ -96,13 +95,6 @@ void append_check(std::string& out, const CheckResult& check) {
   out += "\n    }";
 }
 
-/// Removes what a failed write has left. Devices and pipes stay, and a link stays with its target gone.
-void remove_partial(const std::string& path) {
-  std::error_code error;
-  const std::filesystem::path target = std::filesystem::canonical(path, error);
-  if (!error && std::filesystem::is_regular_file(target, error)) std::filesystem::remove(target, error);
-}
-
 }  // namespace
 
 std::string EvidenceReportAPI::build_report_json(const EvidenceReportMeta& meta, std::span<const CheckResult> checks) {
@@ -125,16 +117,10 @@ std::string EvidenceReportAPI::build_report_json(const EvidenceReportMeta& meta,
 }
 
 bool EvidenceReportAPI::write_evidence_report(const std::string& path, const EvidenceReportMeta& meta,
-                                              std::span<const CheckResult> checks) {
-  if (path.empty() || path.find('\0') != std::string::npos) return false;
-  const std::string text = build_report_json(meta, checks);
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  if (!file.is_open()) return false;
-  file.write(text.data(), static_cast<std::streamsize>(text.size()));
-  file.close();  // what the stream still holds fails here, if at all
-  if (file.good()) return true;
-  remove_partial(path);
-  return false;
+                                              std::span<const CheckResult> checks, const Poll& poll) {
+  OutputFile file(path, poll);
+  file.write(build_report_json(meta, checks));
+  return file.commit();
 }
 
 }  // namespace vkm

@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 
+#include "core/poll.hpp"
 #include "evidence/check_kind.hpp"
 
 namespace vkm {
@@ -37,9 +38,9 @@ struct EvidenceReportAPI {
   /// The document, ending with a line feed. Numbers have 17 significant digits; what is not finite is null.
   static std::string build_report_json(const EvidenceReportMeta& meta, std::span<const CheckResult> checks);
 
-  /// Whether the document stands in the file, all of it. A failed write leaves no partial file behind.
+  /// Whether the document stands in the file, all of it. A failed write leaves the old file, or none.
   static bool write_evidence_report(const std::string& path, const EvidenceReportMeta& meta,
-                                    std::span<const CheckResult> checks);
+                                    std::span<const CheckResult> checks, const Poll& poll = {});
 };
 
 }  // namespace vkm

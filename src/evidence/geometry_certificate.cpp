@@ -35,7 +35,7 @@ GeometryCertificate GeometryCertificateAPI::evaluate_tube_geometry(std::span<con
                                                                    const Poll& poll) {
   GeometryCertificate result;
   result.tube_radius = tube_radius;
-  result.geometry_hash = sha256_hex_of_points(pts);
+  result.geometry_hash = sha256_hex_of_points(pts, poll);
   result.status = CertificateStatus::Indeterminate;
   if (pts.size() < 3 || !(tube_radius > 0.0) || separation_tol < 0.0 || curvature_tol < 0.0) return result;
 

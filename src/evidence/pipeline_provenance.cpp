@@ -85,7 +85,9 @@ std::string_view PipelineProvenanceAPI::certification_name(PipelineCertification
   return "Unknown";
 }
 
-std::string PipelineProvenanceAPI::fingerprint_hex(std::string_view text) { return sha256_hex(text); }
+std::string PipelineProvenanceAPI::fingerprint_hex(std::string_view text, const Poll& poll) {
+  return sha256_hex(text, poll);
+}
 
 std::string PipelineProvenanceAPI::record_fingerprint(const ProvenanceRecord& record) {
   Sha256 hash;

@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/poll.hpp"
+
 namespace vkm {
 
 /// The tools in the order of the pipeline.
@@ -36,7 +38,7 @@ struct PipelineProvenanceAPI {
   static std::string_view certification_name(PipelineCertificationStatus status);
 
   /// SHA-256 of the text's bytes.
-  static std::string fingerprint_hex(std::string_view text);
+  static std::string fingerprint_hex(std::string_view text, const Poll& poll = {});
 
   /// SHA-256 of all eleven fields in their order, stage and certification by name, joined by "|". A "|" inside a field
   /// is not escaped.

@@ -10,11 +10,12 @@
 
 namespace vkm {
 
-std::string sha256_hex_of_points(std::span<const Vec3> points) {
+std::string sha256_hex_of_points(std::span<const Vec3> points, const Poll& poll) {
   static_assert(std::numeric_limits<double>::is_iec559 && sizeof(Vec3) == 24);
+  Heartbeat heartbeat(poll);
   Sha256 hash;
   if constexpr (std::endian::native == std::endian::little) {
-    hash.update(std::as_bytes(points));
+    hash.update(std::as_bytes(points), heartbeat);
   } else {
     for (const Vec3& point : points) {
       for (const double x : point) {
@@ -22,6 +23,7 @@ std::string sha256_hex_of_points(std::span<const Vec3> points) {
         std::ranges::reverse(bytes);
         hash.update(bytes);
       }
+      heartbeat.tick();
     }
   }
   return hash.finish_hex();

@@ -35,8 +35,8 @@ PolygonalSmoothCertificate PolygonalSmoothCertificateAPI::evaluate(std::span<con
                                                                    double hausdorff_tol, double tangent_tol,
                                                                    double curvature_tol, const Poll& poll) {
   PolygonalSmoothCertificate result;
-  result.polygon_hash = sha256_hex_of_points(polygon_pts);
-  result.smooth_hash = sha256_hex_of_points(smooth_pts);
+  result.polygon_hash = sha256_hex_of_points(polygon_pts, poll);
+  result.smooth_hash = sha256_hex_of_points(smooth_pts, poll);
   result.status = CertificateStatus::Indeterminate;
   if (polygon_pts.size() < 3 || smooth_pts.size() < 3 || !(tube_radius > 0.0) || hausdorff_tol < 0.0 ||
       tangent_tol < 0.0 || curvature_tol < 0.0) {

@@ -99,9 +99,19 @@ std::string Sha256::finish_hex() {
   return hex;
 }
 
-std::string sha256_hex(std::string_view text) {
+void Sha256::update(std::span<const std::byte> bytes, Heartbeat& heartbeat) {
+  constexpr std::size_t part = std::size_t{1} << 16;
+  for (; bytes.size() > part; bytes = bytes.subspan(part)) {
+    update(bytes.first(part));
+    heartbeat.tick();
+  }
+  update(bytes);
+}
+
+std::string sha256_hex(std::string_view text, const Poll& poll) {
+  Heartbeat heartbeat(poll);
   Sha256 hash;
-  hash.update(text);
+  hash.update(std::as_bytes(std::span(text)), heartbeat);
   return hash.finish_hex();
 }
 

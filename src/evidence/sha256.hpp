@@ -9,12 +9,16 @@
 #include <string>
 #include <string_view>
 
+#include "core/poll.hpp"
+
 namespace vkm {
 
 /// Takes a message in pieces of any length.
 class Sha256 {
  public:
   void update(std::span<const std::byte> bytes);
+  /// The same; the heartbeat may end it.
+  void update(std::span<const std::byte> bytes, Heartbeat& heartbeat);
   void update(std::string_view text) { update(std::as_bytes(std::span(text))); }
 
   /// The digest of all pieces as 64 lower-case hexadecimal digits. Ends the message: no update may follow.
@@ -31,6 +35,6 @@ class Sha256 {
 };
 
 /// The digest of a text's bytes.
-std::string sha256_hex(std::string_view text);
+std::string sha256_hex(std::string_view text, const Poll& poll = {});
 
 }  // namespace vkm

@@ -42,13 +42,20 @@ Raises RuntimeError if there is no such resource.)");
         py::arg("name") = "ideal.txt", R"(Parse a single AB block by Id from an embedded ideal*.txt resource.
 
 Raises RuntimeError if the resource or the block does not exist.)");
-  m.def("find_ideal_ab_block_by_id", &find_ideal_ab_block_by_id, py::arg("ab_id"),
-        R"(Find <AB Id="..."> block XML in embedded/disk ideal*.txt (never knotplot). Returns empty string if not found.
+  m.def(
+      "find_ideal_ab_block_by_id",
+      [](const std::string& ab_id) { return find_ideal_ab_block_by_id(ab_id, python_poll()); }, py::arg("ab_id"),
+      R"(Find <AB Id="..."> block XML in embedded/disk ideal*.txt (never knotplot). Returns empty string if not found.
 
 Sources, in order: the embedded databases; ideal*.txt under VKM_RESOURCE_DIR, beside VKM_KNOT_DATA_DIR and in the usual
 places; VKM_IDEAL_DATABASE; ideal_database.txt; VKM_IDEAL_TXT.)");
-  m.def("find_ideal_block_by_id", &find_ideal_block_by_id, py::arg("block_id"), py::arg("tag") = "",
-        R"(Find <AB>, <HT>, or <TL> block XML by Id in ideal*.txt sources. Empty tag tries AB, HT, TL in order.
+  m.def(
+      "find_ideal_block_by_id",
+      [](const std::string& block_id, const std::string& tag) {
+        return find_ideal_block_by_id(block_id, tag, python_poll());
+      },
+      py::arg("block_id"), py::arg("tag") = "",
+      R"(Find <AB>, <HT>, or <TL> block XML by Id in ideal*.txt sources. Empty tag tries AB, HT, TL in order.
 
 Returns an empty string if not found.)");
 }

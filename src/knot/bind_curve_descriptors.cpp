@@ -68,7 +68,7 @@ void register_records(py::module_& m) {
 void register_exact_descriptors(py::module_& m) {
   m.def(
       "curvature_exact",
-      [](const FourierBlock& block, const std::vector<double>& s, double eps) {
+      [](FourierBlock block, const std::vector<double>& s, double eps) {
         return curvature_exact(block, s, eps, python_poll());
       },
       py::arg("block"), py::arg("s"), py::arg("eps") = 1e-12,
@@ -77,14 +77,14 @@ void register_exact_descriptors(py::module_& m) {
 |r' x r''| / max(eps, |r'|)^3 at each parameter s (radians), in 1 / length. A stopped point gives a finite value.)");
   m.def(
       "length_exact",
-      [](const FourierBlock& block, std::int64_t nsamples) { return length_exact(block, nsamples, python_poll()); },
+      [](FourierBlock block, std::int64_t nsamples) { return length_exact(block, nsamples, python_poll()); },
       py::arg("block"), py::arg("nsamples") = 4096,
       R"(Compute exact length of Fourier curve by sampling.
 
 Rectangle rule for the integral of |r'| over the period, spectrally accurate. At least 16 samples are taken.)");
   m.def(
       "bending_energy_exact",
-      [](const FourierBlock& block, std::int64_t nsamples, double eps) {
+      [](FourierBlock block, std::int64_t nsamples, double eps) {
         return bending_energy_exact(block, nsamples, eps, python_poll());
       },
       py::arg("block"), py::arg("nsamples") = 4096, py::arg("eps") = 1e-12,
@@ -110,7 +110,7 @@ is greater than exclude_window. 0 for fewer than 4 points, or when no pair count
 the bits of the plain loop over all pairs.)");
   m.def(
       "min_self_distance_exactish",
-      [](const FourierBlock& block, std::int64_t nsamples, std::int64_t exclude_window) {
+      [](FourierBlock block, std::int64_t nsamples, std::int64_t exclude_window) {
         return min_self_distance_exactish(block, nsamples, exclude_window, python_poll());
       },
       py::arg("block"), py::arg("nsamples") = 2048, py::arg("exclude_window") = 4,
@@ -120,7 +120,7 @@ min_self_distance_sampled of uniform samples of the period, at least 64. Raises 
 shorter than a_x, MemoryError for absurd sample counts.)");
   m.def(
       "describe_fourier_block",
-      [](const FourierBlock& block, std::int64_t nsamples, std::int64_t exclude_window) {
+      [](FourierBlock block, std::int64_t nsamples, std::int64_t exclude_window) {
         return describe_fourier_block(block, nsamples, exclude_window, python_poll());
       },
       py::arg("block"), py::arg("nsamples") = 2048, py::arg("exclude_window") = 4,

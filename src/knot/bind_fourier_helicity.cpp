@@ -27,7 +27,7 @@ void register_fourier_helicity(py::module_& m) {
 
   m.def(
       "compute_helicity_from_fourier_block",
-      [](const FourierBlock& block, int grid_size, double spacing, int interior_margin, int nsamples) {
+      [](FourierBlock block, int grid_size, double spacing, int interior_margin, int nsamples) {
         return compute_helicity_from_fourier_block(block, grid_size, spacing, interior_margin, nsamples, python_poll());
       },
       py::arg("block"), py::arg("grid_size") = 32, py::arg("spacing") = 0.1, py::arg("interior_margin") = 8,

@@ -29,7 +29,13 @@ void register_fourier_knot(py::module_& m) {
   def_list(knot, "blocks", &FourierKnot::blocks, "Blocks of the last loadBlocks.");
   knot.def_readwrite("activeBlock", &FourierKnot::activeBlock, "The block that reconstruct evaluates.");
   def_list(knot, "points", &FourierKnot::points, "Points of the last reconstruct.");
-  knot.def("loadBlocks", &FourierKnot::loadBlocks, R"(Replace `blocks` by the blocks of the .fseries file at a path.
+  knot.def(
+      "loadBlocks",
+      [](FourierKnot& self, const std::string& path) {
+        const Changing changing(&self, "loadBlocks");
+        self.loadBlocks(path, python_poll());
+      },
+      R"(Replace `blocks` by the blocks of the .fseries file at a path.
 
 A row counts only if it has exactly six numbers; headers are not kept. `activeBlock` and `points` stay as they are.
 
@@ -39,7 +45,11 @@ Raises RuntimeError if the file cannot be opened; `blocks` is empty then.)");
 
 Raises RuntimeError if there are no blocks.)");
   knot.def(
-      "reconstruct", [](FourierKnot& self, std::size_t count) { self.reconstruct(count, python_poll()); },
+      "reconstruct",
+      [](FourierKnot& self, std::size_t count) {
+        const Changing changing(&self, "reconstruct");
+        self.reconstruct(count, python_poll());
+      },
       R"(Fill `points` with the given number of points at s = k 2 pi / N, the end point not repeated.
 
 Raises RuntimeError if `activeBlock` has no rows, ValueError if one of its vectors is shorter than a_x.)");
@@ -50,11 +60,15 @@ Raises RuntimeError if `activeBlock` has no rows, ValueError if one of its vecto
 void register_fourier_series(py::module_& m) {
   register_fourier_block(m);
   register_fourier_knot(m);
-  m.def("parse_fseries_multi", &parse_fseries_multi, py::arg("path"), R"(Parse a .fseries file into Fourier blocks.
+  m.def(
+      "parse_fseries_multi", [](const std::string& path) { return parse_fseries_multi(path, python_poll()); },
+      py::arg("path"), R"(Parse a .fseries file into Fourier blocks.
 
 An unreadable file gives an empty list; rows that do not begin with six numbers are dropped.)");
-  m.def("parse_fseries_from_string", &parse_fseries_from_string, py::arg("content"),
-        R"(Parse .fseries content string into Fourier blocks.
+  m.def(
+      "parse_fseries_from_string",
+      [](std::string_view content) { return parse_fseries_from_string(content, python_poll()); }, py::arg("content"),
+      R"(Parse .fseries content string into Fourier blocks.
 
 A blank line ends a block; a line that begins with % ends it and is the header of the next.)");
   m.def(
@@ -64,9 +78,7 @@ A blank line ends a block; a line that begins with % ends it and is the header o
 The first of equals; -1 for an empty list.)");
   m.def(
       "evaluate_fourier_block",
-      [](const FourierBlock& block, const std::vector<double>& s) {
-        return evaluate_fourier_block(block, s, python_poll());
-      },
+      [](FourierBlock block, const std::vector<double>& s) { return evaluate_fourier_block(block, s, python_poll()); },
       py::arg("block"), py::arg("s"), R"(Evaluate r(s) for the given Fourier block.
 
 s in radians. Returns one [x, y, z] per entry of s.

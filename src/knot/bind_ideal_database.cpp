@@ -28,21 +28,33 @@ r(s) = A0 + B0 + the series `fourier`; s in radians.)");
 }
 
 void register_parsers(py::module_& m) {
-  m.def("parse_ideal_txt_multi", &parse_ideal_txt_multi, py::arg("path"),
-        R"(Parse an ideal.txt-style file into IdealABBlock entries.
+  m.def(
+      "parse_ideal_txt_multi", [](const std::string& path) { return parse_ideal_txt_multi(path, python_poll()); },
+      py::arg("path"),
+      R"(Parse an ideal.txt-style file into IdealABBlock entries.
 
 Only AB blocks. Raises RuntimeError if the file cannot be opened.)");
-  m.def("parse_ideal_txt_from_string", &parse_ideal_txt_from_string, py::arg("content"),
-        R"(Parse ideal.txt-style content string into IdealABBlock entries.
+  m.def(
+      "parse_ideal_txt_from_string",
+      [](std::string_view content) { return parse_ideal_txt_from_string(content, python_poll()); }, py::arg("content"),
+      R"(Parse ideal.txt-style content string into IdealABBlock entries.
 
 Only AB blocks. Attributes and rows that do not parse fall back or are skipped; an I too large for an int raises
 IndexError.)");
-  m.def("parse_ideal_halvard_from_string", &parse_ideal_halvard_from_string, py::arg("content"),
-        R"(Parse Halvard ideal*.txt content (AB, HT, TL) into IdealABBlock entries.
+  m.def(
+      "parse_ideal_halvard_from_string",
+      [](std::string_view content) { return parse_ideal_halvard_from_string(content, python_poll()); },
+      py::arg("content"),
+      R"(Parse Halvard ideal*.txt content (AB, HT, TL) into IdealABBlock entries.
 
 All AB blocks come first, then the HT, then the TL blocks.)");
-  m.def("parse_ideal_ab_by_id_from_string", &parse_ideal_ab_by_id_from_string, py::arg("content"), py::arg("ab_id"),
-        R"(Parse a single AB block by Id from ideal.txt-style content string.
+  m.def(
+      "parse_ideal_ab_by_id_from_string",
+      [](std::string_view content, const std::string& ab_id) {
+        return parse_ideal_ab_by_id_from_string(content, ab_id, python_poll());
+      },
+      py::arg("content"), py::arg("ab_id"),
+      R"(Parse a single AB block by Id from ideal.txt-style content string.
 
 Raises RuntimeError if there is none.)");
   m.def(
@@ -62,7 +74,7 @@ void register_ideal_database(py::module_& m) {
   register_parsers(m);
   m.def(
       "evaluate_ideal_component",
-      [](const IdealABComponent& component, const DoubleArray& s) {
+      [](IdealABComponent component, const DoubleArray& s) {
         return array_from(evaluate_ideal_component(component, values_from(s, "s must be 1D"), python_poll()));
       },
       py::arg("component"), py::arg("s"), R"(Evaluate a single ideal AB component (includes I=0 offset).
@@ -72,7 +84,7 @@ s in radians, shape (N,). Returns an array of shape (N, 3); both triples of row 
 Raises ValueError if s is not one-dimensional.)");
   m.def(
       "evaluate_ideal_ab_components",
-      [](const IdealABBlock& ab, const DoubleArray& s) {
+      [](IdealABBlock ab, const DoubleArray& s) {
         std::vector<py::array_t<double>> arrays;
         for (const auto& curve : evaluate_ideal_ab_components(ab, values_from(s, "s must be 1D"), python_poll())) {
           arrays.push_back(array_from(curve));

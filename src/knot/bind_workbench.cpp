@@ -148,10 +148,11 @@ void register_measures(py::module_& m) {
 void bind_workbench(py::module_& m) {
   register_workbench_records(m);
   m.def(
-      "canonicalize_fseries_file_inplace", &canonicalize_fseries_file_inplace, py::arg("path"),
+      "canonicalize_fseries_file_inplace",
+      [](const std::string& path) { return canonicalize_fseries_file_inplace(path, python_poll()); }, py::arg("path"),
       "Replace the leading three-column row of a legacy file by a six-column row of zeros, whatever stood in it.\n\n"
-      "The file is written in that one case only, with line feeds for line ends. Returns a CanonicalizeResult; raises\n"
-      "RuntimeError when the file cannot be read or written.");
+      "The file is written in that one case only, with line feeds for line ends, and replaced as a whole: a failure\n"
+      "leaves the old one. Returns a CanonicalizeResult; raises RuntimeError when the file cannot be read or written.");
   m.def(
       "compute_helicity_from_fseries",
       [](const std::string& path, int grid_size, double spacing, int interior_margin, int nsamples) {
@@ -164,7 +165,7 @@ void bind_workbench(py::module_& m) {
   register_measures(m);
   m.def(
       "compute_filament_energy_from_fseries",
-      [](const std::string& path, const FilamentEnergyParams& params) {
+      [](const std::string& path, FilamentEnergyParams params) {
         return compute_filament_energy_from_fseries(path, params, python_poll());
       },
       py::arg("path"), py::arg("params"),

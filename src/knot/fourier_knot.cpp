@@ -12,18 +12,23 @@
 
 namespace vkm {
 
-void FourierKnot::loadBlocks(const std::string& path) {
-  blocks.clear();
-  const auto text = read_file(path);
-  if (!text) throw std::runtime_error("Cannot open file: " + path);
+void FourierKnot::loadBlocks(const std::string& path, const Poll& poll) {
+  const auto text = read_file(path, poll);
+  if (!text) {
+    blocks.clear();
+    throw std::runtime_error("Cannot open file: " + path);
+  }
 
+  Heartbeat heartbeat(poll);
+  std::vector<FourierBlock> loaded;
   FourierBlock block;
   const auto end_block = [&] {
-    if (!block.a_x.empty()) blocks.push_back(std::move(block));
+    if (!block.a_x.empty()) loaded.push_back(std::move(block));
     block = {};
   };
   std::string_view content = *text;
   while (!content.empty()) {
+    heartbeat.tick();
     const std::string_view line = content.substr(0, content.find('\n'));
     content.remove_prefix(std::min(line.size() + 1, content.size()));
     if (line.empty() || line.front() == '%') {
@@ -42,6 +47,7 @@ void FourierKnot::loadBlocks(const std::string& path) {
     block.b_z.push_back(row[5]);
   }
   end_block();
+  blocks = std::move(loaded);
 }
 
 void FourierKnot::selectMaxHarmonics() {
@@ -50,7 +56,7 @@ void FourierKnot::selectMaxHarmonics() {
 }
 
 void FourierKnot::reconstruct(std::size_t count, const Poll& poll) {
-  const FourierBlock& block = activeBlock;
+  const FourierBlock block = activeBlock;  // what a poll may replace
   const std::size_t n = block.a_x.size();
   if (n == 0) throw std::runtime_error("No active Fourier block selected");
   if (std::min({block.b_x.size(), block.a_y.size(), block.b_y.size(), block.a_z.size(), block.b_z.size()}) < n) {

@@ -21,7 +21,7 @@ class FourierKnot {
   /// Replaces `blocks` by the blocks of the file, without headers. An older and stricter reader than
   /// parse_fseries_multi: a line of blanks ends no block, and a row counts only if it has exactly six numbers before
   /// its end or its first word. Throws std::runtime_error if the file cannot be opened, with `blocks` empty.
-  void loadBlocks(const std::string& path);
+  void loadBlocks(const std::string& path, const Poll& poll = {});
 
   /// Copies the first block with the most rows into `activeBlock`; std::runtime_error if there is none.
   void selectMaxHarmonics();

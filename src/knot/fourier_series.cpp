@@ -49,10 +49,12 @@ void end_block(FourierBlock& block, std::vector<FourierBlock>& blocks) {
 
 }  // namespace
 
-std::vector<FourierBlock> parse_fseries_from_string(std::string_view content) {
+std::vector<FourierBlock> parse_fseries_from_string(std::string_view content, const Poll& poll) {
+  Heartbeat heartbeat(poll);
   std::vector<FourierBlock> blocks;
   FourierBlock block;
   while (!content.empty()) {
+    heartbeat.tick();
     std::string_view line = content.substr(0, content.find('\n'));
     content.remove_prefix(std::min(line.size() + 1, content.size()));
     line = line.substr(0, line.find_last_not_of("\r\n \t") + 1);
@@ -85,9 +87,9 @@ std::vector<FourierBlock> parse_fseries_from_string(std::string_view content) {
   return blocks;
 }
 
-std::vector<FourierBlock> parse_fseries_multi(const std::string& path) {
-  const auto text = read_file(path);
-  return text ? parse_fseries_from_string(*text) : std::vector<FourierBlock>{};
+std::vector<FourierBlock> parse_fseries_multi(const std::string& path, const Poll& poll) {
+  const auto text = read_file(path, poll);
+  return text ? parse_fseries_from_string(*text, poll) : std::vector<FourierBlock>{};
 }
 
 int index_of_largest_block(std::span<const FourierBlock> blocks) {

@@ -33,10 +33,10 @@ struct FourierBlock {
 /// Lines lose their trailing white space. An empty line ends the block; a line whose first character is `%` ends it
 /// too and is the header of the next; any other line is a row of six numbers a_x b_x a_y b_y a_z b_z, what follows
 /// them is ignored, and a line that does not begin with six numbers is dropped. A block without rows is none.
-std::vector<FourierBlock> parse_fseries_from_string(std::string_view content);
+std::vector<FourierBlock> parse_fseries_from_string(std::string_view content, const Poll& poll = {});
 
 /// The blocks of a `.fseries` file; none if it cannot be opened.
-std::vector<FourierBlock> parse_fseries_multi(const std::string& path);
+std::vector<FourierBlock> parse_fseries_multi(const std::string& path, const Poll& poll = {});
 
 /// Index of the first block with the most rows, -1 for no blocks.
 int index_of_largest_block(std::span<const FourierBlock> blocks);

@@ -1,12 +1,12 @@
 // Repair of legacy `.fseries` files, which begin with a row of three columns.
 
 #include <algorithm>
-#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/output_file.hpp"
 #include "core/text_file.hpp"
 #include "core/text_numbers.hpp"
 #include "knot/workbench.hpp"
@@ -39,17 +39,20 @@ int columns_of(std::string_view line) {
   return count == 3 || count == 6 ? count : 0;
 }
 
-void write_lines(const std::string& path, const std::vector<std::string_view>& lines) {
-  std::ofstream file(path, std::ios::binary | std::ios::trunc);
-  for (const std::string_view line : lines) file << line << '\n';
-  file.close();
-  if (!file) throw std::runtime_error("cannot write file: " + path);
+void write_lines(const std::string& path, const std::vector<std::string_view>& lines, const Poll& poll) {
+  OutputFile file(path, poll);
+  if (!file.is_open()) throw std::runtime_error("cannot write file: " + path);
+  for (const std::string_view line : lines) {
+    file.write(line);
+    file.write("\n");
+  }
+  if (!file.commit()) throw std::runtime_error("cannot write file: " + path + ": " + file.failure());
 }
 
 }  // namespace
 
-CanonicalizeResult canonicalize_fseries_file_inplace(const std::string& path) {
-  const auto text = read_file(path);
+CanonicalizeResult canonicalize_fseries_file_inplace(const std::string& path, const Poll& poll) {
+  const auto text = read_file(path, poll);
   if (!text) throw std::runtime_error("cannot open file: " + path);
   std::vector<std::string_view> lines = lines_of(*text);
   CanonicalizeResult result;
@@ -78,7 +81,7 @@ CanonicalizeResult canonicalize_fseries_file_inplace(const std::string& path) {
     result.reason = "file appears to be 3-column legacy throughout; not auto-converted";
   } else {
     lines[first_row] = zeros_row;
-    write_lines(path, lines);
+    write_lines(path, lines, poll);
     result.changed = true;
     result.reason = "upgraded leading 3-col zeros row to 6-col j=0 row";
   }

@@ -42,7 +42,8 @@ double read_length(std::string_view head, std::string_view opening) {
 }
 
 /// Every match of  <Component\b([^>]*)>([\s\S]*?)</Component>
-std::vector<IdealABComponent> parse_component_elements(std::string_view body, std::size_t& harmonics) {
+std::vector<IdealABComponent> parse_component_elements(std::string_view body, std::size_t& harmonics,
+                                                       Heartbeat& heartbeat) {
   constexpr std::string_view opening = "<Component";
   constexpr std::string_view closing = "</Component>";
   const auto is_word = [](char c) {
@@ -51,6 +52,7 @@ std::vector<IdealABComponent> parse_component_elements(std::string_view body, st
   std::vector<IdealABComponent> components;
   std::size_t at = body.find(opening);
   while (at != npos) {
+    heartbeat.tick();
     const std::size_t after = at + opening.size();
     if (after < body.size() && is_word(body[after])) {
       at = body.find(opening, after);
@@ -68,10 +70,12 @@ std::vector<IdealABComponent> parse_component_elements(std::string_view body, st
 }
 
 /// Every "<STRING" begins a component, which ends at the next "</STRING>" or "<STRING", whichever comes first.
-std::vector<IdealABComponent> parse_string_elements(std::string_view body, std::size_t& harmonics) {
+std::vector<IdealABComponent> parse_string_elements(std::string_view body, std::size_t& harmonics,
+                                                    Heartbeat& heartbeat) {
   constexpr std::string_view opening = "<STRING";
   std::vector<IdealABComponent> components;
   for (std::size_t at = body.find(opening); at != npos;) {
+    heartbeat.tick();
     const std::size_t tag_end = body.find('>', at);
     if (tag_end == npos) break;
     const std::size_t next = body.find(opening, tag_end + 1);
@@ -83,7 +87,8 @@ std::vector<IdealABComponent> parse_string_elements(std::string_view body, std::
   return components;
 }
 
-IdealABBlock parse_block(std::string_view head, std::string_view body, std::string_view tag, std::size_t& harmonics) {
+IdealABBlock parse_block(std::string_view head, std::string_view body, std::string_view tag, std::size_t& harmonics,
+                         Heartbeat& heartbeat) {
   IdealABBlock block;
   block.source_tag = tag;
   block.id = match_attribute(head, "Id=\"", false).value_or("");
@@ -93,8 +98,8 @@ IdealABBlock parse_block(std::string_view head, std::string_view body, std::stri
   if (const auto text = match_attribute(head, "n=\"", false)) {
     block.n = std::max(1, read_int_prefix(trim(*text)).value_or(1));
   }
-  block.components = parse_component_elements(body, harmonics);
-  if (block.components.empty()) block.components = parse_string_elements(body, harmonics);
+  block.components = parse_component_elements(body, harmonics, heartbeat);
+  if (block.components.empty()) block.components = parse_string_elements(body, harmonics, heartbeat);
   if (block.components.empty()) {
     block.components.push_back(parse_ideal_component("<Component I=\"1\">", body, harmonics));
   }
@@ -103,16 +108,17 @@ IdealABBlock parse_block(std::string_view head, std::string_view body, std::stri
 }
 
 void parse_blocks(std::string_view content, std::string_view tag, std::vector<IdealABBlock>& blocks,
-                  std::size_t& harmonics) {
+                  std::size_t& harmonics, Heartbeat& heartbeat) {
   const std::string opening = joined({"<", tag});
   const std::string closing = joined({"</", tag, ">"});
   for (std::size_t at = 0; (at = content.find(opening, at)) != npos;) {
+    heartbeat.tick();
     const std::size_t head_end = content.find('>', at);
     if (head_end == npos) return;
     const std::size_t body_end = content.find(closing, head_end);
     if (body_end == npos) return;
     blocks.push_back(parse_block(content.substr(at, head_end + 1 - at),
-                                 content.substr(head_end + 1, body_end - head_end - 1), tag, harmonics));
+                                 content.substr(head_end + 1, body_end - head_end - 1), tag, harmonics, heartbeat));
     at = body_end + closing.size();
   }
 }
@@ -125,23 +131,24 @@ std::string fixed_text(double value) {
 
 }  // namespace
 
-std::vector<IdealABBlock> parse_ideal_halvard_from_string(std::string_view content) {
+std::vector<IdealABBlock> parse_ideal_halvard_from_string(std::string_view content, const Poll& poll) {
+  Heartbeat heartbeat(poll);
   std::vector<IdealABBlock> blocks;
   std::size_t harmonics = 0;
-  for (const std::string_view tag : {"AB", "HT", "TL"}) parse_blocks(content, tag, blocks, harmonics);
+  for (const std::string_view tag : {"AB", "HT", "TL"}) parse_blocks(content, tag, blocks, harmonics, heartbeat);
   return blocks;
 }
 
-std::vector<IdealABBlock> parse_ideal_txt_from_string(std::string_view content) {
-  std::vector<IdealABBlock> blocks = parse_ideal_halvard_from_string(content);
+std::vector<IdealABBlock> parse_ideal_txt_from_string(std::string_view content, const Poll& poll) {
+  std::vector<IdealABBlock> blocks = parse_ideal_halvard_from_string(content, poll);
   std::erase_if(blocks, [](const IdealABBlock& block) { return block.source_tag != "AB"; });
   return blocks;
 }
 
-std::vector<IdealABBlock> parse_ideal_txt_multi(const std::string& path) {
-  const auto text = read_file(path);
+std::vector<IdealABBlock> parse_ideal_txt_multi(const std::string& path, const Poll& poll) {
+  const auto text = read_file(path, poll);
   if (!text) throw std::runtime_error("parse_ideal_txt_multi: cannot open file: " + path);
-  return parse_ideal_txt_from_string(*text);
+  return parse_ideal_txt_from_string(*text, poll);
 }
 
 std::string_view find_block_text(std::string_view content, std::string_view id, std::string_view tag) {
@@ -155,14 +162,14 @@ std::string_view find_block_text(std::string_view content, std::string_view id, 
   return block;
 }
 
-IdealABBlock parse_only_ideal_ab(std::string_view block, const std::string& ab_id) {
-  std::vector<IdealABBlock> blocks = parse_ideal_txt_from_string(block);
+IdealABBlock parse_only_ideal_ab(std::string_view block, const std::string& ab_id, const Poll& poll) {
+  std::vector<IdealABBlock> blocks = parse_ideal_txt_from_string(block, poll);
   if (blocks.empty()) throw std::runtime_error("parse_ideal_ab_by_id_from_string: AB Id not found: " + ab_id);
   return std::move(blocks.front());
 }
 
-IdealABBlock parse_ideal_ab_by_id_from_string(std::string_view content, const std::string& ab_id) {
-  return parse_only_ideal_ab(find_block_text(content, ab_id, "AB"), ab_id);
+IdealABBlock parse_ideal_ab_by_id_from_string(std::string_view content, const std::string& ab_id, const Poll& poll) {
+  return parse_only_ideal_ab(find_block_text(content, ab_id, "AB"), ab_id, poll);
 }
 
 int index_of_ideal_id(std::span<const IdealABBlock> blocks, std::string_view id) {

@@ -25,19 +25,20 @@ struct IdealABBlock {
 };
 
 /// All blocks: first the AB, then the HT, then the TL elements.
-std::vector<IdealABBlock> parse_ideal_halvard_from_string(std::string_view content);
+std::vector<IdealABBlock> parse_ideal_halvard_from_string(std::string_view content, const Poll& poll = {});
 
 /// The AB blocks.
-std::vector<IdealABBlock> parse_ideal_txt_from_string(std::string_view content);
+std::vector<IdealABBlock> parse_ideal_txt_from_string(std::string_view content, const Poll& poll = {});
 
 /// The AB blocks of a file; std::runtime_error if it cannot be opened.
-std::vector<IdealABBlock> parse_ideal_txt_multi(const std::string& path);
+std::vector<IdealABBlock> parse_ideal_txt_multi(const std::string& path, const Poll& poll = {});
 
 /// One AB block, without parsing the others; std::runtime_error if there is none with this id.
-IdealABBlock parse_ideal_ab_by_id_from_string(std::string_view content, const std::string& ab_id);
+IdealABBlock parse_ideal_ab_by_id_from_string(std::string_view content, const std::string& ab_id,
+                                              const Poll& poll = {});
 
 /// The AB block of a text that find_block_text gave for this id; std::runtime_error if that is empty.
-IdealABBlock parse_only_ideal_ab(std::string_view block, const std::string& ab_id);
+IdealABBlock parse_only_ideal_ab(std::string_view block, const std::string& ab_id, const Poll& poll = {});
 
 /// Text of the element `<tag ...>...</tag>` whose head holds Id="id", both tags included; empty if there is none.
 std::string_view find_block_text(std::string_view content, std::string_view id, std::string_view tag);

@@ -47,7 +47,7 @@ std::vector<LoadedKnot> load_all_knots(std::span<const std::string> paths, std::
   Heartbeat heartbeat(poll);
   for (const std::string& path : paths) {
     heartbeat.tick();
-    const std::vector<FourierBlock> blocks = parse_fseries_multi(path);
+    const std::vector<FourierBlock> blocks = parse_fseries_multi(path, poll);
     const int largest = index_of_largest_block(blocks);
     if (largest < 0) continue;
     LoadedKnot knot;

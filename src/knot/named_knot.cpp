@@ -32,7 +32,7 @@ std::vector<Vec3> sample_named_knot(const std::string& knot_id, int resolution, 
   }
   const std::string path = resolve_knot_fseries_path(knot_id, "");
   if (path.empty()) throw std::runtime_error("Could not find .fseries file for knot: " + knot_id);
-  const std::vector<FourierBlock> blocks = parse_fseries_multi(path);
+  const std::vector<FourierBlock> blocks = parse_fseries_multi(path, poll);
   const int largest = index_of_largest_block(blocks);
   std::vector<Vec3> points;
   if (largest >= 0) points = sample_both_ends_centred(blocks[static_cast<std::size_t>(largest)], resolution, poll);

@@ -38,8 +38,8 @@ std::string_view find_in_text(std::string_view text, std::string_view id, Tags t
   return {};
 }
 
-std::string find_in_file(const std::string& path, std::string_view id, Tags tags) {
-  return path.empty() ? std::string() : std::string(find_in_text(read_text_file(path), id, tags));
+std::string find_in_file(const std::string& path, std::string_view id, Tags tags, const Poll& poll) {
+  return path.empty() ? std::string() : std::string(find_in_text(read_text_file(path, poll), id, tags));
 }
 
 std::string_view find_in_embedded(std::string_view name, std::string_view id, Tags tags) {
@@ -78,24 +78,24 @@ std::string resolve_ideal_file(std::string_view name) {
 }
 
 /// The sources that both searches share: the embedded databases, then those on disk.
-std::string find_in_databases(std::string_view id, Tags tags) {
+std::string find_in_databases(std::string_view id, Tags tags, const Poll& poll) {
   for (const std::string_view name : standard_names) {
     if (const std::string_view block = find_in_embedded(name, id, tags); !block.empty()) return std::string(block);
   }
   for (const std::string_view name : standard_names) {
-    if (std::string block = find_in_file(resolve_ideal_file(name), id, tags); !block.empty()) return block;
+    if (std::string block = find_in_file(resolve_ideal_file(name), id, tags, poll); !block.empty()) return block;
   }
   return {};
 }
 
-std::string find_in_legacy_sources(std::string_view id, Tags tags) {
+std::string find_in_legacy_sources(std::string_view id, Tags tags, const Poll& poll) {
   for (const EmbeddedText& entry : embedded_knot_files()) {
     if (entry.key.find("ideal_database.txt") == std::string_view::npos) continue;
     if (const std::string_view block = find_in_text(entry.text, id, tags); !block.empty()) return std::string(block);
   }
-  if (std::string block = find_in_file(environment("VKM_IDEAL_DATABASE"), id, tags); !block.empty()) return block;
+  if (std::string block = find_in_file(environment("VKM_IDEAL_DATABASE"), id, tags, poll); !block.empty()) return block;
   for (const char* path : legacy_paths) {
-    if (std::string block = find_in_file(path, id, tags); !block.empty()) return block;
+    if (std::string block = find_in_file(path, id, tags, poll); !block.empty()) return block;
   }
   return {};
 }
@@ -112,20 +112,20 @@ bool is_canonical_ideal_name(std::string_view name) {
   return base.starts_with("ideal") && base.ends_with(".txt");
 }
 
-std::string find_ideal_ab_block_by_id(const std::string& ab_id) {
+std::string find_ideal_ab_block_by_id(const std::string& ab_id, const Poll& poll) {
   if (ab_id.empty()) return {};
   constexpr std::string_view tags[] = {"AB"};
-  if (std::string block = find_in_databases(ab_id, tags); !block.empty()) return block;
-  if (std::string block = find_in_legacy_sources(ab_id, tags); !block.empty()) return block;
-  return find_in_file(environment("VKM_IDEAL_TXT"), ab_id, tags);
+  if (std::string block = find_in_databases(ab_id, tags, poll); !block.empty()) return block;
+  if (std::string block = find_in_legacy_sources(ab_id, tags, poll); !block.empty()) return block;
+  return find_in_file(environment("VKM_IDEAL_TXT"), ab_id, tags, poll);
 }
 
-std::string find_ideal_block_by_id(const std::string& block_id, const std::string& tag) {
+std::string find_ideal_block_by_id(const std::string& block_id, const std::string& tag, const Poll& poll) {
   if (block_id.empty()) return {};
   std::vector<std::string_view> tags{"AB", "HT", "TL"};
   if (!tag.empty()) tags = {tag};
-  if (std::string block = find_in_databases(block_id, tags); !block.empty()) return block;
-  return find_in_file(environment("VKM_IDEAL_TXT"), block_id, tags);
+  if (std::string block = find_in_databases(block_id, tags, poll); !block.empty()) return block;
+  return find_in_file(environment("VKM_IDEAL_TXT"), block_id, tags, poll);
 }
 
 std::string resolve_knot_fseries_path(const std::string& knot_id, const std::string& base_dir) {
@@ -150,6 +150,8 @@ std::string resolve_knot_fseries_path(const std::string& knot_id, const std::str
   return first_readable(paths);
 }
 
-std::string read_text_file(const std::string& path) { return read_file(path).value_or(std::string()); }
+std::string read_text_file(const std::string& path, const Poll& poll) {
+  return read_file(path, poll).value_or(std::string());
+}
 
 }  // namespace vkm

@@ -26,8 +26,8 @@ constexpr double eight_pi = 25.132741228718345;
 constexpr double sixteen_pi = 50.26548245743669;
 constexpr std::int32_t helicity_skip = 3;
 
-FourierBlock largest_block(const std::string& path) {
-  std::vector<FourierBlock> blocks = parse_fseries_multi(path);
+FourierBlock largest_block(const std::string& path, const Poll& poll) {
+  std::vector<FourierBlock> blocks = parse_fseries_multi(path, poll);
   if (blocks.empty()) throw std::runtime_error("no blocks parsed from: " + path);
   return std::move(blocks[static_cast<std::size_t>(index_of_largest_block(blocks))]);
 }
@@ -94,7 +94,7 @@ double rms_distance(const std::vector<Vec3>& a, const std::vector<Vec3>& b) {
 }  // namespace
 
 std::vector<Vec3> sample_curve_centered(const std::string& path, int nsamples, const Poll& poll) {
-  return sample_centered(largest_block(path), nsamples, poll);
+  return sample_centered(largest_block(path, poll), nsamples, poll);
 }
 
 FilamentEnergyResult compute_curve_metrics_from_fseries(const std::string& path, int nsamples, std::int32_t skip,
@@ -110,7 +110,7 @@ ResolvedTubeMetrics resolved_tube_metrics_from_fseries(const std::string& path, 
 HelicityResult compute_helicity_from_fseries(const std::string& path, const HelicityGrid& grid, const Poll& poll) {
   HelicityResult result;
   result.path = path;
-  const FourierBlock block = largest_block(path);
+  const FourierBlock block = largest_block(path, poll);
   take_measures(sample_centered(block, grid.nsamples, poll), helicity_skip, result, poll);
   std::tie(result.Hc, result.Hm, result.a_mu) = compute_helicity_from_fourier_block(
       block, grid.grid_size, grid.spacing, grid.interior_margin, grid.nsamples, poll);

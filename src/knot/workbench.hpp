@@ -85,9 +85,9 @@ struct HelicityGrid {
 };
 
 /// Brings a legacy file to six columns by replacing its leading three-column row by a row of zeros, whatever numbers
-/// stood in it. Writes the file in that one case only, in place, with line feeds for line ends. std::runtime_error if
-/// the file cannot be read, or cannot be written.
-CanonicalizeResult canonicalize_fseries_file_inplace(const std::string& path);
+/// stood in it. Writes the file in that one case only, as a whole, with line feeds for line ends. std::runtime_error if
+/// the file cannot be read, or cannot be written: the old one is as it was then.
+CanonicalizeResult canonicalize_fseries_file_inplace(const std::string& path, const Poll& poll = {});
 
 /// The samples, less their mean; none for nsamples below 1.
 std::vector<Vec3> sample_curve_centered(const std::string& path, int nsamples, const Poll& poll = {});

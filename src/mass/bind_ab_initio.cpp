@@ -70,13 +70,18 @@ void bind_ab_initio(py::module_& m) {
            "A copy of closed filaments, each a list of points of three floats. Any geometry is accepted.")
       .def(
           "relax",
-          [](E& self, std::int32_t iterations, double timestep) { self.relax(iterations, timestep, python_poll()); },
+          [](E& self, std::int32_t iterations, double timestep) {
+            const Changing changing(&self, "relax");
+            self.relax(iterations, timestep, python_poll());
+          },
           py::arg("iterations") = 1000, py::arg("timestep") = 0.01,
           "Relax the filaments by damped dynamics and scale them about their mean to the electron radius, "
           "2.81794034e-15 m.\n\nWith P the points, C their mean and d = P[i] - P[j], each sweep sums\n"
           "    F = ((P[next] - P) + (P[prev] - P)) 25 + (C - P) 15 + sum of (d / |d|) min(200, 0.5 / |d|^4)\n"
           "over the partners with 1e-8 < |d|^2 < 0.04, and steps V = (timestep F + V) 0.7, P = timestep V + P. The "
-          "same input gives the same bits on every machine. Ctrl-C leaves the filaments as they were.")
+          "same input gives the same bits on every machine. Ctrl-C leaves the filaments as they were. RuntimeError "
+          "from "
+          "within another relax of the same evaluator (in a signal's handler, or another thread).")
       .def("get_dimless_ropelength", &E::get_dimless_ropelength, py::arg("stretch_lambda") = 1.0,
            "Length of all filaments, closing segments included, in electron radii, over stretch_lambda squared.")
       .def("get_physical_length_m", &E::get_physical_length_m, "Length of all filaments, m.")
@@ -84,12 +89,12 @@ void bind_ab_initio(py::module_& m) {
            "Core energy, J: length times the line tension 14.5267535 J/m.")
       .def(
           "compute_tail_energy_J",
-          [](const E& self, bool include_tail) { return self.compute_tail_energy_J(include_tail, python_poll()); },
+          [](E self, bool include_tail) { return self.compute_tail_energy_J(include_tail, python_poll()); },
           py::arg("include_tail") = false,
           "Energy of the flow outside the core, J: the surrogate if include_tail, else 0.")
       .def(
           "get_mass_mev_ab_initio",
-          [](const E& self, bool include_tail) { return self.get_mass_mev_ab_initio(include_tail, python_poll()); },
+          [](E self, bool include_tail) { return self.get_mass_mev_ab_initio(include_tail, python_poll()); },
           py::arg("include_tail") = false, "Mass, MeV: core energy, and the tail's if include_tail and it is enabled.")
       .def("get_core_mass_mev_only", &E::get_core_mass_mev_only, "Mass of the core energy alone, MeV.")
       .def("set_tail_approx_config", &E::set_tail_approx_config, py::arg("config"),
@@ -98,16 +103,13 @@ void bind_ab_initio(py::module_& m) {
           "get_tail_approx_config", [](const E& self) { return TailApproxConfig(self.get_tail_approx_config()); },
           "A copy of the tail's configuration.")
       .def(
-          "compute_tail_energy_surrogate_J",
-          [](const E& self) { return self.compute_tail_energy_surrogate_J(python_poll()); },
+          "compute_tail_energy_surrogate_J", [](E self) { return self.compute_tail_energy_surrogate_J(python_poll()); },
           "Energy of the flow in shells around the filaments, J: the Biot-Savart field of all filaments sampled at "
           "equal angles on shells around every vertex, squared, times half the density 7e-7 kg/m^3 and the volume of "
           "the shell along the vertex's segment. 0 unless enabled in the configuration.")
       .def(
           "compute_relativistic_metrics",
-          [](const E& self, double circulation) {
-            return self.compute_relativistic_metrics(circulation, python_poll());
-          },
+          [](E self, double circulation) { return self.compute_relativistic_metrics(circulation, python_poll()); },
           py::arg("circulation") = default_circulation,
           "RelativisticMetrics of the first filament for a circulation in m^2/s.\n\nSources within 1e-6 of a point are "
           "left out, in the unit of the points: in a relaxed body all are, and the velocities vanish.")

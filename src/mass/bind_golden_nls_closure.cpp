@@ -26,7 +26,7 @@ void register_golden_nls_closure(py::module_& m) {
            "bare_mass phi^(-double_k).")
       .def(
           "infer_geometric_ratio",
-          [](const G& self, double target_mass, double tolerance, std::int32_t max_iter) {
+          [](G self, double target_mass, double tolerance, std::int32_t max_iter) {
             return self.infer_geometric_ratio(target_mass, tolerance, max_iter, python_poll());
           },
           py::arg("target_mass") = electron, py::arg("tolerance") = 1e-12, py::arg("max_iter") = 100,
@@ -35,7 +35,7 @@ void register_golden_nls_closure(py::module_& m) {
           "standard error warns.")
       .def(
           "infer_geometric_ratio_safe",
-          [](const G& self, double target_mass, double x0, double x_min, double x_max, double x_tol, double f_tol,
+          [](G self, double target_mass, double x0, double x_min, double x_max, double x_tol, double f_tol,
              std::int32_t max_iter) {
             return self.infer_geometric_ratio_safe(target_mass, x0, x_min, x_max, x_tol, f_tol, max_iter,
                                                    python_poll());

@@ -64,13 +64,13 @@ void register_knot_invariants(py::module_& m) {
 }
 
 void register_invariant_builders(py::module_& m) {
-  def_with_metadata<const FourierBlock&>(
+  def_with_metadata<FourierBlock>(
       m, "build_invariants_from_fourier_block",
       [](const FourierBlock& block, const KnotMetadata& metadata) {
         return build_invariants_from_fourier_block(block, metadata, python_poll());
       },
       block_doc, py::arg("block"));
-  def_with_metadata<const std::string&>(
+  def_with_metadata<std::string>(
       m, "build_invariants_from_fseries",
       [](const std::string& path, const KnotMetadata& metadata) {
         return build_invariants_from_fseries(path, metadata, python_poll());

@@ -46,7 +46,7 @@ void register_particle_model(py::module_& m) {
 }
 
 void register_particle_prediction(py::module_& m) {
-  def_with_metadata<const FourierBlock&, const P&>(
+  def_with_metadata<FourierBlock, P>(
       m, "predict_particle_from_fourier_block",
       [](const FourierBlock& block, const P& weights, const KnotMetadata& metadata) {
         return M(weights).predict(build_invariants_from_fourier_block(block, metadata, python_poll()));
@@ -55,7 +55,7 @@ void register_particle_prediction(py::module_& m) {
 
 KnotParticleModel(params).predict of build_invariants_from_fourier_block, whose arguments and errors hold.)",
       py::arg("block"), params());
-  def_with_metadata<const std::string&, const P&>(
+  def_with_metadata<std::string, P>(
       m, "predict_particle_from_fseries",
       [](const std::string& path, const P& weights, const KnotMetadata& metadata) {
         return M(weights).predict(build_invariants_from_fseries(path, metadata, python_poll()));

@@ -46,7 +46,7 @@ template <class Model, class Params>
 void def_dataset_evaluator(py::module_& m, const char* name, const char* params_default, const char* doc) {
   m.def(
       name,
-      [](const std::vector<KnotState>& states, const Params& params, const CanonicalConstants& values) {
+      [](const std::vector<KnotState>& states, Params params, CanonicalConstants values) {
         return evaluate_knot_dataset(states, Model(params), values, python_poll());
       },
       py::arg("dataset"), py::arg_v("params", Params{}, params_default), constants(), doc);

@@ -72,7 +72,7 @@ KnotInvariants build_invariants_from_fourier_block(const FourierBlock& block, co
 }
 
 KnotInvariants build_invariants_from_fseries(const std::string& path, const KnotMetadata& metadata, const Poll& poll) {
-  const std::vector<FourierBlock> blocks = parse_fseries_multi(path);
+  const std::vector<FourierBlock> blocks = parse_fseries_multi(path, poll);
   const int largest = index_of_largest_block(blocks);
   if (largest < 0) throw std::runtime_error("build_invariants_from_fseries: no Fourier block in file: " + path);
   KnotMetadata named = metadata;

@@ -45,7 +45,7 @@ ParticleEvaluator::ParticleEvaluator(const std::string& knot_ab_id, std::int32_t
         "are blocked for CanonMass. Set allow_non_canonical_geometry_for_research_only=True for research only. Got: " +
         knot_ab_id);
   }
-  const std::string text = find_ideal_ab_block_by_id(knot_ab_id);
+  const std::string text = find_ideal_ab_block_by_id(knot_ab_id, poll);
   if (text.empty()) {
     throw std::runtime_error("[!] VKMcore: Knoop ID " + knot_ab_id + " niet gevonden in ideal.txt / ideal catalog.");
   }
@@ -59,7 +59,8 @@ ParticleEvaluator::ParticleEvaluator(std::vector<std::vector<Vec3>> input_filame
     : filaments_(std::move(input_filaments)) {}
 
 void ParticleEvaluator::relax(std::int32_t iterations, double timestep, const Poll& poll) {
-  filaments_ = relaxed(filaments_, iterations, timestep, poll);
+  const auto before = filaments_;  // what a poll may replace
+  filaments_ = relaxed(before, iterations, timestep, poll);
 }
 
 double ParticleEvaluator::get_dimless_ropelength(double stretch_lambda) const {

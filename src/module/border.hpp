@@ -6,12 +6,6 @@
 /// Conversion of an array comes first (force-cast to float64), its shape check second, computation last. The text of
 /// a failed check is the caller's, since functions differ in it. Results are fresh arrays that own their memory.
 
-#include <pybind11/complex.h>
-#include <pybind11/numpy.h>
-#include <pybind11/pybind11.h>
-#include <pybind11/stl.h>
-#include <pybind11/typing.h>
-
 #include <memory>
 #include <span>
 #include <stdexcept>
@@ -22,6 +16,7 @@
 #include "core/lanes.hpp"
 #include "core/poll.hpp"
 #include "core/vec3.hpp"
+#include "module/casters.hpp"
 
 namespace py = pybind11;
 
@@ -52,17 +47,21 @@ py::array_t<double> array_from(const Lanes& points);
 py::array_t<double> array_from(std::span<const double> values);
 py::array_t<double> array_from(std::span<const double> values, const std::vector<py::ssize_t>& shape);
 
-/// Reads an exact list of rows (lists or tuples of three floats), or of floats, or a float64 array of the same shape;
-/// false, with any values, for everything else.
-bool read_directly(py::handle source, std::vector<Vec3>& points);
-bool read_directly(py::handle source, std::vector<double>& values);
-
-/// A new list of lists of three floats, or of floats.
-py::handle list_of(std::span<const Vec3> points);
-py::handle list_of(std::span<const double> values);
-
-/// A poll for long loops: raises KeyboardInterrupt (or what the pending signal's handler raises).
+/// poll_python as a poll for long loops.
 Poll python_poll();
+
+/// Held by a call that changes an object and polls meanwhile, so that none of two such calls is lost: the second one,
+/// made by a signal's handler or another thread, raises RuntimeError.
+class Changing {
+ public:
+  Changing(const void* object, const char* what);
+  ~Changing();
+  Changing(const Changing&) = delete;
+  Changing& operator=(const Changing&) = delete;
+
+ private:
+  const void* object_;
+};
 
 /// A bound class. Its native destructor runs without the interpreter lock, which is held everywhere else: a large
 /// object that goes away does not hold up other Python threads.
@@ -86,44 +85,12 @@ void def_list_readonly(Class& cls, const char* name, List Record::* member, cons
   cls.def_property_readonly(name, [member](const Record& self) { return self.*member; }, doc);
 }
 
+/// Binds a read-write attribute that is text: str alone, not bytes, so that it is valid UTF-8.
+template <class Class, class Record>
+void def_text(Class& cls, const char* name, std::string Record::* member, const char* doc) {
+  cls.def_property(
+      name, [member](const Record& self) { return self.*member; },
+      [member](Record& self, const py::str& value) { self.*member = value; }, doc);
+}
+
 }  // namespace vkm
-
-namespace pybind11::detail {
-
-/// Lists of points. Exact lists or tuples of three floats and (N, 3) float64 arrays are read directly, everything
-/// else by the standard container conversion; the results are the same. It buys a factor of several on long lists.
-template <>
-struct type_caster<std::vector<vkm::Vec3>> : list_caster<std::vector<vkm::Vec3>, vkm::Vec3> {
-  using Generic = list_caster<std::vector<vkm::Vec3>, vkm::Vec3>;
-
-  bool load(handle src, bool convert) { return vkm::read_directly(src, value) || Generic::load(src, convert); }
-
-  static handle cast(std::span<const vkm::Vec3> points, return_value_policy, handle) { return vkm::list_of(points); }
-};
-
-/// Lists of floats, in the same way: exact lists of floats and float64 arrays of one dimension are read directly.
-template <>
-struct type_caster<std::vector<double>> : list_caster<std::vector<double>, double> {
-  using Generic = list_caster<std::vector<double>, double>;
-
-  bool load(handle src, bool convert) { return vkm::read_directly(src, value) || Generic::load(src, convert); }
-
-  static handle cast(std::span<const double> numbers, return_value_policy, handle) { return vkm::list_of(numbers); }
-};
-
-/// Arguments that a function reads through a span: lists, held as vectors for the time of the call.
-template <class T>
-struct type_caster<std::span<const T>> {
-  using List = make_caster<std::vector<T>>;
-  static constexpr auto name = List::name;
-  template <class>
-  using cast_op_type = std::span<const T>;
-
-  bool load(handle src, bool convert) { return list_.load(src, convert); }
-  operator std::span<const T>() { return static_cast<std::vector<T>&>(list_); }
-
- private:
-  List list_;
-};
-
-}  // namespace pybind11::detail

@@ -1,6 +1,7 @@
 // The extension's entry, and the index of its interface: the ordered table of binders.
 
 #include "module/binders.hpp"
+#include "module/class_guards.hpp"
 #include "module/list_bindings.hpp"
 
 namespace vkm {
@@ -77,4 +78,5 @@ PYBIND11_MODULE(_native, m) {
   m.doc() = "VKMcore Bindings";
   for (const auto& binder : vkm::binders) binder.bind(m);
   vkm::bind_list_bindings(m);
+  vkm::guard_classes(m);
 }

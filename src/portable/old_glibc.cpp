@@ -8,6 +8,7 @@
 #include <pthread.h>
 #include <sys/random.h>
 #include <sys/syscall.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <cstdint>
@@ -35,6 +36,19 @@ VKM_HIDDEN int pthread_create(pthread_t* thread, const pthread_attr_t* attribute
 }
 VKM_HIDDEN int pthread_join(pthread_t thread, void** result) { return old_pthread_join(thread, result); }
 VKM_HIDDEN int pthread_detach(pthread_t thread) { return old_pthread_detach(thread); }
+
+// New in glibc 2.30. Waiting by the wall clock ends earlier or later if that is set meanwhile; callers then wait again.
+VKM_HIDDEN int pthread_cond_clockwait(pthread_cond_t* condition, pthread_mutex_t* mutex, clockid_t clock,
+                                      const timespec* until) {
+  timespec now, wall;
+  clock_gettime(clock, &now);
+  clock_gettime(CLOCK_REALTIME, &wall);
+  wall.tv_sec += until->tv_sec - now.tv_sec;
+  wall.tv_nsec += until->tv_nsec - now.tv_nsec;
+  if (wall.tv_nsec < 0) --wall.tv_sec, wall.tv_nsec += 1'000'000'000;
+  if (wall.tv_nsec >= 1'000'000'000) ++wall.tv_sec, wall.tv_nsec -= 1'000'000'000;
+  return pthread_cond_timedwait(condition, mutex, &wall);
+}
 
 // Inline functions of the headers before glibc 2.33. The kernel's `struct stat` is that of glibc.
 VKM_HIDDEN int stat_of_path(const char* path, void* out) __asm__("stat");

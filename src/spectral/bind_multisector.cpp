@@ -27,17 +27,18 @@ using OptionalArray = std::optional<DoubleArray>;
 template <class T>
 std::vector<T> vector_from(const Array<T>& array, const std::string& name, const char* argument) {
   if (array.ndim() != 1) throw std::runtime_error(name + "(" + argument + "): expected a 1D array");
-  const auto view = array.template unchecked<1>();
-  std::vector<T> values(static_cast<std::size_t>(view.shape(0)));
-  for (py::ssize_t i = 0; i < view.shape(0); ++i) values[static_cast<std::size_t>(i)] = view(i);
+  std::vector<T> values;
+  append_rows(values, py::reinterpret_borrow<py::array_t<T, 0>>(array));
   return values;
 }
 
 py::array_t<Complex> complex_array(const std::vector<Complex>& values) {
+  require_memory(values.size(), sizeof(Complex));
   return py::array_t<Complex>(static_cast<py::ssize_t>(values.size()), values.data());
 }
 
 py::array_t<std::int64_t> index_array(const std::vector<std::int64_t>& values) {
+  require_memory(values.size(), sizeof(std::int64_t));
   return py::array_t<std::int64_t>(static_cast<py::ssize_t>(values.size()), values.data());
 }
 
@@ -190,14 +191,14 @@ void bind_node_analyzer(py::module_& m) {
   cls.def_static(
       "local_minima_indices",
       [](const DoubleArray& y) {
-        return index_array(local_minima_indices(vector_from(y, "local_minima_indices", "y")));
+        return index_array(local_minima_indices(vector_from(y, "local_minima_indices", "y"), python_poll()));
       },
       py::arg("y"),
       "Indices 1 .. n - 2 with both neighbours at least y(i). Inclusive: every inner point of a flat stretch counts.");
   cls.def_static(
       "local_maxima_indices",
       [](const DoubleArray& y) {
-        return index_array(local_maxima_indices(vector_from(y, "local_maxima_indices", "y")));
+        return index_array(local_maxima_indices(vector_from(y, "local_maxima_indices", "y"), python_poll()));
       },
       py::arg("y"), "Indices 1 .. n - 2 with y(i) at least both neighbours. Inclusive.");
   cls.def_static(
@@ -208,14 +209,15 @@ void bind_node_analyzer(py::module_& m) {
         if (points.size() != values.size()) {
           throw std::runtime_error("strongest_minima_t: t and y must have same length");
         }
-        return array_from(strongest_minima_t(points, values, keep_count));
+        return array_from(strongest_minima_t(points, values, keep_count, python_poll()));
       },
       py::arg("t"), py::arg("y"), py::arg("keep_count"),
       "The t of the keep_count deepest local minima of y, ascending. t and y have the same shape (n,).");
   cls.def_static(
       "strongest_minima_values",
       [](const DoubleArray& y, std::uint64_t keep_count) {
-        return array_from(strongest_minima_values(vector_from(y, "strongest_minima_values", "y"), keep_count));
+        return array_from(
+            strongest_minima_values(vector_from(y, "strongest_minima_values", "y"), keep_count, python_poll()));
       },
       py::arg("y"), py::arg("keep_count"), "The keep_count least values at local minima of y, ascending.");
   cls.def_static(
@@ -227,8 +229,8 @@ void bind_node_analyzer(py::module_& m) {
         const auto values = vector_from(y, name, "y");
         const auto targets = vector_from(target_nodes, name, "target_nodes");
         if (points.size() != values.size()) throw std::runtime_error(name + ": t and y must have same length");
-        return array_from(
-            strongest_minima_t_by_windows(points, values, {targets, target_halfwidth}, keep_only_outside, keep_count));
+        return array_from(strongest_minima_t_by_windows(points, values, {targets, target_halfwidth}, keep_only_outside,
+                                                        keep_count, python_poll()));
       },
       py::arg("t"), py::arg("y"), py::arg("target_nodes"), py::arg("target_halfwidth"), py::arg("keep_only_outside"),
       py::arg("keep_count"),
@@ -243,8 +245,8 @@ void bind_node_analyzer(py::module_& m) {
         const auto values = vector_from(y, name, "y");
         const auto targets = vector_from(target_nodes, name, "target_nodes");
         if (points.size() != values.size()) throw std::runtime_error(name + ": t and y must have same length");
-        return extra_minima_penalty(points, values, {targets, target_halfwidth}, sigma_extra,
-                                    penalize_all_extra_minima);
+        return extra_minima_penalty(points, values, {targets, target_halfwidth}, sigma_extra, penalize_all_extra_minima,
+                                    python_poll());
       },
       py::arg("t"), py::arg("y"), py::arg("target_nodes"), py::arg("target_halfwidth"), py::arg("sigma_extra"),
       py::arg("penalize_all_extra_minima") = true,
@@ -260,6 +262,7 @@ void bind_trace_formula(py::module_& m) {
       [](const DoubleArray& t_values, const Array<std::int32_t>& sectors, const DoubleArray& thetas,
          const OptionalArray& sector_weights, double ell_trefoil, std::uint64_t truncation_M) {
         const Arguments args("evaluate_multisector_logz", second_texts, t_values, sectors, thetas, sector_weights);
+        require_memory(args.t.size(), sizeof(Complex));
         py::array_t<Complex> result(static_cast<py::ssize_t>(args.t.size()));
         Complex* out = result.mutable_data();
         log_cycle_products(

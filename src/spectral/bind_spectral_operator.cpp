@@ -87,7 +87,7 @@ void bind_records(py::module_& m) {
 void bind_potentials(py::class_<TrefoilOperator>& cls) {
   cls.def_static(
       "build_potential_from_options",
-      [](double u_min, double u_max, std::uint64_t n, const PotentialOptions& opts) {
+      [](double u_min, double u_max, std::uint64_t n, PotentialOptions opts) {
         return array_from(spectral::build_potential_from_options({u_min, u_max, n}, opts, python_poll()));
       },
       py::arg("u_min"), py::arg("u_max"), py::arg("n"), py::arg("opts"),
@@ -134,7 +134,7 @@ void bind_matrices(py::class_<TrefoilOperator>& cls) {
   cls.def_static(
       "build_uniform_grid",
       [](double u_min, double u_max, std::uint64_t n) {
-        return array_from(spectral::build_uniform_grid({u_min, u_max, n}));
+        return array_from(spectral::build_uniform_grid({u_min, u_max, n}, python_poll()));
       },
       py::arg("u_min"), py::arg("u_max"), py::arg("n"),
       "The points u_min + i h, h = (u_max - u_min) / (n - 1), shape (n,). RuntimeError for n < 2.");
@@ -252,7 +252,7 @@ void bind_spectra(py::class_<TrefoilOperator>& cls) {
       "logdet_from_eigenvalues",
       [](const DoubleArray& eigenvalues, double regularization) {
         return spectral::logdet_from_eigenvalues(vector_from(eigenvalues, "logdet_from_eigenvalues(eigenvalues)"),
-                                                 regularization);
+                                                 regularization, python_poll());
       },
       py::arg("eigenvalues"), py::arg("regularization") = 1e-15,
       "The sum of ln(|e| + regularization), a log-determinant of magnitudes.");
@@ -327,7 +327,7 @@ void bind_spectra(py::class_<TrefoilOperator>& cls) {
       [](const DoubleArray& eigenvalues, const DoubleArray& targets) {
         const auto spectrum = vector_from(eigenvalues, "nearest_eigenvalues_to_targets(eigenvalues)");
         return array_from(spectral::nearest_eigenvalues_to_targets(
-            spectrum, vector_from(targets, "nearest_eigenvalues_to_targets(targets)")));
+            spectrum, vector_from(targets, "nearest_eigenvalues_to_targets(targets)"), python_poll()));
       },
       py::arg("eigenvalues"), py::arg("targets"),
       "The eigenvalue nearest to each target, the first on a tie, shape of targets. ValueError if there are targets\n"

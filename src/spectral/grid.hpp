@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "core/poll.hpp"
+
 namespace vkm {
 
 /// A uniform grid of n points, ends included.
@@ -17,7 +19,7 @@ struct Grid1D {
 namespace spectral {
 
 /// The points u_min + i h; std::runtime_error for n below 2.
-std::vector<double> build_uniform_grid(const Grid1D& grid);
+std::vector<double> build_uniform_grid(const Grid1D& grid, const Poll& poll = {});
 
 }  // namespace spectral
 

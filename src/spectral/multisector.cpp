@@ -25,8 +25,9 @@ LogPrefactor log_completion(const MultisectorConfig& config) {
 }
 
 /// Mismatch of the deepest minima of y, nothing for too few of them.
-std::optional<double> node_mismatch(std::span<const double> t, std::span<const double> y, const TargetNodes& targets) {
-  const std::vector<double> minima = strongest_minima_t(t, y, targets.t.size());
+std::optional<double> node_mismatch(std::span<const double> t, std::span<const double> y, const TargetNodes& targets,
+                                    const Poll& poll) {
+  const std::vector<double> minima = strongest_minima_t(t, y, targets.t.size(), poll);
   if (minima.size() < targets.t.size()) return std::nullopt;
   double sum = 0.0;
   for (std::size_t k = 0; k < targets.t.size(); ++k) {
@@ -97,7 +98,7 @@ std::vector<double> evaluate_multisector_abs(std::span<const double> t, const Se
 
 double objective_near_nodes(std::span<const double> t, const Sectors& sectors, const MultisectorConfig& config,
                             const TargetNodes& targets, const Poll& poll) {
-  return node_mismatch(t, single_abs(t, sectors, config, poll), targets).value_or(too_few_minima);
+  return node_mismatch(t, single_abs(t, sectors, config, poll), targets, poll).value_or(too_few_minima);
 }
 
 SuppressedObjective objective_suppressed(std::span<const double> t, const Sectors& sectors,
@@ -105,14 +106,14 @@ SuppressedObjective objective_suppressed(std::span<const double> t, const Sector
                                          const SuppressionOptions& options, const Poll& poll) {
   const std::vector<double> y = single_abs(t, sectors, config, poll);
   SuppressedObjective objective;
-  const std::optional<double> mismatch = node_mismatch(t, y, targets);
+  const std::optional<double> mismatch = node_mismatch(t, y, targets, poll);
   if (!mismatch) {
     objective.total = too_few_minima;
     return objective;
   }
   objective.mismatch = *mismatch;
   objective.extra_penalty = extra_minima_penalty(t, y, {targets.t, options.target_halfwidth}, options.sigma_extra,
-                                                 options.penalize_all_extra_minima);
+                                                 options.penalize_all_extra_minima, poll);
   for (const double weight : sectors.weights) objective.reg_penalty += (weight - 1.0) * (weight - 1.0);
   objective.total =
       options.lambda_extra * objective.extra_penalty + objective.mismatch + options.lambda_reg * objective.reg_penalty;

@@ -8,16 +8,19 @@
 #include <span>
 #include <vector>
 
+#include "core/poll.hpp"
+
 namespace vkm {
 
-std::vector<std::int64_t> local_minima_indices(std::span<const double> y);
-std::vector<std::int64_t> local_maxima_indices(std::span<const double> y);
+std::vector<std::int64_t> local_minima_indices(std::span<const double> y, const Poll& poll = {});
+std::vector<std::int64_t> local_maxima_indices(std::span<const double> y, const Poll& poll = {});
 
 /// The t of the `keep_count` deepest minima, ascending. Equal depths rank in the order of their indices.
-std::vector<double> strongest_minima_t(std::span<const double> t, std::span<const double> y, std::uint64_t keep_count);
+std::vector<double> strongest_minima_t(std::span<const double> t, std::span<const double> y, std::uint64_t keep_count,
+                                       const Poll& poll = {});
 
 /// The `keep_count` least values at local minima, ascending.
-std::vector<double> strongest_minima_values(std::span<const double> y, std::uint64_t keep_count);
+std::vector<double> strongest_minima_values(std::span<const double> y, std::uint64_t keep_count, const Poll& poll = {});
 
 /// Windows [target - halfwidth, target + halfwidth] around the targets.
 struct TargetWindows {
@@ -30,10 +33,10 @@ struct TargetWindows {
 /// strongest_minima_t of the minima outside all windows (`keep_only_outside`), or of those inside any.
 std::vector<double> strongest_minima_t_by_windows(std::span<const double> t, std::span<const double> y,
                                                   const TargetWindows& windows, bool keep_only_outside,
-                                                  std::uint64_t keep_count);
+                                                  std::uint64_t keep_count, const Poll& poll = {});
 
 /// The sum of exp(-y / sigma) over the minima outside all windows, or its first term alone unless `penalize_all`.
 double extra_minima_penalty(std::span<const double> t, std::span<const double> y, const TargetWindows& windows,
-                            double sigma, bool penalize_all);
+                            double sigma, bool penalize_all, const Poll& poll = {});
 
 }  // namespace vkm

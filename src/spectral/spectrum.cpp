@@ -1,5 +1,6 @@
 #include "spectral/spectrum.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 
@@ -8,9 +9,13 @@
 
 namespace vkm::spectral {
 
-double logdet_from_eigenvalues(std::span<const double> eigenvalues, double regularization) {
+double logdet_from_eigenvalues(std::span<const double> eigenvalues, double regularization, const Poll& poll) {
+  Heartbeat heartbeat(poll);
   double sum = 0.0;
-  for (const double e : eigenvalues) sum += vkm::log(std::fabs(e) + regularization);
+  for (std::size_t i = 0; i < eigenvalues.size(); ++i) {
+    sum += vkm::log(std::fabs(eigenvalues[i]) + regularization);
+    heartbeat.tick(i, 4096);
+  }
   return sum;
 }
 
@@ -32,17 +37,22 @@ std::vector<double> spectral_density_histogram(std::span<const double> eigenvalu
   return counts;
 }
 
-std::vector<double> nearest_eigenvalues_to_targets(std::span<const double> eigenvalues,
-                                                   std::span<const double> targets) {
+std::vector<double> nearest_eigenvalues_to_targets(std::span<const double> eigenvalues, std::span<const double> targets,
+                                                   const Poll& poll) {
   if (eigenvalues.empty() && !targets.empty()) {
     throw std::invalid_argument("nearest_eigenvalues_to_targets: eigenvalues must not be empty");
   }
   std::vector<double> nearest;
   nearest.reserve(targets.size());
+  constexpr std::size_t part = 16384;
+  Heartbeat heartbeat(poll);
   for (const double target : targets) {
     double best = eigenvalues[0];
-    for (const double e : eigenvalues) {
-      if (std::fabs(e - target) < std::fabs(best - target)) best = e;
+    for (std::size_t begin = 0; begin < eigenvalues.size(); begin += part) {
+      for (const double e : eigenvalues.subspan(begin, std::min(part, eigenvalues.size() - begin))) {
+        if (std::fabs(e - target) < std::fabs(best - target)) best = e;
+      }
+      heartbeat.tick();
     }
     nearest.push_back(best);
   }

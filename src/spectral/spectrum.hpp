@@ -14,7 +14,7 @@
 namespace vkm::spectral {
 
 /// The sum of ln(|e| + regularization), a log-determinant of magnitudes.
-double logdet_from_eigenvalues(std::span<const double> eigenvalues, double regularization);
+double logdet_from_eigenvalues(std::span<const double> eigenvalues, double regularization, const Poll& poll = {});
 
 /// Counts of the eigenvalues in x_min <= e < x_max, in bins of equal width; std::runtime_error unless x_min < x_max
 /// and n_bins > 0.
@@ -22,8 +22,8 @@ std::vector<double> spectral_density_histogram(std::span<const double> eigenvalu
                                                std::uint64_t n_bins);
 
 /// For each target the eigenvalue nearest to it, the first on a tie; std::invalid_argument if there is none.
-std::vector<double> nearest_eigenvalues_to_targets(std::span<const double> eigenvalues,
-                                                   std::span<const double> targets);
+std::vector<double> nearest_eigenvalues_to_targets(std::span<const double> eigenvalues, std::span<const double> targets,
+                                                   const Poll& poll = {});
 
 /// Spectrum of the Schroedinger matrix with this potential, which must have grid.n entries.
 SpectralSolveResult solve_with_potential(const Grid1D& grid, const BoundaryOptions& boundary,

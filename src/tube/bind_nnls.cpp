@@ -31,20 +31,20 @@ Args:
 
 Returns: NNLSResult; never raises for bad sizes, see `converged`.)";
 
-constexpr auto coordinate_descent = [](const RigidityMatrix& matrix, const Vector& target, std::uint64_t max_iterations,
+constexpr auto coordinate_descent = [](RigidityMatrix matrix, const Vector& target, std::uint64_t max_iterations,
                                        double tolerance) {
   return solve_by_coordinate_descent(matrix, target, {max_iterations, tolerance}, python_poll());
 };
-constexpr auto coordinate_descent_sparse = [](const SparseRigidityMatrix& matrix, const Vector& target,
+constexpr auto coordinate_descent_sparse = [](SparseRigidityMatrix matrix, const Vector& target,
                                               std::uint64_t max_iterations, double tolerance) {
   return solve_by_coordinate_descent(matrix, target, {max_iterations, tolerance}, python_poll());
 };
-constexpr auto active_set = [](const RigidityMatrix& matrix, const Vector& target, std::uint64_t max_iterations,
+constexpr auto active_set = [](RigidityMatrix matrix, const Vector& target, std::uint64_t max_iterations,
                                double tolerance, double ridge) {
   return solve_by_active_set(matrix, target, {max_iterations, tolerance, ridge}, python_poll());
 };
-constexpr auto active_set_sparse = [](const SparseRigidityMatrix& matrix, const Vector& target,
-                                      std::uint64_t max_iterations, double tolerance, double ridge) {
+constexpr auto active_set_sparse = [](SparseRigidityMatrix matrix, const Vector& target, std::uint64_t max_iterations,
+                                      double tolerance, double ridge) {
   return solve_by_active_set(matrix, target, {max_iterations, tolerance, ridge}, python_poll());
 };
 

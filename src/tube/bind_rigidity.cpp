@@ -104,31 +104,33 @@ void register_contact_stress_record(py::module_& m) {
 }
 
 void register_contact_stress_map(py::module_& m) {
-  const auto build = [](const Points& points, const ResolvedTubeMetrics& tube, bool include_struts, bool include_kinks,
+  const auto build = [](const Points& points, ResolvedTubeMetrics tube, bool include_struts, bool include_kinks,
                         double kink_finite_difference_step, bool use_analytic_kink_gradient) {
     return build_rigidity_matrix(
         points, tube, {include_struts, include_kinks, {use_analytic_kink_gradient, kink_finite_difference_step}},
         python_poll());
   };
-  const auto build_sparse = [](const Points& points, const ResolvedTubeMetrics& tube, bool include_struts,
-                               bool include_kinks, double kink_finite_difference_step,
-                               bool use_analytic_kink_gradient) {
+  const auto build_sparse = [](const Points& points, ResolvedTubeMetrics tube, bool include_struts, bool include_kinks,
+                               double kink_finite_difference_step, bool use_analytic_kink_gradient) {
     return build_sparse_rigidity_matrix(
         points, tube, {include_struts, include_kinks, {use_analytic_kink_gradient, kink_finite_difference_step}},
         python_poll());
   };
+  const auto write_matrix = [](SparseRigidityMatrix sparse, const std::string& path, bool one_based_indices) {
+    write_sparse_matrix_market(sparse, path, one_based_indices, python_poll());
+  };
   const auto write_market = [](const std::vector<double>& vector, const std::string& path) {
-    write_vector_market(vector, path);
+    write_vector_market(vector, path, python_poll());
   };
   const auto write_csv = [](const std::vector<double>& vector, const std::string& path) {
-    write_vector_csv(vector, path);
+    write_vector_csv(vector, path, python_poll());
   };
   constexpr const char* matrix_market_doc =
-      "Write the matrix as a Matrix Market coordinate file, 17 significant digits. Raises RuntimeError if the file\n"
-      "cannot be opened.";
+      "Write the matrix as a Matrix Market coordinate file, 17 significant digits, and replace the file by it as a\n"
+      "whole. Raises RuntimeError if the file cannot be opened or written; the old one stays then.";
   constexpr const char* vector_market_doc =
-      "Write the floats as a Matrix Market array file, 17 significant digits. Raises RuntimeError if the file cannot\n"
-      "be opened.";
+      "Write the floats as a Matrix Market array file, 17 significant digits, and replace the file by it as a whole.\n"
+      "Raises RuntimeError if the file cannot be opened or written; the old one stays then.";
 
   auto map = bound_class<ContactStressMap>(m, "ContactStressMap",
                                            "Rigidity matrices of resolved tubes and the stress that contacts carry.");
@@ -147,17 +149,18 @@ void register_contact_stress_map(py::module_& m) {
   both_builders("build_sparse_rigidity_matrix", "resolved_tube_build_sparse_rigidity_matrix", build_sparse, sparse_doc);
   map.def_static("sparse_to_dense", &sparse_to_dense, py::arg("sparse"),
                  "The dense matrix of the same columns; entries at or beyond row_count are ignored.");
-  both("write_sparse_matrix_market", "resolved_tube_write_matrix_market", &write_sparse_matrix_market,
-       py::arg("sparse"), py::arg("path"), py::arg("one_based_indices") = true, matrix_market_doc);
+  both("write_sparse_matrix_market", "resolved_tube_write_matrix_market", write_matrix, py::arg("sparse"),
+       py::arg("path"), py::arg("one_based_indices") = true, matrix_market_doc);
   both("write_vector_market", "resolved_tube_write_vector_market", write_market, py::arg("vector"), py::arg("path"),
        vector_market_doc);
-  map.def_static("write_vector_csv", write_csv, py::arg("vector"), py::arg("path"),
-                 "Write the floats as CSV with the header row,value, 17 significant digits. Raises RuntimeError if\n"
-                 "the file cannot be opened.");
+  map.def_static(
+      "write_vector_csv", write_csv, py::arg("vector"), py::arg("path"),
+      "Write the floats as CSV with the header row,value, 17 significant digits, and replace the file by it as a\n"
+      "whole. Raises RuntimeError if the file cannot be opened or written; the old one stays then.");
 }
 
 void register_contact_diagnosis(py::module_& m) {
-  const auto diagnose = [](const Points& points, const ResolvedTubeMetrics& tube, bool solve_nnls,
+  const auto diagnose = [](const Points& points, ResolvedTubeMetrics tube, bool solve_nnls,
                            std::uint64_t max_iterations, double tolerance, bool use_sparse_solver,
                            bool use_analytic_kink_gradient, bool use_active_set_solver) {
     const ContactFit fit{

@@ -97,15 +97,14 @@ void register_results(py::module_& m) {
       .def_readwrite("reason", &TighteningResult::reason, "Why the run ended.");
 }
 
-constexpr auto plain = [](const Points& initial_points, const TighteningOptions& options) {
+constexpr auto plain = [](const Points& initial_points, TighteningOptions options) {
   return tighten(initial_points, options, python_poll());
 };
-constexpr auto watched = [](const Points& initial_points, const TighteningOptions& options, const py::function& watch) {
+constexpr auto watched = [](const Points& initial_points, TighteningOptions options, const py::function& watch) {
   return tighten(initial_points, options, python_poll(),
                  [&](const TighteningStepRecord& step, const Points& points) { watch(step, points); });
 };
-constexpr auto unbalanced = [](const Points& points, const ResolvedTubeMetrics& tube,
-                               const TighteningOptions& options) {
+constexpr auto unbalanced = [](const Points& points, ResolvedTubeMetrics tube, TighteningOptions options) {
   return projected_gradient(points, tube, options, nullptr, python_poll());
 };
 
@@ -134,7 +133,7 @@ void register_tightener(py::module_& m) {
           "already, where it has none, or where the target is not positive and finite.")
       .def_static(
           "correct_thickness",
-          [](const Points& points, double target_thickness, const TighteningOptions& given) {
+          [](const Points& points, double target_thickness, TighteningOptions given) {
             return correct_thickness(points, target_thickness, given, python_poll());
           },
           py::arg("points"), py::arg("target_thickness"), options,

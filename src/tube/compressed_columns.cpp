@@ -1,5 +1,6 @@
 #include "tube/compressed_columns.hpp"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/memory.hpp"
@@ -21,11 +22,23 @@ CompressedColumns::CompressedColumns(const SparseRigidityMatrix& matrix) : row_c
   }
 }
 
-void CompressedColumns::times(std::span<const double> x, std::vector<double>& product) const {
-  require_memory(row_count_, 8);
-  product.assign(row_count_, 0.0);
+std::uint64_t CompressedColumns::rows_in_use() const {
+  std::uint64_t end = 0;
   for (const Entry& entry : entries_) {
-    if (entry.row < row_count_ && x[entry.column] != 0.0) product[entry.row] += entry.value * x[entry.column];
+    if (entry.row < row_count_) end = std::max(end, entry.row + 1);
+  }
+  return end;
+}
+
+void CompressedColumns::times(std::span<const double> x, std::vector<double>& product) const {
+  times(x, product, row_count_);
+}
+
+void CompressedColumns::times(std::span<const double> x, std::vector<double>& product, std::uint64_t rows) const {
+  require_memory(rows, 8);
+  product.assign(rows, 0.0);
+  for (const Entry& entry : entries_) {
+    if (entry.row < rows && x[entry.column] != 0.0) product[entry.row] += entry.value * x[entry.column];
   }
 }
 

@@ -30,6 +30,14 @@ class CompressedColumns {
   /// x exactly 0.
   void times(std::span<const double> x, std::vector<double>& product) const;
 
+  /// The first `rows` elements of it.
+  void times(std::span<const double> x, std::vector<double>& product, std::uint64_t rows) const;
+
+  std::uint64_t row_count() const { return row_count_; }
+
+  /// One more than the greatest row below row_count that has an entry: A x is 0 from there on.
+  std::uint64_t rows_in_use() const;
+
  private:
   std::uint64_t row_count_;
   std::vector<Entry> entries_;

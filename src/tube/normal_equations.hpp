@@ -6,6 +6,7 @@
 /// changes no bit of a sum that starts at +0, and each sum keeps its order, row by row.
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -45,6 +46,7 @@ class NormalEquations {
   CompressedColumns columns_;
   std::vector<double> gram_;
   std::vector<double> c_;
+  std::uint64_t residual_rows_;
   mutable std::vector<double> residual_;
 };
 

@@ -21,13 +21,13 @@ evaluator = n.ParticleEvaluator("3:1:1", 300)
 evaluator.relax(50, 0.01)
 metrics = evaluator.compute_relativistic_metrics()
 out += [metrics.time_dilation_map, evaluator.get_dimless_ropelength()]
-out.append(np.array(n.sample_circle(1.0, 1000)))
+out.append(np.array(n.sample_circle(1000)))
 block = n.FourierBlock()
 for axis in ("a_x", "b_x", "a_y", "b_y", "a_z", "b_z"):
     setattr(block, axis, rng.normal(size=12).tolist())
 s = np.linspace(0.0, 700.0, 3000)
 points = np.array(n.evaluate_fourier_block(block, s))
-out += [points, n.compute_polygonal_gauss(points[:200], points[200:400]), n.swirl_field(200, 0.3)]
+out += [points, n.compute_polygonal_gauss(points[:200], points[200:400]), np.array(n.compute_swirl_field(200, 0.3))]
 exact = [v.tobytes() if isinstance(v, np.ndarray) else v for v in out]
 print(hashlib.sha256(repr(exact).encode()).hexdigest())
 """

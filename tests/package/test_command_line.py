@@ -16,7 +16,7 @@ from click.testing import CliRunner
 from vkmcore import ParticleEvaluator, TailApproxConfig, get_embedded_knot_files, load_embedded_ideal_text
 from vkmcore.cli import cli
 
-QUICK = ["--resolution", "120", "--iterations", "20"]
+QUICK = ["--library-defaults", "--resolution", "120", "--iterations", "20"]
 
 
 def run(*arguments):
@@ -194,7 +194,7 @@ def test_ctrl_c_ends_with_130_and_no_traceback():
         "    print('relaxing', flush=True)\n"
         "    relax(self, *rest)\n"
         "table.ParticleEvaluator.relax = told\n"
-        "cli.cli(['mass', '3:1:1', '--iterations', '2000000000'])\n"
+        "cli.cli(['mass', '3:1:1', '--library-defaults', '--iterations', '2000000000'])\n"
     )
     process = subprocess.Popen(
         [sys.executable, "-c", program], stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True

@@ -62,6 +62,7 @@ def test_the_readme_s_python_runs(capsys):
     without, with_tail = map(float, re.findall(r"(\S+) MeV", shown))
     tail = float(re.search(r"tail (\S+) J", shown)[1])
     assert 0.0 < without <= with_tail and tail > 0.0
+    assert abs(float(re.search(r"writhe (\S+)", shown)[1])) > 1.0  # of a curve in metres, its extent 1e-15
 
 
 def test_the_example_runs():

@@ -1,7 +1,8 @@
-"""The commands `vkmcore provenance new` and `vkmcore provenance verify`."""
+"""The commands `vkmcore provenance new`, `verify` and `seal`."""
 
 from __future__ import annotations
 
+import os
 from pathlib import Path
 from typing import Any
 
@@ -35,9 +36,16 @@ def provenance_new(chain: Path, stage: str, certification: str, **fields: Any) -
     A record that breaks the chain is refused.
     """
     from vkmcore import PipelineCertificationStatus, PipelineStage
-    from vkmcore.evidence.provenance import first_break, first_fault, new_record, read_chain, write_chain
+    from vkmcore.evidence.provenance import (
+        RecordFiles,
+        first_break,
+        first_fault,
+        new_record,
+        read_chain_and_files,
+        write_chain,
+    )
 
-    records = read_chain(chain) if chain.exists() else []
+    records, files = read_chain_and_files(chain) if chain.exists() else ([], [])
     record = new_record(
         records[-1] if records else None,
         PipelineStage.__members__[stage],
@@ -47,8 +55,30 @@ def provenance_new(chain: Path, stage: str, certification: str, **fields: Any) -
     records.append(record)
     if fault := first_break(records):
         raise Failure(f"vkmcore: {fault}; {chain} is left as it was")
-    write_chain(chain, records)
+    files.append(RecordFiles(*(_seen_from(chain, fields[f"{role}_file"]) for role in ("input", "output", "parameter"))))
+    write_chain(chain, records, files)
     click.echo(f"{chain}: record {len(records)}, {'certified' if first_fault(records) is None else 'not yet complete'}")
+
+
+def _seen_from(chain: Path, file: Path) -> str:
+    return os.path.relpath(file.resolve(), chain.resolve().parent)
+
+
+@provenance.command("seal")
+@click.argument("chain", type=EXISTING_FILE, metavar="CHAIN.json")
+@click.option("--output", type=click.Path(dir_okay=False, path_type=Path), help="CHAIN.json.seal by default.")
+def provenance_seal(chain: Path, output: Path | None) -> None:
+    """Write a detached digest of the chain: what verify --seal holds it against.
+
+    Keep it where the chain is not. Without a seal a chain cannot show that its last record was changed.
+    """
+    from vkmcore.evidence.provenance import read_chain, seal
+    from vkmcore.files import write_text
+
+    read_chain(chain)
+    target = output or chain.with_name(chain.name + ".seal")
+    write_text(target, seal(chain))
+    click.echo(f"{target}: seal of {chain}")
 
 
 @provenance.command("verify")
@@ -56,18 +86,33 @@ def provenance_new(chain: Path, stage: str, certification: str, **fields: Any) -
 @click.option(
     "--output", "output_file", type=EXISTING_FILE, help="Also hold this file against the last record's output."
 )
-def provenance_verify(chain: Path, output_file: Path | None) -> None:
+@click.option("--seal", "seal_file", type=EXISTING_FILE, help="Also hold the chain against this seal of it.")
+def provenance_verify(chain: Path, output_file: Path | None, seal_file: Path | None) -> None:
     """Print the verdict on the chain in CHAIN.json, and the first rule that it fails.
 
-    Exit code 1 unless it is certified.
+    The files that the chain names are hashed anew where they are present. Exit code 1 unless the chain is certified,
+    its files are as recorded, and its seal, where one is given, is its own.
     """
     from vkmcore import PipelineProvenanceAPI
-    from vkmcore.evidence.provenance import file_sha256, first_fault, read_chain
+    from vkmcore.evidence.provenance import (
+        changed_files,
+        file_sha256,
+        first_fault,
+        is_sealed,
+        read_chain_and_files,
+    )
 
-    records = read_chain(chain)
+    records, files = read_chain_and_files(chain)
     verdict = PipelineProvenanceAPI.evaluate_chain(records)
     fault = first_fault(records)
     click.echo(f"{PipelineProvenanceAPI.certification_name(verdict)}{'' if fault is None else f': {fault}'}")
+    wrong, absent = changed_files(chain.parent, records, files)
+    if absent:
+        click.echo(f"not present, and not hashed: {', '.join(absent)}", err=True)
+    if wrong:
+        raise Failure("vkmcore: " + "; ".join(wrong))
+    if seal_file is not None and not is_sealed(chain, seal_file):
+        raise Failure(f"vkmcore: {chain} is not the chain that {seal_file} seals")
     if output_file is not None and (not records or file_sha256(output_file) != records[-1].output_sha256.lower()):
         raise Failure(f"vkmcore: {output_file} is not the output of the last record")
     if fault is not None:

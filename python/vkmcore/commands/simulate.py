@@ -82,8 +82,8 @@ def simulate(
             resume=resume,
             progress=watched(),
         )
-    except KeyboardInterrupt:
-        if trajectory is not None:
+    except (KeyboardInterrupt, OSError):
+        if trajectory is not None and trajectory.exists():
             click.echo(f"{trajectory} holds all frames so far; --resume goes on", err=True)
         raise
     facts = record(run)

@@ -6,7 +6,8 @@ it. A file's content tells its format, not its name:
 
 - Fourier rows of six numbers, as in `.fseries` texts: the block with the most harmonics;
 - ideal text, `<AB>`, `<HT>` or `<TL>` blocks: `FILE#ID` chooses where there are several;
-- vertices as text or CSV (`curves.text`), VECT (`curves.vect`), JSON (`curves.records`), `.npy` and `.npz`.
+- vertices as text or CSV (`curves.text`), VECT (`curves.vect`), JSON (`curves.records`), `.npy` and `.npz`, `.vtp`, and
+  the lines of `.obj`.
 """
 
 from __future__ import annotations
@@ -113,6 +114,14 @@ def _from_bytes(name: str, title: str, data: bytes, chosen: str = "", suffix: st
         return _polygons(name, title, points_from_json(text, name))
     if is_vect(text):
         return _polygons(name, title, points_from_vect(text, name))
+    if re.search(r"<VTKFile\b", text[:1000]):
+        from vkmcore.curves.vtk_files import points_from_vtp
+
+        return _polygons(name, title, points_from_vtp(data, name))
+    if suffix == ".obj":
+        from vkmcore.curves.tube_surface import points_from_obj
+
+        return _polygons(name, title, points_from_obj(text, name))
     if re.search(r"<(AB|HT|TL)\b", text):
         return _of_ideal(name, title, _chosen_block(name, text, chosen))
     if chosen:

@@ -16,12 +16,12 @@ import math
 import os
 import re
 from collections.abc import Callable, Iterator, Sequence
-from pathlib import Path
 from typing import TYPE_CHECKING, TypeVar
 
 import numpy as np
 
 from vkmcore.errors import CurveError
+from vkmcore.files import write_text
 
 if TYPE_CHECKING:
     from numpy.typing import ArrayLike, NDArray
@@ -120,4 +120,4 @@ def write_vect(path: str | os.PathLike[str], curves: Sequence[ArrayLike], commen
     lines.append(" ".join(str(-len(points)) for points in arrays))
     lines.append(" ".join("0" for _ in arrays))
     lines += [f"{x!r} {y!r} {z!r}" for points in arrays for x, y, z in points.tolist()]
-    Path(path).write_text("\n".join(lines) + "\n", encoding="utf-8")
+    write_text(path, "\n".join(lines) + "\n")

@@ -50,7 +50,9 @@ def load_scene(path: Path) -> Scene:
 
     try:
         table = tomli.loads(path.read_bytes().decode())
-    except (tomli.TOMLDecodeError, UnicodeDecodeError) as error:
+    except RecursionError:
+        raise SceneError(f"{path}: nested too deeply") from None
+    except ValueError as error:  # no TOML, no UTF-8, or an integer of thousands of digits
         raise SceneError(f"{path}: {error}") from None
     try:
         return _scene(table, path.parent)
@@ -80,7 +82,7 @@ def _scene(table: dict[str, Any], folder: Path) -> Scene:
             if not isinstance(entry, dict):
                 raise SceneError("expected a table")
             filaments.append(_filament(entry, folder))
-            if "core" in entry and options.setdefault("core_radius", entry["core"]) != entry["core"]:
+            if "core" in entry and options.setdefault("core_radius", _number(entry, "core")) != entry["core"]:
                 raise SceneError(f"core: all filaments have one core radius, and it is {options['core_radius']} so far")
         except SceneError as error:
             raise SceneError(f"filament {number}: {error}") from error.__cause__
@@ -118,8 +120,8 @@ def _curve(table: dict[str, Any], folder: Path) -> Points:
         if "radius" not in table:
             raise SceneError("radius is missing")
         return sample_circle(count, 1.0, 0.0)
-    beside = folder / curve
     try:
+        beside = folder / curve
         found = read_curve(str(beside) if beside.is_file() else curve)
         points = found.sampled(FINE * count)
     except (ValueError, RuntimeError, OSError) as error:
@@ -174,9 +176,15 @@ def _refuse_unknown(table: dict[str, Any], known: set[str]) -> None:
 
 def _number(table: dict[str, Any], name: str) -> float:
     value = table[name]
-    if isinstance(value, bool) or not isinstance(value, int | float) or not math.isfinite(value):
+    if isinstance(value, bool) or not isinstance(value, int | float):
         raise SceneError(f"{name}: expected a number")
-    return float(value)
+    try:
+        number = float(value)
+    except OverflowError:
+        number = math.inf
+    if not math.isfinite(number):
+        raise SceneError(f"{name}: expected a number")
+    return number
 
 
 def _vector(table: dict[str, Any], name: str) -> Points:

@@ -1,8 +1,13 @@
 """Chains of custody in files: one record for each tool that a geometry went through.
 
 A chain file is JSON, `{"schema": "vkmcore-provenance-1", "records": [...]}`, each record with the fields of
-`ProvenanceRecord` by name, stage and certification by their enumerators' names. What a chain amounts to is the
-library's verdict (`PipelineProvenanceAPI.evaluate_chain`); here the rule that fails gets its name.
+`ProvenanceRecord` by name, stage and certification by their enumerators' names. Beside the records it may hold
+`"files"`, one entry a record: the names of the files whose hashes it holds, seen from the chain's folder. What a chain
+amounts to is the library's verdict (`PipelineProvenanceAPI.evaluate_chain`); here the rule that fails gets its name.
+
+A chain binds each record to the one before. It proves nothing about its last record: whoever changes that record (its
+tool, version or hashes) leaves a chain that is as good. What holds the last record is the file that it names, hashed
+anew, or a seal: a digest of the whole chain file, kept where the chain is not.
 """
 
 from __future__ import annotations
@@ -10,13 +15,14 @@ from __future__ import annotations
 import hashlib
 import itertools
 import json
-import os
 import re
 from collections.abc import Sequence
+from dataclasses import asdict, dataclass
 from datetime import datetime, timezone
 from pathlib import Path
 
 from vkmcore import PipelineCertificationStatus, PipelineProvenanceAPI, PipelineStage, ProvenanceRecord
+from vkmcore.files import write_text
 
 SCHEMA = "vkmcore-provenance-1"
 TEXT_FIELDS = (
@@ -40,6 +46,48 @@ def file_sha256(path: Path) -> str:
         while piece := file.read(1 << 20):
             digest.update(piece)
     return digest.hexdigest()
+
+
+@dataclass(frozen=True)
+class RecordFiles:
+    """The files of a record, as names seen from the chain's folder; None where the chain has no name."""
+
+    input: str | None = None
+    output: str | None = None
+    parameter: str | None = None
+
+
+def changed_files(
+    folder: Path, records: Sequence[ProvenanceRecord], files: Sequence[RecordFiles]
+) -> tuple[list[str], list[str]]:
+    """The files that a chain names in `folder`, hashed anew: what is wrong with those that differ, and the names of
+    those that are not there."""
+    wrong: list[str] = []
+    absent: list[str] = []
+    for place, (record, named) in enumerate(zip(records, files), 1):
+        for role in ("input", "output", "parameter"):
+            name = getattr(named, role)
+            if name is None:
+                continue
+            path = folder / name
+            if not path.is_file():
+                absent.append(name)
+            elif file_sha256(path) != getattr(record, f"{role}_sha256").lower():
+                wrong.append(f"record {place}: {name} is not the {role} file that was recorded")
+    return wrong, absent
+
+
+def seal(chain: Path) -> str:
+    """A detached digest of a chain file, one line in the form of sha256sum."""
+    return f"{file_sha256(chain)}  {chain.name}\n"
+
+
+def is_sealed(chain: Path, seal_file: Path) -> bool:
+    """Whether the seal is that of the chain file as it is. ValueError if it is no seal."""
+    match = re.fullmatch(r"([0-9a-fA-F]{64})(?:[ \t][^\n]*)?\n?", seal_file.read_bytes().decode("utf-8", "replace"))
+    if match is None:
+        raise ValueError(f"{seal_file}: not a seal: expected a digest of 64 hexadecimal digits")
+    return match[1].lower() == file_sha256(chain)
 
 
 def utc_now() -> str:
@@ -88,16 +136,35 @@ def _text(value: object, name: str) -> str:
 
 def read_chain(path: Path) -> list[ProvenanceRecord]:
     """The records of a chain file. OSError if it cannot be read, ValueError if it is no chain."""
+    return read_chain_and_files(path)[0]
+
+
+def read_chain_and_files(path: Path) -> tuple[list[ProvenanceRecord], list[RecordFiles]]:
+    """The same with the names of their files, as many as records. An older chain has none."""
     try:
         document = json.loads(path.read_text(encoding="utf-8"))
-    except (UnicodeDecodeError, json.JSONDecodeError, RecursionError) as error:
+    except (ValueError, RecursionError) as error:
         raise ValueError(f"{path}: not a chain of records: {error}") from error
     if not isinstance(document, dict) or document.get("schema") != SCHEMA:
         raise ValueError(f'{path}: not a chain of records: the member "schema" must be "{SCHEMA}"')
     entries = document.get("records")
     if not isinstance(entries, list):
         raise ValueError(f'{path}: not a chain of records: the member "records" must be a list')
-    return [_record(entry, f"{path}: record {place}") for place, entry in enumerate(entries, 1)]
+    records = [_record(entry, f"{path}: record {place}") for place, entry in enumerate(entries, 1)]
+    names = document.get("files", [{}] * len(records))
+    if not isinstance(names, list) or len(names) != len(records):
+        raise ValueError(f'{path}: not a chain of records: the member "files" must be a list, one entry a record')
+    return records, [_files(entry, f"{path}: files of record {place}") for place, entry in enumerate(names, 1)]
+
+
+def _files(entry: object, where: str) -> RecordFiles:
+    roles = ("input", "output", "parameter")
+    if not isinstance(entry, dict) or not set(entry) <= set(roles):
+        raise ValueError(f"{where}: its members must be among {', '.join(roles)}")
+    names = {role: _text(name, f"{where}: {role}") for role, name in entry.items()}
+    if any(not name or "\0" in name for name in names.values()):
+        raise ValueError(f"{where}: a name must not be empty")
+    return RecordFiles(**names)
 
 
 def _record(entry: object, where: str) -> ProvenanceRecord:
@@ -114,7 +181,7 @@ def _record(entry: object, where: str) -> ProvenanceRecord:
     return record
 
 
-def write_chain(path: Path, records: Sequence[ProvenanceRecord]) -> None:
+def write_chain(path: Path, records: Sequence[ProvenanceRecord], files: Sequence[RecordFiles] = ()) -> None:
     """Write a chain file, replacing the old one as a whole or not at all. OSError if it cannot be written."""
     entries = [
         {
@@ -124,14 +191,13 @@ def write_chain(path: Path, records: Sequence[ProvenanceRecord]) -> None:
         }
         for record in records
     ]
-    text = json.dumps({"schema": SCHEMA, "records": entries}, indent=2, ensure_ascii=False) + "\n"
-    partial = path.with_name(f".{path.name}.{os.getpid()}")
+    document: dict[str, object] = {"schema": SCHEMA, "records": entries}
+    if any(named != RecordFiles() for named in files):
+        document["files"] = [
+            {role: name for role, name in asdict(named).items() if name is not None} for named in files
+        ]
     try:
-        try:
-            partial.write_text(text, encoding="utf-8")
-            partial.replace(path)
-        finally:
-            partial.unlink(missing_ok=True)
+        write_text(path, json.dumps(document, indent=2, ensure_ascii=False) + "\n")
     except OSError as error:
         raise OSError(f"cannot write {path}: {error.strerror}") from error
 

@@ -8,6 +8,7 @@ from collections.abc import Callable, Iterable, Sequence
 from pathlib import Path
 
 from vkmcore import parse_ideal_halvard_from_string
+from vkmcore.files import write_text
 from vkmcore.ideal.campaign_store import Store
 from vkmcore.ideal.form_polish import fit, polish
 from vkmcore.ideal.fourier_form import FourierForm
@@ -73,9 +74,7 @@ def write_if_changed(path: Path, text: str) -> bool:
     path.parent.mkdir(parents=True, exist_ok=True)
     if path.exists() and path.read_text(encoding="utf-8") == text:
         return False
-    beside = path.with_name(f".{path.name}.tmp")
-    beside.write_text(text, encoding="utf-8")
-    beside.replace(path)
+    write_text(path, text)
     return True
 
 

@@ -78,13 +78,14 @@ def weigh(
             evaluator.set_tail_approx_config(tail)
             tail_energy = evaluator.compute_tail_energy_J(True)
         tell(knot_id, "measuring")
-        weighed.append(_measure(knot_id, evaluator, settings, tail_energy))
+        weighed.append(measure(knot_id, evaluator, settings, tail_energy))
     return weighed
 
 
-def _measure(
+def measure(
     knot_id: str, evaluator: ParticleEvaluator, settings: RelaxSettings, tail_energy: float | None
 ) -> tuple[Weight, list[list[list[float]]]]:
+    """The measures of an evaluator as it stands, and its filaments."""
     filaments = evaluator.get_filaments()
     metrics = evaluator.compute_relativistic_metrics()
     core_energy = evaluator.compute_core_energy_J()

@@ -62,10 +62,10 @@ def write_figure(figure: Figure, path: Path, kind: str) -> None:
 
 
 def style_axes(axes: Any, unit: str) -> None:
-    """Pale panes and small labels for axes of three dimensions whose lengths are in `unit`."""
+    """Pale panes and small labels for axes of three dimensions; lengths in `unit`, "" for none."""
     for axis, name in zip((axes.xaxis, axes.yaxis, axes.zaxis), "xyz", strict=True):
         axis.set_pane_color((0.97, 0.97, 0.98, 1.0))
         axis.line.set_color("#b0b4bc")
         axis._axinfo["grid"].update(color="#e3e5ea", linewidth=0.6)
         axis.set_tick_params(labelsize=7, colors="#6b7079")
-        axis.set_label_text(f"{name} / {unit}", fontsize=8, color="#6b7079")
+        axis.set_label_text(f"{name} / {unit}" if unit else name, fontsize=8, color="#6b7079")

@@ -22,6 +22,7 @@ from vkmcore import (
 )
 from vkmcore.curves.closed_curve import ClosedCurve
 from vkmcore.curves.resampling import evenly_spaced
+from vkmcore.files import write_text
 from vkmcore.tube.description import neighbours
 
 if TYPE_CHECKING:
@@ -252,7 +253,7 @@ def write_polygon(path: Path, name: str, reached: Tightening) -> None:
     label = name if name.isprintable() else ascii(name)
     lines = [f"# {label}, tightened in {len(reached.steps)} steps to a ropelength of {ropelength!r}"]
     lines += [f"{x!r} {y!r} {z!r}" for x, y, z in reached.points.tolist()]
-    path.write_text("\n".join(lines) + "\n", encoding="utf-8")
+    write_text(path, "\n".join(lines) + "\n")
 
 
 def write_matrices(folder: Path, reached: Tightening) -> None:

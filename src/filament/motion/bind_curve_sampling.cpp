@@ -19,16 +19,16 @@ std::vector<Vec3> polyline_from(const DoubleArray& array) {
 }
 
 py::array_t<double> resample(const DoubleArray& points, std::uint32_t n) {
-  return array_from(resample_closed_curve(polyline_from(points), n));
+  return array_from(resample_closed_curve(polyline_from(points), n, python_poll()));
 }
 
 py::array_t<double> sample_circle_array(std::uint32_t n, double R, double z) {
-  return array_from(sample_circle(n, R, z));
+  return array_from(sample_circle(n, R, z, python_poll()));
 }
 
 py::array_t<double> sampled(const DoubleArray& array, std::uint32_t n, bool arclength_uniform) {
   const std::vector<Vec3> points = polyline_from(array);
-  return array_from(arclength_uniform && points.size() != n ? resample_closed_curve(points, n) : points);
+  return array_from(arclength_uniform && points.size() != n ? resample_closed_curve(points, n, python_poll()) : points);
 }
 
 }  // namespace

@@ -7,10 +7,29 @@ namespace vkm {
 
 namespace {
 
-/// Overwrites `value` where the dict has the key; the binding layer's cast error for another type.
+/// The value of a key; a cast error that names the key, what it wants and what it holds, for another type.
+template <class Value>
+Value value_of(const py::dict& dict, const char* key, const char* wanted) {
+  const py::object value = dict[key];
+  try {
+    return value.cast<Value>();
+  } catch (const py::cast_error&) {
+    const std::string held = py::str(py::type::of(value).attr("__name__"));
+    throw py::cast_error("key '" + std::string(key) + "': expected " + wanted + ", not " + held);
+  }
+}
+
+template <class Value>
+constexpr const char* name_of() {
+  if constexpr (std::is_same_v<Value, bool>) return "a bool";
+  if constexpr (std::is_same_v<Value, double>) return "a float";
+  return "a str";
+}
+
+/// Overwrites `value` where the dict has the key.
 template <class Value>
 void read_key(const py::dict& dict, const char* key, Value& value) {
-  if (dict.contains(key)) value = dict[key].cast<Value>();
+  if (dict.contains(key)) value = value_of<Value>(dict, key, name_of<Value>());
 }
 
 std::vector<Filament> filaments_from(const std::vector<py::dict>& dicts) {
@@ -20,7 +39,7 @@ std::vector<Filament> filaments_from(const std::vector<py::dict>& dicts) {
     Filament& filament = filaments.emplace_back();
     read_key(dict, "id", filament.id);
     read_key(dict, "carrier", filament.carrier);
-    filament.points = points_from(dict["points"].cast<DoubleArray>(), shape_text);
+    filament.points = points_from(value_of<DoubleArray>(dict, "points", "an array of points"), shape_text);
     read_key(dict, "circulation", filament.circulation);
     read_key(dict, "source", filament.source);
     read_key(dict, "ghost", filament.ghost);

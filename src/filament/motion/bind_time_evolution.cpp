@@ -15,13 +15,15 @@ The tangents stay as given until the first step.)")
       .def(
           "evolve",
           [](TimeEvolution& self, double dt, int steps) {
+            const Changing changing(&self, "evolve");
             // A negative count is widened like any other and asks for some 1.8e19 steps.
             evolve(self, dt, static_cast<std::uint64_t>(static_cast<std::int64_t>(steps)), python_poll());
           },
           py::arg("dt"), py::arg("steps"),
           R"(Take `steps` Euler steps of `dt` seconds under the filament's own Biot-Savart velocity.
 
-An interrupted call leaves the state as it was. ValueError if there are fewer tangents than positions.)")
+An interrupted call leaves the state as it was. RuntimeError from within another step of the same object (in a signal's
+handler, or another thread). ValueError if there are fewer tangents than positions.)")
       .def(
           "get_positions", [](const TimeEvolution& self) { return self.positions; }, "Positions in m, a new list.")
       .def(

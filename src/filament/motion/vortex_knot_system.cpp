@@ -13,12 +13,16 @@ namespace vkm {
 namespace {
 
 template <class Point>
-std::vector<Vec3> sample_period(int resolution, Point point) {
+std::vector<Vec3> sample_period(int resolution, const Poll& poll, Point point) {
   std::vector<Vec3> points;
   if (resolution <= 0) return points;
   require_memory(static_cast<std::size_t>(resolution), 2 * sizeof(Vec3));
   points.reserve(static_cast<std::size_t>(resolution));
-  for (int i = 0; i < resolution; ++i) points.push_back(point(i * two_pi / resolution));
+  Heartbeat heartbeat(poll);
+  for (int i = 0; i < resolution; ++i) {
+    points.push_back(point(i * two_pi / resolution));
+    heartbeat.tick(static_cast<std::size_t>(i), 1024);
+  }
   return points;
 }
 
@@ -33,14 +37,14 @@ std::vector<Vec3> central_tangents(std::span<const Vec3> positions) {
   return tangents;
 }
 
-std::vector<Vec3> trefoil_curve(int resolution) {
-  return sample_period(resolution, [](double t) -> Vec3 {
+std::vector<Vec3> trefoil_curve(int resolution, const Poll& poll) {
+  return sample_period(resolution, poll, [](double t) -> Vec3 {
     return {vkm::cos(2 * t) * (vkm::cos(3 * t) + 2), vkm::sin(2 * t) * (vkm::cos(3 * t) + 2), vkm::sin(3 * t)};
   });
 }
 
-std::vector<Vec3> figure8_curve(int resolution) {
-  return sample_period(resolution, [](double t) -> Vec3 {
+std::vector<Vec3> figure8_curve(int resolution, const Poll& poll) {
+  return sample_period(resolution, poll, [](double t) -> Vec3 {
     return {vkm::cos(3 * t) * (vkm::cos(2 * t) + 2), vkm::sin(3 * t) * (vkm::cos(2 * t) + 2), vkm::sin(4 * t)};
   });
 }

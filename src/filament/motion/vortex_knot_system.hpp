@@ -16,10 +16,10 @@ namespace vkm {
 std::vector<Vec3> central_tangents(std::span<const Vec3> positions);
 
 /// (2, 3) torus knot, cos(2t)(cos 3t + 2), sin(2t)(cos 3t + 2), sin 3t at `resolution` parameters, none repeated.
-std::vector<Vec3> trefoil_curve(int resolution);
+std::vector<Vec3> trefoil_curve(int resolution, const Poll& poll = {});
 
 /// cos(3t)(cos 2t + 2), sin(3t)(cos 2t + 2), sin 4t.
-std::vector<Vec3> figure8_curve(int resolution);
+std::vector<Vec3> figure8_curve(int resolution, const Poll& poll = {});
 
 struct VortexKnotSystem {
   std::vector<Vec3> positions;  // m, a closed loop

@@ -1,0 +1,56 @@
+"""The command `vkmcore view`."""
+
+from __future__ import annotations
+
+from pathlib import Path
+
+import click
+
+from vkmcore.commands.arguments import Failure, check_folder, check_name, say_written
+
+
+@click.command()
+@click.argument("source", metavar="KEY|FILE", callback=check_name)
+@click.option(
+    "--html", type=click.Path(path_type=Path), metavar="FILE", help="A page that turns in any browser, without network."
+)
+@click.option("--out", type=click.Path(path_type=Path), metavar="FILE", help="A picture (PNG, PDF, SVG).")
+@click.option("--samples", type=click.IntRange(16, 4096), default=360, show_default=True, help="Rings of a tube.")
+@click.option("--unit", default="", help="Of length, at the axes.")
+def view(source: str, html: Path | None, out: Path | None, samples: int, unit: str) -> None:
+    """Show a knot or link as a tube of its true thickness, coloured by curvature.
+
+    KEY is a key of the catalogue or a name of the tables, as 3_1, trefoil or L6a4; FILE holds curves in any format of
+    docs/command_line.md. Without --html and --out a page goes to a temporary file and opens in the browser.
+
+    \b
+    vkmcore view trefoil --html trefoil.html
+    vkmcore view L6a4 --out borromean.png
+    """
+    from vkmcore.knots import Link
+
+    check_folder(html)
+    check_folder(out)
+    shown = html
+    if html is None and out is None:
+        import tempfile
+
+        shown = Path(tempfile.mkdtemp(prefix="vkmcore-")) / "view.html"
+    shape = Link(source)
+    colour = "component" if len(shape) > 1 else "curvature"
+    target = shape if len(shape) > 1 else shape[0]
+    title = shape.name or source
+    if out is not None:
+        from vkmcore.pictures.figure import check_plot_target, write_figure
+
+        kind = check_plot_target(out)
+        write_figure(target.plot(samples=samples, colour=colour, unit=unit, title=title), out, kind)
+    if shown is not None:
+        figure = target.plot("plotly", samples=samples, colour=colour, unit=unit, title=title)
+        figure.write_html(str(shown), include_plotlyjs=True)
+    say_written(*(path for path in (out, shown) if path is not None))
+    if html is None and out is None and shown is not None:
+        import webbrowser
+
+        if not webbrowser.open(shown.absolute().as_uri()):
+            raise Failure("vkmcore: no browser to open it with")

@@ -1,0 +1,161 @@
+"""Closed curves as tubes in space, drawn by the library that the caller names; its own figure is returned."""
+
+from __future__ import annotations
+
+from collections.abc import Sequence
+from typing import TYPE_CHECKING, Any
+
+import numpy as np
+
+from vkmcore.curves.tube_surface import ring_triangles, tube_rings
+from vkmcore.errors import PlotError
+from vkmcore.pictures.figure import PALETTE, style_axes
+from vkmcore.pictures.tubes import SIDES, shade, tube_faces
+
+if TYPE_CHECKING:
+    from numpy.typing import NDArray
+
+    Points = NDArray[np.float64]
+
+BACKENDS = {"matplotlib": "plot", "plotly": "view", "pyvista": "vtk"}  # and the extra that brings each
+COLOURS = "viridis"
+FINE_SIDES = 24  # of a ring where a graphics card draws
+
+
+def plot_shape(
+    polygons: Sequence[Points],
+    *,
+    radius: float,
+    backend: str = "matplotlib",
+    values: Sequence[Points] | None = None,
+    title: str = "",
+    unit: str = "",
+    label: str = "curvature",
+) -> Any:
+    """Draw tubes around closed polygons.
+
+    Args:
+        polygons: the components, each (N, 3).
+        radius: of the tubes, in the polygons' unit.
+        backend: "matplotlib", "plotly" or "pyvista".
+        values: for each component a number (N,) a vertex, shown as colour; None: a colour a component.
+        title: above the picture.
+        unit: of length, at the axes; none is written if it is empty.
+        label: of the values.
+
+    Returns:
+        A matplotlib `Figure`, a plotly `Figure`, or a pyvista `Plotter`.
+
+    Raises:
+        PlotError: the library is not installed; the text names the extra.
+        ValueError: no such backend, or values of another number than vertices.
+    """
+    if backend not in BACKENDS:
+        raise ValueError(f"no backend {backend!r}; there are {', '.join(BACKENDS)}")
+    if values is not None and [len(row) for row in values] != [len(points) for points in polygons]:
+        raise ValueError("colours: expected a value for each vertex")
+    draw = {"matplotlib": _matplotlib, "plotly": _plotly, "pyvista": _pyvista}[backend]
+    try:
+        return draw(polygons, radius, values, title, unit, label)
+    except ImportError as error:
+        extra = BACKENDS[backend]
+        raise PlotError(f'these pictures need {backend}: pip install "vkmcore[{extra}]" ({error})') from error
+
+
+def _matplotlib(
+    polygons: Sequence[Points], radius: float, values: Sequence[Points] | None, title: str, unit: str, label: str
+) -> Any:
+    from matplotlib import colormaps
+    from matplotlib.cm import ScalarMappable
+    from matplotlib.colors import Normalize, to_rgb
+    from matplotlib.figure import Figure
+    from mpl_toolkits.mplot3d.art3d import Poly3DCollection
+
+    figure = Figure(figsize=(6.4, 5.6), dpi=120, facecolor="white")
+    axes: Any = figure.add_subplot(projection="3d", computed_zorder=False)
+    scale = Normalize(*_range(values))
+    faces, colours = [], []
+    for number, points in enumerate(polygons):
+        quads, normals = tube_faces(points, radius)
+        if values is None:
+            base = np.tile(to_rgb(PALETTE[number % len(PALETTE)]), (len(quads), 1))
+        else:
+            base = np.repeat(colormaps[COLOURS](scale(values[number]))[:, :3], SIDES, axis=0)
+        faces.append(quads)
+        colours.append(shade(base, normals))
+    # One collection for all tubes: faces are then sorted by depth against each other, which shows over and under.
+    tubes = Poly3DCollection(np.concatenate(faces), facecolors=np.concatenate(colours), linewidths=0.15)
+    tubes.set_edgecolor(np.concatenate(colours))
+    axes.add_collection3d(tubes)
+    centre, reach = _frame(polygons, radius)
+    style_axes(axes, unit)
+    axes.set(**{f"{axis}lim": (c - reach, c + reach) for axis, c in zip("xyz", centre)})
+    axes.set_box_aspect((1, 1, 1), zoom=0.92)
+    axes.view_init(elev=52, azim=-60)
+    if title:
+        axes.set_title(title, fontsize=12, color="#30343b")
+    if values is not None:
+        figure.colorbar(ScalarMappable(scale, COLOURS), ax=axes, shrink=0.6, label=_measured(label, unit))
+    return figure
+
+
+def _plotly(
+    polygons: Sequence[Points], radius: float, values: Sequence[Points] | None, title: str, unit: str, label: str
+) -> Any:
+    import plotly.graph_objects as go
+
+    low, high = _range(values)
+    figure = go.Figure()
+    for number, points in enumerate(polygons):
+        x, y, z = tube_rings(points, radius, FINE_SIDES)[0].reshape(-1, 3).T
+        i, j, k = ring_triangles(len(points), FINE_SIDES).T
+        look: dict[str, Any] = {"color": PALETTE[number % len(PALETTE)]}
+        if values is not None:
+            bar = {"title": {"text": _measured(label, unit)}}
+            look = {"intensity": np.repeat(values[number], FINE_SIDES), "cmin": low, "cmax": high}
+            look |= {"colorscale": COLOURS, "showscale": number == 0, "colorbar": bar}
+        light = {"ambient": 0.45, "diffuse": 0.8, "specular": 0.3, "roughness": 0.5}
+        figure.add_mesh3d(x=x, y=y, z=z, i=i, j=j, k=k, lighting=light, hoverinfo="skip", **look)
+    names = {f"{axis}axis": {"title": {"text": f"{axis} / {unit}" if unit else axis}} for axis in "xyz"}
+    figure.update_layout(
+        title={"text": title}, scene={"aspectmode": "data", **names}, margin={"l": 0, "r": 0, "t": 40, "b": 0}
+    )
+    return figure
+
+
+def _pyvista(
+    polygons: Sequence[Points], radius: float, values: Sequence[Points] | None, title: str, unit: str, label: str
+) -> Any:
+    import pyvista
+
+    plotter = pyvista.Plotter(off_screen=pyvista.OFF_SCREEN or None)
+    for number, points in enumerate(polygons):
+        triangles = ring_triangles(len(points), FINE_SIDES)
+        rings = tube_rings(points, radius, FINE_SIDES)[0].reshape(-1, 3)
+        mesh = pyvista.PolyData(rings, np.column_stack([np.full(len(triangles), 3), triangles]).ravel())
+        if values is None:
+            plotter.add_mesh(mesh, color=PALETTE[number % len(PALETTE)], smooth_shading=True)
+        else:
+            name = _measured(label, unit)
+            mesh[name] = np.repeat(values[number], FINE_SIDES)
+            plotter.add_mesh(mesh, scalars=name, cmap=COLOURS, clim=_range(values), smooth_shading=True)
+    if title:
+        plotter.add_title(title, font_size=12)
+    return plotter
+
+
+def _range(values: Sequence[Points] | None) -> tuple[float, float]:
+    if values is None:
+        return 0.0, 1.0
+    return min(float(row.min()) for row in values), max(float(row.max()) for row in values)
+
+
+def _frame(polygons: Sequence[Points], radius: float) -> tuple[Points, float]:
+    """Centre and half the edge of the cube that the tubes fit into."""
+    every = np.concatenate(polygons)
+    low, high = every.min(axis=0), every.max(axis=0)
+    return (low + high) / 2.0, float((high - low).max()) / 2.0 + 1.1 * radius
+
+
+def _measured(label: str, unit: str) -> str:
+    return f"{label} / {unit}^-1" if unit and label == "curvature" else label
