@@ -63,8 +63,8 @@ def named(entries: list[Listed], name: str) -> list[Listed]:
 
 
 def show(entries: list[Listed]) -> None:
-    headings = ("key", "name", "aliases", "crossings", "chirality", "symmetry", "ropelength", "published")
-    headings = (*headings, "difference / %", "harmonics", "source")
+    measures = ("ropelength", "published", "difference / %", "harmonics")
+    headings = ("key", "name", "aliases", "crossings", "chirality", "symmetry", *measures, "source")
     table = plain_table(headings, ("key", "name", "aliases", "chirality", "symmetry", "source"))
     for entry in entries:
         table.add_row(

@@ -52,7 +52,7 @@ def _search(task: Task, entry: TableEntry) -> dict[str, Any]:
     if entry.name in LOBES and task.seed > 1:
         return _lobed_search(lobed_starts(entry, seed), task.edge)
     starts = [list(start.components) for start in grid_polygons(entry.grid)]
-    effort = QUICK if task.seed == 1 else {}
+    effort: dict[str, Any] = QUICK if task.seed == 1 else {}
     return _engine.tighten(starts, edge=task.edge, seed=seed, **effort)
 
 

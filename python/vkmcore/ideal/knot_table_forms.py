@@ -27,7 +27,15 @@ from vkmcore.ideal.form_polish import fit, shorten
 from vkmcore.ideal.fourier_form import FourierForm, Points, measure
 from vkmcore.ideal.starts import braid_polygon, twist_polygon
 from vkmcore.ideal.stored_form import at_unit_diameter, fseries_text, standardised
-from vkmcore.ideal.symmetric_forms import INVERSION, Symmetry, harvest, mirrored, nearest_symmetric, random_forms, rotary
+from vkmcore.ideal.symmetric_forms import (
+    INVERSION,
+    Symmetry,
+    harvest,
+    mirrored,
+    nearest_symmetric,
+    random_forms,
+    rotary,
+)
 from vkmcore.reference.tables import find
 
 GIVEN = ("1_1", "3_1")  # small examples that stand as they are
@@ -214,8 +222,8 @@ def symmetric_plat(terms: Sequence[int], sign: int) -> Points:
                 for step in range(1, steps + 1):
                     angle = sense * math.pi * step / steps
                     for track, side in ((order[left], -1.0), (order[right], 1.0)):
-                        place = [middle + side * math.cos(angle), side * math.sin(angle), height - 2.0 * step / steps]
-                        tracks[track].append(np.array(place))
+                        x, y = middle + side * math.cos(angle), side * math.sin(angle)
+                        tracks[track].append(np.array([x, y, height - 2.0 * step / steps]))
                 order[left], order[right] = order[right], order[left]
             twisted = {order[place] for pair in pairs for place in pair}
             height -= 2.0
