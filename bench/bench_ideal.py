@@ -100,8 +100,8 @@ def search_case(name: str, grid: list[tuple[int, int]], best_known: float) -> Ca
         f"ideal: {name} from its grid to edges of 0.15",
         f"{len(starts)} starts",
         ours=lambda: tighten_polygons(starts, threads=1),
-        note=f"{100 * (shape.ropelength / best_known - 1):+.3f} % of the best known; the tightener after {seconds:.0f} s "
-        f"and {len(result.steps)} steps: {100 * (tightener / best_known - 1):+.1f} %",
+        note=f"{100 * (shape.ropelength / best_known - 1):+.3f} % of the best known; the tightener after "
+        f"{seconds:.0f} s and {len(result.steps)} steps: {100 * (tightener / best_known - 1):+.1f} %",
     )
 
 

@@ -63,8 +63,8 @@ def named(entries: list[Listed], name: str) -> list[Listed]:
 
 
 def show(entries: list[Listed]) -> None:
-    measures = ("ropelength", "published", "difference / %", "harmonics")
-    headings = ("key", "name", "aliases", "crossings", "chirality", "symmetry", *measures, "source")
+    figures = ("ropelength", "published", "difference / %", "harmonics", "source")
+    headings = ("key", "name", "aliases", "crossings", "chirality", "symmetry", *figures)
     table = plain_table(headings, ("key", "name", "aliases", "chirality", "symmetry", "source"))
     for entry in entries:
         table.add_row(

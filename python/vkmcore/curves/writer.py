@@ -10,7 +10,7 @@ import json
 import os
 from collections.abc import Callable, Mapping, Sequence
 from pathlib import Path
-from typing import TYPE_CHECKING
+from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
@@ -58,8 +58,8 @@ def write_curves(
             raise ValueError(f"{path}: .npy holds components of one length only; .npz holds any")
         np.save(path, polygons[0] if len(polygons) == 1 else np.stack(polygons))
     elif kind == ".npz":
-        names = [f"component_{number}" for number in range(1, len(polygons) + 1)]
-        np.savez(path, **dict(zip(names, polygons)))
+        arrays: dict[str, Any] = {f"component_{number}": points for number, points in enumerate(polygons, start=1)}
+        np.savez(path, **arrays)
     elif kind == ".vtp":
         from vkmcore.curves.vtk_files import write_polylines
 
