@@ -12,7 +12,7 @@ from vkmcore.ideal.campaign import COARSE, Outcome, Target, missing, record, run
 from vkmcore.ideal.campaign_store import Entry, Shape, Store, StoredForm
 from vkmcore.ideal.fourier_form import FourierForm
 
-TARGETS = [Target("3_1", (3, 1), 32.7436), Target("4_1", (4, 1), 42.0887), Target("L2a1", (3, 2), None)]
+TARGETS = [Target("3_1", (3,), 32.7436), Target("4_1", (4,), 42.0887), Target("L2a1", (3,), None)]
 
 
 def shape(ropelength, edge=COARSE, seed=1):

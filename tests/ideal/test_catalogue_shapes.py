@@ -9,7 +9,16 @@ from vkmcore.ideal.catalogue_texts import conway_text, ordered, outside_stems, s
 from vkmcore.ideal.catalogue_verification import Item, items, verify
 from vkmcore.ideal.form_polish import shorten
 from vkmcore.ideal.fourier_form import FourierForm, measure
-from vkmcore.ideal.knot_table_forms import KEYS, is_type, parts, planar, symmetry_of, torus
+from vkmcore.ideal.knot_table_forms import (
+    KEYS,
+    even_fraction,
+    is_type,
+    parts,
+    planar,
+    symmetric_start,
+    symmetry_of,
+    torus,
+)
 from vkmcore.ideal.stored_form import form_of_series
 from vkmcore.ideal.symmetric_forms import DIHEDRAL, INVERSION, rotary
 
@@ -63,6 +72,15 @@ def test_torus_curves_and_planar_forms_keep_their_type():
         assert test(planar(right))
         shorter = shorten(right, test, rounds=3)
         assert test(shorter) and measure(shorter, per_radius=8).ropelength < measure(right, per_radius=8).ropelength
+
+
+def test_two_bridge_knots_have_forms_with_an_axis():
+    assert even_fraction("22") == [2, 2] and all(term % 2 == 0 for term in even_fraction("2112"))
+    form = symmetric_start("4_1")
+    assert is_type("4_1")(form)
+    np.testing.assert_allclose(INVERSION.project(form.series[0]), form.series[0], atol=1e-12)
+    with pytest.raises(ValueError, match="8_15 is no two-bridge knot"):
+        symmetric_start("8_15")
 
 
 def test_verification_finds_what_is_wrong():

@@ -85,7 +85,7 @@ def missing(target: Target, entry: Entry, seeds: int, finest: float) -> list[tup
     coarse = entry.shapes.get(COARSE)
     shape = entry.finest
     if not tried:
-        return [((0, *target.rank), Task("search", target.name, 1, COARSE))]
+        return [((0, *target.rank, 1), Task("search", target.name, 1, COARSE))]
     if shape is not None:
         failed = {(a["task"], a["edge"], a["source"]) for a in entry.attempts if a.get("error") and "source" in a}
         assert coarse is not None
@@ -96,13 +96,13 @@ def missing(target: Target, entry: Entry, seeds: int, finest: float) -> list[tup
             if begin is None:
                 break
             if (edge, begin.ropelength) not in done:
-                tasks.append(((2, *target.rank, 1), Task("refine", target.name, begin.seed, edge, begin)))
+                tasks.append(((2, *target.rank, -1), Task("refine", target.name, begin.seed, edge, begin)))
                 break
         if entry.form is None or entry.form.source_ropelength != shape.ropelength:
             form = Task("form", target.name, shape.seed, shape.edge, shape)
             if ("form", shape.edge, shape.ropelength) not in failed:
                 stage = 0 if entry.form is None else 2
-                tasks.append(((stage, *target.rank, 2), form))
+                tasks.append(((stage, *target.rank, 0), form))
     if len(tried) < seeds:
         above = excess(target, coarse.ropelength) if coarse is not None else 1.0
         if above is None:  # nothing to compare with

@@ -104,7 +104,7 @@ def _write(store: Store, entries: Sequence[TableEntry], path: Path, tag: str) ->
     for entry in entries:
         reached = store.load(entry.name)
         name = block_id(entry.name)
-        if reached.form is None or ropelength_stated(blocks.get(name, "")) <= reached.form.ropelength * (1.0 + 1e-6):
+        if reached.form is None or ropelength_stated(blocks.get(name, "")) <= reached.form.ropelength * (1.0 + 3e-6):
             continue
         blocks[name] = block_text(tag, name, conway_text(entry.conway), stored(reached.form.form))
         count += 1

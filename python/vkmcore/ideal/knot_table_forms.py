@@ -222,8 +222,8 @@ def symmetric_plat(terms: Sequence[int], sign: int) -> Points:
                 for step in range(1, steps + 1):
                     angle = sense * math.pi * step / steps
                     for track, side in ((order[left], -1.0), (order[right], 1.0)):
-                        place = [middle + side * math.cos(angle), side * math.sin(angle), height - 2.0 * step / steps]
-                        tracks[track].append(np.array(place))
+                        x, y = middle + side * math.cos(angle), side * math.sin(angle)
+                        tracks[track].append(np.array([x, y, height - 2.0 * step / steps]))
                 order[left], order[right] = order[right], order[left]
             twisted = {order[place] for pair in pairs for place in pair}
             height -= 2.0
