@@ -62,6 +62,7 @@ def test_forms_of_the_table_have_their_symmetry_and_say_what_they_are(key):
         assert measure(FourierForm((c,))).ropelength == pytest.approx(stated, rel=1e-5)
 
 
+@pytest.mark.long
 def test_torus_curves_and_planar_forms_keep_their_type():
     test = is_type("8_19")
     for p, q in ((3, 4), (4, 3)):
