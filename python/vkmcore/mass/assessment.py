@@ -1,7 +1,7 @@
 """The masses of a knot's catalogued and relaxed shapes beside each other, and how far each may be believed.
 
 The catalogued shape's ropelength converges with the number of points: its length by second order, its radius, which is
-that of the farthest sample, less evenly. The relaxation has no limit: its repulsion is
+that of the farthest sample, less evenly. No limit of the relaxation is known: its repulsion is
 a sum over all points nearer than 0.2, which grows with their number, while the tension between neighbours falls with
 the square of their spacing. So a relaxed shape is shown with all that tells whether it is still the knot.
 """
