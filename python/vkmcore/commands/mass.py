@@ -99,7 +99,8 @@ def _assess(ids: tuple[str, ...], settings: RelaxSettings, config: TailApproxCon
         print_table(assessment_table(assessed))
         click.echo(
             f"{settings.resolution} points a filament, {settings.iterations} sweeps of step {settings.timestep:g}; "
-            "change: from half the points.\nThe relaxation is not known to have a limit under refinement: see docs/mass.md."
+            "change: from half the points.\n"
+            "The relaxation is not known to have a limit under refinement: docs/mass.md."
         )
         for a in assessed:
             click.echo(f"{a.id}: {a.verdict}")
