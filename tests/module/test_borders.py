@@ -185,7 +185,6 @@ def test_sectors_of_other_types_are_taken_as_before():
         ("circulation", "strong", "key 'circulation': expected a float, not str"),
         ("id", 3, "key 'id': expected a str, not int"),
         ("ghost", "no", "key 'ghost': expected a bool, not str"),
-        ("points", "here", "key 'points': expected an array of points, not str"),
     ],
 )
 def test_a_wrong_type_in_a_filament_names_its_key(key, value, text):
