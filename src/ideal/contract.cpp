@@ -34,7 +34,7 @@ SettleOptions level_options(double h) {
   SettleOptions options;
   if (h > 0.5) return options;
   options.bound = 0.25 * h;
-  options.second_order = true;
+  options.fine = true;
   options.programs = 60;
   if (h < 0.2) {
     options.radius = 1.0006;

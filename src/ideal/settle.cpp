@@ -30,7 +30,7 @@ struct Step {
 };
 
 constexpr std::size_t none = SIZE_MAX;
-constexpr double least_kink_weight = 0.3;
+constexpr double least_kink_weight = 1.0;
 constexpr double least_strut_weight = 0.2;
 
 /// Weights of an exact penalty: the multipliers with a margin, and with floors, or rows without a force now would stay
@@ -155,6 +155,8 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
   result.violation = violation(rope, cycle, options.radius, options.distance);
   double bound = options.bound;
   double pace = most_pace;
+  double tightest_value = INFINITY;
+  std::vector<Vec3> tightest;
   Rope trial = rope;
   while (result.programs < options.programs) {
     heartbeat.tick();
@@ -180,9 +182,9 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
     step.program = program_of(rope, cycle, step.h, near, demands);
     Solution solution = solve(step.program, options.tolerance);
     if (!usable(solution, options.tolerance)) {
-      // Whatever the bound is: less may be asked, not less moved.
+      // Too much is asked within too small a box.
       pace *= 0.25;
-      bound *= 0.7;
+      bound *= 2.0;
       continue;
     }
     pace = std::min(most_pace, 2.0 * pace);
@@ -197,7 +199,7 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
     move(rope, solution, part, trial);
     Judgement found = judge(trial, cycle, step, options);
     double ratio = ratio_of(gain, found);
-    if (options.second_order && ratio < 0.6) {
+    if (options.fine && ratio < 0.6) {
       const Solution second = solve(corrected(step, rope, cycle, solution, trial, options), options.tolerance);
       if (usable(second, options.tolerance)) {
         Rope other = rope;
@@ -221,6 +223,11 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
     } else {
       std::swap(rope.points, trial.points);
       result.violation = found.violation;
+      const double value = length(rope, cycle) / (1.0 - std::min(0.5, found.violation));
+      if (value < tightest_value) {
+        tightest_value = value;
+        tightest = rope.points;
+      }
       if (part == 1.0 && ratio > 0.6) bound *= 1.7;
       if (part < 1.0) bound *= part;
       if (part == 1.0 && ratio < 0.25) bound *= 0.5;
@@ -232,6 +239,7 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
     }
     if (total < options.shortening * first_length) break;
   }
+  if (options.fine && !result.settled && !tightest.empty()) rope.points = std::move(tightest);
   result.bound = bound;
   result.violation = violation(rope, cycle, options.radius, options.distance);
   result.rope = std::move(rope);

@@ -24,7 +24,9 @@ struct SettleOptions {
   double decrease = 1e-4;   ///< settled when a step promises a smaller part of the length
   double bound = 0.3;       ///< of the first step's moves
   double bound_most = 0.6;
-  bool second_order = false;  ///< correct steps that the rows' curvature spoils
+  /// Of a level that is to come to rest: steps that the rows' curvature spoils are corrected, and where the programs
+  /// run out the tightest state is returned, not the last.
+  bool fine = false;
   int programs = 100;
   double shortening = 0.0;  ///< stop below this part of the first length
 };
