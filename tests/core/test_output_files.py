@@ -132,9 +132,10 @@ def test_a_pipe_is_written_to(writer, tmp_path):
     os.mkfifo(pipe)
     plain = tmp_path / "plain"
     writer(str(plain))
-    reader = subprocess.Popen(["cat", pipe], stdout=subprocess.PIPE)
-    writer(str(pipe))
-    assert reader.communicate()[0] == plain.read_bytes()
+    read = tmp_path / "read"
+    with read.open("wb") as file, subprocess.Popen(["cat", pipe], stdout=file):
+        writer(str(pipe))
+    assert read.read_bytes() == plain.read_bytes()
 
 
 def test_canonicalising_on_a_full_disk(tmp_path):
