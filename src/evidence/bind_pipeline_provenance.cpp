@@ -42,7 +42,7 @@ void bind_pipeline_provenance(py::module_& m) {
       .def_static("certification_name", &API::certification_name,
                   "Name of a PipelineCertificationStatus; \"Unknown\" for other values.")
       .def_static(
-          "fingerprint_hex", [](const std::string& text) { return API::fingerprint_hex(text, python_poll()); },
+          "fingerprint_hex", [](std::string_view text) { return API::fingerprint_hex(text, python_poll()); },
           "SHA-256 (FIPS 180-4) of the UTF-8 bytes of a text, as 64 lower-case hexadecimal digits.")
       .def_static(
           "record_fingerprint", &API::record_fingerprint,

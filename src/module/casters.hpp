@@ -238,9 +238,13 @@ struct vkm_array_caster {
 template <class T, int Flags>
 struct vkm_integer_array_caster : vkm_array_caster<T, Flags> {
   bool load(handle source, bool convert) {
-    if (!vkm_array_caster<T, Flags>::load(source, convert)) return false;
-    if (isinstance<array_t<T>>(source)) return true;
-    const auto numbers = array_t<double, array::c_style | array::forcecast>(reinterpret_borrow<object>(source));
+    if (isinstance<array_t<T>>(source) || !convert) return vkm_array_caster<T, Flags>::load(source, convert);
+    vkm::require_memory_of(source);
+    const auto whole =
+        reinterpret_steal<object>(npy_api::get().PyArray_FromAny_(source.ptr(), nullptr, 0, 0, 0, nullptr));
+    if (!whole) vkm::forget_failed_conversion();
+    if (!whole || !vkm_array_caster<T, Flags>::load(whole, convert)) return false;
+    const auto numbers = array_t<double, array::c_style | array::forcecast>(whole);
     constexpr double end = static_cast<double>(std::numeric_limits<T>::max() / 2 + 1) * 2.0;
     for (ssize_t i = 0; i < numbers.size(); ++i) {
       const double number = numbers.data()[i];

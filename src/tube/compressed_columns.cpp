@@ -30,6 +30,22 @@ std::uint64_t CompressedColumns::rows_in_use() const {
   return end;
 }
 
+CompressedColumns CompressedColumns::closed_up(std::uint64_t first) const {
+  std::vector<std::uint64_t> rows;
+  for (const Entry& entry : entries_) {
+    if (entry.row >= first && entry.row < row_count_) rows.push_back(entry.row);
+  }
+  std::sort(rows.begin(), rows.end());
+  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+  CompressedColumns packed = *this;
+  for (Entry& entry : packed.entries_) {
+    if (entry.row < first || entry.row >= row_count_) continue;
+    entry.row =
+        first + static_cast<std::uint64_t>(std::lower_bound(rows.begin(), rows.end(), entry.row) - rows.begin());
+  }
+  return packed;
+}
+
 void CompressedColumns::times(std::span<const double> x, std::vector<double>& product) const {
   times(x, product, row_count_);
 }

@@ -33,6 +33,9 @@ class CompressedColumns {
   /// The first `rows` elements of it.
   void times(std::span<const double> x, std::vector<double>& product, std::uint64_t rows) const;
 
+  /// The same with the rows from `first` on closed up, in their order, where A has none.
+  CompressedColumns closed_up(std::uint64_t first) const;
+
   std::uint64_t row_count() const { return row_count_; }
 
   /// One more than the greatest row below row_count that has an entry: A x is 0 from there on.

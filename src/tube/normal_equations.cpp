@@ -43,6 +43,10 @@ NormalEquations::NormalEquations(CompressedColumns&& columns, std::size_t count,
   }
   // Rows of zeros, of which a matrix may claim any number, add nothing to the norm of the residual.
   residual_rows_ = std::min(columns_.row_count(), std::max<std::uint64_t>(columns_.rows_in_use(), target.size()));
+  if (residual_rows_ / 16 > columns_.entries().size() + target.size() + 4096) {
+    packed_ = columns_.closed_up(target.size());
+    residual_rows_ = std::max<std::uint64_t>(packed_->rows_in_use(), target.size());
+  }
   form_gram(heartbeat);
 }
 
@@ -75,7 +79,7 @@ void NormalEquations::gram_times(std::span<const double> x, std::vector<double>&
 }
 
 double NormalEquations::residual_norm(std::span<const double> x) const {
-  columns_.times(x, residual_, residual_rows_);
+  (packed_ ? *packed_ : columns_).times(x, residual_, residual_rows_);
   const std::size_t rows = std::min(residual_.size(), target_.size());
   for (std::size_t row = 0; row < rows; ++row) residual_[row] -= target_[row];
   return euclidean_norm(residual_);

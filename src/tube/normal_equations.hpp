@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -46,6 +47,7 @@ class NormalEquations {
   CompressedColumns columns_;
   std::vector<double> gram_;
   std::vector<double> c_;
+  std::optional<CompressedColumns> packed_;  ///< for the residual, where the matrix claims far more rows than it has
   std::uint64_t residual_rows_;
   mutable std::vector<double> residual_;
 };

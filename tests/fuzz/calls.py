@@ -6,6 +6,7 @@ import hashlib
 import signal
 from collections.abc import Iterator
 from contextlib import contextmanager
+from functools import lru_cache
 from pathlib import Path
 from typing import Any
 
@@ -43,13 +44,20 @@ def alarm(seconds: float) -> Iterator[None]:
         signal.signal(signal.SIGALRM, before)
 
 
+@lru_cache(maxsize=1)
+def _texts() -> dict[str, str]:
+    knot = next(iter(_native.get_embedded_knot_files().values()))
+    return {
+        "knot.fseries": "\n".join(knot.splitlines()[:40]) + "\n",
+        "legacy.fseries": "% legacy\n0 0 0\n1 0 0 1 0 0\n0 0.5 0 0.25 0 1\n",
+        "ideal.txt": _native.find_ideal_ab_block_by_id("3:1:1") + "\n",
+    }
+
+
 def prepare(folder: Path) -> None:
     """The files that right arguments name."""
-    knot = next(iter(_native.get_embedded_knot_files().values()))
-    (folder / "knot.fseries").write_text("\n".join(knot.splitlines()[:40]) + "\n")
-    (folder / "legacy.fseries").write_text("% legacy\n0 0 0\n1 0 0 1 0 0\n0 0.5 0 0.25 0 1\n")
-    ideal = _native.find_ideal_ab_block_by_id("3:1:1")
-    (folder / "ideal.txt").write_text(ideal + "\n")
+    for name, text in _texts().items():
+        (folder / name).write_text(text)
 
 
 def digest(value: Any) -> str:

@@ -80,4 +80,5 @@ def read() -> tuple[tuple[Callable, ...], dict[str, Class]]:
             elif not member.name.startswith("__"):
                 static = "staticmethod" in marks
                 functions.append(Callable(member.name, node.name, _arguments(member, not static), not static))
-    return tuple(functions), classes
+    usable = [known for known in functions if not known.needs_object or classes[known.owner or ""].constructors]
+    return tuple(usable), classes

@@ -134,6 +134,8 @@ class Values:
 
     def sequence(self, item: ast.expr, name: str) -> Any:
         text = ast.unparse(item)
+        if text.startswith("collections.abc.Sequence") and "FixedSize(3)" in text:
+            return [self.curve().tolist() for _ in range(self.random.randint(0, 2))]
         if "FixedSize(3)" in text and "SupportsFloat" in text:
             if text.startswith("collections.abc.Sequence"):
                 return [self.curve().tolist() for _ in range(self.random.randint(0, 2))]
@@ -212,14 +214,17 @@ class Values:
             build = "build_rigidity_matrix" if name == "RigidityMatrix" else "build_sparse_rigidity_matrix"
             return getattr(_native.ContactStressMap, build)(points, tube)
         known = self.classes[name]
-        constructor = self.random.choice(known.constructors)
-        made = cls(
-            **{
+        made = None
+        while made is None:
+            constructor = self.random.choice(known.constructors)
+            arguments = {
                 argument.name: self._right(ast.unparse(argument.kind), argument.kind, argument.name)
                 for argument in constructor.arguments
-                if not argument.name.startswith("arg")
             }
-        )
+            try:
+                made = cls(**arguments)
+            except (ValueError, RuntimeError):
+                continue  # values that are right by type, and refused by what they mean
         for attribute, kind in sorted(known.attributes.items()):
             if self.random.random() < 0.5:
                 setattr(made, attribute, self._right(ast.unparse(kind), kind, attribute))

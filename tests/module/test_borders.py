@@ -125,8 +125,7 @@ ALL_CLASSES = [kind for kind in vars(_native).values() if isinstance(kind, type)
 @pytest.mark.parametrize("kind", ALL_CLASSES, ids=lambda kind: kind.__name__)
 def test_objects_without_init_are_refused(kind):
     empty = kind.__new__(kind)
-    readable = [name for name, value in vars(kind).items() if isinstance(value, property)]
-    readable = [name for name in readable if name not in ("__class__", "__doc__", "__members__")]  # the class's own
+    readable = [name for name, value in vars(kind).items() if isinstance(value, property) and not name.startswith("__")]
     for name in readable:
         with pytest.raises(TypeError, match="made without __init__"):
             getattr(empty, name)
@@ -160,9 +159,7 @@ def test_class_assignment_is_refused(kind):
 @pytest.mark.parametrize("value", [2**40, 2**31, -(2**31) - 1])
 @pytest.mark.parametrize("array", [np.array, list, lambda items: np.array(items, dtype=float)])
 def test_sectors_out_of_range_are_refused(value, array):
-    # NumPy itself refuses a list; arrays are checked here, where a cast would wrap.
-    refusal = (TypeError, "incompatible") if array is list else (ValueError, r"within -2147483648 \.\. 2147483647")
-    with pytest.raises(refusal[0], match=refusal[1]):
+    with pytest.raises(ValueError, match=r"must lie within -2147483648 \.\. 2147483647"):
         _native.MultisectorFitter.evaluate_multisector(
             np.zeros(2), array([value]), np.zeros(1), ell_trefoil=1.0, truncation_M=1
         )
@@ -185,10 +182,11 @@ def test_sectors_of_other_types_are_taken_as_before():
         ("circulation", "strong", "key 'circulation': expected a float, not str"),
         ("id", 3, "key 'id': expected a str, not int"),
         ("ghost", "no", "key 'ghost': expected a bool, not str"),
+        ("points", "here", "key 'points': expected an array of points"),
     ],
 )
 def test_a_wrong_type_in_a_filament_names_its_key(key, value, text):
-    with pytest.raises(RuntimeError, match=text):
+    with pytest.raises((RuntimeError, ValueError), match=text):
         _native.compute_filament_velocity([{"points": np.zeros((4, 3)), key: value}], {})
 
 

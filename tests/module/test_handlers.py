@@ -11,7 +11,7 @@ from fuzz.calls import EXPECTED, LEFT_OUT, digest, prepare
 from fuzz.interface import read
 from fuzz.values import Values
 
-TRIES = 6  # seeds a callable: not all of their arguments reach the loops
+TRIES = 4  # seeds a callable: not all of their arguments reach the loops
 
 
 class Rehearsal:
@@ -62,8 +62,8 @@ def spoil_object(value):
         if isinstance(held, list | str):
             try:
                 setattr(value, name, type(held)())
-            except TypeError:  # a point, which has three numbers
-                setattr(value, name, [0.0] * len(held))
+            except TypeError:
+                setattr(value, name, [0.0] * len(held))  # of a fixed length
         elif isinstance(held, bool | int | float) and not hasattr(type(held), "__members__"):
             setattr(value, name, type(held)(0))
         elif type(held).__module__ == "_native":
@@ -166,3 +166,20 @@ def test_two_calls_that_change_one_object():
         evaluator.relax(5)
     assert len(errors) == 1
     evaluator.relax(1)  # the guard is gone
+
+
+def test_a_handler_that_drops_the_filaments():
+    config = _native.TailApproxConfig()
+    config.enabled = True
+    for measure in (
+        lambda evaluator: evaluator.compute_tail_energy_surrogate_J(),
+        lambda evaluator: evaluator.get_mass_mev_ab_initio(True),
+        lambda evaluator: digest(evaluator.compute_relativistic_metrics()),
+    ):
+        evaluator = _native.ParticleEvaluator("3:1:1", 60)
+        evaluator.set_tail_approx_config(config)
+        expected = measure(evaluator)
+        before = evaluator.get_filaments()
+        with Rehearsal(lambda made=evaluator: spoil(made)) as rehearsal:
+            assert measure(evaluator) == expected
+        assert rehearsal.polled and evaluator.get_filaments() != before

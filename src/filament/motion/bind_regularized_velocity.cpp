@@ -13,6 +13,9 @@ Value value_of(const py::dict& dict, const char* key, const char* wanted) {
   const py::object value = dict[key];
   try {
     return value.cast<Value>();
+  } catch (const py::error_already_set& error) {
+    if (!error.matches(PyExc_ValueError)) throw;
+    throw py::value_error("key '" + std::string(key) + "': expected " + wanted + ": " + error.what());
   } catch (const py::cast_error&) {
     const std::string held = py::str(py::type::of(value).attr("__name__"));
     throw py::cast_error("key '" + std::string(key) + "': expected " + wanted + ", not " + held);

@@ -8,12 +8,9 @@ namespace {
 using Components = std::tuple<py::array_t<double>, py::array_t<double>, py::array_t<double>>;
 
 ContiguousArray converted(const py::object& value) {
-  try {
-    return ContiguousArray(value);
-  } catch (const py::error_already_set& error) {
-    if (!error.matches(PyExc_TypeError) && !error.matches(PyExc_ValueError)) throw;  // the user's own
-    throw std::invalid_argument("Inputs must be convertible to float64 arrays");
-  }
+  py::detail::make_caster<ContiguousArray> caster;
+  if (!caster.load(value, true)) throw std::invalid_argument("Inputs must be convertible to float64 arrays");
+  return py::detail::cast_op<ContiguousArray>(std::move(caster));
 }
 
 /// Field points as three arrays of one shape, in row-major order.
