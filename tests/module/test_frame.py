@@ -1,5 +1,6 @@
 """The module frame: start-up, list_bindings, the conventions of types and arrays."""
 
+import shutil
 import subprocess
 import sys
 
@@ -30,6 +31,37 @@ def test_import_registers_names_and_nothing_else(fresh):
     for name in public_names():
         value = getattr(_native, name)
         assert isinstance(value, type) or callable(value), f"{name} is neither a class nor a function"
+
+
+LOAD = """
+import importlib.machinery, importlib.util, sys
+print(sys.version)
+loader = importlib.machinery.ExtensionFileLoader("_native", sys.argv[1])
+try:
+    importlib.util.module_from_spec(importlib.util.spec_from_loader("_native", loader))
+except ImportError as error:
+    print(error)
+"""
+
+
+def test_another_minor_version_is_refused():
+    """Asked of the other interpreters of this machine."""
+    own = "{}.{}".format(*sys.version_info)
+    others = {f"python3.{minor}" for minor in range(10, 15)} - {f"python{own}"}
+    refused = 0
+    for name in filter(None, map(shutil.which, sorted(others))):
+        answer = subprocess.run([name, "-c", LOAD, _native.__file__], capture_output=True, text=True)
+        # a shim of a version that is not there; one that lacks a function that the module asks for
+        if answer.returncode != 0 or "undefined symbol" in answer.stdout:
+            continue
+        *version, text = answer.stdout.splitlines()
+        assert text == (
+            f"Python version mismatch: module was compiled for Python {own}, "
+            f"but the interpreter version is incompatible: {' '.join(version)}."
+        )
+        refused += 1
+    if not refused:
+        pytest.skip("no other Python to ask")
 
 
 def test_list_bindings_sorts_names_into_lists_and_sets_all():
