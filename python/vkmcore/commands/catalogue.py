@@ -87,9 +87,9 @@ def build(
 
 def selected(patterns: Sequence[str]) -> list[TableEntry]:
     """The entries of the tables that match, knots before links at each crossing number."""
-    from vkmcore.reference.tables import knots, links
+    from vkmcore.reference.tables import knots, links, others
 
-    entries = [*knots(), *links()]
+    entries = [*knots(), *links(), *others()]
     chosen = [e for e in entries if not patterns or any(fnmatch.fnmatchcase(e.name, p) for p in patterns)]
     if not chosen:
         raise Failure(f"vkmcore: no knot or link of the tables matches {' '.join(patterns)}")
@@ -148,10 +148,17 @@ def report(target: Target, entry: Entry, outcome: Outcome, progress: Progress) -
 @click.option(
     "--companions/--no-companions", default=True, help="Also the short, the chosen and the outside tool's texts."
 )
-def write(folder: Path, out: Path, companions: bool) -> None:
+@click.option(
+    "--table",
+    type=click.Path(file_okay=False, path_type=Path),
+    help="The folder of the knot table's texts: write those of --key.",
+)
+@click.option("--key", "keys", multiple=True, metavar="PATTERN", help="Keys for --table, as '8_*'.  [default: missing]")
+def write(folder: Path, out: Path, companions: bool, table: Path | None, keys: tuple[str, ...]) -> None:
     """Write the catalogue's texts from a campaign's results."""
     from vkmcore.ideal.campaign_store import Store
-    from vkmcore.ideal.catalogue_texts import few_harmonics, write_companions, write_knots, write_links
+    from vkmcore.ideal.catalogue_texts import few_harmonics, write_companions, write_knots, write_links, write_table
+    from vkmcore.ideal.knot_table_forms import KEYS
     from vkmcore.reference.tables import knots, links
 
     if not folder.is_dir():
@@ -165,6 +172,15 @@ def write(folder: Path, out: Path, companions: bool) -> None:
     if companions:
         for name in write_companions(out, few_harmonics):
             click.echo(f"written: {name}")
+    if table is not None:
+        chosen = [
+            key
+            for key in KEYS
+            if any(fnmatch.fnmatchcase(key, pattern) for pattern in keys)
+            or (not keys and not (table / f"knot.{key}.fseries").exists())
+        ]
+        for key, result in write_table(store, out, table, chosen):
+            click.echo(f"{key}: {result}")
 
 
 @catalogue.command()
