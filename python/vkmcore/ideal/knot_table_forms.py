@@ -98,11 +98,7 @@ def simplest_fit(points: Points, certified: Callable[[FourierForm], bool]) -> Fo
     Raises:
         ValueError: 200 harmonics do not.
     """
-    edges = np.linalg.norm(np.roll(points, -1, axis=0) - points, axis=1)
-    arc = np.concatenate([[0.0], np.cumsum(edges)])
-    at = np.arange(2048) * (arc[-1] / 2048)
-    closed = np.vstack([points, points[:1]])
-    even = np.stack([np.interp(at, arc, closed[:, axis]) for axis in range(3)], axis=1)
+    even = evenly(points)
     harmonics = 6
     while harmonics < 200:
         form = fit([even], harmonics, taper=1.6)
@@ -110,6 +106,14 @@ def simplest_fit(points: Points, certified: Callable[[FourierForm], bool]) -> Fo
             return fit([even], harmonics + harmonics // 3, taper=1.6)
         harmonics += 1 + harmonics // 6
     raise ValueError("no fit keeps the type")
+
+
+def evenly(points: Points, count: int = 2048) -> Points:
+    """A closed polygon at equal steps of its arc length."""
+    closed = np.vstack([points, points[:1]])
+    arc = np.concatenate([[0.0], np.cumsum(np.linalg.norm(np.diff(closed, axis=0), axis=1))])
+    at = np.arange(count) * (arc[-1] / count)
+    return np.stack([np.interp(at, arc, column) for column in closed.T], axis=1)
 
 
 def is_type(name: str) -> Callable[[FourierForm], bool]:
@@ -218,9 +222,7 @@ def symmetric_starts(name: str, symmetry: Symmetry, ideal: Callable[[str], Fouri
         for mirror in (1.0, -1.0):
             points = polygon * [1.0, mirror, 1.0]
             if right(points):
-                try:
-                    yield nearest_symmetric(
-                        simplest_fit(points, lambda form: test(nearest_symmetric(form, symmetry))), symmetry
-                    )
-                except ValueError:
-                    continue
+                forms = [
+                    nearest_symmetric(fit([evenly(points)], harmonics, 1.6), symmetry) for harmonics in (25, 50, 100)
+                ]
+                yield from sorted(filter(test, forms), key=lambda form: measure(form, per_radius=8).ropelength)
