@@ -20,6 +20,26 @@ static_assert(alignof(Eight) == 64);
 VKM_INLINE void load(const double* from, Eight& to) { std::memcpy(&to, from, sizeof(Eight)); }
 VKM_INLINE void store(double* to, const Eight& from) { std::memcpy(to, &from, sizeof(Eight)); }
 
+/// out[i][j] = rows[j][i].
+VKM_INLINE void transpose(const Eight (&rows)[eight], Eight (&out)[eight]) {
+  Eight pairs[eight], fours[eight];
+#pragma GCC unroll 4
+  for (std::size_t i = 0; i < eight; i += 2) {
+    pairs[i] = __builtin_shufflevector(rows[i], rows[i + 1], 0, 8, 2, 10, 4, 12, 6, 14);
+    pairs[i + 1] = __builtin_shufflevector(rows[i], rows[i + 1], 1, 9, 3, 11, 5, 13, 7, 15);
+  }
+#pragma GCC unroll 4
+  for (std::size_t i = 0; i < eight; i += i % 4 == 1 ? 3 : 1) {
+    fours[i] = __builtin_shufflevector(pairs[i], pairs[i + 2], 0, 1, 8, 9, 4, 5, 12, 13);
+    fours[i + 2] = __builtin_shufflevector(pairs[i], pairs[i + 2], 2, 3, 10, 11, 6, 7, 14, 15);
+  }
+#pragma GCC unroll 4
+  for (std::size_t i = 0; i < 4; ++i) {
+    out[i] = __builtin_shufflevector(fours[i], fours[i + 4], 0, 1, 2, 3, 8, 9, 10, 11);
+    out[i + 4] = __builtin_shufflevector(fours[i], fours[i + 4], 4, 5, 6, 7, 12, 13, 14, 15);
+  }
+}
+
 /// 1 / sqrt(x) for x > 0 up to a relative error of 2e-3, 5e-6, 3e-11 and some 1e-16 for one to four steps; finite at 0.
 ///
 /// Half of the exponent by integer arithmetic (W. Kahan), and Newton's steps y (3 - x y^2) / 2. Neither divider nor

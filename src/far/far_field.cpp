@@ -94,11 +94,12 @@ std::vector<Vec3> by_tree(const Problem& problem, const TreeRule& rule, const Po
   return velocity;
 }
 
-/// Expansions above these orders cost more than the cut of their cells, and near roots need not be more exact.
+/// Expansions above the limit cost more than the cut of their cells; near roots need not be more exact. Measured on
+/// knots and clouds of rings, the error is a tenth of an allowance per pair of cells, or less.
 TreeRule rule_of(double tolerance, int threads) {
   TreeRule rule;
   const double digits = -std::log10(tolerance);
-  rule.limit = std::clamp(static_cast<int>(3.5 + 1.2 * digits), 4, 16);
+  rule.limit = static_cast<int>(4.0 + 0.7 * digits);
   rule.steps = tolerance >= 1e-4 ? 2 : tolerance >= 1e-8 ? 3 : 4;
   rule.threads = threads;
   return rule;
@@ -117,7 +118,7 @@ FarVelocity far_velocity(const Problem& problem, double tolerance, int threads, 
     for (std::size_t s = 0; s < sample_count; ++s) samples[s] = (2 * s + 1) * count / (2 * sample_count);
     const std::vector<Vec3> exact = direct_at(problem, samples, threads, poll);
     TreeRule rule = rule_of(tolerance, threads);
-    rule.allowance = tolerance * largest_of(exact);
+    rule.allowance = 1.5 * tolerance * largest_of(exact);
     for (int attempt = 0; attempt < most_tries && rule.allowance > 0.0; ++attempt) {
       result.velocity = by_tree(problem, rule, poll);
       result.largest = largest_of(result.velocity);
@@ -125,7 +126,7 @@ FarVelocity far_velocity(const Problem& problem, double tolerance, int threads, 
       for (std::size_t s = 0; s < sample_count; ++s) error = std::max(error, norm(result.velocity[samples[s]] - exact[s]));
       result.sampled_error = error / result.largest;
       result.tree = true;
-      if (result.sampled_error <= 0.5 * tolerance) return result;
+      if (result.sampled_error <= 0.3 * tolerance) return result;
       rule.allowance /= 16.0;
       rule.limit = std::min(rule.limit + 2, 20);
       ++rule.steps;

@@ -17,12 +17,13 @@ constexpr std::size_t place_of(int a, int b, int c) {
   return index_count(a + b + c - 1) + rest * (rest + 1) / 2 + static_cast<std::size_t>(c);
 }
 
-/// A multi-index, its predecessor along the first axis that it has, and those that the recurrence of D takes.
+/// A multi-index k, its degree, and the first axis with a part in it.
 struct Index {
   std::array<int, 3> k;
   int degree;
-  int axis;
-  Place before;
+  std::size_t axis;
+  std::array<Place, 3> before;  // of k - e by axis, 0 where there is none
+  std::array<Place, 3> twice;   // of k - 2 e
 };
 
 struct Tables {
@@ -48,11 +49,12 @@ struct Tables {
 
   void add(std::array<int, 3> k) {
     const int degree = k[0] + k[1] + k[2];
-    Index index{k, degree, 0, 0};
-    if (degree > 0) {
-      while (k[static_cast<std::size_t>(index.axis)] == 0) ++index.axis;
-      --k[static_cast<std::size_t>(index.axis)];
-      index.before = static_cast<Place>(place_of(k[0], k[1], k[2]));
+    Index index{k, degree, 0, {}, {}};
+    while (degree > 0 && k[index.axis] == 0) ++index.axis;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+      std::array<int, 3> less = k;
+      if (--less[axis] >= 0) index.before[axis] = static_cast<Place>(place_of(less[0], less[1], less[2]));
+      if (--less[axis] >= 0) index.twice[axis] = static_cast<Place>(place_of(less[0], less[1], less[2]));
     }
     for (std::size_t axis = 0; axis < 3; ++axis) {
       if (index.k[axis] != 0) continue;
@@ -86,7 +88,7 @@ VKM_INLINE void fill_monomials(const Index* indices, const Eight (&t)[3], int de
   const std::size_t count = index_count(degree);
   for (std::size_t i = 1; i < count; ++i) {
     const Index& index = indices[i];
-    monomials[i].value = monomials[index.before].value * parts[index.axis][index.k[static_cast<std::size_t>(index.axis)]];
+    monomials[i].value = monomials[index.before[index.axis]].value * parts[index.axis][index.k[index.axis]];
   }
 }
 
@@ -121,42 +123,71 @@ VKM_INLINE void fill_derivatives(const Index* indices, const Eight (&r)[3], doub
   reciprocal_root<4>(r2, root);
   const Eight per_r2 = root * root;
   d[0].value = root;
+  Eight multiples[3][most_order + 1];
+  for (int axis = 0; axis < 3; ++axis) {
+    for (int i = 0; i <= order; ++i) multiples[axis][i] = r[axis] * static_cast<double>(i);
+  }
   std::size_t i = 1;
   for (int degree = 1; degree <= order; ++degree) {
     const Eight first = per_r2 * (reciprocals[static_cast<std::size_t>(degree)] - 2.0);
     const Eight second = per_r2 * (reciprocals[static_cast<std::size_t>(degree)] - 1.0);
     for (; i < index_count(degree); ++i) {
-      const auto& k = indices[i].k;
-      Eight near = {}, next = {};
+      const Index& index = indices[i];
+      Eight once = {}, twice = {};
+#pragma GCC unroll 3
       for (std::size_t axis = 0; axis < 3; ++axis) {
-        if (k[axis] == 0) continue;
-        const int a = k[0] - (axis == 0), b = k[1] - (axis == 1), c = k[2] - (axis == 2);
-        near += r[axis] * static_cast<double>(k[axis]) * d[place_of(a, b, c)].value;
-        if (k[axis] == 1) continue;
-        const std::size_t two = place_of(a - (axis == 0), b - (axis == 1), c - (axis == 2));
-        next += static_cast<double>(k[axis] * (k[axis] - 1)) * d[two].value;
+        const int k = index.k[axis];
+        once += multiples[axis][k] * d[index.before[axis]].value;
+        twice += static_cast<double>(k * (k - 1)) * d[index.twice[axis]].value;
       }
-      d[i].value = first * near + second * next;
+      d[i].value = first * once + second * twice;
     }
   }
 }
 
-/// Adds sum over m of D_{n+m} M_m to the coefficients of A, degree 0 left out.
-VKM_KERNEL void add_eight_cells(const Eight (&r)[3], double soft2, int order, const Tables& t, const Row* moments,
-                                Slot* d, Row* sums) {
-  fill_derivatives(t.indices.data(), r, soft2, order, d);
-  const std::size_t count = index_count(order);
-  for (std::size_t n = 1; n < count; ++n) {
-    const Place* row = t.pairs.data() + t.pair_rows[n];
-    const std::size_t terms = index_count(order - t.indices[n].degree);
-    Eight x = sums[n].x, y = sums[n].y, z = sums[n].z;
-    for (std::size_t m = 0; m < terms; ++m) {
-      const Eight derivative = d[row[m]].value;
-      x += moments[m].x * derivative;
-      y += moments[m].y * derivative;
-      z += moments[m].z * derivative;
+/// The moments of eight cells, cell by cell, in lanes. They are read up to a whole number of eights.
+VKM_INLINE void spread(const double* const (&cells)[eight], std::size_t numbers, Row* rows) {
+  for (std::size_t e = 0; e < numbers; e += eight) {
+    Eight in[eight], out[eight];
+#pragma GCC unroll 8
+    for (std::size_t k = 0; k < eight; ++k) load(cells[k] + e, in[k]);
+    transpose(in, out);
+    std::memcpy(reinterpret_cast<double*>(rows) + e * eight, out, sizeof out);
+  }
+}
+
+/// Adds sum over m of D_{n+m} M_m to the coefficients of A for so many n, from `n` on, of one degree.
+template <std::size_t rows>
+VKM_INLINE void add_rows(const Tables& t, std::size_t n, std::size_t terms, const Row* moments, const Slot* d,
+                         Row* sums) {
+  Row sum[rows];
+  const Place* place[rows];
+  for (std::size_t i = 0; i < rows; ++i) {
+    sum[i] = sums[n + i];
+    place[i] = t.pairs.data() + t.pair_rows[n + i];
+  }
+  for (std::size_t m = 0; m < terms; ++m) {
+#pragma GCC unroll 4
+    for (std::size_t i = 0; i < rows; ++i) {
+      const Eight derivative = d[place[i][m]].value;
+      sum[i].x += moments[m].x * derivative;
+      sum[i].y += moments[m].y * derivative;
+      sum[i].z += moments[m].z * derivative;
     }
-    sums[n] = {x, y, z};
+  }
+  for (std::size_t i = 0; i < rows; ++i) sums[n + i] = sum[i];
+}
+
+/// The coefficients of A, degree 0 left out.
+VKM_KERNEL void add_eight_cells(const Eight (&r)[3], const double* const (&cells)[eight], double soft2, int order,
+                                const Tables& t, Row* moments, Slot* d, Row* sums) {
+  spread(cells, 3 * index_count(order - 1), moments);
+  fill_derivatives(t.indices.data(), r, soft2, order, d);
+  std::size_t n = 1;
+  for (int degree = 1; degree <= order; ++degree) {
+    const std::size_t terms = index_count(order - degree), end = index_count(degree);
+    for (; n + 3 <= end; n += 3) add_rows<3>(t, n, terms, moments, d, sums);
+    for (; n < end; ++n) add_rows<1>(t, n, terms, moments, d, sums);
   }
 }
 
@@ -246,18 +277,12 @@ void add_local(std::span<const FarCell> cells, double soft2, ExpansionSpace& spa
     for (std::size_t k = 0; k < std::min(eight, cells.size() - c); ++k) {
       for (std::size_t axis = 0; axis < 3; ++axis) r[axis][k] = cells[c + k].offset[axis];
     }
-    const std::size_t used = index_count(order - 1);
-    for (std::size_t m = 0; m < used; ++m) {
-      Row row{};
-      for (std::size_t k = 0; k < std::min(eight, cells.size() - c); ++k) {
-        const Vec3& moment = cells[c + k].moments[m];
-        row.x[k] = moment[0];
-        row.y[k] = moment[1];
-        row.z[k] = moment[2];
-      }
-      space.moments[m] = row;
+    const double* moments[eight];
+    for (std::size_t k = 0; k < eight; ++k) {
+      const bool one = c + k < cells.size();
+      moments[k] = one ? cells[c + k].moments.front().data() : space.zeros.front().data();
     }
-    add_eight_cells(r, soft2, order, t, space.moments.data(), space.numbers.data(), space.sums.data());
+    add_eight_cells(r, moments, soft2, order, t, space.moments.data(), space.numbers.data(), space.sums.data());
   }
   std::vector<Vec3>& A = space.shifted;
   for (std::size_t n = 1; n < index_count(most); ++n) {

@@ -41,6 +41,9 @@ constexpr std::size_t index_count(int degree) {
 using Coefficients = std::span<Vec3>;
 using ConstCoefficients = std::span<const Vec3>;
 
+/// Vectors behind the last coefficient that may be read.
+inline constexpr std::size_t margin = 3;
+
 /// Numbers that the functions below work with; one for each thread.
 struct ExpansionSpace {
   struct Slot {
@@ -50,9 +53,10 @@ struct ExpansionSpace {
     Eight x, y, z;
   };
   std::vector<Slot> numbers = std::vector<Slot>(index_count(most_order));
-  std::vector<Row> moments = std::vector<Row>(index_count(most_order));
+  std::vector<Row> moments = std::vector<Row>(index_count(most_order) + margin);
   std::vector<Row> sums = std::vector<Row>(index_count(most_order));
   std::vector<Vec3> shifted = std::vector<Vec3>(index_count(most_order));
+  std::vector<Vec3> zeros = std::vector<Vec3>(index_count(most_order) + margin);
 };
 
 /// Moments up to degree `order` of `count` elements about `centre` are added. Runs of coordinates are read up to a whole
@@ -64,7 +68,8 @@ void add_moments(const LaneView& places, const LaneView& elements, std::size_t c
 void add_shifted_moments(ConstCoefficients from, const Vec3& shift, int order, ExpansionSpace& space,
                          Coefficients to);
 
-/// A cell of sources as seen from a cell of points: the terms up to the total degree `order` are taken, at least 1.
+/// A cell of sources as seen from a cell of points: the terms up to the total degree `order` are taken, at least 1. Its
+/// moments are those of degrees up to order - 1 at least, with a margin behind them.
 struct FarCell {
   Vec3 offset;  // R
   ConstCoefficients moments;

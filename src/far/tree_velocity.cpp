@@ -19,7 +19,7 @@ namespace vkm::far {
 
 namespace {
 
-constexpr std::size_t leaf_size = 64;
+constexpr std::size_t leaf_size = 48;
 constexpr std::size_t task_size = 2048;  // points or elements of a task, at most
 
 /// Coordinates and units in which the middle of all is the origin, and no coordinate is beyond 1: powers of lengths
@@ -51,7 +51,7 @@ Lanes with_margin(std::size_t size) { return Lanes(size + eight); }
 struct Sources {
   CellTree tree;
   Lanes at, element;
-  std::vector<double> number;
+  std::vector<double> number;    // the place in that order
   std::vector<double> strength;  // sum |e| by cell
 
   Sources(const Elements& elements, const Frame& frame, const std::vector<Vec3>& placed)
@@ -63,7 +63,7 @@ struct Sources {
     for (std::size_t i = 0; i < placed.size(); ++i) {
       at.set(i, placed[tree.order[i]]);
       element.set(i, elements.vector[tree.order[i]] / frame.size);
-      number[i] = static_cast<double>(tree.order[i]);
+      number[i] = static_cast<double>(i);
     }
     for (std::size_t c = tree.cells.size(); c-- > 0;) {
       const Cell& cell = tree.cells[c];
@@ -82,47 +82,53 @@ struct Points {
   Lanes at, sums;
   std::vector<double> first_left_out, second_left_out;
 
-  Points(const std::vector<Vec3>& placed, std::span<const LeftOut> left_out)
+  Points(const std::vector<Vec3>& placed, std::span<const LeftOut> left_out, const CellTree& sources)
       : tree(cell_tree(placed, leaf_size)),
         at(with_margin(placed.size())),
         sums(with_margin(placed.size())),
         first_left_out(placed.size() + eight, LeftOut::none),
         second_left_out(placed.size() + eight, LeftOut::none) {
+    std::vector<double> place_of(left_out.empty() ? 0 : sources.order.size());  // in the order of the sources' tree
+    for (std::size_t s = 0; s < place_of.size(); ++s) place_of[sources.order[s]] = static_cast<double>(s);
+    const auto place = [&](double number) {
+      const bool known = number >= 0.0 && number < static_cast<double>(place_of.size());
+      return known ? place_of[static_cast<std::size_t>(number)] : LeftOut::none;
+    };
     for (std::size_t i = 0; i < placed.size(); ++i) {
       at.set(i, placed[tree.order[i]]);
       if (left_out.empty()) continue;
-      first_left_out[i] = left_out[tree.order[i]].first;
-      second_left_out[i] = left_out[tree.order[i]].second;
+      first_left_out[i] = place(left_out[tree.order[i]].first);
+      second_left_out[i] = place(left_out[tree.order[i]].second);
     }
   }
 };
 
-/// Least and largest number of the elements of a cell, or of those that its points leave out.
-struct Numbers {
+/// The places of the sources that the points of a cell leave out lie from `least` to `most`.
+struct Places {
   double least = std::numeric_limits<double>::infinity(), most = -1.0;
 
-  void add(double number) {
-    if (number < 0.0) return;
-    least = std::min(least, number);
-    most = std::max(most, number);
+  void add(double place) {
+    if (place == LeftOut::none) return;
+    least = std::min(least, place);
+    most = std::max(most, place);
   }
-  bool meet(const Numbers& other) const { return least <= other.most && other.least <= most; }
 };
 
-std::vector<Numbers> numbers_of(const CellTree& tree, std::initializer_list<const double*> lists) {
-  std::vector<Numbers> numbers(tree.cells.size());
-  for (std::size_t c = tree.cells.size(); c-- > 0;) {
-    const Cell& cell = tree.cells[c];
-    for (const double* list : lists) {
-      if (!cell.is_leaf()) break;
-      for (std::size_t i = cell.begin; i < cell.end; ++i) numbers[c].add(list[i]);
+std::vector<Places> places_of(const Points& points) {
+  std::vector<Places> places(points.tree.cells.size());
+  for (std::size_t c = places.size(); c-- > 0;) {
+    const Cell& cell = points.tree.cells[c];
+    if (!cell.is_leaf()) {
+      const Places &left = places[c + 1], &right = places[cell.right];
+      places[c] = {std::min(left.least, right.least), std::max(left.most, right.most)};
+      continue;
     }
-    if (cell.is_leaf()) continue;
-    numbers[c] = numbers[c + 1];
-    numbers[c].least = std::min(numbers[c].least, numbers[cell.right].least);
-    numbers[c].most = std::max(numbers[c].most, numbers[cell.right].most);
+    for (std::size_t i = cell.begin; i < cell.end; ++i) {
+      places[c].add(points.first_left_out[i]);
+      places[c].add(points.second_left_out[i]);
+    }
   }
-  return numbers;
+  return places;
 }
 
 /// Coefficients of all cells, so many each.
@@ -130,7 +136,7 @@ class Expansions {
  public:
   Expansions(std::size_t cells, std::size_t terms) : terms_(terms) {
     require_memory(cells, terms * sizeof(Vec3));
-    values_.resize(cells * terms);
+    values_.resize(cells * terms + margin);
   }
   Coefficients of(std::size_t cell) { return {values_.data() + cell * terms_, terms_}; }
   ConstCoefficients of(std::size_t cell) const { return {values_.data() + cell * terms_, terms_}; }
@@ -181,12 +187,12 @@ struct Sum {
   const Sources& sources;
   Points& points;
   NearRule rule;
-  std::vector<Numbers> source_numbers, point_numbers;  // empty if nothing is left out
+  std::vector<Places> left_out;  // by cell of points
 };
 
-void add_one_by_one(const Sum& sum, const Cell& to, std::size_t p, const Cell& from, std::size_t s) {
+void add_one_by_one(const Sum& sum, const Cell& to, std::size_t p, const Cell& from) {
   NearRule rule = sum.rule;
-  rule.leave_out = !sum.point_numbers.empty() && sum.point_numbers[p].meet(sum.source_numbers[s]);
+  rule.leave_out = sum.left_out[p].least < from.end && sum.left_out[p].most >= from.begin;
   const NearSources sources{view(sum.sources.at), view(sum.sources.element), sum.sources.number.data()};
   const NearPoints points{view(sum.points.at), sum.points.first_left_out.data(), sum.points.second_left_out.data(),
                           space(sum.points.sums)};
@@ -215,7 +221,7 @@ void add_subtree(const Sum& sum, const std::vector<Interaction>& interactions, s
     }
     add_local(far, sum.rule.soft2, work, local.of(p - root));
     for (; next != interactions.end() && next->points == p; ++next) {
-      add_one_by_one(sum, cell, p, sum.sources.tree.cells[next->sources], next->sources);
+      add_one_by_one(sum, cell, p, sum.sources.tree.cells[next->sources]);
     }
     heartbeat.tick();
     if (order == 0) continue;
@@ -264,15 +270,10 @@ std::vector<Vec3> tree_velocity(const Elements& elements, std::span<const Vec3> 
   if (elements.at.empty() || points.empty()) return std::vector<Vec3>(points.size());
   const Frame frame = frame_of(elements, points);
   const Sources sources(elements, frame, placed(elements.at, frame));
-  Points targets(placed(points, frame), left_out);
+  Points targets(placed(points, frame), left_out, sources.tree);
   const double soft = rule.soft / frame.size;
   const Criterion criterion{rule.allowance * frame.size, soft * soft, rule.limit};
-  Sum sum{sources, targets, {criterion.soft2, rule.steps, false}, {}, {}};
-  if (!left_out.empty()) {
-    sum.source_numbers = numbers_of(sources.tree, {sources.number.data()});
-    sum.point_numbers =
-        numbers_of(targets.tree, {targets.first_left_out.data(), targets.second_left_out.data()});
-  }
+  const Sum sum{sources, targets, {criterion.soft2, rule.steps, false}, places_of(targets)};
   const std::vector<std::uint32_t> parts = cut(targets.tree, task_size);
   std::vector<std::vector<Interaction>> interactions(parts.size());
   run_tasks(parts.size(), rule.threads, poll, [&](std::size_t task, Heartbeat& heartbeat) {
