@@ -29,6 +29,7 @@ COMMANDS = (
     "report",
     "simulate",
     "spectrum",
+    "study",
     "tighten",
     "view",
     "zoo",
