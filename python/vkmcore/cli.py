@@ -24,6 +24,7 @@ COMMANDS = (
     "info",
     "knots",
     "mass",
+    "particle",
     "pd",
     "provenance",
     "report",
