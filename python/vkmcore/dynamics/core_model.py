@@ -4,18 +4,19 @@ The velocity at a vertex is a local term for its two edges of lengths la and lb,
 
     Gamma / (4 pi) (log(2 sqrt(la lb) / a) + C) kappa b^,
 
-and a sum over all other edges, each taken from its midpoint. With C of the core's model, the local term is exactly what
-the two edges of a smooth curve induce to leading order (C = -1/4 for a core in solid rotation, -1/2 for a hollow one;
-Saffman, Vortex Dynamics, 1992, ch. 11). The sum is not what the rest induces, however fine the polygon is. Near the vertex the
-curve is s T + kappa s^2 / 2 N, and the part ds of it induces Gamma / (4 pi) kappa b^ / 2 ds / s. An edge from s to s + h has
-the midpoint at p = s + h / 2 along T and kappa / 2 (p^2 + h^2 / 4) along N, for it lies on the chord, and gives
+and a sum over all other edges, each taken from its midpoint. With C of the core's model, the local term is
+what the two edges of a smooth curve induce to leading order (C = -1/4 for a core in solid rotation, -1/2 for a hollow
+one; Saffman, Vortex Dynamics, 1992, ch. 11). The sum is not what the rest induces, however fine the polygon is. Near
+the vertex the curve is s T + kappa s^2 / 2 N, and its part ds induces Gamma / (4 pi) kappa b^ / 2 ds / s. An edge from
+s to s + h has its midpoint at p = s + h / 2 along T and kappa / 2 (p^2 + h^2 / 4) along N, for it lies on the chord,
+and gives
 
     h s (s + h) / p^3 = 2 q (1 - q^2),  q = h / (2 p),  in place of  log((s + h) / s) = 2 atanh q.
 
-So the logarithm of the local term lacks, half for either side, the sum of 2 atanh q - 2 q (1 - q^2) over the edges of that side
-behind the first. It is a pure number that depends on the ratios of nearby edges alone. For even edges q = 1 / (2 j + 1), j =
-1, 2, ..., and the sum is psi(3/2) + (7 zeta(3) - 8) / 4 = 0.14009 (psi the digamma function): Gamma / (4 pi R) times that is
-missing from the speed of a ring, at any resolution.
+So the logarithm of the local term lacks, half for either side, the sum of 2 atanh q - 2 q (1 - q^2) over the edges of
+that side behind the first. It is a pure number that depends on the ratios of nearby edges alone. For even edges
+q = 1 / (2 j + 1), j = 1, 2, ..., and the sum is psi(3/2) + (7 zeta(3) - 8) / 4 = 0.14009 (psi is the digamma
+function): Gamma / (4 pi R) times that is missing from the speed of a ring, at any resolution.
 
 Here the nearest edges are summed as they are, and the rest as if it went on evenly.
 """
@@ -95,7 +96,7 @@ def _deficit(lengths: Points, at: _Indices) -> Points:
     h, ahead, behind = edges[1:], ends[1:], ends[:-1]
     q = h / (ahead + behind)
     summed = (q * (1.0 - q * q)).sum(axis=0)
-    # On even edges h the terms behind the distance s sum to h^2 / (6 s^2) - (37 / 960) (h / s)^4, by Euler and Maclaurin.
+    # On even edges h the terms behind a distance s sum to h^2 / (6 s^2) - (37 / 960) (h / s)^4 (Euler and Maclaurin).
     far = (h * h * h).sum(axis=0) / (h.sum(axis=0) * ends[-1] ** 2)
     rest = far * (1.0 / 6.0 - (37.0 / 960.0) * far) - 2.0 * summed
     ratio = ends[-1] / ends[0]
@@ -117,7 +118,7 @@ def _log(x: Points) -> Points:
 
 
 def _lacking(points: Sequence[Points], strengths: Sequence[float]) -> list[Points]:
-    """What the velocities (N, 3) of closed polygons lack: Gamma / (4 pi), the strength, times deficit times kappa b^."""
+    """What the velocities (N, 3) of polygons lack: Gamma / (4 pi), the strength, times the deficit times kappa b^."""
     sizes = tuple(map(len, points))
     at = _indices(sizes)
     b, lb = _edges_of(np.concatenate(points), at)

@@ -5,7 +5,7 @@ A thin filament of circulation Gamma and core radius a moves with Gamma / (4 pi)
     kappa b^ (log(2 l / a) + C) + the Biot-Savart integral over all but the length l to either side,  l -> 0,
 
 C being the constant of the core (`vkmcore.dynamics.core_model.CONSTANTS`); terms of order (a kappa)^2 are left out
-(Saffman, Vortex Dynamics, 1992, ch. 11). Formulas and notation follow from this alone. On a smooth closed curve with a parameter
+(Saffman, Vortex Dynamics, 1992, ch. 11). All formulas here follow from this. On a smooth closed curve with a parameter
 t of period 2 pi the integrand is m(t) / |2 sin(t / 2)| with a smooth m, so that with the Fourier coefficients m_k of m
 
     finite part = sum_k m_k (-4) (1 + 1/3 + ... + 1 / (2 |k| - 1)) + 2 m(0) log(4 / t_l),
@@ -38,8 +38,8 @@ def kelvin_wave_frequency(
 ) -> float:
     """Angular frequency in rad/s of waves cos(mode theta) on a thin ring, mode at least 1 (0 for the tilt, mode 1).
 
-    A displacement Z cos(n theta) along the axis moves the ring radially at P Z, one R cos(n theta) along the radius moves
-    it axially at Q R, to first order, and the frequency is sqrt(-P Q).
+    A displacement Z cos(n theta) along the axis moves the ring radially at P Z, one R cos(n theta) along the radius
+    moves it axially at Q R, to first order, and the frequency is sqrt(-P Q).
     """
     if mode < 1:
         raise ValueError("kelvin_wave_frequency: mode must be at least 1")
