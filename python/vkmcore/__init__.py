@@ -23,7 +23,9 @@ _MODULE_OF = {
     "Knot": "vkmcore.knots",
     "Link": "vkmcore.knots",
     "load_trajectory": "vkmcore.dynamics.trajectory",
+    "mass_routes": "vkmcore.mass.routes",
     "simulate": "vkmcore.dynamics.simulation",
+    "study_mass": "vkmcore.mass.convergence",
 }
 
 

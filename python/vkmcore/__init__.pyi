@@ -4,5 +4,7 @@ from vkmcore.dynamics.simulation import simulate as simulate
 from vkmcore.dynamics.trajectory import load_trajectory as load_trajectory
 from vkmcore.knots import Knot as Knot
 from vkmcore.knots import Link as Link
+from vkmcore.mass.convergence import study_mass as study_mass
+from vkmcore.mass.routes import mass_routes as mass_routes
 
 __version__: str
