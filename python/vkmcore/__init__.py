@@ -24,7 +24,9 @@ _MODULE_OF = {
     "Link": "vkmcore.knots",
     "load_trajectory": "vkmcore.dynamics.trajectory",
     "mass_routes": "vkmcore.mass.routes",
+    "curve_velocity": "vkmcore.dynamics.velocity",
     "simulate": "vkmcore.dynamics.simulation",
+    "velocity": "vkmcore.dynamics.velocity",
     "study_mass": "vkmcore.mass.convergence",
 }
 

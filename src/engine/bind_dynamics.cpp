@@ -1,7 +1,9 @@
 // Velocities and steps of filaments on any number of threads, and by the tree, for vkmcore.dynamics.
 
+#include <algorithm>
 #include <optional>
 
+#include "core/finite.hpp"
 #include "engine/engine.hpp"
 #include "far/filament_far_field.hpp"
 #include "filament/motion/filament_arguments.hpp"
@@ -23,7 +25,11 @@ struct FarReport {
 VelocityLaw law_of(const FilamentOptions& options, int threads, std::optional<double> tolerance, FarReport& report) {
   report.tree = tolerance.has_value();
   return [=, &report](std::span<const Filament> filaments) {
-    if (!tolerance) return filament_velocity(filaments, options, released_poll(), threads);
+    const bool finite = std::ranges::all_of(filaments, [](const Filament& f) { return all_finite(f.points); });
+    if (!tolerance || !finite) {
+      report.tree = false;
+      return filament_velocity(filaments, options, released_poll(), threads);
+    }
     far::FilamentFarVelocity far =
         far::filament_far_velocity(filaments, options, *tolerance, threads, released_poll());
     report.tree = report.tree && far.tree;

@@ -6,7 +6,6 @@
 #include <memory>
 #include <stdexcept>
 
-#include "core/finite.hpp"
 #include "core/lane_view.hpp"
 #include "core/memory.hpp"
 #include "core/tasks.hpp"
@@ -241,9 +240,6 @@ void add_subtree(const Sum& sum, const std::vector<Interaction>& interactions, s
 void check(const Elements& elements, std::span<const Vec3> points, std::span<const LeftOut> left_out) {
   if (elements.at.size() != elements.vector.size()) throw std::invalid_argument("one vector an element is needed");
   if (!left_out.empty() && left_out.size() != points.size()) throw std::invalid_argument("one entry a point is needed");
-  if (!all_finite(elements.at) || !all_finite(elements.vector) || !all_finite(points)) {
-    throw std::invalid_argument("coordinates must be finite");
-  }
   if (std::max(elements.at.size(), points.size()) >= std::numeric_limits<std::uint32_t>::max()) throw std::bad_alloc();
   require_memory(elements.at.size() + points.size(), 512);
 }

@@ -36,7 +36,7 @@ struct TreeRule {
 };
 
 /// The velocity at each point; `left_out` is empty, or has an entry a point. An element that is left out
-/// must be in line with its point, as a far one is summed all the same. Not-finite numbers throw std::invalid_argument.
+/// must be in line with its point, as a far one is summed all the same. All numbers must be finite.
 std::vector<Vec3> tree_velocity(const Elements& elements, std::span<const Vec3> points,
                                 std::span<const LeftOut> left_out, const TreeRule& rule, const Poll& poll);
 

@@ -28,8 +28,9 @@ from collections.abc import Mapping, Sequence
 from functools import lru_cache
 from typing import TYPE_CHECKING, Any, NamedTuple
 
-import _native
 import numpy as np
+
+from vkmcore.dynamics.velocity import Summation
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray
@@ -129,7 +130,10 @@ def _lacking(points: Sequence[Points], strengths: Sequence[float]) -> list[Point
 
 
 def filament_velocity(
-    filaments: Sequence[Mapping[str, Any]], options: Mapping[str, Any] | None = None, core: str = "constant"
+    filaments: Sequence[Mapping[str, Any]],
+    options: Mapping[str, Any] | None = None,
+    core: str = "constant",
+    summation: Summation | None = None,
 ) -> tuple[list[Points], float]:
     """Velocities (N, 3) of the filaments in m/s, with what the sum lacks, and the largest speed.
 
@@ -137,20 +141,24 @@ def filament_velocity(
         filaments, options: as of `compute_filament_velocity`.
         core: the model of the core: "hollow", "solid", "constant" (the options' lia_constant), or "raw": the library's
             velocity as it is.
+        summation: how it is summed; directly on all usable cores by default.
 
     Raises:
         ValueError: no such model, or the options have a lia_constant beside its own.
     """
     options = core_options(core, options or {})
+    summation = summation or Summation()
     if core == "raw":
-        found = _native.compute_filament_velocity(list(filaments), options)
+        found = summation.velocity(filaments, options)
         return found["velocity"], float(found["maximum_speed"])
-    return _whole_velocity(filaments, options)
+    return _whole_velocity(filaments, options, summation)
 
 
-def _whole_velocity(filaments: Sequence[Mapping[str, Any]], options: dict[str, Any]) -> tuple[list[Points], float]:
+def _whole_velocity(
+    filaments: Sequence[Mapping[str, Any]], options: dict[str, Any], summation: Summation
+) -> tuple[list[Points], float]:
     """The library's velocity and what its sum lacks."""
-    found = _native.compute_filament_velocity(list(filaments), options)
+    found = summation.velocity(filaments, options)
     velocities: list[Points] = found["velocity"]
     if options.get("lia_only", False):
         return velocities, float(found["maximum_speed"])
@@ -170,14 +178,14 @@ def _whole_velocity(filaments: Sequence[Mapping[str, Any]], options: dict[str, A
 
 
 def rk4_step(
-    filaments: Sequence[Mapping[str, Any]], dt: float, options: Mapping[str, Any], core: str
+    filaments: Sequence[Mapping[str, Any]], dt: float, options: Mapping[str, Any], core: str, summation: Summation
 ) -> tuple[list[Points], float]:
     """One classical Runge-Kutta step of dt seconds: positions, and the largest speed of the four stages in m/s.
 
     The options are those of `core_options`. What runs away comes out as infinity or NaN, without a warning.
     """
     if core == "raw":
-        step = _native.rk4_step(list(filaments), dt, dict(options))
+        step = summation.rk4_step(filaments, dt, options)
         return [moved["points"] for moved in step["filaments"]], float(step["maximum_stage_speed"])
     total = [0.0 * filament["points"] for filament in filaments]
     speed: list[Points] = []
@@ -187,7 +195,7 @@ def rk4_step(
             stage = [dict(filament) for filament in filaments]
             for filament, v in zip(stage, speed):
                 filament["points"] = filament["points"] + (part * dt) * v
-            speed, fastest = _whole_velocity(stage, dict(options))
+            speed, fastest = _whole_velocity(stage, dict(options), summation)
             largest = max(largest, fastest)
             total = [t + weight * v for t, v in zip(total, speed)]
         return [f["points"] + (dt / 6.0) * t for f, t in zip(filaments, total)], largest

@@ -14,6 +14,7 @@ import numpy as np
 
 from vkmcore.dynamics.core_model import EVEN_DEFICIT, core_options, rk4_step
 from vkmcore.dynamics.trajectory import Frame, Trajectory, TrajectoryWriter, load_trajectory
+from vkmcore.dynamics.velocity import Summation
 from vkmcore.progress import progress_bar
 from vkmcore.results import TopologyGuard
 
@@ -32,6 +33,7 @@ OPTIONS: dict[str, bool | float] = {
     "core_radius": 0.01,
 }
 LEAST_STEP = 1e-6  # s; `estimate_cfl_dt` proposes no shorter one
+OLDER = {"core": "raw", "far_field": "direct"}  # of trajectories from before there was a choice
 RETRIES = 8  # shorter steps that are tried towards a contact
 
 
@@ -45,6 +47,8 @@ class Simulation:
     steps: int
     contact: bool  # ended before t_end, on the safe side of a contact
     message: str  # of the guard; empty without a contact
+    far_field: str = "direct"  # how the velocities were summed: "direct", "tree", or "direct and tree"
+    sampled_error: float = 0.0  # largest of the tree at a sample of the points, relative to the largest speed
 
     @property
     def times(self) -> Points:
@@ -63,6 +67,9 @@ def simulate(
     frame_interval: float | None = None,
     contact_threshold: float | None = None,
     resample_ratio: float | None = None,
+    far_field: str = "direct",
+    tolerance: float = 1e-6,
+    threads: int | None = None,
     trajectory: str | os.PathLike[str] | None = None,
     resume: bool = False,
     progress: bool = False,
@@ -94,6 +101,9 @@ def simulate(
             none. Passive filaments touch too, ghosts do not.
         resample_ratio: a moving filament whose longest edge is more than this many times its shortest is resampled by
             `resample_closed_curve`, with as many points, before a step. Never by default.
+        far_field: "direct", or "tree": velocities as of `vkmcore.velocity`, for many thousand vertices.
+        tolerance: of the tree: the error of a velocity, relative to the largest one.
+        threads: for the velocities; all usable cores by default. The same bits for any number.
         trajectory: a `.npz` file to which each frame is appended as it is reached; see `load_trajectory`. It must not
             exist yet, unless the run is resumed.
         resume: go on from the last frame in `trajectory`, if there is such a file. The filaments and settings must be
@@ -110,7 +120,10 @@ def simulate(
         FileExistsError: `trajectory` exists and `resume` is false.
     """
     state = [_checked(number, filament) for number, filament in enumerate(filaments, start=1)]
-    run = _Run(state, t_end, dict(options or {}), core, dt, cfl, frame_interval, contact_threshold, resample_ratio)
+    summation = Summation(far_field, tolerance, threads)
+    run = _Run(
+        state, t_end, dict(options or {}), core, dt, cfl, frame_interval, contact_threshold, resample_ratio, summation
+    )
     frames = [Frame(0.0, 0, _points(state))]
     writer = None
     if trajectory is None:
@@ -136,7 +149,10 @@ def simulate(
             writer.close()
     last = frames[-1]
     moved = [{**filament, "points": points} for filament, points in zip(state, last.points)]
-    return Simulation(moved, frames, last.time, last.step, bool(run.message), run.message)
+    used = " and ".join(sorted(summation.used)) or summation.far_field
+    return Simulation(
+        moved, frames, last.time, last.step, bool(run.message), run.message, used, summation.sampled_error
+    )
 
 
 class _Run:
@@ -154,6 +170,7 @@ class _Run:
         frame_interval: float | None,
         contact_threshold: float | None,
         resample_ratio: float | None,
+        summation: Summation,
     ) -> None:
         if unknown := sorted(set(options) - set(OPTIONS)):
             raise ValueError(f"simulate: unknown option {unknown[0]!r}; known are {', '.join(OPTIONS)}")
@@ -182,6 +199,7 @@ class _Run:
         self.estimated = {**options, "lia_constant": self.constant}  # for the estimate of a step
         self.start, self.t_end, self.options, self.core = start, t_end, options, core
         self.dt, self.cfl, self.interval, self.ratio = dt, cfl, interval, resample_ratio
+        self.summation = summation
         self.message = ""
         self.settings = {
             "options": full,
@@ -191,6 +209,8 @@ class _Run:
             "frame_interval": interval,
             "contact_threshold": self.threshold,
             "resample_ratio": resample_ratio,
+            "far_field": summation.far_field,
+            "tolerance": summation.tolerance if summation.far_field == "tree" else None,
         }
 
     def described(self) -> list[dict[str, Any]]:
@@ -210,7 +230,7 @@ class _Run:
     def frames_of(self, past: Trajectory, path: Path) -> list[Frame]:
         """The frames of a trajectory, if it is one of this run."""
         for name, value in self.settings.items():
-            own = past.settings.get(name, "raw" if name == "core" else None)  # files of before there were models
+            own = past.settings.get(name, OLDER.get(name))
             if own != value:
                 raise ValueError(f"{path}: of a run with {name} = {own}, not {value}")
         same = all(map(np.array_equal, past.frames[0].points, _points(self.start)))
@@ -255,7 +275,7 @@ class _Run:
     def _proposal(self, filaments: Filaments) -> float:
         if self.dt is not None:
             return self.dt
-        proposed = _native.estimate_cfl_dt(filaments, self.estimated, self.cfl)
+        proposed = self.summation.estimate_cfl_dt(filaments, self.estimated, self.cfl)
         if not proposed > LEAST_STEP:
             raise ValueError(
                 "simulate: a step of 1e-6 s, the least that is proposed, is too long for these filaments: "
@@ -301,7 +321,7 @@ class _Run:
 
     def _guarded(self, filaments: Filaments, h: float, time: float) -> tuple[Filaments, TopologyGuard | None]:
         """The filaments after a step of `h`, and the guard's verdict if it is a contact."""
-        moved, fastest = rk4_step(filaments, h, self.options, self.core)
+        moved, fastest = rk4_step(filaments, h, self.options, self.core, self.summation)
         after = [{**old, "points": points} for old, points in zip(filaments, moved)]
         if not all(math.isfinite(filament["points"].sum()) for filament in after):
             raise RuntimeError(f"simulate: positions run away after t = {time:.6g} s; a shorter dt may help")
