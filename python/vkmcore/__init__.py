@@ -23,7 +23,11 @@ _MODULE_OF = {
     "Knot": "vkmcore.knots",
     "Link": "vkmcore.knots",
     "load_trajectory": "vkmcore.dynamics.trajectory",
+    "mass_routes": "vkmcore.mass.routes",
+    "curve_velocity": "vkmcore.dynamics.velocity",
     "simulate": "vkmcore.dynamics.simulation",
+    "velocity": "vkmcore.dynamics.velocity",
+    "study_mass": "vkmcore.mass.convergence",
 }
 
 

@@ -2,7 +2,11 @@ from vkmcore import _native as _native
 from vkmcore._native import *
 from vkmcore.dynamics.simulation import simulate as simulate
 from vkmcore.dynamics.trajectory import load_trajectory as load_trajectory
+from vkmcore.dynamics.velocity import curve_velocity as curve_velocity
+from vkmcore.dynamics.velocity import velocity as velocity
 from vkmcore.knots import Knot as Knot
 from vkmcore.knots import Link as Link
+from vkmcore.mass.convergence import study_mass as study_mass
+from vkmcore.mass.routes import mass_routes as mass_routes
 
 __version__: str
