@@ -5,14 +5,15 @@ from __future__ import annotations
 import math
 import os
 from collections.abc import Iterator, Mapping, Sequence
-from dataclasses import dataclass
+from dataclasses import dataclass, field
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
 import _native
 import numpy as np
 
-from vkmcore.dynamics.trajectory import Frame, Trajectory, TrajectoryWriter, load_trajectory
+from vkmcore.dynamics.recorded import Recorded
+from vkmcore.dynamics.trajectory import Frame, Trajectory, TrajectoryWriter, described, load_trajectory
 from vkmcore.progress import progress_bar
 from vkmcore.results import TopologyGuard
 
@@ -34,9 +35,9 @@ LEAST_STEP = 1e-6  # s; `estimate_cfl_dt` proposes no shorter one
 RETRIES = 8  # shorter steps that are tried towards a contact
 
 
-@dataclass(frozen=True)
-class Simulation:
-    """The outcome of a run."""
+@dataclass(frozen=True, repr=False)
+class Simulation(Recorded):
+    """The outcome of a run: it shows itself, and `animate`, `plot`, `save` and `to_xarray` are its ways out."""
 
     filaments: Filaments  # as given, at their last positions
     frames: list[Frame]  # the start, every frame_interval, and the end
@@ -44,11 +45,7 @@ class Simulation:
     steps: int
     contact: bool  # ended before t_end, on the safe side of a contact
     message: str  # of the guard; empty without a contact
-
-    @property
-    def times(self) -> Points:
-        """Times (F,) of the frames, in s."""
-        return np.array([frame.time for frame in self.frames])
+    settings: dict[str, Any] = field(default_factory=dict)  # options, dt, cfl, ...
 
 
 def simulate(
@@ -127,7 +124,7 @@ def simulate(
             writer.close()
     last = frames[-1]
     moved = [{**filament, "points": points} for filament, points in zip(state, last.points)]
-    return Simulation(moved, frames, last.time, last.step, bool(run.message), run.message)
+    return Simulation(moved, frames, last.time, last.step, bool(run.message), run.message, run.settings)
 
 
 class _Run:
@@ -178,17 +175,7 @@ class _Run:
 
     def described(self) -> list[dict[str, Any]]:
         """The filaments without their points, for the record."""
-        return [
-            {
-                "id": str(filament.get("id", "")),
-                "carrier": str(filament.get("carrier", "A")),
-                "circulation": float(filament.get("circulation", 1.0)),
-                "source": bool(filament.get("source", True)),
-                "ghost": bool(filament.get("ghost", False)),
-                "size": len(filament["points"]),
-            }
-            for filament in self.start
-        ]
+        return described(self.start, [len(filament["points"]) for filament in self.start])
 
     def frames_of(self, past: Trajectory, path: Path) -> list[Frame]:
         """The frames of a trajectory, if it is one of this run."""

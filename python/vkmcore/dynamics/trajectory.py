@@ -19,13 +19,15 @@ import math
 import os
 import struct
 import zlib
-from collections.abc import Callable, Iterator
+from collections.abc import Callable, Iterator, Mapping, Sequence
 from dataclasses import dataclass
 from pathlib import Path
 from types import TracebackType
 from typing import TYPE_CHECKING, Any
 
 import numpy as np
+
+from vkmcore.dynamics.recorded import Recorded
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray
@@ -47,18 +49,28 @@ class Frame:
     message: str = ""  # why the run ended here
 
 
-@dataclass(frozen=True)
-class Trajectory:
-    """What a trajectory file holds."""
+@dataclass(frozen=True, repr=False)
+class Trajectory(Recorded):
+    """What a trajectory file holds. It shows itself and goes on to other formats as a `Simulation` does."""
 
     frames: list[Frame]
     filaments: list[dict[str, Any]]  # of the run: id, circulation, ..., and size, the number of vertices
     settings: dict[str, Any]  # of the run: options, dt, cfl, ...
 
-    @property
-    def times(self) -> Points:
-        """Times (F,) of the frames, in s."""
-        return np.array([frame.time for frame in self.frames])
+
+def described(filaments: Sequence[Mapping[str, Any]], sizes: Sequence[int]) -> list[dict[str, Any]]:
+    """Filaments of so many vertices without their points, for the member `run`."""
+    return [
+        {
+            "id": str(filament.get("id", "")),
+            "carrier": str(filament.get("carrier", "A")),
+            "circulation": float(filament.get("circulation", 1.0)),
+            "source": bool(filament.get("source", True)),
+            "ghost": bool(filament.get("ghost", False)),
+            "size": size,
+        }
+        for filament, size in zip(filaments, sizes, strict=True)
+    ]
 
 
 class TrajectoryError(ValueError):
