@@ -29,7 +29,7 @@ def test_a_run_shows_itself_in_a_line_and_a_card(run, tmp_path):
     again = load_trajectory(tmp_path / "run.npz")
     assert repr(again) == repr(run).replace("Simulation", "Trajectory") and "<svg" in again._repr_html_()
     met = simulate([{"points": vkmcore.sample_circle(24, 1.0, z)} for z in (0.0, 0.01)], 1.0, OPTIONS)
-    assert repr(met).endswith("contact: contact at start of step)")
+    assert repr(met).endswith("contact at start of step)")
 
 
 def test_velocity_and_curvature_are_those_of_the_frame(run):

@@ -74,8 +74,8 @@ def line(run: Recorded) -> str:
         f"{last.step} steps",
         f"{len(run.frames)} frames",
     ]
-    if last.message:
-        parts.append(f"contact: {last.message}")
+    if message := getattr(run, "message", last.message):
+        parts.append(message)
     return f"{type(run).__name__}({', '.join(parts)})"
 
 
