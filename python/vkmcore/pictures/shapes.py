@@ -70,10 +70,10 @@ def plot_shape(
     if values is not None and [len(row) for row in values] != [len(points) for points in polygons]:
         raise ValueError("colours: expected a value for each vertex")
     draw = {"matplotlib": _matplotlib, "plotly": _plotly, "pyvista": _pyvista}[backend]
-    through = struts is not None or kinks is not None
-    inside = _Inside(*(np.zeros(shape) if x is None else x for x, shape in ((struts, (0, 2, 3)), (kinks, (0, 3)))))
+    inside = _Inside(np.zeros((0, 2, 3)) if struts is None else struts, np.zeros((0, 3)) if kinks is None else kinks)
+    opacity = THROUGH if len(inside.struts) or len(inside.kinks) else 1.0
     try:
-        return draw(polygons, radius, values, title, unit, label, inside, THROUGH if through else 1.0)
+        return draw(polygons, radius, values, title, unit, label, inside, opacity)
     except ImportError as error:
         extra = BACKENDS[backend]
         raise PlotError(f'these pictures need {backend}: pip install "vkmcore[{extra}]" ({error})') from error
@@ -194,7 +194,9 @@ def _pyvista(
     if len(inside.kinks):
         plotter.add_mesh(pyvista.PolyData(inside.kinks), color=KINK, point_size=8, render_points_as_spheres=True)
     if unit:
-        plotter.show_bounds(xtitle=f"x / {unit}", ytitle=f"y / {unit}", ztitle=f"z / {unit}")
+        plotter.show_bounds(
+            xtitle=f"x / {unit}", ytitle=f"y / {unit}", ztitle=f"z / {unit}", location="outer", grid="back"
+        )
     if title:
         plotter.add_title(title, font_size=12)
     return plotter

@@ -44,8 +44,9 @@ def contacts(points: Points, tolerance: float = 1e-2) -> Contacts:
     Raises:
         ValueError: fewer than three vertices, a negative tolerance, or a polygon without thickness.
     """
-    skip = half_turn(points)
-    unit = ResolvedTubeGeometry.analyze(points.tolist(), skip, 0.0).thickness_rad
+    width = float(np.ptp(points, axis=0).max()) or 1.0  # the library's cut-offs are lengths of its own
+    skip = half_turn(points / width)
+    unit = width * ResolvedTubeGeometry.analyze((points / width).tolist(), skip, 0.0).thickness_rad
     if not unit > 0.0:
         raise ValueError("the polygon has no thickness: it meets itself")
     scaled = points / unit
