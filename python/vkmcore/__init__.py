@@ -24,6 +24,7 @@ _MODULE_OF = {
     "Link": "vkmcore.knots",
     "load_trajectory": "vkmcore.dynamics.trajectory",
     "simulate": "vkmcore.dynamics.simulation",
+    "sweep": "vkmcore.sweeps",
 }
 
 

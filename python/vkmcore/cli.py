@@ -29,6 +29,7 @@ COMMANDS = (
     "report",
     "simulate",
     "spectrum",
+    "sweep",
     "tighten",
     "view",
     "zoo",

@@ -106,11 +106,13 @@ def target_of(entry: TableEntry) -> Target:
 def workers(jobs: int, scheduler: str | None, nice: int) -> Iterator[Executor]:
     """Processes of this machine, or those of a cluster."""
     if scheduler is not None:
+        from vkmcore.sweeps.workers import distributed
+
         try:
-            from distributed import Client  # type: ignore[import-not-found,unused-ignore]
-        except ImportError:
-            raise Failure('vkmcore: --scheduler needs Dask: pip install "vkmcore[sweep]"') from None
-        with Client(scheduler) as client:
+            client_of = distributed().Client
+        except ImportError as error:
+            raise Failure(f"vkmcore: {error}") from None
+        with client_of(scheduler) as client:
             yield client.get_executor()
         return
     import multiprocessing
