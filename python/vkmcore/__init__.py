@@ -28,6 +28,7 @@ _MODULE_OF = {
     "simulate": "vkmcore.dynamics.simulation",
     "velocity": "vkmcore.dynamics.velocity",
     "study_mass": "vkmcore.mass.convergence",
+    "sweep": "vkmcore.sweeps",
 }
 
 

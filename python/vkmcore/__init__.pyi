@@ -8,5 +8,6 @@ from vkmcore.knots import Knot as Knot
 from vkmcore.knots import Link as Link
 from vkmcore.mass.convergence import study_mass as study_mass
 from vkmcore.mass.routes import mass_routes as mass_routes
+from vkmcore.sweeps import sweep as sweep
 
 __version__: str

@@ -31,6 +31,7 @@ COMMANDS = (
     "simulate",
     "spectrum",
     "study",
+    "sweep",
     "tighten",
     "view",
     "zoo",

@@ -52,7 +52,7 @@ def select_option(command: Callable[..., None]) -> Callable[..., None]:
 @select_option
 @click.option("--seeds", type=COUNT, default=1, show_default=True, help="Most searches a knot, in all runs together.")
 @click.option("--jobs", type=COUNT, default=os.cpu_count() or 1, show_default=True, help="Tasks at a time.")
-@click.option("--scheduler", metavar="ADDRESS", help="A Dask scheduler that does the tasks (extra 'cluster').")
+@click.option("--scheduler", metavar="ADDRESS", help="A Dask scheduler that does the tasks (extra 'sweep').")
 @click.option("--resume", is_flag=True, help="Go on in a folder that holds results.")
 @click.option(
     "--edge", type=click.FloatRange(0.05, 0.15), default=0.07, show_default=True, help="Finest edge, in radii."
@@ -108,11 +108,13 @@ def target_of(entry: TableEntry) -> Target:
 def workers(jobs: int, scheduler: str | None, nice: int) -> Iterator[Executor]:
     """Processes of this machine, or those of a cluster."""
     if scheduler is not None:
+        from vkmcore.sweeps.workers import distributed
+
         try:
-            from distributed import Client  # type: ignore[import-not-found,unused-ignore]
-        except ImportError:
-            raise Failure('vkmcore: --scheduler needs Dask: pip install "vkmcore[cluster]"') from None
-        with Client(scheduler) as client:
+            client_of = distributed().Client
+        except ImportError as error:
+            raise Failure(f"vkmcore: {error}") from None
+        with client_of(scheduler) as client:
             yield client.get_executor()
         return
     import multiprocessing
