@@ -99,7 +99,8 @@ void require_size(const Rope& rope, double edge) {
 
 constexpr auto tighten = [](const std::vector<Polygons>& starts, double edge, std::uint64_t seed, int threads,
                             int start_count, int first_chains, int first_hops, int second_chains, int second_hops,
-                            int refined, int finished, bool adaptive, std::optional<py::function> watch) {
+                            int refined, int finished, bool adaptive, double coarse_edge, double small_noise,
+                            double large_noise, std::optional<py::function> watch) {
   std::vector<Rope> ropes;
   for (const Polygons& start : starts) {
     ropes.push_back(checked_rope(start));
@@ -107,7 +108,12 @@ constexpr auto tighten = [](const std::vector<Polygons>& starts, double edge, st
   }
   SearchOptions options;
   options.edge = edge;
-  options.coarse_edge = std::max(options.coarse_edge, edge);
+  if (!(coarse_edge > 0.0 && small_noise >= 0.0 && large_noise >= 0.0)) {
+    throw std::invalid_argument("the coarse edge length must be positive, and no noise negative");
+  }
+  options.coarse_edge = std::max(coarse_edge, edge);
+  options.small_noise = small_noise;
+  options.large_noise = large_noise;
   options.seed = seed;
   options.threads = threads;
   options.starts = start_count;
@@ -281,7 +287,8 @@ void bind_ideal(py::module_& m) {
   using namespace py::literals;
   m.def("tighten", tighten, "starts"_a, py::kw_only(), "edge"_a = 0.15, "seed"_a = 1, "threads"_a = 1,
         "start_count"_a = 20, "first_chains"_a = 8, "first_hops"_a = 10, "second_chains"_a = 3, "second_hops"_a = 40,
-        "refined"_a = 4, "finished"_a = 2, "adaptive"_a = true, "watch"_a = py::none(),
+        "refined"_a = 4, "finished"_a = 2, "adaptive"_a = true, "coarse_edge"_a = 0.75, "small_noise"_a = 0.1,
+        "large_noise"_a = 0.4, "watch"_a = py::none(),
         "Search the tightest shape from start polygons: lists of (N, 3) arrays, one a component.");
   m.def("contract", contract_once, "polygons"_a, "edge"_a, "programs"_a = 200,
         "Scale to the tube, space at the edge length, and tighten.");

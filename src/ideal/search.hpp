@@ -32,7 +32,7 @@ struct SearchOptions {
   int second_hops = 40;
   int refined = 4;       ///< to edges of 0.4
   int finished = 2;      ///< beyond
-  bool adaptive = true;  ///< shorter where most of the first starts end in one shape
+  bool adaptive = true;  ///< in two rounds, and no more where several starts lead to about one ropelength
 };
 
 /// A step of the search: the value of a start, of a chain of hops, or of a level.
