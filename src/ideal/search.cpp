@@ -22,8 +22,9 @@ constexpr double small_spread = 2e-3;  // of knots below
 constexpr double small_ropelength = 46;
 constexpr int start_programs = 200;  // a start that slides on slowly is left to the hops
 constexpr int hop_programs = 60;
-constexpr int final_patience = 6;    // hops without gain after which what starts agree in is left
-constexpr int second_patience = 15;  // and a second chain
+constexpr int small_patience = 6;  // hops without gain after which what starts of a small knot agree in is left
+constexpr int large_patience = 12;  // and of others
+constexpr int second_patience = 15;
 
 enum Phase : std::uint64_t { order_phase, start_phase, hop_phase };
 
@@ -83,6 +84,7 @@ class Search {
 
  private:
   void keep(const Shape& shape, const char* phase, std::size_t task, double edge, int hops);
+  bool small() const;
   std::size_t agreement() const;
   bool contract_starts(std::size_t count);
   void hop_chains(const std::vector<std::size_t>& which, int hops, int patience);
@@ -108,11 +110,13 @@ void Search::keep(const Shape& shape, const char* phase, std::size_t task, doubl
   if (watch_) watch_(result.history.back(), best->ropelength);
 }
 
+bool Search::small() const { return best && best->value < small_ropelength; }
+
 /// Lines that stand about where the best of them does.
 std::size_t Search::agreement() const {
   double least = INFINITY;
   for (const Line& line : lines_) least = std::min(least, line.shape.value);
-  const double most = least * (1.0 + (least < small_ropelength ? small_spread : spread));
+  const double most = least * (1.0 + (small() ? small_spread : spread));
   return static_cast<std::size_t>(
       std::count_if(lines_.begin(), lines_.end(), [&](const Line& line) { return line.shape.value < most; }));
 }
@@ -172,7 +176,7 @@ void Search::hop_chains(const std::vector<std::size_t>& which, int hops, int pat
 /// Whether enough lines agree and a chain of hops from the best of them finds nothing that is much better.
 bool Search::settled_by_agreement() {
   if (!options_.adaptive || agreement() < agreeing) return false;
-  hop_chains(distinct(lines_, 1, true), options_.second_hops, final_patience);
+  hop_chains(distinct(lines_, 1, true), options_.second_hops, small() ? small_patience : large_patience);
   return agreement() >= agreeing;
 }
 
@@ -209,7 +213,7 @@ void Search::run() {
   }
   std::vector<Shape> shapes;
   const int refined = settled ? std::min(2, options_.refined) : options_.refined;
-  const int finished = settled ? 1 : options_.finished;
+  const int finished = settled && small() ? 1 : options_.finished;
   for (const std::size_t k : distinct(lines_, static_cast<std::size_t>(std::max(1, refined)), true)) {
     shapes.push_back(lines_[k].shape);
   }

@@ -27,6 +27,7 @@ class SearchStep:
     edge: float  # edge length, in tube radii
     hops: int  # tried in the chain
     ropelength: float  # length / tube radius at this edge length
+    starts: str = ""  # their kind: "grid", "own", "lobed torus", "twist"
 
 
 @dataclass(frozen=True, eq=False)
@@ -51,6 +52,8 @@ class IdealShape:
     interrupted: bool  # stopped before its end, the best so far
     history: tuple[SearchStep, ...] = field(repr=False)
     certificate: str | None = None  # what the check of the knot type said
+    name: str = ""
+    published: float | None = None  # best published ropelength of the type, length over radius
 
     @property
     def ropelength(self) -> float:
@@ -62,10 +65,15 @@ class IdealShape:
         """Length over tube diameter (a circle's is pi)."""
         return 0.5 * self.ropelength
 
+    @property
+    def excess(self) -> float | None:
+        """Relative to the best published ropelength, as 0.0005 for 0.05 % above it; None where there is none."""
+        return None if self.published is None else self.ropelength / self.published - 1.0
+
     def __repr__(self) -> str:
         vertices = "+".join(str(len(component)) for component in self.points)
         return (
-            f"IdealShape(ropelength={self.ropelength:.4f} by radius, {self.ropelength_diameter:.4f} by diameter, "
+            f"IdealShape({f'{self.name!r}, ' if self.name else ''}ropelength={self.ropelength:.4f} by radius, {self.ropelength_diameter:.4f} by diameter, "
             f"vertices={vertices}, struts={len(self.struts)}, kinks={len(self.kinks)}, "
             f"kkt_residual={self.kkt_residual:.1e}, seed={self.seed}{', interrupted' if self.interrupted else ''})"
         )
