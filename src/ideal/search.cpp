@@ -20,11 +20,10 @@ constexpr std::size_t agreeing = 4;    // starts with what became of them, at ab
 constexpr double spread = 1e-3;        // that "about" allows
 constexpr double small_spread = 2e-3;  // of knots below
 constexpr double small_ropelength = 46;
-constexpr int start_programs = 200;  // a start that slides on slowly is left to the hops
 constexpr int hop_programs = 60;
-constexpr int small_patience = 6;  // hops without gain after which what starts of a small knot agree in is left
-constexpr int large_patience = 12;  // and of others
-constexpr int second_patience = 15;
+constexpr int small_patience = 6;   // hops without gain after which what starts of a small knot agree in is left
+constexpr int large_patience = 10;  // and of others
+constexpr int second_patience = 10;
 
 enum Phase : std::uint64_t { order_phase, start_phase, hop_phase };
 
@@ -44,6 +43,12 @@ Shape shape_of(Settled state) {
   shape.value = shape.ropelength * (1.0 - 0.022 * h * h);
   shape.state = std::move(state);
   return shape;
+}
+
+/// A contracted rope; of infinite value where its strands lie too near to each other for such edges.
+Shape contracted(const Rope& rope, double h, int programs, Heartbeat& heartbeat) {
+  auto state = contract(rope, h, programs, heartbeat);
+  return state ? shape_of(std::move(*state)) : Shape{};
 }
 
 bool better(const Shape& a, const Shape& b) { return a.value < b.value; }
@@ -75,7 +80,9 @@ std::vector<std::size_t> distinct(const std::vector<Line>& lines, std::size_t co
 class Search {
  public:
   Search(const std::vector<Rope>& starts, const SearchOptions& options, const Poll& poll, const SearchWatch& watch)
-      : starts_(starts), options_(options), poll_(poll), watch_(watch) {}
+      : scaled_(starts), options_(options), poll_(poll), watch_(watch) {
+    for (Rope& rope : scaled_) scale_to_tube(rope);
+  }
 
   void run();
 
@@ -95,7 +102,7 @@ class Search {
   std::vector<Line> lines_;
   std::vector<std::size_t> order_;  ///< in which the start polygons are taken
   std::size_t chains_ = 0;          ///< of hops so far, for their streams of random numbers
-  const std::vector<Rope>& starts_;
+  std::vector<Rope> scaled_;        ///< the starts
   const SearchOptions& options_;
   const Poll& poll_;
   const SearchWatch& watch_;
@@ -131,17 +138,17 @@ bool Search::contract_starts(std::size_t count) {
     run_tasks(more.size(), options_.threads, poll_, [&](std::size_t k, Heartbeat& heartbeat) {
       const std::size_t task = first + k;
       Random random(options_.seed, start_phase, task);
-      Rope rope = starts_[order_[task % order_.size()]];
-      scale_to_tube(rope);
+      Rope rope = scaled_[order_[task % order_.size()]];
       displace(rope, task % 2 == 0 ? options_.small_noise : options_.large_noise, 8, random);
-      more[k] = shape_of(contract(rope, h, start_programs, heartbeat));
+      more[k] = contracted(rope, h, options_.start_programs, heartbeat);
     });
     for (std::size_t k = 0; k < more.size(); ++k) {
-      keep(more[k], "start", first + k, h, 0);
+      if (std::isfinite(more[k].value)) keep(more[k], "start", first + k, h, 0);
       lines_.push_back({std::move(more[k])});
     }
     if (settled_by_agreement()) return true;
   }
+  if (!best) throw std::invalid_argument("strands are too near to each other for edges of this length");
   return false;
 }
 
@@ -159,7 +166,7 @@ void Search::hop_chains(const std::vector<std::size_t>& which, int hops, int pat
     while (tried[task] < hops && failures < patience) {
       ++tried[task];
       ++failures;
-      Shape next = shape_of(contract(hop(ends[task].state.rope, random), h, hop_programs, heartbeat));
+      Shape next = contracted(hop(ends[task].state.rope, random), h, hop_programs, heartbeat);
       if (next.value < ends[task].value * (1.0 - 2e-5)) {
         if (next.value < ends[task].value * (1.0 - same_shape)) failures = 0;
         ends[task] = std::move(next);
@@ -201,7 +208,7 @@ std::vector<Shape> Search::level(const std::vector<Shape>& from, double h) {
 }
 
 void Search::run() {
-  order_.resize(starts_.size());
+  order_.resize(scaled_.size());
   std::iota(order_.begin(), order_.end(), std::size_t{0});
   Random shuffle(options_.seed, order_phase, 0);
   for (std::size_t i = order_.size(); i > 1; --i) std::swap(order_[i - 1], order_[shuffle.below(i)]);

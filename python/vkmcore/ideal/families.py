@@ -20,6 +20,7 @@ if TYPE_CHECKING:
     from vkmcore.reference.tables import TableEntry
 
 EFFORT: dict[str, Any] = {
+    "start_programs": 200,
     "coarse_edge": 0.5,
     "small_noise": 0.05,
     "large_noise": 0.05,
