@@ -16,7 +16,7 @@ def tighten(
     seed: int = 1,
     threads: int = 1,
     start_count: int = 16,
-    first_chains: int = 6,
+    first_chains: int = 8,
     first_hops: int = 8,
     second_chains: int = 2,
     second_hops: int = 40,

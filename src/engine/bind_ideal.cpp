@@ -290,7 +290,7 @@ constexpr auto solve_arrays = [](const std::vector<Index>& sizes, const Table& e
 void bind_ideal(py::module_& m) {
   using namespace py::literals;
   m.def("tighten", tighten, "starts"_a, py::kw_only(), "edge"_a = 0.15, "seed"_a = 1, "threads"_a = 1,
-        "start_count"_a = 16, "first_chains"_a = 6, "first_hops"_a = 8, "second_chains"_a = 2, "second_hops"_a = 40,
+        "start_count"_a = 16, "first_chains"_a = 8, "first_hops"_a = 8, "second_chains"_a = 2, "second_hops"_a = 40,
         "refined"_a = 4, "finished"_a = 2, "adaptive"_a = true, "start_programs"_a = 150, "coarse_edge"_a = 0.75,
         "small_noise"_a = 0.1, "large_noise"_a = 0.4, "watch"_a = py::none(),
         "Search the tightest shape from start polygons: lists of (N, 3) arrays, one a component.");

@@ -14,11 +14,12 @@ namespace vkm::ideal {
 
 namespace {
 
-constexpr std::size_t batch = 4;       // of starts, between looks at how many agree
-constexpr double same_shape = 3e-4;    // relative difference of ropelengths that hop chains take for one shape
-constexpr std::size_t agreeing = 4;    // starts with what became of them, at about one value, that end the search
-constexpr double spread = 1e-3;        // that "about" allows
-constexpr double small_spread = 2e-3;  // of knots below
+constexpr std::size_t batch = 4;            // of starts, between looks at how many agree
+constexpr double same_shape = 3e-4;         // relative difference of ropelengths that hop chains take for one shape
+constexpr std::size_t agreeing_starts = 4;  // at about one value, that end the search
+constexpr std::size_t agreeing_chains = 3;  // that do so after hops
+constexpr double spread = 1e-3;             // that "about" allows
+constexpr double small_spread = 2e-3;       // of knots below
 constexpr double small_ropelength = 46;
 constexpr int hop_programs = 60;
 constexpr int small_patience = 6;   // hops without gain after which what starts of a small knot agree in is left
@@ -95,7 +96,7 @@ class Search {
   std::size_t agreement() const;
   bool contract_starts(std::size_t count);
   void hop_chains(const std::vector<std::size_t>& which, int hops, int patience);
-  bool settled_by_agreement();
+  bool settled_by_agreement(std::size_t needed);
   bool first_round(double part);
   std::vector<Shape> level(const std::vector<Shape>& from, double h);
 
@@ -146,7 +147,7 @@ bool Search::contract_starts(std::size_t count) {
       if (std::isfinite(more[k].value)) keep(more[k], "start", first + k, h, 0);
       lines_.push_back({std::move(more[k])});
     }
-    if (settled_by_agreement()) return true;
+    if (settled_by_agreement(agreeing_starts)) return true;
   }
   if (!best) throw std::invalid_argument("strands are too near to each other for edges of this length");
   return false;
@@ -181,10 +182,10 @@ void Search::hop_chains(const std::vector<std::size_t>& which, int hops, int pat
 }
 
 /// Whether enough lines agree and a chain of hops from the best of them finds nothing that is much better.
-bool Search::settled_by_agreement() {
-  if (!options_.adaptive || agreement() < agreeing) return false;
+bool Search::settled_by_agreement(std::size_t needed) {
+  if (!options_.adaptive || agreement() < needed) return false;
   hop_chains(distinct(lines_, 1, true), options_.second_hops, small() ? small_patience : large_patience);
-  return agreement() >= agreeing;
+  return agreement() >= needed;
 }
 
 /// A part of the starts, and of the first chains on what is best of them; says whether the search is settled.
@@ -192,7 +193,7 @@ bool Search::first_round(double part) {
   const auto share = [part](int count) { return static_cast<std::size_t>(std::ceil(part * std::max(0, count))); };
   if (contract_starts(std::max<std::size_t>(1, share(options_.starts)))) return true;
   hop_chains(distinct(lines_, share(options_.first_chains), false), options_.first_hops, options_.first_hops);
-  return settled_by_agreement();
+  return settled_by_agreement(agreeing_chains);
 }
 
 std::vector<Shape> Search::level(const std::vector<Shape>& from, double h) {

@@ -27,7 +27,7 @@ struct SearchOptions {
   int start_programs = 150;  ///< at most, of each: one that slides on slowly is left to the hops
   double small_noise = 0.1;  ///< displacement of every other start, in tube radii
   double large_noise = 0.4;
-  int first_chains = 6;  ///< of so many distinct best starts
+  int first_chains = 8;  ///< of so many distinct best starts
   int first_hops = 8;
   int second_chains = 2;
   int second_hops = 40;

@@ -2,9 +2,12 @@
 
 from __future__ import annotations
 
+import math
 from collections.abc import Sequence
 from dataclasses import replace
 from typing import TYPE_CHECKING, Any
+
+import numpy as np
 
 from vkmcore.ideal.families import EFFORT, family_of
 from vkmcore.ideal.inputs import Problem, problem_of
@@ -70,12 +73,37 @@ def idealize(
         CertificateError: the shape found is of another type than the curve; it is not returned.
         KeyboardInterrupt: before there is any shape.
     """
-    problem = problem_of(curve)
+    return idealize_problem(
+        problem_of(curve),
+        expected=expected,
+        edge=edge,
+        seeds=seeds,
+        enough=enough,
+        threads=threads,
+        progress=progress,
+        complements=complements,
+        **effort,
+    )
+
+
+def idealize_problem(
+    problem: Problem,
+    *,
+    expected: str | None = None,
+    edge: float = 0.15,
+    seeds: int | Sequence[int] = 1,
+    enough: float | str | None = None,
+    threads: int | None = None,
+    progress: Progress | None = None,
+    complements: bool | None = None,
+    **effort: Any,
+) -> IdealShape:
+    """`idealize` of a problem that has been read already."""
     if expected is not None:
         _require_type(problem, expected)
     limit = _limit(enough, problem, edge)
     shape = search(
-        batches_of(problem, effort),
+        [unknot_batch(edge)] if is_unknot(problem) else batches_of(problem, effort),
         edge=edge,
         seeds=seeds,
         threads=threads,
@@ -119,6 +147,20 @@ def batches_of(problem: Problem, effort: dict[str, Any]) -> list[Batch]:
             Batch(family.kind, lambda seed: [s.components for s in chosen.starts(seed, mirrored)], own),
         )
     return batches
+
+
+def is_unknot(problem: Problem) -> bool:
+    return len(problem.diagram.components) == 1 and not problem.diagram.code
+
+
+def unknot_batch(edge: float) -> Batch:
+    """The unknot's tight shape, a circle, stands at the limit of curvature everywhere, which the search from anything
+    else reaches slowly: it begins there."""
+    count = max(6, round(math.tau / edge)) if edge > 0.0 else 6
+    angle = math.tau / count * np.arange(count)
+    circle = np.stack([np.cos(angle), np.sin(angle), np.zeros(count)], axis=1)
+    effort = {"start_count": 1, "first_chains": 0, "second_chains": 0, "small_noise": 0.0, "coarse_edge": edge}
+    return Batch("circle", lambda seed: [[circle]], effort)
 
 
 def _batch(kind: str, starts: Sequence[Start], effort: dict[str, Any]) -> Batch:
