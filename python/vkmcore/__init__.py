@@ -22,6 +22,8 @@ globals().update({name: getattr(_native, name) for name in __all__})
 _MODULE_OF = {
     "Knot": "vkmcore.knots",
     "Link": "vkmcore.knots",
+    "IdealShape": "vkmcore.ideal.shape",
+    "idealize": "vkmcore.ideal.search",
     "load_trajectory": "vkmcore.dynamics.trajectory",
     "mass_routes": "vkmcore.mass.routes",
     "curve_velocity": "vkmcore.dynamics.velocity",

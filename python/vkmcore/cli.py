@@ -21,6 +21,7 @@ COMMANDS = (
     "catalogue",
     "compare",
     "describe",
+    "ideal",
     "info",
     "knots",
     "mass",
