@@ -46,6 +46,8 @@ double positive_power(double x, double y) {
   const Pair natural = product(logarithm, {y, 0.0});
   const double near = rounded(fast_exp(natural), exp_error + std::fabs(size) * finer_log_error);
   if (near == near) return near;
+  const double finer = rounded(finer_exp(natural), finer_exp_error + std::fabs(size) * finer_log_error);
+  if (finer == finer) return finer;
   return to_double(long_exp(long_float(y) * long_log(long_float(x), logarithm)));
 }
 

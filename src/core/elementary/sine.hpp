@@ -49,6 +49,12 @@ VKM_INLINE SinCosPair fast_sin_cos(double x) {
   return sin_cos_of_step(std::bit_cast<std::uint64_t>(shifted), y);
 }
 
+/// Bound on the relative error of the pairs below.
+inline constexpr double finer_sine_error = 0x1p-94;
+
+/// The same by Taylor series in pairs, to finer_sine_error of themselves and 2^-111 |x|.
+SinCosPair finer_sin_cos(double x);
+
 /// sin x and cos x where the fast path can tell, else NaN.
 struct SinCos {
   double sin;
@@ -63,6 +69,18 @@ VKM_INLINE SinCos try_sin_cos(double x) {
   const bool tiny = magnitude(x) < 0x1p-26;  // x and 1 are nearest, and -0 keeps its sign
   const bool reached = magnitude(x) <= sine_range;
   return {tiny ? x : (reached ? s : nan), reached ? c : nan};
+}
+
+/// tan x likewise.
+VKM_INLINE double try_tan(double x) {
+  const SinCosPair at = fast_sin_cos(x);
+  const Pair value = quotient(at.sin, at.cos);
+  const double reduction = magnitude(x) * 0x1p-110;  // of the lesser of sine and cosine, for either may be small
+  const double s = magnitude(at.sin.high);
+  const double c = magnitude(at.cos.high);
+  const double error = magnitude(value.high) * (4.0 * sine_error + reduction / (s < c ? s : c));
+  const double near = rounded(value, error);
+  return magnitude(x) < 0x1p-27 ? x : (magnitude(x) <= sine_range ? near : nan);
 }
 
 /// Sine in single precision for |x| <= 1e5, by pi in two pieces and a Taylor series in double precision; else NaN.
