@@ -25,23 +25,11 @@ using namespace elementary;
 namespace {
 
 VKM_KERNEL std::size_t asin_lanes(const double* x, std::size_t count, double* values) {
-  std::size_t missed = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    const double value = try_asin(x[i]);
-    values[i] = value;
-    missed += value != value;
-  }
-  return missed;
+  return try_lanes<try_asin>(x, count, values);
 }
 
 VKM_KERNEL std::size_t acos_lanes(const double* x, std::size_t count, double* values) {
-  std::size_t missed = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    const double value = try_acos(x[i]);
-    values[i] = value;
-    missed += value != value;
-  }
-  return missed;
+  return try_lanes<try_acos>(x, count, values);
 }
 
 /// sqrt(1 - x^2) of a number of size at most 1.

@@ -48,13 +48,7 @@ using namespace elementary;
 namespace {
 
 VKM_KERNEL std::size_t exp_lanes(const double* x, std::size_t count, double* values) {
-  std::size_t missed = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    const double value = try_exp(x[i]);
-    values[i] = value;
-    missed += value != value;
-  }
-  return missed;
+  return try_lanes<try_exp>(x, count, values);
 }
 
 /// e^x f for a factor of at most 1, without overflow before the product overflows.

@@ -54,9 +54,9 @@ VKM_INLINE double try_exp(double x) {
   const ScaledPair value = fast_exp({x, 0.0});
   const double fraction = rounded(value.fraction, exp_error * value.fraction.high);
   const double power = std::bit_cast<double>(std::bit_cast<std::uint64_t>(fraction) + (value.exponent << 52));
-  const double end = x > 0.0 ? infinity : 0.0;
-  const double far = (x > 710.0) | (x < -746.0) ? end : nan;
-  return (magnitude(x) <= 708.0) & (fraction == fraction) ? power : far;
+  const double near = (magnitude(x) <= 708.0) & (fraction == fraction) ? power : nan;
+  const double below = x < -746.0 ? 0.0 : near;
+  return x > 710.0 ? infinity : below;
 }
 
 }  // namespace vkm::elementary

@@ -12,13 +12,7 @@ using namespace elementary;
 namespace {
 
 VKM_KERNEL std::size_t log_lanes(const double* x, std::size_t count, double* values) {
-  std::size_t missed = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    const double value = try_log(x[i]);
-    values[i] = value;
-    missed += value != value;
-  }
-  return missed;
+  return try_lanes<try_log>(x, count, values);
 }
 
 /// The logarithm of what is no positive finite number.

@@ -14,13 +14,7 @@ using namespace elementary;
 namespace {
 
 VKM_KERNEL std::size_t three_halves_lanes(const double* x, std::size_t count, double* values) {
-  std::size_t missed = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    const double value = try_three_halves_power(x[i]);
-    values[i] = value;
-    missed += value != value;
-  }
-  return missed;
+  return try_lanes<try_three_halves_power>(x, count, values);
 }
 
 /// The powers that are products of few factors, else NaN.

@@ -72,23 +72,11 @@ SinCosPair reduced_sin_cos(double x, double& reduction) {
 }
 
 VKM_KERNEL std::size_t sine_lanes(const double* x, std::size_t count, double* values) {
-  std::size_t missed = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    const double value = try_sin_cos(x[i]).sin;
-    values[i] = value;
-    missed += value != value;
-  }
-  return missed;
+  return try_lanes<try_sine>(x, count, values);
 }
 
 VKM_KERNEL std::size_t cosine_lanes(const double* x, std::size_t count, double* values) {
-  std::size_t missed = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    const double value = try_sin_cos(x[i]).cos;
-    values[i] = value;
-    missed += value != value;
-  }
-  return missed;
+  return try_lanes<try_cosine>(x, count, values);
 }
 
 VKM_KERNEL std::size_t sin_cos_lanes(const double* x, std::size_t count, double* sines, double* cosines) {
@@ -103,13 +91,7 @@ VKM_KERNEL std::size_t sin_cos_lanes(const double* x, std::size_t count, double*
 }
 
 VKM_KERNEL std::size_t tangent_lanes(const double* x, std::size_t count, double* values) {
-  std::size_t missed = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    const double value = try_tan(x[i]);
-    values[i] = value;
-    missed += value != value;
-  }
-  return missed;
+  return try_lanes<try_tan>(x, count, values);
 }
 
 /// Sine or cosine of any finite x by the stages that it takes.
