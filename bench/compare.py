@@ -27,11 +27,12 @@ HERE = Path(__file__).resolve().parent
 WARM = 0.02  # seconds that one turn takes at least
 
 
-def serve() -> None:
-    """Answers requests, one JSON a line: a case's turn is timed, or all cases are listed."""
+def serve(words: list[str]) -> None:
+    """Lists the cases in one line of JSON; then answers requests, one a line: that a case's turn be timed."""
     sys.path.insert(0, str(HERE))
     cases = {}
-    for path in sorted(HERE.glob("bench_*.py")):
+    files = sorted(HERE.glob("bench_*.py"))
+    for path in [f for f in files if any(word in f.stem for word in words)] or files:
         try:
             for case in importlib.import_module(path.stem).cases():
                 cases[f"{path.stem[6:]}: {case.name} {case.size}"] = case.ours
@@ -50,12 +51,12 @@ def serve() -> None:
 class Build:
     """A process with one build."""
 
-    def __init__(self, folder: str, core: int | None) -> None:
+    def __init__(self, folder: str, core: int | None, words: tuple[str, ...]) -> None:
         pinned = ["taskset", "-c", str(core)] if core is not None else []
         # The package's Python beside the extension, or that of this checkout.
         path = os.pathsep.join([str(Path(folder).resolve()), str(HERE.parent / "python")])
         self.process = subprocess.Popen(
-            [*pinned, sys.executable, __file__, "--serve"],
+            [*pinned, sys.executable, __file__, "--serve", *words],
             stdin=subprocess.PIPE,
             stdout=subprocess.PIPE,
             text=True,
@@ -95,10 +96,10 @@ def ratio(old: Build, new: Build, name: str, budget: float) -> str:
 @click.option("--seconds", default=2.0, show_default=True)
 def main(folders: tuple[str, str], words: tuple[str, ...], core: int | None, seconds: float) -> None:
     """Time two builds side by side."""
-    old, new = (Build(folder, core) for folder in folders)
+    old, new = (Build(folder, core, words) for folder in folders)
     print("new/old  spread    old, s      new, s    case")
     for name in new.names:
-        if words and not any(word in name for word in words):
+        if words and not any(word in f"bench_{name}" for word in words):
             continue
         if name not in old.names:
             print(f"left out, not in the old build: {name}")
@@ -107,4 +108,4 @@ def main(folders: tuple[str, str], words: tuple[str, ...], core: int | None, sec
 
 
 if __name__ == "__main__":
-    serve() if "--serve" in sys.argv else main()
+    serve(sys.argv[2:]) if sys.argv[1:2] == ["--serve"] else main()
