@@ -21,7 +21,7 @@ if TYPE_CHECKING:
     from numpy.typing import ArrayLike
 
     from vkmcore.ideal.starts import Start
-    from vkmcore.knots.shape import Shape
+    from vkmcore.knots import Knot, Link
     from vkmcore.topology.diagram import PlanarDiagram
 
 DISCRETISATION = 0.026  # excess of a polygon's ropelength over its smooth shape's, over the edge length squared
@@ -30,7 +30,7 @@ OWN_EFFORT: dict[str, Any] = {"start_count": 2, "first_chains": 1, "first_hops":
 
 
 def idealize(
-    curve: str | os.PathLike[str] | Shape | PlanarDiagram | ArrayLike | Sequence[ArrayLike],
+    curve: str | os.PathLike[str] | Knot | Link | PlanarDiagram | ArrayLike | Sequence[ArrayLike],
     *,
     expected: str | None = None,
     edge: float = 0.15,
