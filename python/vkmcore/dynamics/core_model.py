@@ -74,7 +74,7 @@ class _Indices(NamedTuple):
     sides: NDArray[np.intp]  # (NEAREST + 1, 2 V): the edges that leave each vertex, the nearest first; that arrive
 
 
-@lru_cache(maxsize=64)
+@lru_cache(maxsize=8)
 def _indices(sizes: tuple[int, ...]) -> _Indices:
     begins = np.repeat(np.cumsum((0, *sizes))[:-1], sizes)
     counts = np.repeat(sizes, sizes)
