@@ -102,7 +102,8 @@ def _deficit(lengths: Points, at: _Indices) -> Points:
     rest = far * (1.0 / 6.0 - (37.0 / 960.0) * far) - 2.0 * summed
     ratio = ends[-1] / ends[0]
     count = len(lengths)
-    return 0.5 * (_log(ratio[:count] * ratio[count:]) + rest[:count] + rest[count:])
+    deficit: Points = 0.5 * (_log(ratio[:count] * ratio[count:]) + rest[:count] + rest[count:])
+    return deficit
 
 
 def _log(x: Points) -> Points:
