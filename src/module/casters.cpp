@@ -40,9 +40,15 @@ bool read_any_integer(py::handle source, bool convert, T& number) {
 }
 
 bool read_item(PyObject* item, double& number) {
-  if (!PyFloat_CheckExact(item)) return false;
-  number = PyFloat_AS_DOUBLE(item);
-  return true;
+  if (PyFloat_CheckExact(item)) {
+    number = PyFloat_AS_DOUBLE(item);
+    return true;
+  }
+  if (!PyLong_CheckExact(item)) return false;
+  number = PyLong_AsDouble(item);
+  if (!(number == -1.0 && PyErr_Occurred() != nullptr)) return true;
+  PyErr_Clear();  // too large: whoever asks says so
+  return false;
 }
 
 bool read_item(PyObject* item, Vec3& point) {
