@@ -79,9 +79,10 @@ bool read_list(PyObject* list, std::vector<T>& values) {
 template <class T, class Fits>
 bool read_list_or_array(py::handle source, std::vector<T>& values, Fits fits) {
   if (PyList_CheckExact(source.ptr())) return read_list(source.ptr(), values);
-  if (!py::isinstance<py::array_t<double>>(source)) return false;
+  if (!py::isinstance<py::array>(source)) return false;
   const auto array = py::reinterpret_borrow<py::array_t<double, 0>>(source);
-  if (!fits(array)) return false;
+  const py::dtype type = array.dtype();
+  if (type.num() != py::detail::npy_api::NPY_DOUBLE_ || type.byteorder() != '=' || !fits(array)) return false;
   values.clear();
   append_rows(values, array);
   return true;
