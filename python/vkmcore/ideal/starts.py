@@ -341,7 +341,7 @@ def table_starts(entry: TableEntry) -> list[Start]:
     braid, and a sixth of its diagram, which is long. A search displaces each at random, so that equal ones lead to
     several shapes.
 
-    The tight shape of 9_29, 7 % shorter than all that its arc presentations were seen to lead to, comes from the others.
+    The tight shape of 9_29, 7 % shorter than all that its arc presentations were seen to lead to, comes from others.
     """
     starts = list(grid_polygons(entry.grid))
     if entry.braid:
