@@ -4,6 +4,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "core/elementary.hpp"
 #include "core/finite.hpp"
 #include "core/lane_view.hpp"
 #include "core/tasks.hpp"
@@ -98,7 +99,7 @@ std::vector<Vec3> by_tree(const Problem& problem, const TreeRule& rule, const Po
 /// Expansions above the limit cost more than the cut of their cells; near roots need not be more exact.
 TreeRule rule_of(double tolerance, int threads) {
   TreeRule rule;
-  const double digits = -std::log10(tolerance);
+  const double digits = -vkm::log10(tolerance);
   rule.limit = static_cast<int>(4.0 + 0.7 * digits);
   rule.steps = tolerance >= 1e-4 ? 2 : tolerance >= 1e-8 ? 3 : 4;
   rule.threads = threads;

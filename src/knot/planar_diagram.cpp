@@ -45,12 +45,33 @@ double angle_in_degrees(const Vec3& a, const Vec3& b) {
   return vkm::acos(std::abs(std::max(-1.0, std::min(1.0, cosine)))) * 180.0 / pi;
 }
 
+/// Whether segments of a projection meet at less than an angle. A cosine that is right to 1e-12 tells that of nearly
+/// all.
+class LeastAngle {
+ public:
+  explicit LeastAngle(double degrees)
+      : degrees_(degrees), surely_(degrees > 0.0 && degrees < 90.0 ? vkm::cos(degrees * pi / 180.0) - 1e-9 : -1.0) {}
+
+  bool exceeds(const Vec3& a, const Vec3& b) const {
+    const double aa = a[0] * a[0] + a[1] * a[1];
+    const double bb = b[0] * b[0] + b[1] * b[1];
+    const bool moderate = aa > 1e-30 && aa < 1e100 && bb > 1e-30 && bb < 1e100;
+    if (moderate && std::abs(a[0] * b[0] + a[1] * b[1]) < surely_ * std::sqrt(aa * bb)) return false;
+    return degrees_ > angle_in_degrees(a, b);
+  }
+
+ private:
+  double degrees_;
+  double surely_;  // a cosine below it belongs to a greater angle
+};
+
 /// The crossings of a projection, by i, then j.
 std::vector<Crossing> find_crossings(const Lanes& points, double min_angle_deg, double depth_tol,
                                      Heartbeat& heartbeat) {
   constexpr double least = 1e-12, most = 0.999999999999;
   const std::size_t n = points.size();
   const auto at = [&](std::size_t index) { return points[index == n ? 0 : index]; };
+  const LeastAngle least_angle(min_angle_deg);
   CrossingSearch search(points);
   std::vector<Crossing> crossings;
   for (std::size_t i = 0; i < n; ++i) {
@@ -67,7 +88,7 @@ std::vector<Crossing> find_crossings(const Lanes& points, double min_angle_deg, 
       const double z1 = A[2] + t * (B[2] - A[2]);
       const double z2 = C[2] + u * (D[2] - C[2]);
       if (std::abs(z1 - z2) < depth_tol) continue;
-      if (min_angle_deg > angle_in_degrees(B - A, D - C)) continue;
+      if (least_angle.exceeds(B - A, D - C)) continue;
       crossings.push_back({i, j, t, u, z1 > z2});
     }
   }

@@ -40,9 +40,15 @@ bool read_any_integer(py::handle source, bool convert, T& number) {
 }
 
 bool read_item(PyObject* item, double& number) {
-  if (!PyFloat_CheckExact(item)) return false;
-  number = PyFloat_AS_DOUBLE(item);
-  return true;
+  if (PyFloat_CheckExact(item)) {
+    number = PyFloat_AS_DOUBLE(item);
+    return true;
+  }
+  if (!PyLong_CheckExact(item)) return false;
+  number = PyLong_AsDouble(item);
+  if (!(number == -1.0 && PyErr_Occurred() != nullptr)) return true;
+  PyErr_Clear();  // too large: whoever asks says so
+  return false;
 }
 
 bool read_item(PyObject* item, Vec3& point) {
@@ -73,9 +79,10 @@ bool read_list(PyObject* list, std::vector<T>& values) {
 template <class T, class Fits>
 bool read_list_or_array(py::handle source, std::vector<T>& values, Fits fits) {
   if (PyList_CheckExact(source.ptr())) return read_list(source.ptr(), values);
-  if (!py::isinstance<py::array_t<double>>(source)) return false;
+  if (!py::isinstance<py::array>(source)) return false;
   const auto array = py::reinterpret_borrow<py::array_t<double, 0>>(source);
-  if (!fits(array)) return false;
+  const py::dtype type = array.dtype();
+  if (type.num() != py::detail::npy_api::NPY_DOUBLE_ || type.byteorder() != '=' || !fits(array)) return false;
   values.clear();
   append_rows(values, array);
   return true;

@@ -73,16 +73,17 @@ double atan2(double y, double x) {
 double asin(double x) {
   if (std::fabs(x) < 0x1p-26) return x;
   if (!(std::fabs(x) <= 1.0)) return nan;
-  const double near = std::fabs(x) < 1.0 ? angle_of({x, 0.0}, complement(x)) : nan;
+  if (std::fabs(x) == 1.0) return std::copysign(half_pi.head, x);
+  const double near = angle_of({x, 0.0}, complement(x));
   if (near == near) return near;
   return to_double(long_argument(long_float(x), long_complement(x)));
 }
 
 double acos(double x) {
   if (!(std::fabs(x) <= 1.0)) return nan;
-  if (x == 1.0) return 0.0;
-  const bool inside = std::fabs(x) < 1.0 && std::fabs(x) > 0x1p-200;
-  const double near = inside ? angle_of(complement(x), {x, 0.0}) : nan;
+  if (std::fabs(x) == 1.0) return x > 0.0 ? 0.0 : 2.0 * half_pi.head;
+  if (std::fabs(x) < 0x1p-60) return half_pi.head;
+  const double near = angle_of(complement(x), {x, 0.0});
   if (near == near) return near;
   return to_double(long_argument(long_complement(x), long_float(x)));
 }

@@ -74,7 +74,8 @@ VKM_INLINE double try_asin(double x) {
 VKM_INLINE double try_acos(double x) {
   const Pair angle = fast_argument(complement(x), {x, 0.0});
   const double value = rounded(angle, magnitude(angle.high) * argument_error);
-  return magnitude(x) < 1.0 && magnitude(x) > 0x1p-200 ? value : nan;
+  const double inner = magnitude(x) < 0x1p-60 ? half_pi.head : value;  // pi / 2 - x rounds to what pi / 2 does
+  return magnitude(x) < 1.0 ? inner : nan;
 }
 
 }  // namespace vkm::elementary
