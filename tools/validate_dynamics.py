@@ -1,6 +1,6 @@
 """Runs of the filament dynamics against theory: the figures of docs/validation.md and the numbers beside them.
 
-PYTHONPATH=build/dev:python python tools/validate_dynamics.py [docs]      (some minutes; scipy and matplotlib)
+PYTHONPATH=build/dev:python python tools/validate_dynamics.py [docs [svg]]      (a minute of work; scipy, matplotlib)
 """
 
 from __future__ import annotations
@@ -193,10 +193,13 @@ def leapfrog(figure: Any) -> list[str]:
         left.axvline(k * theory, color=GREY, linewidth=0.8, linestyle=":")
     left.set(xlabel="time / s", ylabel="radius / m")
     errors_axes(right, counts, [("time of the first passing", BLUE, errors)])
+    impulses = np.array([sum(impulse(points, 1.0)[2] for points in frame.points) for frame in long.frames])
     return [
+        f"96 edges, {long.time:.2f} s, {long.steps} steps: largest change of the impulse "
+        f"{np.abs(impulses / impulses[0] - 1.0).max():.1e}",
         f"a quarter of the period by theory {theory:.6f} s, errors "
         + ", ".join(f"{e:+.1e}" for e in errors)
-        + f"; order {fitted(counts, errors):.2f}"
+        + f"; order {fitted(counts, errors):.2f}",
     ]
 
 
@@ -230,8 +233,8 @@ def knot(figure: Any) -> list[str]:
 
 def kept(figure: Any) -> list[str]:
     lines, axes = [], figure.subplots(1, 3)
-    for n, colour in ((48, RED), (96, GREEN), (192, BLUE)):
-        run = simulate([{"points": trefoil(n)}], 12.0, OPTIONS, core="solid", frame_interval=0.2, resample_ratio=3.0)
+    for n, colour in ((64, RED), (128, GREEN), (256, BLUE)):
+        run = simulate([{"points": trefoil(n, 0.1)}], 12.0, OPTIONS, core="solid", frame_interval=0.2)
         curves = [frame.points[0] for frame in run.frames]
         rows = {
             "impulse": [float(np.linalg.norm(impulse(points, 1.0))) for points in curves],
@@ -252,7 +255,7 @@ def kept(figure: Any) -> list[str]:
     return lines
 
 
-def main(folder: Path) -> None:
+def main(folder: Path, kind: str) -> None:
     import matplotlib
 
     matplotlib.use("agg")
@@ -264,9 +267,11 @@ def main(folder: Path) -> None:
         print(f"{draw.__name__}:")
         for line in draw(figure):
             print(f"    {line}", flush=True)
-        figure.savefig(folder / f"validation_{draw.__name__}.svg", metadata={"Date": None})
+        path = folder / f"validation_{draw.__name__}.{kind}"
+        figure.savefig(path, dpi=150, metadata={"Date": None} if kind == "svg" else None)
         pyplot.close(figure)
 
 
 if __name__ == "__main__":
-    main(Path(sys.argv[1]) if len(sys.argv) > 1 else Path("docs"))
+    where, how = [*sys.argv[1:], *("docs", "svg")[len(sys.argv) - 1 :]]
+    main(Path(where), how)

@@ -17,9 +17,9 @@ import vkmcore
 from click.testing import CliRunner
 from vkmcore import load_trajectory, simulate
 from vkmcore.cli import cli
-from vkmcore.commands.simulate import impulse
 from vkmcore.dynamics import trajectory
 from vkmcore.dynamics.scene import load_scene
+from vkmcore.dynamics.summary import impulse
 
 SCENES = Path(__file__).parents[2] / "examples" / "scenes"
 OPTIONS = {"core_radius": 0.05, "lia_constant": -0.25, "a_sim": 0.05}
@@ -447,7 +447,7 @@ def test_failures_of_the_command(tmp_path):
     assert command(tmp_path / "none.toml").exit_code == 2
     assert command(scene, "--resume").exit_code == 2
     for option, file in [
-        ("--movie", "a.mp4"),
+        ("--movie", "a.avi"),
         ("--plot", "a.xyz"),
         ("--movie", "no/a.gif"),
         ("--trajectory", "no/a.npz"),

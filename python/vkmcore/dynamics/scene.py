@@ -39,7 +39,7 @@ class SceneError(ValueError):
     """A scene that cannot be run; the text says what is wrong where."""
 
 
-def load_scene(path: Path) -> Scene:
+def load_scene(path: str | Path) -> Scene:
     """Read a scene; curves in files are found beside it.
 
     Raises:
@@ -48,6 +48,7 @@ def load_scene(path: Path) -> Scene:
     """
     import tomli
 
+    path = Path(path)
     try:
         table = tomli.loads(path.read_bytes().decode())
     except RecursionError:

@@ -5,7 +5,7 @@ from __future__ import annotations
 import math
 import os
 from collections.abc import Iterator, Mapping, Sequence
-from dataclasses import dataclass
+from dataclasses import dataclass, field
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
@@ -13,7 +13,8 @@ import _native
 import numpy as np
 
 from vkmcore.dynamics.core_model import EVEN_DEFICIT, core_options, rk4_step
-from vkmcore.dynamics.trajectory import Frame, Trajectory, TrajectoryWriter, load_trajectory
+from vkmcore.dynamics.recorded import Recorded
+from vkmcore.dynamics.trajectory import Frame, Trajectory, TrajectoryWriter, described, load_trajectory
 from vkmcore.dynamics.velocity import Summation
 from vkmcore.progress import progress_bar
 from vkmcore.results import TopologyGuard
@@ -37,9 +38,9 @@ OLDER = {"core": "raw", "far_field": "direct"}  # of trajectories from before th
 RETRIES = 8  # shorter steps that are tried towards a contact
 
 
-@dataclass(frozen=True)
-class Simulation:
-    """The outcome of a run."""
+@dataclass(frozen=True, repr=False)
+class Simulation(Recorded):
+    """The outcome of a run: it shows itself, and `animate`, `plot`, `save` and `to_xarray` are its ways out."""
 
     filaments: Filaments  # as given, at their last positions
     frames: list[Frame]  # the start, every frame_interval, and the end
@@ -47,13 +48,9 @@ class Simulation:
     steps: int
     contact: bool  # ended before t_end, on the safe side of a contact
     message: str  # of the guard; empty without a contact
+    settings: dict[str, Any] = field(default_factory=dict)  # options, dt, cfl, ...
     far_field: str = "direct"  # how the velocities were summed: "direct", "tree", or "direct and tree"
     sampled_error: float = 0.0  # largest of the tree at a sample of the points, relative to the largest speed
-
-    @property
-    def times(self) -> Points:
-        """Times (F,) of the frames, in s."""
-        return np.array([frame.time for frame in self.frames])
 
 
 def simulate(
@@ -151,7 +148,15 @@ def simulate(
     moved = [{**filament, "points": points} for filament, points in zip(state, last.points)]
     used = " and ".join(sorted(summation.used)) or summation.far_field
     return Simulation(
-        moved, frames, last.time, last.step, bool(run.message), run.message, used, summation.sampled_error
+        moved,
+        frames,
+        last.time,
+        last.step,
+        bool(run.message),
+        run.message,
+        run.settings,
+        used,
+        summation.sampled_error,
     )
 
 
@@ -215,17 +220,7 @@ class _Run:
 
     def described(self) -> list[dict[str, Any]]:
         """The filaments without their points, for the record."""
-        return [
-            {
-                "id": str(filament.get("id", "")),
-                "carrier": str(filament.get("carrier", "A")),
-                "circulation": float(filament.get("circulation", 1.0)),
-                "source": bool(filament.get("source", True)),
-                "ghost": bool(filament.get("ghost", False)),
-                "size": len(filament["points"]),
-            }
-            for filament in self.start
-        ]
+        return described(self.start, [len(filament["points"]) for filament in self.start])
 
     def frames_of(self, past: Trajectory, path: Path) -> list[Frame]:
         """The frames of a trajectory, if it is one of this run."""
