@@ -12,6 +12,7 @@ import time
 import numpy as np
 
 import vkmcore
+from vkmcore.dynamics.core_model import EVEN_DEFICIT
 from vkmcore.dynamics.simulation import Simulation
 
 
@@ -65,23 +66,24 @@ def main() -> None:
     parser.add_argument("--rings", type=int, default=100)
     parser.add_argument("--vertices", type=int, default=1000)
     parser.add_argument("--steps", type=int, default=200)
-    parser.add_argument("--dt", type=float, default=4e-3, help="s")
     parser.add_argument("--tolerance", type=float, default=1e-4)
     parser.add_argument("--movie", metavar="FILE.gif")
     arguments = parser.parse_args()
 
     filaments = chain(arguments.rings, arguments.vertices)
+    # The core is half an edge wide. The longest step that keeps the shortest waves of the polygons, as `simulate` would
+    # propose it.
     edge = 2 * np.pi / arguments.vertices
-    # A core three edges wide: the shortest waves that the polygons carry are slow then, and the steps long.
-    options = {"core_radius": 3.0 * edge}
-    t_end = arguments.steps * arguments.dt
+    core = 0.5 * edge
+    dt = 0.5 * edge**2 * 4 * np.pi / (np.log(2 * edge / core) - 0.25 + EVEN_DEFICIT)
+    t_end = arguments.steps * dt
     before, cpu = time.perf_counter(), time.process_time()
     run = vkmcore.simulate(
         filaments,
         t_end,
-        options,
+        {"core_radius": core},
         core="solid",
-        dt=arguments.dt,
+        dt=dt,
         frame_interval=t_end / 40,
         far_field="tree",
         tolerance=arguments.tolerance,
