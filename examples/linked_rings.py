@@ -10,7 +10,6 @@ import resource
 import time
 
 import numpy as np
-
 import vkmcore
 from vkmcore.dynamics.core_model import EVEN_DEFICIT
 from vkmcore.dynamics.simulation import Simulation
@@ -46,13 +45,13 @@ def film(path: str, run: Simulation, every: int) -> None:
     reach = max(np.abs(points).max() for points in run.frames[0].points)
     figure = plt.figure(figsize=(4.0, 4.0))
     axes = figure.add_axes((0.0, 0.0, 1.0, 1.0), projection="3d")
-    colours = plt.cm.twilight_shifted(np.linspace(0.1, 0.9, len(run.frames[0].points)))
+    colours = plt.cm.hsv(np.linspace(0.0, 1.0, len(run.frames[0].points)))
     writer = PillowWriter(fps=10)
     with writer.saving(figure, path, dpi=90):
         for frame in run.frames:
             axes.clear()
             axes.set_axis_off()
-            axes.set_box_aspect((1.0, 1.0, 0.25), zoom=1.5)
+            axes.set_box_aspect((1.0, 1.0, 0.25), zoom=1.25)
             axes.set(xlim=(-reach, reach), ylim=(-reach, reach), zlim=(-reach / 4, reach / 4))
             axes.view_init(elev=45.0, azim=30.0)
             for points, colour in zip(frame.points, colours):
@@ -91,7 +90,9 @@ def main() -> None:
     seconds, cpu = time.perf_counter() - before, time.process_time() - cpu
     start, end = impulse(run.frames[0].points), impulse(run.frames[-1].points)
     print(f"{sum(map(len, run.frames[-1].points))} vertices, {run.steps} steps to t = {run.time:.3f} s")
-    print(f"{seconds:.0f} s, {cpu:.0f} s of all cores; {resource.getrusage(resource.RUSAGE_SELF).ru_maxrss / 1e3:.0f} MB")
+    print(
+        f"{seconds:.0f} s, {cpu:.0f} s of all cores; {resource.getrusage(resource.RUSAGE_SELF).ru_maxrss / 1e3:.0f} MB"
+    )
     print(f"velocities: {run.far_field}, error {run.sampled_error:.1e} of the largest; contact: {run.contact}")
     print(f"impulse: {np.linalg.norm(start):.8g} m^4/s, changed by {np.linalg.norm(end - start):.1e}")
     if arguments.movie:

@@ -2,9 +2,9 @@
 
 /// The forms of the sums over pairs of an edge and a point, and the choice among them.
 ///
-/// Each term has one root and one quotient. A processor can leave both to its divider, or do one of them by multiply-adds
-/// that give the same bits (core/wide.hpp), so that divider and multipliers work side by side. Which form is the
-/// quickest differs between processors of one vector width, so it is measured on first use, in about half a
+/// Each term has one root and one quotient. A processor can leave both to its divider, or do one of them by
+/// multiply-adds that give the same bits (core/wide.hpp), so that divider and multipliers work side by side. Which form
+/// is the quickest differs between processors of one vector width, so it is measured on first use, in about half a
 /// millisecond. The bits are the same whichever it is; the environment variable VKM_PAIR_FORM names one for tests.
 
 #include <cstddef>
@@ -45,7 +45,8 @@ const char* name_of(PairForm form);
 PairForm pair_form_for(std::span<const Vec3> vertices, double scale);
 
 #if VKM_HAS_WIDE
-/// The hand-written forms. False, and the sums as they were, where a point is in the place of a source and that matters.
+/// The hand-written forms. False, and the sums as they were, where a point is in the place of a source and that
+/// matters.
 bool add_closed_curve_wide(const PairRun& run, double softening, PairForm form);
 bool add_induced_wide(const PairRun& run, double soft2, double strength, PairForm form);
 #else

@@ -66,7 +66,9 @@ struct ClosedCurveWeight {
   static constexpr bool softened = false;
   static constexpr bool positive = form == PairForm::added;  // only the divider's root is right at 0
   Wide softening;
-  VKM_WIDE_INLINE Wide operator()(Wide r2) const { return ratio<form, true>(wide(1.0), r2 * root<form>(r2) + softening); }
+  VKM_WIDE_INLINE Wide operator()(Wide r2) const {
+    return ratio<form, true>(wide(1.0), r2 * root<form>(r2) + softening);
+  }
 };
 
 template <PairForm form>
