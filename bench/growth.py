@@ -3,8 +3,8 @@
 python bench/growth.py [--most 1000000] [--markdown FILE]
 
 Each time is processor time on one thread, the best of a few runs. The direct sum is taken whole up to 10^5 vertices,
-and beyond at 2000 of the vertices and scaled. Errors are those of all vertices, relative to the largest velocity; beyond
-10^5 vertices those of the 64 at which the tree checks itself.
+and beyond at 2000 of the vertices and scaled. Errors are those of all vertices, relative to the largest velocity;
+beyond 10^5 vertices those of the 64 at which the tree checks itself.
 """
 
 from __future__ import annotations
