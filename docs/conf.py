@@ -17,8 +17,8 @@ author = "the VKMcore authors"
 copyright = "MIT licence"
 version = release = vkmcore.__version__
 
-extensions = ["myst_parser", "gallery", "mathematics", "reference", "snippets"]
-exclude_patterns = ["extensions", "benchmarks.md"]  # the table is included by performance.md
+extensions = ["myst_parser", "gallery", "mathematics", "reference", "snippets", "studies"]
+exclude_patterns = ["extensions", "benchmarks.md", "ideal_table.md"]  # tables that other pages include
 source_suffix = {".md": "markdown", ".rst": "restructuredtext"}
 myst_enable_extensions = ["dollarmath", "deflist"]
 myst_heading_anchors = 3
