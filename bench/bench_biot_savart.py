@@ -1,5 +1,7 @@
 """Biot-Savart sums, field grids and the vortex system: 1000 sources, 32768 field points (a 32^3 grid)."""
 
+from collections.abc import Callable
+
 import _native
 import numpy as np
 from harness import Case, plain
@@ -36,6 +38,15 @@ def potential_kernel(dl: np.ndarray, R: np.ndarray) -> np.ndarray:
 def dipole_kernel(m: np.ndarray, R: np.ndarray) -> np.ndarray:
     n = np.linalg.norm(R, axis=1)[:, None]
     return (3.0 * (R @ m)[:, None] / n**3 * R - m) * INV_FOUR_PI / n**3
+
+
+def simsopt_velocity(mid: np.ndarray, dl: np.ndarray, grid: np.ndarray) -> Callable[[], object] | None:
+    """The sum over segments by the compiled part of simsopt (PyPI), in its own units."""
+    try:
+        import simsoptpp
+    except ImportError:
+        return None
+    return lambda: simsoptpp.biot_savart_B(grid, [mid], [dl], [1.0])
 
 
 def numpy_evolve(positions: np.ndarray, steps: int, dt: float) -> np.ndarray:
@@ -104,6 +115,8 @@ def cases() -> list[Case]:
             pairs,
             target_plain=12,
             target_numpy=25,
+            simsopt=simsopt_velocity(mid, dl, grid),
+            target_simsopt=1.6,
         ),
         Case(
             "biot_savart_wire_grid",

@@ -32,7 +32,9 @@ class Case:
     work: float = 0.0
     target_plain: float | None = None  # least ratio plain / ours that is aimed at
     target_numpy: float | None = None
+    target_simsopt: float | None = None
     target_seconds: float | None = None
+    simsopt: Callable[[], object] | None = None  # the same sum by simsopt's compiled part, where it is installed
     note: str = ""
 
 

@@ -11,7 +11,7 @@ from pathlib import Path
 
 import numpy as np
 
-HEADINGS = ("kernel", "size", "ours", "G/s", "NumPy", "plain loop", "NumPy / ours", "plain / ours")
+HEADINGS = ("kernel", "size", "ours", "G/s", "NumPy", "plain loop", "NumPy / ours", "plain / ours", "simsopt / ours")
 
 
 def processor() -> str:
@@ -24,13 +24,14 @@ def processor() -> str:
 
 
 def conditions() -> list[tuple[str, str]]:
+    from vkmcore import _engine
     from vkmcore.build import build_info
 
     build = build_info()
     return [
         ("date", datetime.date.today().isoformat()),
         ("processor", f"{processor()}, {os.cpu_count()} logical processors"),
-        ("vectors", f"{build.vector_bits} bits"),
+        ("vectors, form of pair sums", f"{build.vector_bits} bits, {_engine.pair_form()}"),
         ("compiler", build.compiler),
         ("VKMcore", build.version),
         ("Python, NumPy", f"{platform.python_version()}, {np.__version__}"),
@@ -52,7 +53,7 @@ def markdown(results: Sequence[Mapping[str, object]], seconds: Callable[[object]
 
     lines = ["| measured | |", "| --- | --- |"]
     lines += [row(entry) for entry in conditions()]
-    lines += ["", row(HEADINGS), row(["---", "---", *["---:"] * 6])]
+    lines += ["", row(HEADINGS), row(["---", "---", *["---:"] * 7])]
     for result in results:
         rate = result["throughput"]
         lines.append(
@@ -66,6 +67,7 @@ def markdown(results: Sequence[Mapping[str, object]], seconds: Callable[[object]
                     time(result["plain_s"]),
                     ratio(result["numpy_over_ours"]),
                     ratio(result["plain_over_ours"]),
+                    ratio(result["simsopt_over_ours"]),
                 ]
             )
         )

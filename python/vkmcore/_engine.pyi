@@ -7,6 +7,7 @@ import numpy
 from numpy.typing import ArrayLike, NDArray
 
 def vector_bits() -> int: ...
+def pair_form() -> str: ...
 
 # Filaments as of compute_filament_velocity.
 def filament_velocity(

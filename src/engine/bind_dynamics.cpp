@@ -30,8 +30,7 @@ VelocityLaw law_of(const FilamentOptions& options, int threads, std::optional<do
       report.tree = false;
       return filament_velocity(filaments, options, released_poll(), threads);
     }
-    far::FilamentFarVelocity far =
-        far::filament_far_velocity(filaments, options, *tolerance, threads, released_poll());
+    far::FilamentFarVelocity far = far::filament_far_velocity(filaments, options, *tolerance, threads, released_poll());
     report.tree = report.tree && far.tree;
     report.sampled_error = std::max(report.sampled_error, far.sampled_error);
     return std::move(far.velocity);
@@ -129,8 +128,8 @@ void bind_dynamics(py::module_& m) {
         "tolerance"_a = py::none(), "The step of rk4_step by filament_velocity.");
   m.def("estimate_cfl_dt", time_step_of, "filaments"_a, "options"_a = py::dict(), "cfl"_a = 0.5, py::kw_only(),
         "threads"_a = 1, "tolerance"_a = py::none(), "The time step of estimate_cfl_dt by filament_velocity.");
-  m.def("closed_curve_velocity", field_of, "curve"_a, "points"_a, "circulation"_a = 1.0, py::kw_only(),
-        "threads"_a = 1, "biot_savart_velocity_grid on threads, with its bits.");
+  m.def("closed_curve_velocity", field_of, "curve"_a, "points"_a, "circulation"_a = 1.0, py::kw_only(), "threads"_a = 1,
+        "biot_savart_velocity_grid on threads, with its bits.");
   m.def("closed_curve_far_velocity", far_field_of, "curve"_a, "points"_a, "circulation"_a = 1.0, py::kw_only(),
         "soft"_a = 0.0, "tolerance"_a = 1e-6, "threads"_a = 1, "The velocity of a closed curve by the tree.");
   m.def("point_velocities", point_velocities_of, "targets"_a, "filament_points"_a, "tangent_vectors"_a,

@@ -2,9 +2,11 @@
 
 #include "core/kernel.hpp"
 #include "engine/engine.hpp"
+#include "filament/sums/pair_forms.hpp"
 
 PYBIND11_MODULE(_engine, m) {
   m.doc() = "The package's own extension. Use the functions of vkmcore; these are theirs.";
+  m.def("pair_form", [] { return vkm::name_of(vkm::pair_form()); }, "The form of the sums over pairs on this machine.");
   m.def("vector_bits", vkm::kernel_vector_bits, "Width in bits of the vectors that the kernels use on this machine.");
   vkm::bind_dynamics(m);
   vkm::bind_elementary(m);

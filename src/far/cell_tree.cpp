@@ -33,8 +33,8 @@ std::size_t split(std::span<Item> items, const Box& box) {
   const Vec3 sides = box.high - box.low;
   const auto axis = static_cast<std::size_t>(std::max_element(sides.begin(), sides.end()) - sides.begin());
   const double middle = 0.5 * (box.low[axis] + box.high[axis]);
-  const auto cut = std::stable_partition(items.begin(), items.end(),
-                                         [=](const Item& item) { return item.at[axis] < middle; });
+  const auto cut =
+      std::stable_partition(items.begin(), items.end(), [=](const Item& item) { return item.at[axis] < middle; });
   const auto low = static_cast<std::size_t>(cut - items.begin());
   const std::size_t least = items.size() / 16;
   if (low > least && items.size() - low > least) return low;

@@ -14,9 +14,9 @@
 namespace vkm::far {
 
 struct Cell {
-  std::uint32_t begin, end;     // points in the tree's order
-  std::uint32_t right;          // the second child; the first one is the next cell. 0 for a leaf
-  std::uint32_t after;          // the first cell behind this one's descendants
+  std::uint32_t begin, end;  // points in the tree's order
+  std::uint32_t right;       // the second child; the first one is the next cell. 0 for a leaf
+  std::uint32_t after;       // the first cell behind this one's descendants
   Vec3 centre;
   double radius;
 

@@ -128,7 +128,8 @@ FarVelocity far_velocity(const Problem& problem, double tolerance, int threads, 
       result.velocity = by_tree(problem, rule, poll);
       result.largest = largest_of(result.velocity);
       double error = 0.0;
-      for (std::size_t s = 0; s < sample_count; ++s) error = std::max(error, norm(result.velocity[samples[s]] - exact[s]));
+      for (std::size_t s = 0; s < sample_count; ++s)
+        error = std::max(error, norm(result.velocity[samples[s]] - exact[s]));
       result.sampled_error = error / result.largest;
       result.tree = true;
       if (result.sampled_error <= 0.3 * tolerance) return result;

@@ -20,8 +20,8 @@ namespace vkm::far {
 struct Pass {
   std::size_t first_element, last_element;
   std::size_t first_point, last_point;
-  double soft;   // m
-  double sign;   // 1 or -1
+  double soft;  // m
+  double sign;  // 1 or -1
 };
 
 /// The velocity is `base` and all passes.
@@ -34,10 +34,10 @@ struct Problem {
 };
 
 struct FarVelocity {
-  std::vector<Vec3> velocity;   // m/s
-  double largest = 0.0;         // m/s
-  double sampled_error = 0.0;   // at the samples, relative to the largest velocity; 0 after the direct sum
-  bool tree = false;            // whether the tree was used
+  std::vector<Vec3> velocity;  // m/s
+  double largest = 0.0;        // m/s
+  double sampled_error = 0.0;  // at the samples, relative to the largest velocity; 0 after the direct sum
+  bool tree = false;           // whether the tree was used
 };
 
 /// Tolerances are from 1e-12 to 1e-1; std::invalid_argument for others, and for numbers that are not finite.

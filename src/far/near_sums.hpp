@@ -26,8 +26,8 @@ struct NearPoints {
 };
 
 struct NearRule {
-  double soft2;   // a^2
-  int steps;      // of Newton's method for the root: 2 to 4
+  double soft2;    // a^2
+  int steps;       // of Newton's method for the root: 2 to 4
   bool leave_out;  // whether the numbers count
 };
 

@@ -28,8 +28,8 @@ struct Index {
 
 struct Tables {
   std::vector<Index> indices;
-  std::vector<std::size_t> pair_rows;             // by n: where its row of `pairs` begins
-  std::vector<Place> pairs;                       // by n, m: the place of n + m
+  std::vector<std::size_t> pair_rows;                    // by n: where its row of `pairs` begins
+  std::vector<Place> pairs;                              // by n, m: the place of n + m
   std::array<std::vector<std::vector<Place>>, 3> lines;  // by axis: all k + j e, by the degree of k, whose k_i is 0
 
   Tables() {
@@ -297,8 +297,8 @@ void add_local(std::span<const FarCell> cells, double soft2, ExpansionSpace& spa
   }
 }
 
-void add_velocity(ConstCoefficients velocity, const Vec3& centre, int degree, const LaneView& points,
-                  std::size_t count, ExpansionSpace& space, const LaneSpace& sums) {
+void add_velocity(ConstCoefficients velocity, const Vec3& centre, int degree, const LaneView& points, std::size_t count,
+                  ExpansionSpace& space, const LaneSpace& sums) {
   velocity_of(velocity.data(), centre, degree, points, count, tables().indices.data(), space.numbers.data(), sums);
 }
 

@@ -59,14 +59,13 @@ struct ExpansionSpace {
   std::vector<Vec3> zeros = std::vector<Vec3>(index_count(most_order) + margin);
 };
 
-/// Moments up to degree `order` of `count` elements about `centre` are added. Runs of coordinates are read up to a whole
-/// number of eights, where the elements must be finite.
+/// Moments up to degree `order` of `count` elements about `centre` are added. Runs of coordinates are read up to a
+/// whole number of eights, where the elements must be finite.
 void add_moments(const LaneView& places, const LaneView& elements, std::size_t count, const Vec3& centre, int order,
                  ExpansionSpace& space, Coefficients moments);
 
 /// Moments about another centre, `shift` = the old centre minus the new one, are added to `to`.
-void add_shifted_moments(ConstCoefficients from, const Vec3& shift, int order, ExpansionSpace& space,
-                         Coefficients to);
+void add_shifted_moments(ConstCoefficients from, const Vec3& shift, int order, ExpansionSpace& space, Coefficients to);
 
 /// A cell of sources as seen from a cell of points: the terms up to the total degree `order` are taken, at least 1. Its
 /// moments are those of degrees up to order - 1 at least, with a margin behind them.
@@ -83,7 +82,7 @@ void add_local(std::span<const FarCell> cells, double soft2, ExpansionSpace& spa
 void add_shifted_local(ConstCoefficients from, const Vec3& shift, int degree, ExpansionSpace& space, Coefficients to);
 
 /// Adds u at points, given by their coordinates, to the sums.
-void add_velocity(ConstCoefficients velocity, const Vec3& centre, int degree, const LaneView& points,
-                  std::size_t count, ExpansionSpace& space, const LaneSpace& sums);
+void add_velocity(ConstCoefficients velocity, const Vec3& centre, int degree, const LaneView& points, std::size_t count,
+                  ExpansionSpace& space, const LaneSpace& sums);
 
 }  // namespace vkm::far

@@ -21,26 +21,22 @@ namespace {
 constexpr std::size_t leaf_size = 48;
 constexpr std::size_t task_size = 2048;  // points or elements of a task, at most
 
-/// Coordinates and units in which the middle of all is the origin, and no coordinate is beyond 1: powers of lengths
-/// stay within the range of numbers.
-struct Frame {
-  Vec3 centre{};
-  double size = 1.0;  // m
-
-  Vec3 operator()(const Vec3& at) const { return (at - centre) / size; }
-};
-
-Frame frame_of(const Elements& elements, std::span<const Vec3> points) {
+/// The unit of length, a power of two in m in which all sides together are about 1: powers of lengths stay within the
+/// range of numbers then, and no coordinate is rounded. Offsets of near points keep all of their digits so.
+double unit_of(const Elements& elements, std::span<const Vec3> points) {
   constexpr double infinity = std::numeric_limits<double>::infinity();
   Vec3 low{infinity, infinity, infinity}, high{-infinity, -infinity, -infinity};
   for (const std::span<const Vec3> list : {elements.at, points}) {
     for (const Vec3& at : list) {
-      for (std::size_t a = 0; a < 3; ++a) low[a] = std::min(low[a], at[a]), high[a] = std::max(high[a], at[a]);
+      for (std::size_t a = 0; a < 3; ++a) {
+        low[a] = std::min(low[a], at[a]);
+        high[a] = std::max(high[a], at[a]);
+      }
     }
   }
   const Vec3 sides = high - low;
-  const double size = 0.5 * std::max({sides[0], sides[1], sides[2]});
-  return {0.5 * low + 0.5 * high, size > 0.0 ? size : 1.0};
+  const double size = std::max({sides[0], sides[1], sides[2]});
+  return size > 0.0 && std::isfinite(size) ? std::ldexp(1.0, std::clamp(std::ilogb(size), -1000, 1000)) : 1.0;
 }
 
 /// Lanes with room to read eight behind the last one.
@@ -53,7 +49,7 @@ struct Sources {
   std::vector<double> number;    // the place in that order
   std::vector<double> strength;  // sum |e| by cell
 
-  Sources(const Elements& elements, const Frame& frame, const std::vector<Vec3>& placed)
+  Sources(const Elements& elements, double unit, const std::vector<Vec3>& placed)
       : tree(cell_tree(placed, leaf_size)),
         at(with_margin(placed.size())),
         element(with_margin(placed.size())),
@@ -61,7 +57,7 @@ struct Sources {
         strength(tree.cells.size()) {
     for (std::size_t i = 0; i < placed.size(); ++i) {
       at.set(i, placed[tree.order[i]]);
-      element.set(i, elements.vector[tree.order[i]] / frame.size);
+      element.set(i, elements.vector[tree.order[i]] / unit);
       number[i] = static_cast<double>(i);
     }
     for (std::size_t c = tree.cells.size(); c-- > 0;) {
@@ -215,7 +211,8 @@ void add_subtree(const Sum& sum, const std::vector<Interaction>& interactions, s
     far.clear();
     int& order = orders[p - root];
     for (; next != interactions.end() && next->points == p && next->order > 0; ++next) {
-      far.push_back({cell.centre - sum.sources.tree.cells[next->sources].centre, moments.of(next->sources), next->order});
+      far.push_back(
+          {cell.centre - sum.sources.tree.cells[next->sources].centre, moments.of(next->sources), next->order});
       order = std::max(order, next->order);
     }
     add_local(far, sum.rule.soft2, work, local.of(p - root));
@@ -230,8 +227,7 @@ void add_subtree(const Sum& sum, const std::vector<Interaction>& interactions, s
       continue;
     }
     for (const std::uint32_t child : {p + 1, cell.right}) {
-      add_shifted_local(local.of(p - root), cells[child].centre - cell.centre, order - 1, work,
-                        local.of(child - root));
+      add_shifted_local(local.of(p - root), cells[child].centre - cell.centre, order - 1, work, local.of(child - root));
       orders[child - root] = order;
     }
   }
@@ -244,17 +240,17 @@ void check(const Elements& elements, std::span<const Vec3> points, std::span<con
   require_memory(elements.at.size() + points.size(), 512);
 }
 
-std::vector<Vec3> placed(std::span<const Vec3> list, const Frame& frame) {
+std::vector<Vec3> placed(std::span<const Vec3> list, double unit) {
   std::vector<Vec3> all;
   all.reserve(list.size());
-  for (const Vec3& at : list) all.push_back(frame(at));
+  for (const Vec3& at : list) all.push_back(at / unit);
   return all;
 }
 
 /// In the order of the caller, and in m/s.
-std::vector<Vec3> result_of(const Points& points, const Frame& frame) {
+std::vector<Vec3> result_of(const Points& points, double unit) {
   std::vector<Vec3> velocity(points.tree.order.size());
-  for (std::size_t i = 0; i < velocity.size(); ++i) velocity[points.tree.order[i]] = points.sums[i] / frame.size;
+  for (std::size_t i = 0; i < velocity.size(); ++i) velocity[points.tree.order[i]] = points.sums[i] / unit;
   return velocity;
 }
 
@@ -264,11 +260,11 @@ std::vector<Vec3> tree_velocity(const Elements& elements, std::span<const Vec3> 
                                 std::span<const LeftOut> left_out, const TreeRule& rule, const Poll& poll) {
   check(elements, points, left_out);
   if (elements.at.empty() || points.empty()) return std::vector<Vec3>(points.size());
-  const Frame frame = frame_of(elements, points);
-  const Sources sources(elements, frame, placed(elements.at, frame));
-  Points targets(placed(points, frame), left_out, sources.tree);
-  const double soft = rule.soft / frame.size;
-  const Criterion criterion{rule.allowance * frame.size, soft * soft, rule.limit};
+  const double unit = unit_of(elements, points);
+  const Sources sources(elements, unit, placed(elements.at, unit));
+  Points targets(placed(points, unit), left_out, sources.tree);
+  const double soft = rule.soft / unit;
+  const Criterion criterion{rule.allowance * unit, soft * soft, rule.limit};
   const Sum sum{sources, targets, {criterion.soft2, rule.steps, false}, places_of(targets)};
   const std::vector<std::uint32_t> parts = cut(targets.tree, task_size);
   std::vector<std::vector<Interaction>> interactions(parts.size());
@@ -284,7 +280,7 @@ std::vector<Vec3> tree_velocity(const Elements& elements, std::span<const Vec3> 
   run_tasks(parts.size(), rule.threads, poll, [&](std::size_t task, Heartbeat& heartbeat) {
     add_subtree(sum, interactions[task], parts[task], moments, heartbeat);
   });
-  return result_of(targets, frame);
+  return result_of(targets, unit);
 }
 
 }  // namespace vkm::far

@@ -55,6 +55,10 @@ SCENES = {
     "tangle": tangle(300),
     "bundle": bundle(),
     "mixed": MIXED,
+    "fine beside large": [
+        {"points": ring(900, 1e-3, (0.3, 0.21, -0.17))},
+        {"points": ring(300), "circulation": 1e-6},
+    ],
     "far from the origin, in femtometres": [{"points": 1e-15 * torus_knot(2500, 3, 4) + 1e-12}],
 }
 
@@ -151,7 +155,7 @@ def test_what_the_tree_refuses_and_leaves_to_the_direct_sum():
     holed = [{"points": np.where(np.arange(2400).reshape(-1, 3) == 100, np.nan, 1.0)}]
     assert velocity(holed, far_field="tree").far_field == "direct"
     for wrong in ({"far_field": "trees"}, {"tolerance": 0.0}, {"tolerance": math.nan}, {"threads": 0}):
-        with pytest.raises(ValueError, match="far_field|tolerance|threads"):
+        with pytest.raises(ValueError, match=r"far_field|tolerance|threads"):
             velocity(few, **wrong)
     with pytest.raises(ValueError, match="finite"):
         curve_velocity(holed[0]["points"], ring(600), far_field="tree")

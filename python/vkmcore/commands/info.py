@@ -13,7 +13,8 @@ from vkmcore.commands.output import print_json
 @click.command()
 @json_option("A JSON object.")
 def info(as_json: bool) -> None:
-    """Version, interpreter, compiler and vector width in use."""
+    """Version, interpreter, compiler, vector width and form of the pair sums in use."""
+    from vkmcore import _engine
     from vkmcore.build import build_info
 
     build = build_info()
@@ -24,6 +25,7 @@ def info(as_json: bool) -> None:
         "matplotlib": installed("matplotlib"),
         "compiler": build.compiler,
         "vector_bits": build.vector_bits,
+        "pair_form": _engine.pair_form(),
         "machine": platform.machine(),
         "extension": build.path,
     }

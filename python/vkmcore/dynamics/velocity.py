@@ -27,7 +27,7 @@ class Velocity:
     velocity: list[Points]  # (N, 3) in m/s for each filament, zeros for ghosts
     maximum_speed: float  # m/s
     far_field: str  # "direct", or "tree" where the tree was used
-    sampled_error: float  # of the tree at 64 of the points, relative to the maximum speed; 0 for the direct sum
+    sampled_error: float  # of the tree at 64 of the points, relative to the maximum speed; 0 if direct
 
 
 @dataclass
@@ -84,9 +84,10 @@ def velocity(
 
     The direct sum has the bits of `compute_filament_velocity`, for any number of threads. The tree joins far cells of
     edges and of vertices by Taylor expansions of the softened kernel, whose order follows from the tolerance; its time
-    grows like n log n, and it has the same bits for any number of threads. Its error is held against the direct sum
-    at 64 of the vertices, and it is asked for more, at last for the direct sum, where it misses 0.3 of the tolerance
-    there. It leaves filaments with points that are not finite to the direct sum. Expansions: Duan and Krasny, J. Comput. Chem. 22 (2001) 184; Dehnen, J. Comput. Phys. 179 (2002) 27.
+    grows like n log n, and it has the same bits for any number of threads. In each call it is held against the direct
+    sum at 64 of the vertices, asked for more where it misses 0.3 of the tolerance there, and at last replaced by the
+    direct sum, as it is where points are not finite. Expansions: Duan and Krasny, J. Comput. Chem. 22 (2001) 184;
+    trees: Dehnen, J. Comput. Phys. 179 (2002) 27.
 
     Args:
         filaments: dicts as of `compute_filament_velocity`: points (N, 3) in m, circulation in m^2/s, source, ghost.

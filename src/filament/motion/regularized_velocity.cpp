@@ -9,6 +9,7 @@
 #include "core/pair_sums.hpp"
 #include "core/polygon_edges.hpp"
 #include "core/tasks.hpp"
+#include "filament/sums/pair_forms.hpp"
 
 namespace vkm {
 
@@ -23,41 +24,35 @@ struct VertexBlock {
   double before[lane_block];
 };
 
-VKM_INLINE LaneVec3 induced(const LaneVec3& edge, const LaneVec3& r, double soft2, double strength) {
-  const double r2 = dot(r, r) + soft2;
+VKM_INLINE LaneVec3 induced(const LaneVec3& edge, const LaneVec3& r, double strength) {
+  const double r2 = dot(r, r);
   return cross(edge, r) * (strength / (std::sqrt(r2) * r2));
 }
 
-/// Adds the velocities that the edges first .. last - 1 of a source induce.
-VKM_KERNEL void add_all_edges(const PointSources& edges, std::size_t first, std::size_t last, double soft2,
-                              double strength, const VertexBlock& block) {
-  add_sources(edges, first, last, block.at, block.velocity,
-              [=](const LaneVec3& e, const LaneVec3& r, auto...) VKM_TERM { return induced(e, r, soft2, strength); });
-}
-
-/// The same without softening, and without the two edges at each vertex.
+/// Adds the velocities that the edges first .. last - 1 of a source induce, but for the two edges at each vertex.
 VKM_KERNEL void add_edges_off_vertices(const PointSources& edges, std::size_t first, std::size_t last, double strength,
                                        const VertexBlock& block) {
   const double *row = block.row, *before = block.before;
   const auto term = [=](const LaneVec3& e, const LaneVec3& r, std::size_t edge, std::size_t k) VKM_TERM {
     const double place = static_cast<double>(edge);
     const bool at_vertex = (row[k] == place) | (before[k] == place);
-    return unless(at_vertex, induced(e, r, 0.0, strength));
+    return unless(at_vertex, induced(e, r, strength));
   };
   add_sources(edges, first, last, block.at, block.velocity, term);
 }
 
 /// The sum of a filament on a block of its own vertices, which begins at vertex `begin`: only edges next to the block
 /// can be edges at one of its vertices.
-void add_own_edges(const Segments& edges, double strength, std::size_t begin, const VertexBlock& block) {
+void add_own_edges(const Segments& edges, double strength, std::size_t begin, const VertexBlock& block, PairForm form) {
+  const PointSources sources = edges.sources();
   const std::size_t n = edges.dl.size();
   const std::size_t near = begin > 0 ? begin - 1 : 0;
   const std::size_t far = std::min(n, begin + lane_block);
   const std::size_t tail = begin == 0 ? std::max(far, n - 1) : n;  // the last edge arrives at vertex 0
-  add_all_edges(edges.sources(), 0, near, 0.0, strength, block);
-  add_edges_off_vertices(edges.sources(), near, far, strength, block);
-  add_all_edges(edges.sources(), far, tail, 0.0, strength, block);
-  add_edges_off_vertices(edges.sources(), tail, n, strength, block);
+  add_induced({sources, 0, near, block.at, block.velocity}, 0.0, strength, form);
+  add_edges_off_vertices(sources, near, far, strength, block);
+  add_induced({sources, far, tail, block.at, block.velocity}, 0.0, strength, form);
+  add_edges_off_vertices(sources, tail, n, strength, block);
 }
 
 /// A filament in the form of the sums.
@@ -65,6 +60,7 @@ struct Prepared {
   Segments edges;
   Lanes points;
   Lanes velocity;
+  bool moderate;
 };
 
 /// The block of vertices that begins at `begin`, of filament f: the local term, and the sum over all sources.
@@ -90,10 +86,14 @@ void sum_block(std::span<const Filament> filaments, const FilamentOptions& optio
     heartbeat.tick();
     const Segments& edges = prepared[s].edges;
     const double source_strength = filaments[s].circulation / four_pi;
+    const PairForm form = prepared[s].moderate && own.moderate && moderate(options.a_sim)
+                              ? pair_form_for({}, source_strength)
+                              : PairForm::plain;
     if (s == f) {
-      add_own_edges(edges, source_strength, begin, block);
+      add_own_edges(edges, source_strength, begin, block, form);
     } else {
-      add_all_edges(edges.sources(), 0, edges.dl.size(), soft2, source_strength, block);
+      const PointSources sources = edges.sources();
+      add_induced({sources, 0, edges.dl.size(), block.at, block.velocity}, soft2, source_strength, form);
     }
   }
 }
@@ -118,7 +118,7 @@ FilamentVelocity filament_velocity(std::span<const Filament> filaments, const Fi
   std::vector<std::pair<std::size_t, std::size_t>> blocks;  // filament, first vertex
   for (std::size_t f = 0; f < filaments.size(); ++f) {
     const std::vector<Vec3>& points = filaments[f].points;
-    prepared.push_back({closed_segments(points), Lanes(points), Lanes(points.size())});
+    prepared.push_back({closed_segments(points), Lanes(points), Lanes(points.size()), moderate(points)});
     for (std::size_t b = 0; !filaments[f].ghost && b < prepared[f].points.blocks(); ++b) {
       blocks.emplace_back(f, b * lane_block);
     }

@@ -7,21 +7,13 @@
 #include "core/pair_sums.hpp"
 #include "core/polygon_edges.hpp"
 #include "core/tasks.hpp"
+#include "filament/sums/pair_forms.hpp"
 
 namespace vkm {
 
 namespace {
 
 constexpr double closed_curve_softening = 1e-12;  // m^3
-
-/// One reciprocal a pair serves all three components: the divider is what limits this loop.
-VKM_KERNEL void add_closed_curve(const PointSources& curve, std::size_t count, const LaneView& points,
-                                 const LaneSpace& sums) {
-  add_sources(curve, 0, count, points, sums, [](const LaneVec3& dl, const LaneVec3& r, auto...) VKM_TERM {
-    const double r2 = dot(r, r);
-    return cross(dl, r) * (1.0 / (r2 * std::sqrt(r2) + closed_curve_softening));
-  });
-}
 
 VKM_KERNEL void add_points(const PointSources& filament, std::size_t count, double circulation, const LaneView& points,
                            const LaneSpace& sums) {
@@ -30,6 +22,11 @@ VKM_KERNEL void add_points(const PointSources& filament, std::size_t count, doub
     const bool far = n > point_cutoff;  // a NaN distance is not
     return unless(!far, cross(t, r) * inv_four_pi * (circulation / (n * n * n)));
   });
+}
+
+bool moderate_block(const LaneView& at) {
+  return moderate(std::span(at.x, lane_block)) && moderate(std::span(at.y, lane_block)) &&
+         moderate(std::span(at.z, lane_block));
 }
 
 /// Runs kernel(points, sums) on all blocks of points; a block is a task.
@@ -55,8 +52,11 @@ Lanes closed_curve_velocity(std::span<const Vec3> curve, const Lanes& grid, doub
                             int threads) {
   if (curve.size() < 2) return Lanes(grid.size());
   const Segments segments = closed_segments(curve);
+  const PairForm form = pair_form_for(curve, 1.0);
+  const PointSources sources = segments.sources();
   Lanes velocity = sums_at(grid, poll, threads, [&](const LaneView& at, const LaneSpace& sums) {
-    add_closed_curve(segments.sources(), segments.dl.size(), at, sums);
+    add_closed_curve({sources, 0, segments.dl.size(), at, sums}, closed_curve_softening,
+                     moderate_block(at) ? form : PairForm::plain);
   });
   const double scale = circulation / four_pi;
   for (std::size_t a = 0; a < 3; ++a) {

@@ -1,0 +1,48 @@
+"""The forms of the sums over pairs: the same bits whichever the machine takes."""
+
+import json
+import os
+import subprocess
+import sys
+
+import pytest
+from vkmcore import _engine
+
+FORMS = ("plain", "divider", "mixed", "added")
+DIGEST = """
+import hashlib, json, sys
+import numpy as np
+from vkmcore import _engine, _native
+rng = np.random.default_rng(1)
+digests = {}
+for scale in (1.0, 1e-15, 3e39, 1e-45, 1e120):
+    curve = scale * rng.normal(size=(333, 3))
+    points = scale * rng.normal(size=(1000, 3)) * 10.0 ** rng.uniform(-3, 3, size=(1000, 1))
+    points[17] = 0.5 * (curve[3] + curve[4])  # in the place of a source
+    parts = [curve, curve[:100] + scale, 0.5 * (curve[5] + curve[6]) + scale * np.eye(3), np.zeros((40, 3))]
+    filaments = [{"points": part, "circulation": c} for part, c in zip(parts, (1.0, -0.3, 0.0, 1e-20))]
+    filaments[2]["points"][0] -= scale * np.eye(3)[0]  # on the middle of an edge of the first
+    out = [_native.biot_savart_velocity_grid(curve, points, 0.7)]
+    for soft in (0.0, 0.1 * scale):
+        out += _native.compute_filament_velocity(filaments, {"a_sim": soft})["velocity"]
+    bits = [np.where(np.isnan(field), np.nan, field).tobytes() for field in out]
+    digests[str(scale)] = [hashlib.sha256(field).hexdigest() for field in bits]
+print(json.dumps([_engine.pair_form(), digests]))
+"""
+
+
+def digest(form):
+    environment = {**os.environ, "VKM_PAIR_FORM": form}
+    done = subprocess.run([sys.executable, "-c", DIGEST], env=environment, capture_output=True, text=True, check=True)
+    return json.loads(done.stdout)
+
+
+def test_all_forms_have_the_same_bits():
+    assert _engine.pair_form() in FORMS
+    taken, plain = digest("plain")
+    assert taken == "plain"
+    for form in FORMS[1:]:
+        taken, found = digest(form)
+        if taken == "plain":
+            pytest.skip("no hand-written kernels on this machine")
+        assert (taken, found) == (form, plain)
