@@ -73,7 +73,7 @@ def simulate(
         t_end: s.
         options: as of `compute_filament_velocity`: lia_only, a_sim, core_delta, lia_constant, core_radius.
         dt: s, the longest step. By default each step is proposed: `estimate_cfl_dt`, but no longer than
-            cfl h^2 / beta with the shortest edge h and beta = Gamma / (4 pi) |log(2 h / a_eff) + lia_constant|, since
+            cfl h^2 / beta with the shortest edge h and beta = Gamma / (4 pi) abs(log(2 h / a_eff) + lia_constant), since
             the scheme keeps the shortest waves that a polygon carries, of frequency 4 beta / h^2, up to
             0.7 h^2 / beta only.
         cfl: part of the shortest edge that a vertex may pass in a step, and of h^2 / beta.
