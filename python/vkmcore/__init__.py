@@ -22,8 +22,14 @@ globals().update({name: getattr(_native, name) for name in __all__})
 _MODULE_OF = {
     "Knot": "vkmcore.knots",
     "Link": "vkmcore.knots",
+    "IdealShape": "vkmcore.ideal.shape",
+    "idealize": "vkmcore.ideal.search",
     "load_trajectory": "vkmcore.dynamics.trajectory",
+    "mass_routes": "vkmcore.mass.routes",
+    "curve_velocity": "vkmcore.dynamics.velocity",
     "simulate": "vkmcore.dynamics.simulation",
+    "velocity": "vkmcore.dynamics.velocity",
+    "study_mass": "vkmcore.mass.convergence",
     "sweep": "vkmcore.sweeps",
 }
 

@@ -99,7 +99,8 @@ void require_size(const Rope& rope, double edge) {
 
 constexpr auto tighten = [](const std::vector<Polygons>& starts, double edge, std::uint64_t seed, int threads,
                             int start_count, int first_chains, int first_hops, int second_chains, int second_hops,
-                            int refined, int finished, bool adaptive, std::optional<py::function> watch) {
+                            int refined, int finished, bool adaptive, int start_programs, double coarse_edge,
+                            double small_noise, double large_noise, std::optional<py::function> watch) {
   std::vector<Rope> ropes;
   for (const Polygons& start : starts) {
     ropes.push_back(checked_rope(start));
@@ -107,7 +108,12 @@ constexpr auto tighten = [](const std::vector<Polygons>& starts, double edge, st
   }
   SearchOptions options;
   options.edge = edge;
-  options.coarse_edge = std::max(options.coarse_edge, edge);
+  if (!(coarse_edge > 0.0 && small_noise >= 0.0 && large_noise >= 0.0)) {
+    throw std::invalid_argument("the coarse edge length must be positive, and no noise negative");
+  }
+  options.coarse_edge = std::max(coarse_edge, edge);
+  options.small_noise = small_noise;
+  options.large_noise = large_noise;
   options.seed = seed;
   options.threads = threads;
   options.starts = start_count;
@@ -118,6 +124,7 @@ constexpr auto tighten = [](const std::vector<Polygons>& starts, double edge, st
   options.refined = refined;
   options.finished = finished;
   options.adaptive = adaptive;
+  options.start_programs = start_programs;
   SearchWatch tell;
   if (watch) {
     tell = [&watch](const SearchStep& step, double best) {
@@ -169,8 +176,11 @@ py::dict settled_by(const Polygons& polygons, double edge, bool to_tube, Work wo
 }
 
 constexpr auto contract_once = [](const Polygons& polygons, double edge, int programs) {
-  return settled_by(polygons, edge, true,
-                    [&](const Rope& rope, Heartbeat& heartbeat) { return contract(rope, edge, programs, heartbeat); });
+  return settled_by(polygons, edge, true, [&](const Rope& rope, Heartbeat& heartbeat) {
+    auto settled = contract(rope, edge, programs, heartbeat);
+    if (settled) return std::move(*settled);
+    throw std::invalid_argument("strands are too near to each other for edges of this length");
+  });
 };
 
 constexpr auto refine_once = [](const Polygons& polygons, double edge) {
@@ -280,8 +290,9 @@ constexpr auto solve_arrays = [](const std::vector<Index>& sizes, const Table& e
 void bind_ideal(py::module_& m) {
   using namespace py::literals;
   m.def("tighten", tighten, "starts"_a, py::kw_only(), "edge"_a = 0.15, "seed"_a = 1, "threads"_a = 1,
-        "start_count"_a = 20, "first_chains"_a = 8, "first_hops"_a = 10, "second_chains"_a = 3, "second_hops"_a = 40,
-        "refined"_a = 4, "finished"_a = 2, "adaptive"_a = true, "watch"_a = py::none(),
+        "start_count"_a = 16, "first_chains"_a = 8, "first_hops"_a = 8, "second_chains"_a = 2, "second_hops"_a = 40,
+        "refined"_a = 4, "finished"_a = 2, "adaptive"_a = true, "start_programs"_a = 150, "coarse_edge"_a = 0.75,
+        "small_noise"_a = 0.1, "large_noise"_a = 0.4, "watch"_a = py::none(),
         "Search the tightest shape from start polygons: lists of (N, 3) arrays, one a component.");
   m.def("contract", contract_once, "polygons"_a, "edge"_a, "programs"_a = 200,
         "Scale to the tube, space at the edge length, and tighten.");

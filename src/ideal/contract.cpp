@@ -48,7 +48,7 @@ SettleOptions level_options(double h) {
   return options;
 }
 
-Settled contract(const Rope& rope, double h, int most_programs, Heartbeat& heartbeat) {
+std::optional<Settled> contract(const Rope& rope, double h, int most_programs, Heartbeat& heartbeat) {
   SettleOptions options = level_options(h);
   options.programs = programs_between_spacings;
   options.shortening = length_between_spacings;
@@ -57,8 +57,7 @@ Settled contract(const Rope& rope, double h, int most_programs, Heartbeat& heart
   int programs = 0;
   for (int turn = 0; programs < most_programs; ++turn) {
     auto spaced = respaced(state.rope, h);
-    if (!spaced && turn == 0)
-      throw std::invalid_argument("strands are too near to each other for edges of this length");
+    if (!spaced && turn == 0) return std::nullopt;
     if (spaced) state.rope = std::move(*spaced);
     state = settle(std::move(state.rope), options, heartbeat);
     programs += state.programs + 1;

@@ -2,6 +2,8 @@
 
 /// From a loose or rough rope to a settled one at a given edge length, and the random moves between two settlings.
 
+#include <optional>
+
 #include "ideal/random.hpp"
 #include "ideal/settle.hpp"
 
@@ -11,8 +13,8 @@ namespace vkm::ideal {
 void scale_to_tube(Rope& rope);
 
 /// Settles with new spacing every 14 programs or 12 % of shortening, until the rope is settled with edges of about h
-/// or so many programs are spent.
-Settled contract(const Rope& rope, double h, int most_programs, Heartbeat& heartbeat);
+/// or so many programs are spent. Nothing where strands are too near to each other for edges of this length.
+std::optional<Settled> contract(const Rope& rope, double h, int most_programs, Heartbeat& heartbeat);
 
 /// How a level is settled; the finer, the more exactly.
 SettleOptions level_options(double h);

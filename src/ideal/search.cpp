@@ -6,24 +6,27 @@
 #include <optional>
 #include <stdexcept>
 
+#include "core/tasks.hpp"
 #include "ideal/contract.hpp"
 #include "ideal/random.hpp"
-#include "ideal/tasks.hpp"
 
 namespace vkm::ideal {
 
 namespace {
 
-constexpr std::size_t batch = 4;         // of starts, between looks at how many agree
-constexpr double same_shape = 3e-4;      // relative difference of ropelengths that hop chains take for one shape
-constexpr std::size_t agreeing = 4;      // starts about in one shape that make a small knot
-constexpr double small_spread = 2e-3;    // that "about" allows
-constexpr double small_ropelength = 46;  // below which the adaptive rule holds
-constexpr int start_programs = 200;      // a start that slides on slowly is left to the hops
+constexpr std::size_t batch = 4;            // of starts, between looks at how many agree
+constexpr double same_shape = 3e-4;         // relative difference of ropelengths that hop chains take for one shape
+constexpr std::size_t agreeing_starts = 4;  // at about one value, that end the search
+constexpr std::size_t agreeing_chains = 3;  // that do so after hops
+constexpr double spread = 1e-3;             // that "about" allows
+constexpr double small_spread = 2e-3;       // of knots below
+constexpr double small_ropelength = 46;
 constexpr int hop_programs = 60;
-constexpr int patience = 6;  // of the hops of a small knot
+constexpr int small_patience = 6;   // hops without gain after which what starts of a small knot agree in is left
+constexpr int large_patience = 10;  // and of others
+constexpr int second_patience = 10;
 
-enum Phase : std::uint64_t { order_phase, start_phase, first_hop_phase, second_hop_phase };
+enum Phase : std::uint64_t { order_phase, start_phase, hop_phase };
 
 struct Shape {
   Settled state;
@@ -43,15 +46,34 @@ Shape shape_of(Settled state) {
   return shape;
 }
 
+/// A contracted rope; of infinite value where its strands lie too near to each other for such edges.
+Shape contracted(const Rope& rope, double h, int programs, Heartbeat& heartbeat) {
+  auto state = contract(rope, h, programs, heartbeat);
+  return state ? shape_of(std::move(*state)) : Shape{};
+}
+
 bool better(const Shape& a, const Shape& b) { return a.value < b.value; }
 
-/// The best of different values, at most so many; filled up with the best of the rest.
-std::vector<Shape> distinct(std::vector<Shape> shapes, std::size_t count) {
-  std::stable_sort(shapes.begin(), shapes.end(), better);
-  std::vector<Shape> list;
-  for (const Shape& shape : shapes) {
-    if (list.size() == count || !std::isfinite(shape.value)) break;
-    if (list.empty() || shape.value > list.back().value * (1.0 + same_shape)) list.push_back(shape);
+/// A start and the best that came of it. Lines of descent never mix: where several end alike, that says something.
+struct Line {
+  Shape shape;
+  bool hopped = false;
+};
+
+/// Places of the best lines of different values, at most so many.
+std::vector<std::size_t> distinct(const std::vector<Line>& lines, std::size_t count, bool hopped_too) {
+  std::vector<std::size_t> order(lines.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::stable_sort(order.begin(), order.end(),
+                   [&](std::size_t a, std::size_t b) { return better(lines[a].shape, lines[b].shape); });
+  std::vector<std::size_t> list;
+  double last = 0.0;
+  for (const std::size_t k : order) {
+    const double value = lines[k].shape.value;
+    if (list.size() == count || !std::isfinite(value)) break;
+    if (!(value > last * (1.0 + same_shape))) continue;
+    last = value;
+    if (hopped_too || !lines[k].hopped) list.push_back(k);
   }
   return list;
 }
@@ -59,7 +81,9 @@ std::vector<Shape> distinct(std::vector<Shape> shapes, std::size_t count) {
 class Search {
  public:
   Search(const std::vector<Rope>& starts, const SearchOptions& options, const Poll& poll, const SearchWatch& watch)
-      : starts_(starts), options_(options), poll_(poll), watch_(watch) {}
+      : scaled_(starts), options_(options), poll_(poll), watch_(watch) {
+    for (Rope& rope : scaled_) scale_to_tube(rope);
+  }
 
   void run();
 
@@ -68,11 +92,18 @@ class Search {
 
  private:
   void keep(const Shape& shape, const char* phase, std::size_t task, double edge, int hops);
-  std::vector<Shape> contract_starts(bool& small);
-  std::vector<Shape> hop_chains(const std::vector<Shape>& from, int hops, int most_failures, Phase phase);
+  bool small() const;
+  std::size_t agreement() const;
+  bool contract_starts(std::size_t count);
+  void hop_chains(const std::vector<std::size_t>& which, int hops, int patience);
+  bool settled_by_agreement(std::size_t needed);
+  bool first_round(double part);
   std::vector<Shape> level(const std::vector<Shape>& from, double h);
 
-  const std::vector<Rope>& starts_;
+  std::vector<Line> lines_;
+  std::vector<std::size_t> order_;  ///< in which the start polygons are taken
+  std::size_t chains_ = 0;          ///< of hops so far, for their streams of random numbers
+  std::vector<Rope> scaled_;        ///< the starts
   const SearchOptions& options_;
   const Poll& poll_;
   const SearchWatch& watch_;
@@ -87,57 +118,82 @@ void Search::keep(const Shape& shape, const char* phase, std::size_t task, doubl
   if (watch_) watch_(result.history.back(), best->ropelength);
 }
 
-std::vector<Shape> Search::contract_starts(bool& small) {
-  const double h = options_.coarse_edge;
-  std::vector<std::size_t> order(starts_.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  Random shuffle(options_.seed, order_phase, 0);
-  for (std::size_t i = order.size(); i > 1; --i) std::swap(order[i - 1], order[shuffle.below(i)]);
+bool Search::small() const { return best && best->value < small_ropelength; }
 
-  std::vector<Shape> shapes;
-  const auto count = static_cast<std::size_t>(std::max(1, options_.starts));
-  while (shapes.size() < count) {
-    const std::size_t first = shapes.size();
-    std::vector<Shape> more(std::min(batch, count - first));
+/// Lines that stand about where the best of them does.
+std::size_t Search::agreement() const {
+  double least = INFINITY;
+  for (const Line& line : lines_) least = std::min(least, line.shape.value);
+  const double most = least * (1.0 + (small() ? small_spread : spread));
+  return static_cast<std::size_t>(
+      std::count_if(lines_.begin(), lines_.end(), [&](const Line& line) { return line.shape.value < most; }));
+}
+
+/// Contracts so many more starts, or fewer where they agree; says whether they do.
+bool Search::contract_starts(std::size_t count) {
+  const double h = options_.coarse_edge;
+  const std::size_t all = lines_.size() + count;
+  while (lines_.size() < all) {
+    const std::size_t first = lines_.size();
+    std::vector<Shape> more(std::min(batch, all - first));
     run_tasks(more.size(), options_.threads, poll_, [&](std::size_t k, Heartbeat& heartbeat) {
       const std::size_t task = first + k;
       Random random(options_.seed, start_phase, task);
-      Rope rope = starts_[order[task % order.size()]];
-      scale_to_tube(rope);
+      Rope rope = scaled_[order_[task % order_.size()]];
       displace(rope, task % 2 == 0 ? options_.small_noise : options_.large_noise, 8, random);
-      more[k] = shape_of(contract(rope, h, start_programs, heartbeat));
+      more[k] = contracted(rope, h, options_.start_programs, heartbeat);
     });
-    for (std::size_t k = 0; k < more.size(); ++k) keep(more[k], "start", first + k, h, 0);
-    shapes.insert(shapes.end(), more.begin(), more.end());
-    if (!options_.adaptive || best->value > small_ropelength) continue;
-    const auto same = std::count_if(shapes.begin(), shapes.end(), [&](const Shape& shape) {
-      return shape.value < best->value * (1.0 + small_spread);
-    });
-    small = static_cast<std::size_t>(same) >= agreeing;
-    if (small) break;
+    for (std::size_t k = 0; k < more.size(); ++k) {
+      if (std::isfinite(more[k].value)) keep(more[k], "start", first + k, h, 0);
+      lines_.push_back({std::move(more[k])});
+    }
+    if (settled_by_agreement(agreeing_starts)) return true;
   }
-  return shapes;
+  if (!best) throw std::invalid_argument("strands are too near to each other for edges of this length");
+  return false;
 }
 
-std::vector<Shape> Search::hop_chains(const std::vector<Shape>& from, int hops, int most_failures, Phase phase) {
+void Search::hop_chains(const std::vector<std::size_t>& which, int hops, int patience) {
+  if (which.empty() || hops <= 0) return;
   const double h = options_.coarse_edge;
-  std::vector<Shape> ends = from;
-  std::vector<int> tried(from.size(), 0);
-  run_tasks(from.size(), options_.threads, poll_, [&](std::size_t task, Heartbeat& heartbeat) {
-    Random random(options_.seed, phase, task);
+  const std::size_t first = chains_;
+  chains_ += which.size();
+  std::vector<Shape> ends;
+  for (const std::size_t k : which) ends.push_back(lines_[k].shape);
+  std::vector<int> tried(which.size(), 0);
+  run_tasks(which.size(), options_.threads, poll_, [&](std::size_t task, Heartbeat& heartbeat) {
+    Random random(options_.seed, hop_phase, first + task);
     int failures = 0;
-    while (tried[task] < hops && failures < most_failures) {
+    while (tried[task] < hops && failures < patience) {
       ++tried[task];
       ++failures;
-      Shape next = shape_of(contract(hop(ends[task].state.rope, random), h, hop_programs, heartbeat));
+      Shape next = contracted(hop(ends[task].state.rope, random), h, hop_programs, heartbeat);
       if (next.value < ends[task].value * (1.0 - 2e-5)) {
         if (next.value < ends[task].value * (1.0 - same_shape)) failures = 0;
         ends[task] = std::move(next);
       }
     }
   });
-  for (std::size_t task = 0; task < ends.size(); ++task) keep(ends[task], "hop", task, h, tried[task]);
-  return ends;
+  for (std::size_t task = 0; task < which.size(); ++task) {
+    keep(ends[task], "hop", first + task, h, tried[task]);
+    lines_[which[task]].shape = std::move(ends[task]);
+    lines_[which[task]].hopped = true;
+  }
+}
+
+/// Whether enough lines agree and a chain of hops from the best of them finds nothing that is much better.
+bool Search::settled_by_agreement(std::size_t needed) {
+  if (!options_.adaptive || agreement() < needed) return false;
+  hop_chains(distinct(lines_, 1, true), options_.second_hops, small() ? small_patience : large_patience);
+  return agreement() >= needed;
+}
+
+/// A part of the starts, and of the first chains on what is best of them; says whether the search is settled.
+bool Search::first_round(double part) {
+  const auto share = [part](int count) { return static_cast<std::size_t>(std::ceil(part * std::max(0, count))); };
+  if (contract_starts(std::max<std::size_t>(1, share(options_.starts)))) return true;
+  hop_chains(distinct(lines_, share(options_.first_chains), false), options_.first_hops, options_.first_hops);
+  return settled_by_agreement(agreeing_chains);
 }
 
 std::vector<Shape> Search::level(const std::vector<Shape>& from, double h) {
@@ -153,20 +209,22 @@ std::vector<Shape> Search::level(const std::vector<Shape>& from, double h) {
 }
 
 void Search::run() {
-  bool small = false;
-  std::vector<Shape> shapes = contract_starts(small);
-  if (small) {
-    shapes = hop_chains(distinct(shapes, 1), options_.second_hops, patience, second_hop_phase);
-  } else {
-    const auto chain = [&](int count, int hops, Phase phase) {
-      if (count <= 0 || hops <= 0) return;
-      const auto more = hop_chains(distinct(shapes, static_cast<std::size_t>(count)), hops, hops, phase);
-      shapes.insert(shapes.end(), more.begin(), more.end());
-    };
-    chain(options_.first_chains, options_.first_hops, first_hop_phase);
-    chain(options_.second_chains, options_.second_hops, second_hop_phase);
+  order_.resize(scaled_.size());
+  std::iota(order_.begin(), order_.end(), std::size_t{0});
+  Random shuffle(options_.seed, order_phase, 0);
+  for (std::size_t i = order_.size(); i > 1; --i) std::swap(order_[i - 1], order_[shuffle.below(i)]);
+
+  const bool settled = options_.adaptive ? first_round(0.4) || first_round(0.6) : first_round(1.0);
+  if (!settled) {
+    hop_chains(distinct(lines_, static_cast<std::size_t>(std::max(0, options_.second_chains)), true),
+               options_.second_hops, options_.adaptive ? second_patience : options_.second_hops);
   }
-  shapes = distinct(shapes, static_cast<std::size_t>(std::max(1, small ? 1 : options_.refined)));
+  std::vector<Shape> shapes;
+  const int refined = settled ? std::min(2, options_.refined) : options_.refined;
+  const int finished = settled && small() ? 1 : options_.finished;
+  for (const std::size_t k : distinct(lines_, static_cast<std::size_t>(std::max(1, refined)), true)) {
+    shapes.push_back(lines_[k].shape);
+  }
 
   std::vector<double> edges;
   for (const double h : {0.4, 0.25, 0.15, 0.10, 0.07}) {
@@ -174,7 +232,7 @@ void Search::run() {
   }
   if (options_.edge < options_.coarse_edge) edges.push_back(options_.edge);
   for (std::size_t k = 0; k < edges.size(); ++k) {
-    if (k > 0) shapes.resize(std::min(shapes.size(), static_cast<std::size_t>(std::max(1, options_.finished))));
+    if (k > 0) shapes.resize(std::min(shapes.size(), static_cast<std::size_t>(std::max(1, finished))));
     if (edges[k] < 0.12) shapes.resize(1);
     shapes = level(shapes, edges[k]);
   }

@@ -23,16 +23,17 @@ struct SearchOptions {
   double coarse_edge = 0.75;
   std::uint64_t seed = 1;
   int threads = 1;
-  int starts = 20;           ///< contracted, each start polygon in its turn
+  int starts = 16;           ///< contracted, each start polygon in its turn
+  int start_programs = 150;  ///< at most, of each: one that slides on slowly is left to the hops
   double small_noise = 0.1;  ///< displacement of every other start, in tube radii
   double large_noise = 0.4;
   int first_chains = 8;  ///< of so many distinct best starts
-  int first_hops = 10;
-  int second_chains = 3;
+  int first_hops = 8;
+  int second_chains = 2;
   int second_hops = 40;
   int refined = 4;       ///< to edges of 0.4
   int finished = 2;      ///< beyond
-  bool adaptive = true;  ///< shorter where most of the first starts end in one shape
+  bool adaptive = true;  ///< in two rounds, and no more where several starts lead to about one ropelength
 };
 
 /// A step of the search: the value of a start, of a chain of hops, or of a level.

@@ -193,7 +193,7 @@ def test_scenes_that_cannot_be_read(tmp_path, text):
     path = tmp_path / "scene.toml"
     path.write_bytes(text.encode("utf-8", "surrogatepass"))
     with pytest.raises(SceneError) as caught:
-        load_scene(path)
+        load_scene(str(path))
     assert str(caught.value).startswith(f"{path}: ")
 
 

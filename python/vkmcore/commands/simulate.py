@@ -17,6 +17,7 @@ from vkmcore.commands.arguments import (
     say_written,
 )
 from vkmcore.commands.output import plain_table, print_json, print_table
+from vkmcore.dynamics.core_model import MODELS
 from vkmcore.progress import progress_bar, watched
 
 
@@ -24,6 +25,7 @@ from vkmcore.progress import progress_bar, watched
 @click.argument("scene_file", type=EXISTING_FILE, metavar="SCENE.toml")
 @click.option("--t-end", type=click.FloatRange(0.0), help="End of the run in s, in place of the scene's.")
 @click.option("--dt", type=POSITIVE, help="Longest step in s, in place of the scene's.")
+@click.option("--core", type=click.Choice(MODELS), help="Model of the vortex core, in place of the scene's.")
 @click.option(
     "--trajectory", type=click.Path(path_type=Path), metavar="FILE.npz", help="Write each frame here as it is reached."
 )
@@ -36,6 +38,7 @@ def simulate(
     scene_file: Path,
     t_end: float | None,
     dt: float | None,
+    core: str | None,
     trajectory: Path | None,
     resume: bool,
     as_json: bool,
@@ -61,6 +64,8 @@ def simulate(
     settings: dict[str, Any] = dict(scene.settings)
     if dt is not None:
         settings["dt"] = dt
+    if core is not None:
+        settings["core"] = core
     if t_end is None:
         t_end = scene.t_end
     elif scene.t_end > 0.0:

@@ -12,7 +12,7 @@ from vkmcore.ideal.campaign import HARMONICS_A_RADIUS, MOST_HARMONICS, Outcome, 
 from vkmcore.ideal.campaign_store import Shape, StoredForm
 from vkmcore.ideal.form_polish import fit, polish
 from vkmcore.ideal.fourier_form import measure
-from vkmcore.ideal.starts import Start, grid_polygons, torus_polygon
+from vkmcore.ideal.starts import Start, diagram_polygon, grid_polygons, torus_polygon
 from vkmcore.reference.tables import TableEntry, find
 from vkmcore.topology.certificate import certify
 
@@ -51,7 +51,8 @@ def _search(task: Task, entry: TableEntry) -> dict[str, Any]:
     seed = 1000 * task.seed + sum(map(ord, entry.name))
     if entry.name in LOBES and task.seed > 1:
         return _lobed_search(lobed_starts(entry, seed), task.edge)
-    starts = [list(start.components) for start in grid_polygons(entry.grid)]
+    from_grid = grid_polygons(entry.grid) if entry.grid else [diagram_polygon(entry.pd)]
+    starts = [list(start.components) for start in from_grid]
     effort: dict[str, Any] = QUICK if task.seed == 1 else {}
     return _engine.tighten(starts, edge=task.edge, seed=seed, **effort)
 

@@ -12,9 +12,15 @@ import numpy as np
 if TYPE_CHECKING:
     from numpy.typing import NDArray
 
+    from vkmcore.ideal.fourier_form import FourierForm
+    from vkmcore.knots import Knot, Link
+
     Points = NDArray[np.float64]
 
 FORMAT = 1
+NUMBERS = (
+    "length thickness min_radius strut_distance kkt_residual edge seed settled interrupted certificate name published"
+).split()
 
 
 @dataclass(frozen=True)
@@ -27,6 +33,7 @@ class SearchStep:
     edge: float  # edge length, in tube radii
     hops: int  # tried in the chain
     ropelength: float  # length / tube radius at this edge length
+    starts: str = ""  # their kind: "grid", "own", "lobed torus", "twist"
 
 
 @dataclass(frozen=True, eq=False)
@@ -51,6 +58,8 @@ class IdealShape:
     interrupted: bool  # stopped before its end, the best so far
     history: tuple[SearchStep, ...] = field(repr=False)
     certificate: str | None = None  # what the check of the knot type said
+    name: str = ""
+    published: float | None = None  # best published ropelength of the type, length over radius
 
     @property
     def ropelength(self) -> float:
@@ -62,22 +71,81 @@ class IdealShape:
         """Length over tube diameter (a circle's is pi)."""
         return 0.5 * self.ropelength
 
+    @property
+    def excess(self) -> float | None:
+        """Relative to the best published ropelength, as 0.0005 for 0.05 % above it; None where there is none."""
+        return None if self.published is None else self.ropelength / self.published - 1.0
+
     def __repr__(self) -> str:
         vertices = "+".join(str(len(component)) for component in self.points)
+        name = f"{self.name!r}, " if self.name else ""
         return (
-            f"IdealShape(ropelength={self.ropelength:.4f} by radius, {self.ropelength_diameter:.4f} by diameter, "
+            f"IdealShape({name}ropelength={self.ropelength:.4f} by radius, {self.ropelength_diameter:.4f} by diameter, "
             f"vertices={vertices}, struts={len(self.struts)}, kinks={len(self.kinks)}, "
             f"kkt_residual={self.kkt_residual:.1e}, seed={self.seed}{', interrupted' if self.interrupted else ''})"
         )
 
-    def save(self, path: str | Path) -> None:
-        """Write an .npz archive; `load` reads it back with the same bits."""
-        numbers = {
-            key: getattr(self, key)
-            for key in (
-                "length thickness min_radius strut_distance kkt_residual edge seed settled interrupted certificate"
-            ).split()
+    def fourier(self, excess: float = 1e-3, *, polished: bool = False) -> FourierForm:
+        """The Fourier form of fewest harmonics whose ropelength is at most `excess` above this one's.
+
+        See `vkmcore.ideal.least_harmonics.least_form`, also for what it raises.
+        """
+        from vkmcore.ideal.least_harmonics import least_form
+
+        return least_form(self.points, self.ropelength, excess, polished=polished)
+
+    def knot(self) -> Knot | Link:
+        """The polygons as a Knot, or a Link where there are several."""
+        from vkmcore.knots import Knot, Link
+
+        return Knot(self.points[0], name=self.name) if len(self.points) == 1 else Link(self.points, name=self.name)
+
+    def plot(self, title: str = "") -> Any:
+        """A matplotlib Figure: the tube with its contacts, the curve with struts and kinks, and the strut map.
+
+        Raises:
+            PlotError: matplotlib is not installed.
+        """
+        from vkmcore.errors import PlotError
+
+        try:
+            from vkmcore.pictures.ideal import ideal_figure
+
+            return ideal_figure(self, title)
+        except ImportError as error:
+            raise PlotError(f'plots need matplotlib: pip install "vkmcore[plot]" ({error})') from error
+
+    def record(self) -> dict[str, Any]:
+        """All of it in plain lists and numbers, for JSON."""
+        return {
+            "name": self.name,
+            "ropelength": self.ropelength,
+            "ropelength_diameter": self.ropelength_diameter,
+            "published": self.published,
+            "excess": self.excess,
+            **{key: getattr(self, key) for key in NUMBERS if key not in ("name", "published")},
+            "points": [component.tolist() for component in self.points],
+            "struts": self.struts.tolist(),
+            "kinks": self.kinks.tolist(),
+            "history": [asdict(step) for step in self.history],
         }
+
+    def save(self, path: str | Path) -> None:
+        """Write the shape; the suffix of `path` gives the format.
+
+        .npz holds everything, which `load` reads back with the same bits; the other formats of
+        `vkmcore.curves.writer.FORMATS` hold the polygons, and .stl and .obj the tube.
+
+        Raises:
+            ValueError: no such format.
+            OSError: the file cannot be written.
+        """
+        if Path(path).suffix.lower() != ".npz":
+            from vkmcore.curves.writer import write_curves
+
+            write_curves(path, self.points, comment=self.name, radius=lambda: self.thickness)
+            return
+        numbers = {key: getattr(self, key) for key in NUMBERS}
         head = {"format": FORMAT, "numbers": numbers, "history": [asdict(step) for step in self.history]}
         arrays: dict[str, Any] = {f"component_{k}": component for k, component in enumerate(self.points)}
         with open(path, "wb") as file:
