@@ -36,6 +36,7 @@ nb_execution_in_temp = True
 nb_execution_timeout = 300
 nb_execution_raise_on_error = True
 nb_output_stderr = "remove"
+nb_merge_streams = True
 
 autodoc_member_order = "bysource"
 autodoc_typehints = "signature"
