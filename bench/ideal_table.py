@@ -146,7 +146,9 @@ def lines(file: Path) -> Iterator[str]:
         if row.within is not None:
             successes = sum(value <= row.within for value in excess)
             text += f"; best {100 * min(excess):+.3f}"
-            times += f"; {successes} of {len(excess)}" + (f", {sum(cpu) / successes:.0f} a success" if successes else "")
+            times += f"; {successes} of {len(excess)}" + (
+                f", {sum(cpu) / successes:.0f} a success" if successes else ""
+            )
         yield f"| {row.title} | {row.edge:g} | {count} | {text} | {times} | {row.goal} |"
 
 

@@ -26,8 +26,9 @@ extensions = [
     "mathematics",
     "reference",
     "snippets",
+    "studies",
 ]
-exclude_patterns = ["extensions", "benchmarks.md"]  # the table is included by performance.md
+exclude_patterns = ["extensions", "benchmarks.md", "ideal_table.md"]  # tables that other pages include
 source_suffix = {".md": "myst-nb", ".rst": "restructuredtext"}
 
 # The tutorials are notebooks in text form, run at each build.

@@ -142,7 +142,7 @@ def steps_of(problem: Problem, seeds: int) -> int:
     """About how many steps a search tells of."""
     from vkmcore.ideal.search import batches_of
 
-    return seeds * sum(batch.effort.get("start_count", 16) + 18 for batch in batches_of(problem, {}))
+    return seeds * sum(int(batch.effort.get("start_count", 16)) + 18 for batch in batches_of(problem, {}))
 
 
 def check_format(path: Path) -> None:
@@ -178,10 +178,11 @@ def print_shape(shape: IdealShape, form: FourierForm | None) -> None:
         ("kinks", str(len(shape.kinks))),
         ("residual of the forces", f"{shape.kkt_residual:.2e}"),
         ("seed", str(shape.seed)),
-        ("type", shape.certificate or "-"),
     ]
     if form is not None:
         rows.append(("harmonics of the Fourier form", str(form.harmonics)))
     for row in rows:
         table.add_row(*row)
     print_table(table)
+    if shape.certificate:
+        click.echo(f"Type: {shape.certificate}")

@@ -10,15 +10,13 @@ import numpy as np
 from vkmcore import _engine
 from vkmcore.ideal.campaign import HARMONICS_A_RADIUS, MOST_HARMONICS, Outcome, Task
 from vkmcore.ideal.campaign_store import Shape, StoredForm
+from vkmcore.ideal.families import EFFORT, family_of
 from vkmcore.ideal.form_polish import fit, polish
 from vkmcore.ideal.fourier_form import measure
-from vkmcore.ideal.starts import Start, diagram_polygon, grid_polygons, torus_polygon
+from vkmcore.ideal.starts import table_starts
 from vkmcore.reference.tables import TableEntry, find
 from vkmcore.topology.certificate import certify
 
-# Torus knots T(2, q) whose tight shape has lobes that no other start leads to, and the lobes' number.
-LOBES = {"7_1": 3, "9_1": 4}
-LOBED_STARTS = 40
 QUICK = {"start_count": 8, "first_chains": 3, "first_hops": 4, "second_chains": 1, "second_hops": 10}
 LEAST_HARMONICS = 64
 VERTICES_A_RADIUS = 6.0  # of the polygon whose type is taken of a form
@@ -46,56 +44,16 @@ def work(task: Task) -> Outcome:
 
 
 def _search(task: Task, entry: TableEntry) -> dict[str, Any]:
-    """The engine's search from the knot's starts, or from lobed ones. The first seed is a quick one, so that every knot
-    exists soon."""
+    """The engine's search from what the table has of the knot, or from starts of its family: every later one where no
+    other start is worth its time, else every second. The first seed is a quick one, so that every knot exists soon."""
     seed = 1000 * task.seed + sum(map(ord, entry.name))
-    if entry.name in LOBES and task.seed > 1:
-        return _lobed_search(lobed_starts(entry, seed), task.edge)
-    from_grid = grid_polygons(entry.grid) if entry.grid else [diagram_polygon(entry.pd)]
-    starts = [list(start.components) for start in from_grid]
+    family = family_of(entry)
+    if family is not None and task.seed > 1 and (family.alone or task.seed % 2 == 0):
+        starts = [list(start.components) for start in family.starts(seed)]
+        return _engine.tighten(starts, edge=task.edge, seed=seed, start_count=family.count, **EFFORT)
+    starts = [list(start.components) for start in table_starts(entry)]
     effort: dict[str, Any] = QUICK if task.seed == 1 else {}
     return _engine.tighten(starts, edge=task.edge, seed=seed, **effort)
-
-
-def _lobed_search(starts: list[Start], edge: float) -> dict[str, Any]:
-    """The best of the starts at an edge of 0.5, without hops, which lead back to wider basins, brought to the edge."""
-    best: dict[str, Any] | None = None
-    for start in starts:
-        try:
-            found = _engine.contract(list(start.components), 0.5)
-        except ValueError:  # its strands touch
-            continue
-        if best is None or found["ropelength"] < best["ropelength"]:
-            best = found
-    if best is None:
-        raise ValueError("no start could be contracted")
-    for level in (0.4, 0.25, edge):
-        best = _engine.refine(best["points"], level)
-    return best
-
-
-def lobed_starts(entry: TableEntry, seed: int) -> list[Start]:
-    """Torus curves of random proportions whose ring is lobed, in the chirality of the table."""
-    rng = np.random.default_rng(seed)
-    q = entry.crossings
-    starts: list[Start] = []
-    while len(starts) < LOBED_STARTS:
-        vertical = rng.uniform(0.0, 0.3) if rng.random() < 0.3 else 0.0
-        try:
-            start = torus_polygon(
-                2,
-                q,
-                rng.uniform(2.0, 4.0),
-                rng.uniform(1.05, 1.5),
-                LOBES[entry.name],
-                rng.uniform(0.1, 1.2),
-                rng.uniform(0.0, math.tau),
-                vertical,
-            )
-        except ValueError:  # these lobes make strands meet
-            continue
-        starts.append(start)
-    return starts
 
 
 def _form(task: Task, entry: TableEntry) -> Outcome:

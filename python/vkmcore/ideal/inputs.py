@@ -6,15 +6,14 @@ import json
 import os
 import re
 from collections.abc import Sequence
-from dataclasses import dataclass
+from dataclasses import dataclass, replace
 from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
 from vkmcore.curves.reader import is_file, read_curves
 from vkmcore.errors import CurveError
-from vkmcore.ideal.starts import Start, braid_polygon, diagram_polygon, grid_polygon, grid_polygons
-from vkmcore.knots.shape import Shape
+from vkmcore.ideal.starts import Start, braid_polygon, diagram_polygon, grid_polygon, grid_polygons, table_starts
 from vkmcore.reference.tables import TableEntry, UnknownName, find
 from vkmcore.topology.diagram import PlanarDiagram, diagram_of_code
 from vkmcore.topology.identification import MIRROR, UNKNOWN, identify
@@ -37,9 +36,9 @@ class Problem:
     title: str  # "8_18", "planar diagram", a file's name
     diagram: PlanarDiagram  # of the type
     starts: tuple[Start, ...]  # the user's own, or all of his arc presentation
-    entry: TableEntry | None  # of the tables, where the type is known
-    mirrored: bool  # whether the type is the mirror image of the table's
-    named: bool  # whether the type was given by its name in the tables
+    entry: TableEntry | None = None  # of the tables, where the type is known
+    mirrored: bool = False  # whether the type is the mirror image of the table's
+    named: bool = False  # whether the type was given by its name in the tables
 
 
 def problem_of(curve: Any) -> Problem:
@@ -49,8 +48,9 @@ def problem_of(curve: Any) -> Problem:
         ValueError: it is none of the forms, or a bad one.
         ImportError: a name of the larger tables, which are not installed.
     """
-    if isinstance(curve, Shape):
-        return _of_polygons(curve._in_own_unit(), curve.name or curve.source)
+    if callable(getattr(curve, "points", None)):  # a Knot or Link
+        points = curve.points()
+        return _of_polygons([points] if isinstance(points, np.ndarray) else points, curve.name or "points")
     if isinstance(curve, PlanarDiagram):
         return _of_diagram(curve, "planar diagram")
     if isinstance(curve, str | os.PathLike):
@@ -124,19 +124,19 @@ def _of_file(name: str) -> Problem:
 
 
 def _of_entry(entry: TableEntry) -> Problem:
-    return Problem(entry.name, entry.diagram, tuple(grid_polygons(entry.grid)), entry, False, True)
+    return Problem(entry.name, entry.diagram, tuple(table_starts(entry)), entry, named=True)
 
 
 def _of_diagram(diagram: PlanarDiagram, title: str) -> Problem:
     if not diagram.code:
         raise ValueError(f"{title}: a diagram without crossings; the unknot is named 0_1")
     start = diagram_polygon(diagram.pd_code())
-    return _known(Problem(title, diagram, (start,), None, False, False))
+    return _known(Problem(title, diagram, (start,)))
 
 
 def _own(starts: Sequence[Start], title: str) -> Problem:
     diagram = diagram_of_curves(list(starts[0].components))
-    return _known(Problem(title, diagram, tuple(starts), None, False, False))
+    return _known(Problem(title, diagram, tuple(starts)))
 
 
 def _of_polygons(polygons: Sequence[Points], title: str) -> Problem:
@@ -150,7 +150,7 @@ def _of_polygons(polygons: Sequence[Points], title: str) -> Problem:
     except ValueError as error:
         raise ValueError(f"{title}: {error}") from None
     start = Start(tuple(polygons), float("nan"), title)
-    return _known(Problem(title, diagram, (start,), None, False, False))
+    return _known(Problem(title, diagram, (start,)))
 
 
 def _known(problem: Problem) -> Problem:
@@ -162,4 +162,4 @@ def _known(problem: Problem) -> Problem:
         entry = find(found.name)
     except (UnknownName, ImportError):
         return problem
-    return Problem(problem.title, problem.diagram, problem.starts, entry, found.chirality == MIRROR, False)
+    return replace(problem, entry=entry, mirrored=found.chirality == MIRROR)

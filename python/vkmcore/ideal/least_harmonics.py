@@ -7,20 +7,23 @@ curvature, which too few harmonics smear and too many follow into the corners of
 from __future__ import annotations
 
 import math
-from collections.abc import Sequence
+from collections.abc import Callable, Sequence
 from typing import TYPE_CHECKING
+
+import numpy as np
 
 from vkmcore.ideal.form_polish import fit, polish
 from vkmcore.ideal.fourier_form import FourierForm, measure
 
 if TYPE_CHECKING:
-    import numpy as np
     from numpy.typing import NDArray
 
     Points = NDArray[np.float64]
 
 GROWTH = 1.25  # from a number of harmonics that is too small to the next
+POLISHED = 0.6  # of a plain fit's harmonics, about, are enough after a polish
 LEAST_HARMONICS = 3
+A_RADIUS = 0.5  # harmonics for each tube radius of length that are too few for most excesses
 
 
 def least_form(
@@ -44,24 +47,36 @@ def least_form(
         raise ValueError(f"the excess of a Fourier form is positive, not {excess!r}")
     most = max(len(points) for points in components) // 2 - 1
     limit = ropelength * (1.0 + excess)
-    made: dict[int, FourierForm] = {}
+    lengths = [float(np.linalg.norm(np.roll(p, -1, axis=0) - p, axis=1).sum()) for p in components]
+    guess = max(LEAST_HARMONICS, round(A_RADIUS * ropelength * max(lengths) / sum(lengths)))
+    plain, form = _fewest(lambda k: fit(components, k), limit, LEAST_HARMONICS - 1, min(guess, most), most)
+    if plain is None:
+        raise ValueError(
+            f"no Fourier form within {100.0 * excess:g} % of the ropelength: {most} harmonics are all that "
+            "the vertices determine; a polygon of shorter edges determines more"
+        )
+    if polished and plain > LEAST_HARMONICS:
+        first = max(LEAST_HARMONICS, round(POLISHED * plain))
+        low = round(0.75 * first)
+        fewer, better = _fewest(lambda k: polish(fit(components, k)), limit, low, first, plain - 1)
+        form = form if fewer is None else better
+    return form
 
-    def fits(harmonics: int) -> bool:
-        form = fit(components, harmonics)
-        if polished and not measure(form).ropelength <= limit:
-            form = polish(form)
-        made[harmonics] = form
-        return measure(form).ropelength <= limit
 
-    low, high = LEAST_HARMONICS - 1, min(LEAST_HARMONICS, most)
-    while not fits(high):
-        if high == most:
-            raise ValueError(
-                f"no Fourier form within {100.0 * excess:g} % of the ropelength: {most} harmonics are all that "
-                "the vertices determine; a polygon of shorter edges determines more"
-            )
+def _fewest(
+    make: Callable[[int], FourierForm], limit: float, low: int, high: int, most: int
+) -> tuple[int | None, FourierForm]:
+    """The least number of harmonics above `low`, to about 6 %, whose form has at most this ropelength, and the form;
+    None and the form of `most` where that has more. `high` is tried first."""
+    while measure(form := make(high)).ropelength > limit:
+        if high >= most:
+            return None, form
         low, high = high, min(most, max(high + 1, math.ceil(high * GROWTH)))
-    while high - low > max(1, high // 24):
+    while high - low > max(1, high // 16):
         middle = (low + high) // 2
-        low, high = (low, middle) if fits(middle) else (middle, high)
-    return made[high]
+        tried = make(middle)
+        if measure(tried).ropelength <= limit:
+            high, form = middle, tried
+        else:
+            low = middle
+    return high, form

@@ -25,7 +25,7 @@ Check = Callable[[Sequence["Points"]], object]
 class Batch:
     """Starts of one kind, and how they are searched."""
 
-    kind: str  # "grid", "lobed torus", ...
+    kind: str  # "table", "lobed torus", ...
     starts: Callable[[int], Iterable[Sequence[Points]]]  # for a seed; a list of (N, 3) arrays a start
     effort: dict[str, Any] = field(default_factory=dict)
 
@@ -35,7 +35,7 @@ def _shape(found: dict[str, Any], seed: int, kind: str) -> IdealShape:
     return IdealShape(
         points=tuple(found["points"]),
         seed=seed,
-        history=tuple(SearchStep(seed, *step, kind) for step in found["history"]),
+        history=tuple(SearchStep(seed, *step, starts=kind) for step in found["history"]),
         **{key: found[key] for key in fields},
     )
 
@@ -127,7 +127,7 @@ def search(
 def _searched(batch: Batch, edge: float, seed: int, threads: int, progress: Progress | None) -> IdealShape:
     def watch(*values: Any) -> None:
         if progress is not None:
-            progress(SearchStep(seed, *values[:-1], batch.kind), values[-1])
+            progress(SearchStep(seed, *values[:-1], starts=batch.kind), values[-1])
 
     starts = [[np.asarray(part, dtype=np.float64) for part in start] for start in batch.starts(seed)]
     found = _engine.tighten(starts, edge=edge, seed=seed, threads=threads, watch=watch, **batch.effort)

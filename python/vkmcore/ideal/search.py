@@ -21,7 +21,7 @@ if TYPE_CHECKING:
     from numpy.typing import ArrayLike
 
     from vkmcore.ideal.starts import Start
-    from vkmcore.knots.shape import Shape
+    from vkmcore.knots import Knot, Link
     from vkmcore.topology.diagram import PlanarDiagram
 
 DISCRETISATION = 0.026  # excess of a polygon's ropelength over its smooth shape's, over the edge length squared
@@ -30,7 +30,7 @@ OWN_EFFORT: dict[str, Any] = {"start_count": 2, "first_chains": 1, "first_hops":
 
 
 def idealize(
-    curve: str | os.PathLike[str] | Shape | PlanarDiagram | ArrayLike | Sequence[ArrayLike],
+    curve: str | os.PathLike[str] | Knot | Link | PlanarDiagram | ArrayLike | Sequence[ArrayLike],
     *,
     expected: str | None = None,
     edge: float = 0.15,
@@ -134,12 +134,12 @@ def batches_of(problem: Problem, effort: dict[str, Any]) -> list[Batch]:
         batches.append(_batch("own", problem.starts, {**effort, **OWN_EFFORT} if beside else effort))
     if entry is not None and not (family is not None and family.alone):
         if problem.named:
-            batches.append(_batch("grid", problem.starts, effort))
+            batches.append(_batch("table", problem.starts, effort))
         elif len(problem.starts) == 1:
-            from vkmcore.ideal.starts import grid_polygons
+            from vkmcore.ideal.starts import table_starts
 
-            starts = grid_polygons(entry.grid)
-            batches.append(_batch("grid", [s.mirrored() if mirrored else s for s in starts], effort))
+            starts = table_starts(entry)
+            batches.append(_batch("table", [s.mirrored() if mirrored else s for s in starts], effort))
     if family is not None:
         chosen = family  # not None in the function below
         own = {**EFFORT, "start_count": family.count}

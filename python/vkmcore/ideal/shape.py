@@ -13,7 +13,6 @@ if TYPE_CHECKING:
     from numpy.typing import NDArray
 
     from vkmcore.ideal.fourier_form import FourierForm
-    from vkmcore.knots import Knot, Link
 
     Points = NDArray[np.float64]
 
@@ -33,7 +32,7 @@ class SearchStep:
     edge: float  # edge length, in tube radii
     hops: int  # tried in the chain
     ropelength: float  # length / tube radius at this edge length
-    starts: str = ""  # their kind: "grid", "own", "lobed torus", "twist"
+    starts: str = ""  # their kind: "table", "own", "lobed torus", "twist"
 
 
 @dataclass(frozen=True, eq=False)
@@ -93,12 +92,6 @@ class IdealShape:
         from vkmcore.ideal.least_harmonics import least_form
 
         return least_form(self.points, self.ropelength, excess, polished=polished)
-
-    def knot(self) -> Knot | Link:
-        """The polygons as a Knot, or a Link where there are several."""
-        from vkmcore.knots import Knot, Link
-
-        return Knot(self.points[0], name=self.name) if len(self.points) == 1 else Link(self.points, name=self.name)
 
     def plot(self, title: str = "") -> Any:
         """A matplotlib Figure: the tube with its contacts, the curve with struts and kinks, and the strut map.

@@ -288,13 +288,14 @@ class Shape:
         return type(self)._made(strands, self.name, self._source)
 
     def idealize(self: Self, **options: Any) -> Self:
-        """The shape of least ropelength that a search finds, a tube of radius 1: `vkmcore.ideal.idealize`."""
-        from importlib import import_module
+        """The shape of least ropelength that a search finds, a tube of radius 1.
 
-        ideal = import_module("vkmcore.ideal")
-        if not hasattr(ideal, "idealize"):
-            raise NotImplementedError("this installation has no search for ideal shapes; tighten() shortens one knot")
-        shape = ideal.idealize(self._in_own_unit(), **options)
+        Args:
+            options: those of `vkmcore.idealize`, which returns all that is known of the shape.
+        """
+        from vkmcore.ideal.search import idealize
+
+        shape = idealize(self._in_own_unit(), **options)
         return type(self)._made(
             (Strand(vertices=np.array(points)) for points in shape.points), self.name, f"idealized from {self._source}"
         )
