@@ -17,9 +17,32 @@ author = "the VKMcore authors"
 copyright = "MIT licence"
 version = release = vkmcore.__version__
 
-extensions = ["myst_parser", "gallery", "mathematics", "reference", "snippets", "studies"]
+extensions = [
+    "myst_nb",
+    "sphinx.ext.autodoc",
+    "sphinx.ext.napoleon",
+    "sphinx_copybutton",
+    "gallery",
+    "mathematics",
+    "reference",
+    "snippets",
+    "studies",
+]
 exclude_patterns = ["extensions", "benchmarks.md", "ideal_table.md"]  # tables that other pages include
-source_suffix = {".md": "markdown", ".rst": "restructuredtext"}
+source_suffix = {".md": "myst-nb", ".rst": "restructuredtext"}
+
+# The tutorials are notebooks in text form, run at each build.
+nb_execution_mode = "force"
+nb_execution_in_temp = True
+nb_execution_timeout = 300
+nb_execution_raise_on_error = True
+nb_output_stderr = "remove"
+nb_merge_streams = True
+
+autodoc_member_order = "bysource"
+autodoc_typehints = "signature"
+autodoc_class_signature = "separated"
+copybutton_exclude = ".linenos, .gp, .go"
 myst_enable_extensions = ["dollarmath", "deflist"]
 myst_heading_anchors = 3
 html_math_renderer = "mathml"

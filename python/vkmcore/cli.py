@@ -13,30 +13,30 @@ from typing import Any
 
 import click
 
-from vkmcore.commands.arguments import Failure
+from vkmcore.commands.arguments import Failure, readable_ranges
 from vkmcore.errors import PlotError
 
-# A command NAME is the click command `NAME` of `vkmcore.commands.NAME`.
-COMMANDS = (
-    "catalogue",
-    "compare",
-    "describe",
-    "ideal",
-    "info",
-    "knots",
-    "mass",
-    "particle",
-    "pd",
-    "provenance",
-    "report",
-    "simulate",
-    "spectrum",
-    "study",
-    "sweep",
-    "tighten",
-    "view",
-    "zoo",
-)
+# A command NAME is the click command `NAME` of `vkmcore.commands.NAME`; and what the list of commands says of it.
+COMMANDS = {
+    "catalogue": "Make the catalogue of tight shapes again, and verify it.",
+    "compare": "Two Fourier curves beside each other.",
+    "describe": "Descriptors, thickness and contact stress of a curve.",
+    "ideal": "Search the tight shape of a knot or link.",
+    "info": "Version, compiler and vector width in use.",
+    "knots": "What the catalogue holds, and files of knots on disk.",
+    "mass": "Masses of knots, catalogued and relaxed, with a verdict.",
+    "particle": "Every route from a knot to a mass.",
+    "pd": "Planar-diagram code and crossing estimate of a curve.",
+    "provenance": "Chains of custody of files on disk.",
+    "report": "Check this installation, with an evidence report.",
+    "simulate": "Evolve the vortex filaments of a scene.",
+    "spectrum": "Levels of an operator anchored to nodes.",
+    "study": "How a result depends on its numerical settings.",
+    "sweep": "A command for many knots and settings at once.",
+    "tighten": "Shorten a curve at a held tube radius.",
+    "view": "A knot or link as a picture, or a page that turns.",
+    "zoo": "Masses of the Master Dictionary.",
+}
 
 
 class Program(click.Group):
@@ -49,6 +49,8 @@ class Program(click.Group):
         if cmd_name not in COMMANDS:
             return None
         command: click.Command = getattr(importlib.import_module(f"vkmcore.commands.{cmd_name}"), cmd_name)
+        command.short_help = COMMANDS[cmd_name]
+        readable_ranges(command)
         return command
 
     def invoke(self, ctx: click.Context) -> Any:

@@ -12,6 +12,7 @@ from vkmcore.cli import cli
 from vkmcore.curves import read_curve
 from vkmcore.curves.planar_diagram import DiagramSettings, planar_diagram
 from vkmcore.pictures.diagram import passages, richest_projection, strands
+from vkmcore.topology import complements, diagram_of_curves
 
 ADAPTER = Path(__file__).parents[2] / "examples" / "hyperbolic_volume_adapter"
 
@@ -80,8 +81,19 @@ def test_plot_is_written(tmp_path):
 
 def test_volume_without_a_solver(monkeypatch):
     monkeypatch.setitem(sys.modules, "vkm_hypvol_no_deps", None)
+    monkeypatch.setattr("vkmcore.topology.complements.available", lambda: False)
     result = run("4:1:1", "--samples", "150", "--volume")
-    assert result.exit_code == 1 and "examples/hyperbolic_volume_adapter" in result.stderr
+    assert result.exit_code == 1 and "vkmcore[snappy]" in result.stderr
+
+
+@pytest.mark.parametrize("knot_id, volume", [("4:1:1", 2.0298832128), ("3:1:1", 0.0), ("0:1:1", 0.0)])
+def test_volume_by_snappy_with_no_path_set(monkeypatch, knot_id, volume):
+    pytest.importorskip("snappy")
+    monkeypatch.setitem(sys.modules, "vkm_hypvol_no_deps", None)
+    found = complements.volume(diagram_of_curves(read_curve(knot_id).sampled(150)))
+    assert found == pytest.approx(volume, abs=1e-9)
+    if volume:
+        assert record(knot_id, "--samples", "150", "--volume")["hyperbolic_volume"] == pytest.approx(volume, abs=1e-9)
 
 
 @pytest.fixture

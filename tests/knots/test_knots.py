@@ -187,3 +187,19 @@ def test_the_package_shows_its_objects_and_loads_them_when_asked():
     program = "import sys, vkmcore; print([m for m in sys.modules if m.startswith('vkmcore.')])"
     result = subprocess.run([sys.executable, "-c", program], capture_output=True, text=True)
     assert result.stdout == "[]\n", result.stdout + result.stderr
+
+
+def test_the_field_of_a_ring_has_its_closed_form_on_the_axis(tmp_path):
+    ring = Knot(vkmcore.sample_circle(400)).scaled(2e-15)
+    grid = ring.velocity_field(shape=(5, 5, 9), circulation=3.0, margin=0.5)
+    at, velocity = grid.points[2, 2], grid.fields["velocity"][2, 2]
+    radius = 2e-15
+    closed = 3.0 / 2.0 * radius**2 / (radius**2 + at[:, 2] ** 2) ** 1.5
+    assert velocity[:, 2] == pytest.approx(closed, rel=1e-3)
+    grid.save(tmp_path / "flow.npz")
+    with np.load(tmp_path / "flow.npz") as stored:
+        assert (stored["velocity"] == grid.fields["velocity"]).all() and (stored["points"] == grid.points).all()
+    with pytest.raises(ValueError, match="two points"):
+        ring.velocity_field(shape=(5, 1, 5))
+    with pytest.raises(ValueError, match="known are"):
+        grid.save(tmp_path / "flow.xyz")

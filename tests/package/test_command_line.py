@@ -12,9 +12,11 @@ import sys
 
 import pytest
 import vkmcore
+from click import shell_completion
 from click.testing import CliRunner
 from vkmcore import ParticleEvaluator, TailApproxConfig, get_embedded_knot_files, load_embedded_ideal_text
-from vkmcore.cli import cli
+from vkmcore.cli import COMMANDS, cli
+from vkmcore.commands.arguments import range_text
 
 QUICK = ["--library-defaults", "--resolution", "120", "--iterations", "20"]
 
@@ -234,3 +236,28 @@ def test_a_crumpled_filament_is_drawn_through_all_its_points(tmp_path):
         groups = file.read_text().split('<g id="')
         paths[name] = max(group.count("<path") for group in groups if "3DCollection" in group.split('"', 1)[0])
     assert paths == {"circle": 360 * 14, "crumpled": 1200}
+
+
+def test_the_list_of_commands_says_each_whole_and_helps_give_ranges_in_words():
+    listed = CliRunner().invoke(cli, ["--help"], terminal_width=80).stdout
+    assert "..." not in listed.partition("Commands:")[2] and all(f"  {name} " in listed for name in COMMANDS)
+    for name in COMMANDS:
+        text = CliRunner().invoke(cli, [name, "--help"]).stdout
+        assert "<=x" not in text and "x>=" not in text and "x>0" not in text and "214748" not in text, name
+
+
+@pytest.mark.parametrize(
+    ("words", "bounds"),
+    [("from 1 on", (1, 2**31 - 1, False)), ("above 0", (0.0, None, True)), ("from 1 to 50", (1, 50, False)),
+     ("up to 3", (-(2**31), 3, False)), ("any", (None, None, False))],
+)  # fmt: skip
+def test_ranges_in_words(words, bounds):
+    assert range_text(*bounds) == words
+
+
+def test_shells_complete_keys_and_files():
+    completion = shell_completion.ShellComplete(cli, {}, "vkmcore", "_VKMCORE_COMPLETE")
+    found = completion.get_completions(["mass"], "3:1")
+    assert {item.value for item in found if item.type == "plain"} >= {"3:1:1"}
+    assert {item.value for item in completion.get_completions(["describe"], "3_")} >= {"3_1"}
+    assert any(item.type == "file" for item in completion.get_completions(["view"], "some"))

@@ -96,6 +96,7 @@ def test_a_cluster_does_the_same(tmp_path, monkeypatch):
             os._exit(7)
         return {"square": n * n, "pid": os.getpid()}
 
+    monkeypatch.setenv("PYTHONPATH", str(tmp_path), prepend=os.pathsep)
     with distributed.LocalCluster(n_workers=2, threads_per_worker=1, dashboard_address=None) as cluster:
         found = rows(work, [], {"n": [0, 1, 2, 3], "folder": [str(tmp_path)]}, scheduler=cluster.scheduler_address)
     assert [row.get("square") for row in found] == [0, 1, None, 9]

@@ -7,10 +7,12 @@ from pathlib import Path
 from typing import IO, Any, TypeVar
 
 import click
+from click.shell_completion import CompletionItem
 
 Command = TypeVar("Command", bound=Callable[..., Any] | click.Command)
 
-COUNT = click.IntRange(1, 2**31 - 1)
+MOST = 2**31 - 1  # of what the library counts by
+COUNT = click.IntRange(1, MOST)
 POSITIVE = click.FloatRange(0.0, min_open=True)
 EXISTING_FILE = click.Path(exists=True, dir_okay=False, path_type=Path)
 
@@ -36,6 +38,38 @@ def check_name(context: click.Context, parameter: click.Parameter, name: str) ->
     except UnicodeEncodeError:
         raise click.BadParameter(f"{name!a} is not valid text") from None
     return name
+
+
+def complete_key(context: click.Context, parameter: click.Parameter, begun: str) -> list[CompletionItem]:
+    """Keys of the catalogue and files that begin so, for a shell's completion."""
+    from vkmcore.curves.catalogue import fourier_heads, ideal_heads
+
+    keys = {head.key for head in fourier_heads()} | {head.id for head in ideal_heads()}
+    found = [CompletionItem(key) for key in sorted(keys) if key.startswith(begun)]
+    return [*found, CompletionItem(begun, type="file")]
+
+
+def readable_ranges(command: click.Command) -> None:
+    """Let a command's help say "from 1 on" and "1 to 50" of numbers, where it would say "1<=x<=2147483647"."""
+    for inner in command.commands.values() if isinstance(command, click.Group) else ():
+        readable_ranges(inner)
+    for parameter in command.params:
+        kind = parameter.type
+        if isinstance(kind, click.IntRange | click.FloatRange):
+            text = range_text(kind.min, kind.max, kind.min_open)
+            kind._describe_range = lambda text=text: text  # type: ignore[method-assign,misc]
+
+
+def range_text(low: float | None, high: float | None, above: bool) -> str:
+    """The range of a number in words; a bound of the machine's integers is none."""
+    if high is not None and high >= MOST:
+        high = None
+    if low is not None and low <= -MOST - 1:
+        low = None
+    begin = "" if low is None else f"above {low:g}" if above else f"from {low:g}"
+    if high is None:
+        return "any" if low is None else begin if above else f"{begin} on"
+    return f"up to {high:g}" if low is None else f"{begin} to {high:g}"
 
 
 def check_folder(path: Path | None) -> None:

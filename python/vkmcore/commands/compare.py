@@ -6,13 +6,13 @@ from typing import Any
 
 import click
 
-from vkmcore.commands.arguments import COUNT, check_name, json_option, skip_option
+from vkmcore.commands.arguments import COUNT, check_name, complete_key, json_option, skip_option
 from vkmcore.commands.output import digits, plain_table, print_json, print_table
 
 
 @click.command()
-@click.argument("a", metavar="A", callback=check_name)
-@click.argument("b", metavar="B", callback=check_name)
+@click.argument("a", metavar="A", callback=check_name, shell_complete=complete_key)
+@click.argument("b", metavar="B", callback=check_name, shell_complete=complete_key)
 @click.option("--samples", type=COUNT, default=2048, show_default=True, help="Samples of a series.")
 @skip_option("those within pi radii of curvature")
 @json_option("A JSON object, in full precision.")

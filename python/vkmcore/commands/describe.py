@@ -4,14 +4,15 @@ from __future__ import annotations
 
 import click
 
-from vkmcore.commands.arguments import check_name, json_option, skip_option
+from vkmcore.commands.arguments import check_name, complete_key, json_option, skip_option
 from vkmcore.commands.output import plain_table, print_json, print_table, shown
 
+SECTIONS = {"curve": "Curve", "tube": "Tube", "contacts": "Contacts and their stress"}
 VERTICES = click.IntRange(64, 2**31 - 1)
 
 
 @click.command()
-@click.argument("name", metavar="FILE|KEY", callback=check_name)
+@click.argument("name", metavar="FILE|KEY", callback=check_name, shell_complete=complete_key)
 @click.option("--samples", type=VERTICES, default=512, show_default=True, help="Vertices of a series.")
 @skip_option("those within pi radii of curvature")
 @click.option(
@@ -44,9 +45,10 @@ def describe(
         print_json({"name": name, **sections, "settings": settings})
         return
     table = plain_table((name, ""), (name,))
-    for place, measures in enumerate(sections.values()):
+    for place, (section, measures) in enumerate(sections.items()):
         if place:
             table.add_section()
+        table.add_row(SECTIONS[section], "", style="bold")
         for title, value in measures.items():
-            table.add_row(title.replace("_", " "), shown(value))
+            table.add_row(f"  {title.replace('_', ' ')}", shown(value))
     print_table(table)

@@ -9,7 +9,7 @@ from typing import TYPE_CHECKING, Any
 
 import click
 
-from vkmcore.commands.arguments import COUNT, Failure, check_ids, json_option, plot_option, say_written
+from vkmcore.commands.arguments import COUNT, Failure, check_ids, complete_key, json_option, plot_option, say_written
 from vkmcore.commands.output import console, digits, natural_width, plain_table, print_json, print_table
 from vkmcore.progress import progress_bar, watched
 
@@ -22,7 +22,7 @@ if TYPE_CHECKING:
 
 
 @click.command()
-@click.argument("ids", nargs=-1, required=True, metavar="ID...", callback=check_ids)
+@click.argument("ids", nargs=-1, required=True, metavar="ID...", callback=check_ids, shell_complete=complete_key)
 @click.option("--resolution", type=click.IntRange(3, 2**31 - 1), help="Points a filament.  [default: 200]")
 @click.option("--iterations", type=click.IntRange(0, 2**31 - 1), help="Sweeps of the relaxation.  [default: 100]")
 @click.option("--timestep", type=float, help="Time step of a sweep, dimensionless.  [default: 0.001]")

@@ -3,16 +3,19 @@
 from __future__ import annotations
 
 from pathlib import Path
-from typing import Any
+from typing import TYPE_CHECKING, Any
 
 import click
 
-from vkmcore.commands.arguments import COUNT, Failure, json_option, plot_option, say_written
+from vkmcore.commands.arguments import COUNT, Failure, complete_key, json_option, plot_option, say_written
 from vkmcore.commands.output import plain_table, print_json, print_table
+
+if TYPE_CHECKING:
+    from vkmcore.curves.planar_diagram import Diagram
 
 
 @click.command()
-@click.argument("source", metavar="KEY|FILE")
+@click.argument("source", metavar="KEY|FILE", shell_complete=complete_key)
 @click.option(
     "--samples", type=click.IntRange(4, 2**31 - 1), default=1000, show_default=True, help="Points of a Fourier series."
 )
@@ -29,7 +32,11 @@ from vkmcore.commands.output import plain_table, print_json, print_table
     show_default=True,
     help="Projections for the estimate of the crossing number.",
 )
-@click.option("--volume", is_flag=True, help="Hyperbolic volume too, by the module vkm_hypvol_no_deps that you supply.")
+@click.option(
+    "--volume",
+    is_flag=True,
+    help="Hyperbolic volume too, by the module vkm_hypvol_no_deps if you supply it, else by SnapPy (extra snappy).",
+)
 @json_option("A JSON object.")
 @plot_option("Draw the diagram")
 def pd(source: str, volume: bool, as_json: bool, plot: Path | None, **options: Any) -> None:
@@ -53,12 +60,7 @@ def pd(source: str, volume: bool, as_json: bool, plot: Path | None, **options: A
         "pd": diagram.code,
     }
     if volume:
-        from vkmcore import hyperbolic_volume_from_pd
-
-        try:
-            facts["hyperbolic_volume"] = hyperbolic_volume_from_pd(diagram.code)
-        except ImportError as error:
-            raise Failure(f"vkmcore: no hyperbolic volume: {error} (examples/hyperbolic_volume_adapter)") from error
+        facts["hyperbolic_volume"] = hyperbolic_volume(diagram)
     if as_json:
         print_json({**facts, "settings": vars(settings)})
     else:
@@ -74,3 +76,16 @@ def pd(source: str, volume: bool, as_json: bool, plot: Path | None, **options: A
 
         plot_diagram(plot, diagram, settings)
         say_written(plot)
+
+
+def hyperbolic_volume(diagram: Diagram) -> float:
+    """By the user's own module where there is one, else by SnapPy."""
+    from vkmcore import hyperbolic_volume_from_pd
+    from vkmcore.topology import complements, diagram_of_curves
+
+    try:
+        return hyperbolic_volume_from_pd(diagram.code)
+    except ImportError as error:
+        if complements.available():
+            return complements.volume(diagram_of_curves(diagram.points))
+        raise Failure(f'vkmcore: no hyperbolic volume: {error}: pip install "vkmcore[snappy]"') from error

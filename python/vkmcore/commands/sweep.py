@@ -52,7 +52,10 @@ def sweep(
     except ValueError as error:
         raise click.UsageError(str(error)) from None
     knots, grid = parsed(target, words)
-    found = rows(command, knots, grid, jobs=jobs, scheduler=scheduler, out=out, retries=retries)
+    try:
+        found = rows(command, knots, grid, jobs=jobs, scheduler=scheduler, out=out, retries=retries)
+    except ImportError as error:
+        raise Failure(f"vkmcore: {error}") from None
     if as_json:
         print_json(found)
     elif as_csv:

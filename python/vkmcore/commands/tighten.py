@@ -10,7 +10,15 @@ from typing import Any
 import click
 
 from vkmcore import TighteningOptions
-from vkmcore.commands.arguments import check_folder, check_name, json_option, plot_option, say_written, skip_option
+from vkmcore.commands.arguments import (
+    check_folder,
+    check_name,
+    complete_key,
+    json_option,
+    plot_option,
+    say_written,
+    skip_option,
+)
 from vkmcore.commands.output import digits, plain_table, print_json, print_table
 from vkmcore.curves.reader import read_curve
 from vkmcore.progress import progress_bar, watched
@@ -68,7 +76,7 @@ def tuning_options(command: Callable[..., None]) -> Callable[..., None]:
 
 
 @click.command()
-@click.argument("name", metavar="FILE|KEY", callback=check_name)
+@click.argument("name", metavar="FILE|KEY", callback=check_name, shell_complete=complete_key)
 @click.option(
     "--vertices",
     type=click.IntRange(3, 2**31 - 1),

@@ -33,14 +33,15 @@ class Recorded:
         return np.array([frame.time for frame in self.frames])
 
     def velocity(self, frame: int = -1) -> list[Points]:
-        """Velocities (N, 3) in m/s of the vertices of each filament in a frame, by the run's own options; zero for
-        ghosts, which do not move."""
-        from vkmcore import compute_filament_velocity
+        """Velocities (N, 3) in m/s of the vertices of each filament in a frame, by the run's own options and core; zero
+        for ghosts, which do not move."""
+        from vkmcore.dynamics.core_model import filament_velocity
 
         points = self.frames[frame].points
         placed = [{**filament, "points": at} for filament, at in zip(self.filaments, points, strict=True)]
-        found: list[Points] = compute_filament_velocity(placed, self.settings.get("options") or {})["velocity"]
-        return found
+        # The options of the settings have the constant of the core's model in them already.
+        core = "raw" if self.settings.get("core", "raw") == "raw" else "constant"
+        return filament_velocity(placed, self.settings.get("options"), core)[0]
 
     def curvature(self, frame: int = -1) -> list[Points]:
         """Curvatures (N,) in 1/m at the vertices of each filament in a frame, as `Knot.curvature` of a polygon."""

@@ -89,7 +89,7 @@ def simulate(
         core: "solid" (in solid rotation, constant -1/4 of the logarithm), "hollow" (-1/2), "constant" (lia_constant of
             the options), or "raw": lia_constant, and the library's `rk4_step` as it is, nothing added.
         dt: s, the longest step. By default each step is proposed: `estimate_cfl_dt`, but no longer than
-            cfl h^2 / beta with the shortest edge h and beta = Gamma / (4 pi) |log(2 h / a_eff) + constant|, since
+            cfl h^2 / beta with the shortest edge h and beta = Gamma / (4 pi) abs(log(2 h / a_eff) + constant), since
             the scheme keeps the shortest waves that a polygon carries, of frequency 4 beta / h^2, up to
             0.7 h^2 / beta only.
         cfl: part of the shortest edge that a vertex may pass in a step, and of h^2 / beta.

@@ -22,6 +22,7 @@ if TYPE_CHECKING:
 
     from vkmcore.dynamics.simulation import Simulation
     from vkmcore.ideal.fourier_form import Measures
+    from vkmcore.knots.field import GridField
     from vkmcore.topology.diagram import PlanarDiagram
     from vkmcore.topology.identification import Identification
     from vkmcore.topology.laurent import Laurent
@@ -72,8 +73,10 @@ class Shape:
         return made
 
     @classmethod
-    def from_pd_code(cls: type[Self], code: Sequence[Sequence[int]], *, name: str = "") -> Self:
+    def from_pd_code(cls: type[Self], code: Sequence[Sequence[int]] | str, *, name: str = "") -> Self:
         """A lattice polygon of a planar diagram in the standard convention, rows X[i, j, k, l].
+
+        A text is read too, as KnotInfo and KnotTheory print codes: "[[1,5,2,4],...]", "X[1, 5, 2, 4] ...".
 
         Raises:
             DiagramError: the rows are no planar diagram.
@@ -318,6 +321,29 @@ class Shape:
             samples = 128
         common = {"circulation": circulation, **(filament or {})}
         return simulate([{"points": points, **common} for points in self._polygons(samples)], t_end, **options)
+
+    def velocity_field(
+        self,
+        shape: tuple[int, int, int] = (48, 48, 48),
+        *,
+        circulation: float = 1.0,
+        margin: float = 0.25,
+        samples: int | None = None,
+    ) -> GridField:
+        """The flow around vortex filaments along the curves, on a grid over their box; `.save("flow.vti")`.
+
+        Args:
+            shape: points along x, y and z.
+            circulation: of every component; the velocity is in circulation over the source's unit of length.
+            margin: how much wider than the curves' box the grid is on all sides, in its greatest extents.
+            samples: vertices a component; by default 512 of a series, and a polygon's own.
+
+        Raises:
+            ValueError: fewer than two points along an axis.
+        """
+        from vkmcore.knots.field import velocity_field
+
+        return velocity_field(self._polygons(samples), shape, circulation, margin)
 
     def plot(self, backend: str = "matplotlib", **options: Any) -> Any:
         """The tube at true thickness as a figure of `backend`: "matplotlib", "plotly" or "pyvista".

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import os
+import re
 from collections.abc import Sequence
 from typing import TYPE_CHECKING, Any
 
@@ -77,10 +78,13 @@ def _from_tables(name: str) -> tuple[tuple[Strand, ...], str, str]:
     return tuple(Strand(vertices=np.array(points)) for points in polygons), entry.name, "arc presentation of the table"
 
 
-def from_pd_code(code: Sequence[Sequence[int]]) -> tuple[Strand, ...]:
+def from_pd_code(code: Sequence[Sequence[int]] | str) -> tuple[Strand, ...]:
     """A polygon that projects to the diagram. DiagramError as `diagram_of_code` raises it."""
     from vkmcore.ideal.starts import diagram_polygon
 
+    if isinstance(code, str):
+        rows = re.findall(r"[\[(]([^\[\]()]+)[\])]", code)
+        code = [[int(number) for number in re.findall(r"-?\d+", row)] for row in rows]
     return tuple(Strand(vertices=np.array(points)) for points in diagram_polygon(code).components)
 
 

@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import io
 import logging
+import sys
 from collections.abc import Iterator
 from contextlib import contextmanager
 from pathlib import Path
@@ -33,6 +34,21 @@ def check_plot_target(path: Path) -> str:
     if not path.absolute().parent.is_dir():
         raise PlotError(f"{path}: the directory does not exist")
     return kind
+
+
+def show_in_notebook() -> None:
+    """Let a notebook draw figures that were made without pyplot, as those of this package are."""
+    ipython: Any = sys.modules.get("IPython")
+    shell = ipython.get_ipython() if ipython is not None else None
+    if shell is None:
+        return
+    from IPython.core.pylabtools import select_figure_formats
+    from matplotlib.figure import Figure
+
+    try:
+        shell.display_formatter.formatters["image/png"].lookup_by_type(Figure)
+    except KeyError:  # the user has chosen none
+        select_figure_formats(shell, {"png"})
 
 
 @contextmanager

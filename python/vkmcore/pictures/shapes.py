@@ -10,7 +10,7 @@ import numpy as np
 
 from vkmcore.curves.tube_surface import ring_triangles, tube_rings
 from vkmcore.errors import PlotError
-from vkmcore.pictures.figure import PALETTE, style_axes
+from vkmcore.pictures.figure import PALETTE, show_in_notebook, style_axes
 from vkmcore.pictures.tubes import SIDES, shade, tube_faces
 
 if TYPE_CHECKING:
@@ -123,6 +123,7 @@ def _matplotlib(
         axes.set_title(title, fontsize=12, color="#30343b")
     if values is not None:
         figure.colorbar(ScalarMappable(scale, COLOURS), ax=axes, shrink=0.6, label=label)
+    show_in_notebook()
     return figure
 
 

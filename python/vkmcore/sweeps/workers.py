@@ -147,26 +147,28 @@ def on_cluster(work: Work, tasks: Sequence[Task], scheduler: str, retries: int) 
         OSError: there is no scheduler.
     """
     dask = distributed()
-    Client, as_completed, KilledWorker = dask.Client, dask.as_completed, dask.scheduler.KilledWorker
-    with Client(scheduler) as client:
-        numbers = {client.submit(attempt, work, task, pure=False): n for n, task in enumerate(tasks)}
-        deaths = [0] * len(tasks)
-        ended = as_completed(list(numbers))
-        for future in ended:
-            number = numbers.pop(future)
-            try:
-                outcome = future.result()
-            except KilledWorker as error:
-                deaths[number] += 1
-                if deaths[number] <= retries:
-                    again = client.submit(attempt, work, tasks[number], pure=False)
-                    numbers[again] = number
-                    ended.add(again)
-                    continue
-                outcome = Outcome(error=f"the worker died: {error}")
-            except Exception as error:  # the work could not be sent or unpacked there
-                outcome = Outcome(error=f"{type(error).__name__}: {error}")
-            yield number, outcome
+    deaths = [0] * len(tasks)
+    waiting = deque(range(len(tasks)))
+    running: dict[Any, int] = {}
+    with dask.Client(scheduler) as client:
+        while waiting or running:
+            # No more at a time than there are threads: what waits on a worker that dies counts as having killed it.
+            while waiting and len(running) < max(sum(client.nthreads().values()), 1):
+                number = waiting.popleft()
+                running[client.submit(attempt, work, tasks[number], pure=False)] = number
+            for future in dask.wait(list(running), return_when="FIRST_COMPLETED").done:
+                number = running.pop(future)
+                try:
+                    outcome = future.result()
+                except dask.scheduler.KilledWorker as error:
+                    deaths[number] += 1
+                    if deaths[number] <= retries:
+                        waiting.append(number)
+                        continue
+                    outcome = Outcome(error=f"the worker died: {error}")
+                except Exception as error:  # the work could not be sent or unpacked there
+                    outcome = Outcome(error=f"{type(error).__name__}: {error}")
+                yield number, outcome
 
 
 def distributed() -> Any:

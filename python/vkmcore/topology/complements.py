@@ -38,6 +38,25 @@ def to_snappy(diagram: PlanarDiagram) -> Any:
     return snappy.Link([list(crossing) for crossing in diagram.code])
 
 
+GEOMETRIC = ("all tetrahedra positively oriented", "contains negatively oriented tetrahedra")
+
+
+def volume(diagram: PlanarDiagram, tries: int = 20) -> float:
+    """Hyperbolic volume of the complement; 0 where SnapPy finds no hyperbolic structure in so many triangulations.
+
+    Raises:
+        ImportError: SnapPy is not installed (extra `snappy`).
+    """
+    if not diagram.code:
+        return 0.0
+    exterior = to_snappy(diagram).exterior()
+    for _ in range(tries):
+        if exterior.solution_type() in GEOMETRIC:
+            return float(exterior.volume())
+        exterior.randomize()
+    return 0.0
+
+
 def _peripheral_match(isometry: Any, oriented: bool) -> bool:
     """Whether an isometry comes from a map of space: orientation preserved, meridians to meridians."""
     for matrix in isometry.cusp_maps():
