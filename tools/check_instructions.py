@@ -23,8 +23,7 @@ EXTENSIONS = re.compile(
     r"extractps|dpp[sd]|h(?:add|sub)p[sd]|addsubp[sd]|mov(?:d|sh|sl)dup|lddqu|pabs[bwd]|phadd\w+|psign[bwd]|pcmpeqq|"
     r"pcmpgtq|packusdw|mpsadbw|movntdqa"
 )
-# A clone, or a file's own function that says so by its name: neither is shared with other files.
-CLONE = re.compile(r"\.arch_x86_64_v[234]\b|_GLOBAL__N_\w+_wideE")
+CLONE = re.compile(r"\.arch_x86_64_v[234]\b")
 HAND_WRITTEN = re.compile(r"(_wide|/wide|/kernel)\.cpp\.o$")
 
 FUNCTION = re.compile(r"^[0-9a-f]+ <(.+)>:$")

@@ -25,7 +25,12 @@ _MODULE_OF = {
     "IdealShape": "vkmcore.ideal.shape",
     "idealize": "vkmcore.ideal.search",
     "load_trajectory": "vkmcore.dynamics.trajectory",
+    "mass_routes": "vkmcore.mass.routes",
+    "curve_velocity": "vkmcore.dynamics.velocity",
     "simulate": "vkmcore.dynamics.simulation",
+    "velocity": "vkmcore.dynamics.velocity",
+    "study_mass": "vkmcore.mass.convergence",
+    "sweep": "vkmcore.sweeps",
 }
 
 

@@ -8,6 +8,51 @@ from numpy.typing import ArrayLike, NDArray
 
 def vector_bits() -> int: ...
 
+# Filaments as of compute_filament_velocity.
+def filament_velocity(
+    filaments: Sequence[dict[str, Any]],
+    options: dict[str, Any] = ...,
+    *,
+    threads: int = 1,
+    tolerance: float | None = None,
+) -> dict[str, Any]: ...
+def rk4_step(
+    filaments: Sequence[dict[str, Any]],
+    dt: float,
+    options: dict[str, Any] = ...,
+    *,
+    threads: int = 1,
+    tolerance: float | None = None,
+) -> dict[str, Any]: ...
+def estimate_cfl_dt(
+    filaments: Sequence[dict[str, Any]],
+    options: dict[str, Any] = ...,
+    cfl: float = 0.5,
+    *,
+    threads: int = 1,
+    tolerance: float | None = None,
+) -> float: ...
+def closed_curve_velocity(
+    curve: ArrayLike, points: ArrayLike, circulation: float = 1.0, *, threads: int = 1
+) -> NDArray[numpy.float64]: ...
+def closed_curve_far_velocity(
+    curve: ArrayLike,
+    points: ArrayLike,
+    circulation: float = 1.0,
+    *,
+    soft: float = 0.0,
+    tolerance: float = 1e-6,
+    threads: int = 1,
+) -> dict[str, Any]: ...
+def point_velocities(
+    targets: ArrayLike,
+    filament_points: ArrayLike,
+    tangent_vectors: ArrayLike,
+    circulation: float = 1.0,
+    *,
+    threads: int = 1,
+) -> NDArray[numpy.float64]: ...
+
 # Ideal shapes. Polygons are one (N, 3) array a component.
 def tighten(
     starts: Sequence[Sequence[ArrayLike]],

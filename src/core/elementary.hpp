@@ -8,7 +8,8 @@
 /// the C standard says; no flag or errno is promised.
 ///
 /// Method: tables and short Taylor series in pairs of doubles give about 66 bits; if these leave the last place open,
-/// in one call of some thousand, the result is worked out anew with 256 bits. No argument of a function of one variable
+/// in one call of some thousand, longer series give 75 to 94 bits in less than a microsecond, and what they leave open
+/// is worked out anew with 256 bits. No argument of a function of one variable
 /// comes nearer a rounding boundary than some 2^-118 of its value; ties that are exact (powers, hypotenuses) are
 /// recognised within 2^-200.
 ///
@@ -27,6 +28,7 @@ double tan(double x);
 void sin_cos(double x, double& sine, double& cosine);
 void sin(std::span<const double> x, std::span<double> result);
 void cos(std::span<const double> x, std::span<double> result);
+void tan(std::span<const double> x, std::span<double> result);
 void sin_cos(std::span<const double> x, std::span<double> sines, std::span<double> cosines);
 
 /// Sine in single precision, within 0.5001 units in its last place.

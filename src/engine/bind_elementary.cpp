@@ -16,7 +16,7 @@ using PairLanes = void (*)(std::span<const double>, std::span<const double>, std
 const std::map<std::string, One> ones = {{"sin", sin},   {"cos", cos}, {"tan", tan}, {"asin", asin},
                                          {"acos", acos}, {"exp", exp}, {"log", log}, {"log10", log10}};
 const std::map<std::string, Two> twos = {{"atan2", atan2}, {"pow", pow}, {"hypot", hypot}};
-const std::map<std::string, Lanes> lane_forms = {{"sin", sin},   {"cos", cos}, {"asin", asin},
+const std::map<std::string, Lanes> lane_forms = {{"sin", sin},   {"cos", cos}, {"tan", tan}, {"asin", asin},
                                                  {"acos", acos}, {"exp", exp}, {"log", log}};
 const std::map<std::string, PairLanes> pair_lane_forms = {{"hypot", hypot}};
 

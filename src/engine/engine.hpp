@@ -18,6 +18,7 @@ inline Poll released_poll() {
 }
 
 /// The binders, in the order of module.cpp.
+void bind_dynamics(py::module_& m);
 void bind_elementary(py::module_& m);
 void bind_ideal(py::module_& m);
 

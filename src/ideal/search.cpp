@@ -6,9 +6,9 @@
 #include <optional>
 #include <stdexcept>
 
+#include "core/tasks.hpp"
 #include "ideal/contract.hpp"
 #include "ideal/random.hpp"
-#include "ideal/tasks.hpp"
 
 namespace vkm::ideal {
 

@@ -38,13 +38,7 @@ void FourierKnot::loadBlocks(const std::string& path, const Poll& poll) {
     NumberStream numbers(line);
     std::vector<double> row;
     while (const auto number = numbers.next()) row.push_back(*number);
-    if (row.size() != 6) continue;
-    block.a_x.push_back(row[0]);
-    block.b_x.push_back(row[1]);
-    block.a_y.push_back(row[2]);
-    block.b_y.push_back(row[3]);
-    block.a_z.push_back(row[4]);
-    block.b_z.push_back(row[5]);
+    if (row.size() == 6) append_row(block, std::span<const double, 6>(row));
   }
   end_block();
   blocks = std::move(loaded);

@@ -76,12 +76,7 @@ std::vector<FourierBlock> parse_fseries_from_string(std::string_view content, co
       return next.has_value();
     });
     if (!whole) continue;
-    block.a_x.push_back(row[0]);
-    block.b_x.push_back(row[1]);
-    block.a_y.push_back(row[2]);
-    block.b_y.push_back(row[3]);
-    block.a_z.push_back(row[4]);
-    block.b_z.push_back(row[5]);
+    append_row(block, row);
   }
   end_block(block, blocks);
   return blocks;

@@ -28,6 +28,16 @@ struct FourierBlock {
   std::vector<double> b_z;
 };
 
+/// One more harmonic: a_x b_x a_y b_y a_z b_z.
+inline void append_row(FourierBlock& block, std::span<const double, 6> row) {
+  block.a_x.push_back(row[0]);
+  block.b_x.push_back(row[1]);
+  block.a_y.push_back(row[2]);
+  block.b_y.push_back(row[3]);
+  block.a_z.push_back(row[4]);
+  block.b_z.push_back(row[5]);
+}
+
 /// The blocks of a `.fseries` text.
 ///
 /// Lines lose their trailing white space. An empty line ends the block; a line whose first character is `%` ends it

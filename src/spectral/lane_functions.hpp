@@ -10,15 +10,15 @@
 
 #include <bit>
 #include <cstdint>
-#include <limits>
 
-#include "core/kernel.hpp"
+#include "core/elementary/sine.hpp"
 
 namespace vkm {
 
 namespace lane {
 
-inline constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+using elementary::magnitude;
+using elementary::nan;
 
 struct SinCos {
   double sin;
@@ -35,10 +35,6 @@ VKM_INLINE Difference exact_difference(double a, double b) {
   const double value = a - b;
   const double part = value - a;
   return {value, (a - (value - part)) - (b + part)};
-}
-
-VKM_INLINE double magnitude(double x) {
-  return std::bit_cast<double>(std::bit_cast<std::uint64_t>(x) & 0x7fffffffffffffffULL);
 }
 
 /// sin x and cos x for |x| <= 1e8.
@@ -61,16 +57,10 @@ VKM_INLINE SinCos sin_cos(double x) {
   const double tail = (second.value - y) + correction;  // what y leaves out
   const double z = y * y;
 
-  double series = -1.0 / 1307674368000.0 + z * (1.0 / 355687428096000.0);
-  series = 1.0 / 6227020800.0 + z * series;
-  series = -1.0 / 39916800.0 + z * series;
-  series = 1.0 / 362880.0 + z * series;
-  series = -1.0 / 5040.0 + z * series;
-  series = 1.0 / 120.0 + z * series;
   const double cube = z * y;
-  const double sine = y - ((z * (0.5 * tail - cube * series) - tail) + cube * (1.0 / 6.0));
+  const double sine = y - ((z * (0.5 * tail - cube * elementary::sine_series(z)) - tail) + cube * (1.0 / 6.0));
 
-  series = -1.0 / 87178291200.0 + z * (1.0 / 20922789888000.0);
+  double series = -1.0 / 87178291200.0 + z * (1.0 / 20922789888000.0);
   series = 1.0 / 479001600.0 + z * series;
   series = -1.0 / 3628800.0 + z * series;
   series = 1.0 / 40320.0 + z * series;

@@ -127,7 +127,8 @@ ContactGradient kink_minrad_gradient(std::span<const Vec3> points, const KinkRec
   // The radius at the corner with one vertex of the polygon moved.
   const auto minrad_with = [&](std::uint64_t moved, const Vec3& position) {
     const auto at = [&](std::uint64_t v) { return v == moved ? position : points[v]; };
-    return corner_kink(corner_of(at(vertices[0]), at(vertices[1]), at(vertices[2])), 0).minrad;
+    const Corner corner = corner_of(at(vertices[0]), at(vertices[1]), at(vertices[2]));
+    return corner_kink(corner, half_tangent(corner), 0).minrad;
   };
   for (const std::uint64_t vertex : vertices) {
     for (std::size_t axis = 0; axis < 3; ++axis) {

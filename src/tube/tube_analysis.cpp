@@ -9,7 +9,6 @@
 #include <stdexcept>
 #include <utility>
 
-#include "tube/corner.hpp"
 #include "tube/edge_lengths.hpp"
 #include "tube/edge_pair_search.hpp"
 #include "tube/vertex_radius.hpp"
@@ -22,39 +21,6 @@ namespace {
 double admitted_distance(double m, double distance_tol) {
   const double tol = std::max(distance_tol, 0.0);
   return tol == 0.0 ? m + 1e-12 : (tol + 1.0) * m + tol;
-}
-
-/// Twice the relative error of an estimated radius, and more.
-constexpr double estimate_margin = 1e-6;
-
-/// Vertex radii without the inverse cosine and the tangent, by 2 tan(theta/2) = 2 sqrt((1 - cos) / (1 + cos)). Corners
-/// too sharp for that, and collapsed ones, have their exact radius.
-std::vector<double> estimated_radii(std::span<const Vec3> points, std::span<const double> lengths) {
-  const std::size_t n = points.size();
-  std::vector<double> radii(n);
-  for (std::size_t v = 0; v < n; ++v) {
-    const std::size_t prev = v == 0 ? n - 1 : v - 1;
-    const double cosine =
-        dot(points[v] - points[prev], points[v + 1 == n ? 0 : v + 1] - points[v]) / (lengths[prev] * lengths[v]);
-    const double shorter = std::min(lengths[prev], lengths[v]);
-    const double capped = std::min(cosine, 1.0);
-    radii[v] = 0.5 * shorter * std::sqrt((1.0 + capped) / (1.0 - capped));
-    if (shorter <= tube_epsilon || cosine < -0.999) radii[v] = minrad_at_vertex(points, v);
-  }
-  return radii;
-}
-
-/// The exact minimum: only corners whose estimate comes close to the least estimate can hold it.
-double least_radius(std::span<const Vec3> points, std::span<const double> radii) {
-  double limit = std::numeric_limits<double>::infinity();
-  for (const double radius : radii) limit = std::min(limit, radius);
-  limit *= 1.0 + estimate_margin;
-  double least = std::numeric_limits<double>::infinity();
-  for (std::size_t v = 0; v < points.size(); ++v) {
-    if (radii[v] > limit) continue;
-    least = std::min(least, minrad_at_vertex(points, v));
-  }
-  return least;
 }
 
 }  // namespace
@@ -115,11 +81,7 @@ ResolvedTubeMetrics analyze_tube(std::span<const Vec3> points, const TubeAnalysi
   const double contact = contact_of(tube.thickness_rad);
   tube.struts = std::move(found.pairs);
   std::erase_if(tube.struts, [&](const SegmentPair& pair) { return !(0.5 * pair.distance <= contact); });
-  for (std::size_t v = 0; v < n; ++v) {
-    if (radii[v] > contact * (1.0 + estimate_margin)) continue;
-    const KinkRecord kink = kink_at_vertex(points, v);
-    if (kink.minrad <= contact) tube.kinks.push_back(kink);
-  }
+  tube.kinks = kinks_within(points, radii, contact);
   return tube;
 }
 

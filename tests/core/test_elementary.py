@@ -9,7 +9,7 @@ import pytest
 from mpmath import mp, mpf
 from vkmcore import _engine
 
-LANE_FORMS = ("sin", "cos", "asin", "acos", "exp", "log", "hypot")
+LANE_FORMS = ("sin", "cos", "tan", "asin", "acos", "exp", "log", "hypot")
 FUNCTIONS = ("sin", "cos", "tan", "asin", "acos", "exp", "log", "log10", "atan2", "hypot", "pow")
 TRUE = {name: getattr(mpmath, name) for name in FUNCTIONS if name != "pow"} | {"pow": mpmath.power}
 INF, NAN = math.inf, math.nan

@@ -10,7 +10,9 @@ import numpy as np
 import pytest
 from vkmcore.ideal.campaign import COARSE, Outcome, Target, missing, record, run
 from vkmcore.ideal.campaign_store import Entry, Shape, Store, StoredForm
+from vkmcore.ideal.campaign_summary import groups, summaries
 from vkmcore.ideal.fourier_form import FourierForm
+from vkmcore.reference.tables import find
 
 TARGETS = [Target("3_1", (3,), 32.7436), Target("4_1", (4,), 42.0887), Target("L2a1", (3,), None)]
 
@@ -96,6 +98,20 @@ def test_a_shape_at_the_published_value_asks_for_no_more_seeds():
     entry = Entry("3_1")
     record(entry, Outcome(missing(TARGETS[0], entry, 5, 0.15)[0][1], shape=shape(32.7437)))
     assert [task.kind for _, task in missing(TARGETS[0], entry, 5, 0.15)] == ["form"]
+
+
+def test_the_summary_extrapolates_and_counts(tmp_path):
+    store = Store(tmp_path)
+    entry = Entry("3_1", certificate="3_1: proved")
+    for edge in (0.15, 0.1, 0.07):  # 2 % above the published value at no edge
+        value = 1.02 * 32.7436 * (1.0 + 0.03 * edge**2)
+        record(entry, Outcome(missing(TARGETS[0], Entry("3_1"), 1, 0.15)[0][1], shape=shape(value, edge)))
+    store.save(entry)
+    (row,) = summaries(store, [find("3_1"), find("4_1")])
+    assert row.limit == pytest.approx(1.02 * 32.7436, rel=1e-9) and row.polygon == row.polygons[-1]
+    (group,) = groups([row], curves=False)
+    assert (group.crossings, group.count, group.at_or_below) == (3, 1, 0)
+    assert group.worst == group.median == pytest.approx(0.02, rel=0.01) and groups([row], curves=True) == []
 
 
 SCRIPT = """

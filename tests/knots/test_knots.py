@@ -177,7 +177,7 @@ def test_a_knot_tightens_simulates_and_weighs():
     assert tight.identify().name == "3_1" and tight.ropelength < knot.resampled(60).ropelength
     run = knot.simulate(1e-3, circulation=0.1, samples=32)
     assert run.frames[-1].points[0].shape == (32, 3)
-    assert knot.mass(resolution=100, iterations=5).core_mass_MeV > 0.0
+    assert knot.mass(resolution=100, iterations=5).catalogued.weight.core_mass_MeV > 0.0
     with pytest.raises(ValueError, match="ideal table"):
         Knot(torus_knot()).mass()
 

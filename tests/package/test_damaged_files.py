@@ -66,6 +66,18 @@ def test_numpy_reads_a_trajectory_at_any_time(tmp_path, monkeypatch):
     assert counts == sorted(counts) and counts[-1] == 40
 
 
+def test_a_trajectory_is_written_in_linear_time(tmp_path, monkeypatch):
+    """The directory is made and written as a whole now and then, not with each frame."""
+    handled = []
+    write, closing = TrajectoryWriter._write, TrajectoryWriter._closing
+    monkeypatch.setattr(TrajectoryWriter, "_write", lambda self, *a: handled.append(len(a[1])) or write(self, *a))
+    monkeypatch.setattr(
+        TrajectoryWriter, "_closing", lambda self, at: handled.append(len(made := closing(self, at))) or made
+    )
+    size = len(written(tmp_path / "run.npz", 800))
+    assert sum(handled) < 8 * size
+
+
 def test_a_closed_trajectory_is_that_of_one_go(tmp_path):
     whole = written(tmp_path / "whole.npz", 60)
     path = tmp_path / "parts.npz"
@@ -181,7 +193,7 @@ def test_scenes_that_cannot_be_read(tmp_path, text):
     path = tmp_path / "scene.toml"
     path.write_bytes(text.encode("utf-8", "surrogatepass"))
     with pytest.raises(SceneError) as caught:
-        load_scene(path)
+        load_scene(str(path))
     assert str(caught.value).startswith(f"{path}: ")
 
 

@@ -1,9 +1,11 @@
-"""The command `vkmcore catalogue` with build, write and verify."""
+"""The command `vkmcore catalogue` with build, write, summary and verify."""
 
 from __future__ import annotations
 
+import csv
 import fnmatch
 import os
+import sys
 from collections.abc import Callable, Iterator, Sequence
 from concurrent.futures import Executor
 from contextlib import contextmanager
@@ -50,7 +52,7 @@ def select_option(command: Callable[..., None]) -> Callable[..., None]:
 @select_option
 @click.option("--seeds", type=COUNT, default=1, show_default=True, help="Most searches a knot, in all runs together.")
 @click.option("--jobs", type=COUNT, default=os.cpu_count() or 1, show_default=True, help="Tasks at a time.")
-@click.option("--scheduler", metavar="ADDRESS", help="A Dask scheduler that does the tasks (extra 'cluster').")
+@click.option("--scheduler", metavar="ADDRESS", help="A Dask scheduler that does the tasks (extra 'sweep').")
 @click.option("--resume", is_flag=True, help="Go on in a folder that holds results.")
 @click.option(
     "--edge", type=click.FloatRange(0.05, 0.15), default=0.07, show_default=True, help="Finest edge, in radii."
@@ -87,9 +89,9 @@ def build(
 
 def selected(patterns: Sequence[str]) -> list[TableEntry]:
     """The entries of the tables that match, knots before links at each crossing number."""
-    from vkmcore.reference.tables import knots, links
+    from vkmcore.reference.tables import knots, links, others
 
-    entries = [*knots(), *links()]
+    entries = [*knots(), *links(), *others()]
     chosen = [e for e in entries if not patterns or any(fnmatch.fnmatchcase(e.name, p) for p in patterns)]
     if not chosen:
         raise Failure(f"vkmcore: no knot or link of the tables matches {' '.join(patterns)}")
@@ -106,11 +108,13 @@ def target_of(entry: TableEntry) -> Target:
 def workers(jobs: int, scheduler: str | None, nice: int) -> Iterator[Executor]:
     """Processes of this machine, or those of a cluster."""
     if scheduler is not None:
+        from vkmcore.sweeps.workers import distributed
+
         try:
-            from distributed import Client  # type: ignore[import-not-found,unused-ignore]
-        except ImportError:
-            raise Failure('vkmcore: --scheduler needs Dask: pip install "vkmcore[cluster]"') from None
-        with Client(scheduler) as client:
+            client_of = distributed().Client
+        except ImportError as error:
+            raise Failure(f"vkmcore: {error}") from None
+        with client_of(scheduler) as client:
             yield client.get_executor()
         return
     import multiprocessing
@@ -148,10 +152,17 @@ def report(target: Target, entry: Entry, outcome: Outcome, progress: Progress) -
 @click.option(
     "--companions/--no-companions", default=True, help="Also the short, the chosen and the outside tool's texts."
 )
-def write(folder: Path, out: Path, companions: bool) -> None:
+@click.option(
+    "--table",
+    type=click.Path(file_okay=False, path_type=Path),
+    help="The folder of the knot table's texts: write those of --key.",
+)
+@click.option("--key", "keys", multiple=True, metavar="PATTERN", help="Keys for --table, as '8_*'.  [default: missing]")
+def write(folder: Path, out: Path, companions: bool, table: Path | None, keys: tuple[str, ...]) -> None:
     """Write the catalogue's texts from a campaign's results."""
     from vkmcore.ideal.campaign_store import Store
-    from vkmcore.ideal.catalogue_texts import few_harmonics, write_companions, write_knots, write_links
+    from vkmcore.ideal.catalogue_texts import few_harmonics, write_companions, write_knots, write_links, write_table
+    from vkmcore.ideal.knot_table_forms import KEYS
     from vkmcore.reference.tables import knots, links
 
     if not folder.is_dir():
@@ -165,6 +176,64 @@ def write(folder: Path, out: Path, companions: bool) -> None:
     if companions:
         for name in write_companions(out, few_harmonics):
             click.echo(f"written: {name}")
+    if table is not None:
+        chosen = [
+            key
+            for key in KEYS
+            if any(fnmatch.fnmatchcase(key, pattern) for pattern in keys)
+            or (not keys and not (table / f"knot.{key}.fseries").exists())
+        ]
+        for key, result in write_table(store, out, table, chosen):
+            click.echo(f"{key}: {result}")
+
+
+@catalogue.command()
+@folder_option
+@select_option
+@click.option("--below", is_flag=True, help="Only what is shorter than the published value, the shortest first.")
+@json_option("A JSON list with a record a knot.")
+@click.option("--csv", "as_csv", is_flag=True, help="Comma-separated rows.")
+def summary(folder: Path, select: tuple[str, ...], below: bool, as_json: bool, as_csv: bool) -> None:
+    """Ropelengths that a campaign has reached, by edge and extrapolated to no edge, against the published values."""
+    from vkmcore.ideal.campaign_store import Store
+    from vkmcore.ideal.campaign_summary import EDGES, groups, summaries
+
+    if not folder.is_dir():
+        raise Failure(f"vkmcore: {folder}: there is no such folder")
+    rows = summaries(Store(folder), selected(select))
+    if below:
+        rows = [row for row in rows if row.published and row.polygon and row.polygon < row.published]
+        rows.sort(key=lambda row: row.polygon / row.published if row.polygon and row.published else 0.0)
+    if as_json:
+        print_json([vars(row) for row in rows])
+        return
+    head = ("name", "published", *(f"edge {edge:g}" for edge in EDGES), "limit", "curve", "harmonics", "seeds")
+    lines = [
+        (
+            row.name,
+            *("" if x is None else f"{x:.4f}" for x in (row.published, *row.polygons, row.limit, row.curve)),
+            str(row.harmonics or ""),
+            str(row.seeds),
+            row.certificate,
+        )
+        for row in rows
+    ]
+    if as_csv:
+        csv.writer(sys.stdout, lineterminator="\n").writerows([(*head, "certificate"), *lines])
+        return
+    table = plain_table(head, ("name",))
+    for line in lines:
+        table.add_row(*line[:-1])
+    print_table(table)
+    for curves, what in ((False, "polygons"), (True, "curves")):
+        table = plain_table(("crossings", what, "median / %", "90 % within / %", "worst / %", "at or below"), ())
+        for group in groups(rows, curves):
+            shares = (group.median, group.ninetieth, group.worst)
+            table.add_row(
+                str(group.crossings), str(group.count), *(f"{100 * x:+.3f}" for x in shares), str(group.at_or_below)
+            )
+        click.echo()
+        print_table(table)
 
 
 @catalogue.command()

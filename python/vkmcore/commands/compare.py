@@ -6,7 +6,7 @@ from typing import Any
 
 import click
 
-from vkmcore.commands.arguments import COUNT, check_name, json_option
+from vkmcore.commands.arguments import COUNT, check_name, json_option, skip_option
 from vkmcore.commands.output import digits, plain_table, print_json, print_table
 
 
@@ -14,15 +14,16 @@ from vkmcore.commands.output import digits, plain_table, print_json, print_table
 @click.argument("a", metavar="A", callback=check_name)
 @click.argument("b", metavar="B", callback=check_name)
 @click.option("--samples", type=COUNT, default=2048, show_default=True, help="Samples of a series.")
-@click.option("--skip", type=COUNT, default=3, show_default=True, help="Neighbours that are no contacts.")
+@skip_option("those within pi radii of curvature")
 @json_option("A JSON object, in full precision.")
-def compare(a: str, b: str, samples: int, skip: int, as_json: bool) -> None:
+def compare(a: str, b: str, samples: int, skip: int | None, as_json: bool) -> None:
     """Compare two Fourier curves, each a .fseries file or a key of the catalogue."""
     from vkmcore.curves.comparison import compare as compare_curves
 
-    measures: dict[str, Any] = dict(compare_curves(a, b, samples, skip))
+    found, skipped = compare_curves(a, b, samples, skip)
+    measures: dict[str, Any] = dict(found)
     if as_json:
-        print_json({"a": a, "b": b, **measures, "settings": {"samples": samples, "skip": skip}})
+        print_json({"a": a, "b": b, **measures, "settings": {"samples": samples, "skip": skipped}})
         return
     table = plain_table()
     table.add_column("")
@@ -33,4 +34,5 @@ def compare(a: str, b: str, samples: int, skip: int, as_json: bool) -> None:
             title.replace("_", " "), *(digits(measures[key]) for key in (f"{title}_a", f"{title}_b", f"d{title}"))
         )
     table.add_row("rms point delta", "", "", digits(measures["rms_point_delta"]))
+    table.add_row("skipped neighbours", "", "", str(skipped))
     print_table(table)

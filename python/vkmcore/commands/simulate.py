@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 from pathlib import Path
-from typing import TYPE_CHECKING, Any
+from typing import Any
 
 import click
 import numpy as np
@@ -17,32 +17,28 @@ from vkmcore.commands.arguments import (
     say_written,
 )
 from vkmcore.commands.output import plain_table, print_json, print_table
+from vkmcore.dynamics.core_model import MODELS
 from vkmcore.progress import progress_bar, watched
-
-if TYPE_CHECKING:
-    from numpy.typing import NDArray
-
-    from vkmcore.dynamics.simulation import Simulation
-
-    Points = NDArray[np.float64]
 
 
 @click.command()
 @click.argument("scene_file", type=EXISTING_FILE, metavar="SCENE.toml")
 @click.option("--t-end", type=click.FloatRange(0.0), help="End of the run in s, in place of the scene's.")
 @click.option("--dt", type=POSITIVE, help="Longest step in s, in place of the scene's.")
+@click.option("--core", type=click.Choice(MODELS), help="Model of the vortex core, in place of the scene's.")
 @click.option(
     "--trajectory", type=click.Path(path_type=Path), metavar="FILE.npz", help="Write each frame here as it is reached."
 )
 @click.option("--resume", is_flag=True, help="Go on from the last frame in the trajectory, if there is one.")
 @json_option("A JSON object, in full precision.")
 @plot_option("Draw start and end")
-@click.option("--movie", type=click.Path(path_type=Path), metavar="FILE.gif", help="Draw all frames.")
+@click.option("--movie", type=click.Path(path_type=Path), metavar="FILE", help="Draw all frames (GIF, MP4).")
 @click.option("--fps", type=click.IntRange(1, 50), default=15, show_default=True, help="Movie: frames a second.")
 def simulate(
     scene_file: Path,
     t_end: float | None,
     dt: float | None,
+    core: str | None,
     trajectory: Path | None,
     resume: bool,
     as_json: bool,
@@ -56,17 +52,20 @@ def simulate(
     """
     from vkmcore.dynamics.scene import load_scene
     from vkmcore.dynamics.simulation import simulate as evolve
-    from vkmcore.pictures.simulation import check_movie_target, film_run, plot_run
+    from vkmcore.dynamics.summary import record
+    from vkmcore.pictures.movie import check_movie_target, film_run
+    from vkmcore.pictures.simulation import plot_run
 
     if resume and trajectory is None:
         raise click.UsageError("--resume needs --trajectory")
     check_folder(trajectory)
-    if movie is not None:
-        check_movie_target(movie)
+    kind = "" if movie is None else check_movie_target(movie)
     scene = load_scene(scene_file)
     settings: dict[str, Any] = dict(scene.settings)
     if dt is not None:
         settings["dt"] = dt
+    if core is not None:
+        settings["core"] = core
     if t_end is None:
         t_end = scene.t_end
     elif scene.t_end > 0.0:
@@ -101,46 +100,16 @@ def simulate(
         say_written(plot)
     if movie is not None:
         with progress_bar(len(run.frames), watched()) as tell:
-            film_run(movie, run.frames, ghosts, scene_file.stem, fps, lambda done: tell(done, "movie"))
+            film = film_run(
+                run.frames,
+                ghosts,
+                scene_file.stem,
+                kind=kind,
+                frames_per_second=fps,
+                tell=lambda done: tell(done, "movie"),
+            )
+        film.save(movie)
         say_written(movie)
-
-
-def record(run: Simulation) -> dict[str, Any]:
-    """What a run is reported by."""
-    from vkmcore import calculate_length, compute_topology_clearance
-
-    solid = [filament["points"] for filament in run.filaments if not filament.get("ghost", False)]
-    filaments = []
-    for number, (filament, start) in enumerate(zip(run.filaments, run.frames[0].points), start=1):
-        end, circulation = filament["points"], float(filament.get("circulation", 1.0))
-        filaments.append(
-            {
-                "id": filament.get("id") or str(number),
-                "points": len(end),
-                "circulation": circulation,
-                "length_start": calculate_length(start),
-                "length_end": calculate_length(end),
-                "impulse_start": impulse(start, circulation),
-                "impulse_end": impulse(end, circulation),
-                "centroid_end": end.mean(axis=0).tolist() if len(end) else [0.0] * 3,
-            }
-        )
-    return {
-        "time": run.time,
-        "steps": run.steps,
-        "frames": len(run.frames),
-        "contact": run.contact,
-        "message": run.message,
-        "clearance": compute_topology_clearance(solid)["clearance"],
-        "filaments": filaments,
-    }
-
-
-def impulse(points: Points, circulation: float) -> list[float]:
-    """Gamma / 2 times the closed integral of r x dr, exact for the polygon: the impulse over the density (m^4/s)."""
-    ahead = np.roll(points, -1, axis=0)
-    total: list[float] = (0.5 * circulation * np.cross(points, ahead).sum(axis=0)).tolist()
-    return total
 
 
 def print_facts(facts: dict[str, Any]) -> None:

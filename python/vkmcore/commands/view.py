@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 from pathlib import Path
+from typing import Any
 
 import click
 
@@ -15,17 +16,26 @@ from vkmcore.commands.arguments import Failure, check_folder, check_name, say_wr
     "--html", type=click.Path(path_type=Path), metavar="FILE", help="A page that turns in any browser, without network."
 )
 @click.option("--out", type=click.Path(path_type=Path), metavar="FILE", help="A picture (PNG, PDF, SVG).")
+@click.option(
+    "--colour",
+    type=click.Choice(["curvature", "velocity", "pressure", "component"]),
+    help="What colours show.  [default: curvature of a knot, component of a link]",
+)
+@click.option("--struts", is_flag=True, help="Contacts of a knot as lines inside of the tube.")
+@click.option("--kinks", is_flag=True, help="Mark where a knot is bent to the tube's radius.")
 @click.option("--samples", type=click.IntRange(16, 4096), default=360, show_default=True, help="Rings of a tube.")
 @click.option("--unit", default="", help="Of length, at the axes.")
-def view(source: str, html: Path | None, out: Path | None, samples: int, unit: str) -> None:
-    """Show a knot or link as a tube of its true thickness, coloured by curvature.
+def view(source: str, html: Path | None, out: Path | None, **options: Any) -> None:
+    """Show a knot or link as a tube of its true thickness.
 
     KEY is a key of the catalogue or a name of the tables, as 3_1, trefoil or L6a4; FILE holds curves in any format of
     docs/command_line.md. Without --html and --out a page goes to a temporary file and opens in the browser.
 
     \b
-    vkmcore view trefoil --html trefoil.html
-    vkmcore view L6a4 --out borromean.png
+    Examples:
+      vkmcore view trefoil --html trefoil.html
+      vkmcore view 3:1:1 --colour pressure --struts --out contacts.png
+      vkmcore view L6a4 --out borromean.png
     """
     from vkmcore.knots import Link
 
@@ -37,16 +47,15 @@ def view(source: str, html: Path | None, out: Path | None, samples: int, unit: s
 
         shown = Path(tempfile.mkdtemp(prefix="vkmcore-")) / "view.html"
     shape = Link(source)
-    colour = "component" if len(shape) > 1 else "curvature"
     target = shape if len(shape) > 1 else shape[0]
-    title = shape.name or source
+    options["title"] = shape.name or source
     if out is not None:
         from vkmcore.pictures.figure import check_plot_target, write_figure
 
         kind = check_plot_target(out)
-        write_figure(target.plot(samples=samples, colour=colour, unit=unit, title=title), out, kind)
+        write_figure(target.plot(**options), out, kind)
     if shown is not None:
-        figure = target.plot("plotly", samples=samples, colour=colour, unit=unit, title=title)
+        figure = target.plot("plotly", **options)
         figure.write_html(str(shown), include_plotlyjs=True)
     say_written(*(path for path in (out, shown) if path is not None))
     if html is None and out is None and shown is not None:

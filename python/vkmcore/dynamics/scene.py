@@ -17,7 +17,7 @@ if TYPE_CHECKING:
     Points = NDArray[np.float64]
 
 NUMBERS = ("t_end", "dt", "cfl", "frame_interval", "contact_threshold", "resample_ratio")
-TOP = {*NUMBERS, "options", "filament"}
+TOP = {*NUMBERS, "core", "options", "filament"}
 FILAMENT = {
     "curve", "points", "radius", "centre", "normal", "circulation", "core", "id", "carrier", "source", "ghost",
 }  # fmt: skip
@@ -32,14 +32,14 @@ class Scene:
     filaments: Filaments
     t_end: float
     options: dict[str, Any]
-    settings: dict[str, float]  # further keyword arguments
+    settings: dict[str, Any]  # further keyword arguments
 
 
 class SceneError(ValueError):
     """A scene that cannot be run; the text says what is wrong where."""
 
 
-def load_scene(path: Path) -> Scene:
+def load_scene(path: str | Path) -> Scene:
     """Read a scene; curves in files are found beside it.
 
     Raises:
@@ -48,6 +48,7 @@ def load_scene(path: Path) -> Scene:
     """
     import tomli
 
+    path = Path(path)
     try:
         table = tomli.loads(path.read_bytes().decode())
     except RecursionError:
@@ -62,7 +63,9 @@ def load_scene(path: Path) -> Scene:
 
 def _scene(table: dict[str, Any], folder: Path) -> Scene:
     _refuse_unknown(table, TOP)
-    settings = {name: _number(table, name) for name in NUMBERS if name in table}
+    settings: dict[str, Any] = {name: _number(table, name) for name in NUMBERS if name in table}
+    if "core" in table:
+        settings["core"] = _text(table, "core")
     if "t_end" not in settings:
         raise SceneError("t_end is missing")
     options = table.get("options", {})

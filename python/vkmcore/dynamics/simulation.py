@@ -5,14 +5,17 @@ from __future__ import annotations
 import math
 import os
 from collections.abc import Iterator, Mapping, Sequence
-from dataclasses import dataclass
+from dataclasses import dataclass, field
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
 import _native
 import numpy as np
 
-from vkmcore.dynamics.trajectory import Frame, Trajectory, TrajectoryWriter, load_trajectory
+from vkmcore.dynamics.core_model import EVEN_DEFICIT, core_options, rk4_step
+from vkmcore.dynamics.recorded import Recorded
+from vkmcore.dynamics.trajectory import Frame, Trajectory, TrajectoryWriter, described, load_trajectory
+from vkmcore.dynamics.velocity import Summation
 from vkmcore.progress import progress_bar
 from vkmcore.results import TopologyGuard
 
@@ -31,12 +34,13 @@ OPTIONS: dict[str, bool | float] = {
     "core_radius": 0.01,
 }
 LEAST_STEP = 1e-6  # s; `estimate_cfl_dt` proposes no shorter one
+OLDER = {"core": "raw", "far_field": "direct"}  # of trajectories from before there was a choice
 RETRIES = 8  # shorter steps that are tried towards a contact
 
 
-@dataclass(frozen=True)
-class Simulation:
-    """The outcome of a run."""
+@dataclass(frozen=True, repr=False)
+class Simulation(Recorded):
+    """The outcome of a run: it shows itself, and `animate`, `plot`, `save` and `to_xarray` are its ways out."""
 
     filaments: Filaments  # as given, at their last positions
     frames: list[Frame]  # the start, every frame_interval, and the end
@@ -44,11 +48,9 @@ class Simulation:
     steps: int
     contact: bool  # ended before t_end, on the safe side of a contact
     message: str  # of the guard; empty without a contact
-
-    @property
-    def times(self) -> Points:
-        """Times (F,) of the frames, in s."""
-        return np.array([frame.time for frame in self.frames])
+    settings: dict[str, Any] = field(default_factory=dict)  # options, dt, cfl, ...
+    far_field: str = "direct"  # how the velocities were summed: "direct", "tree", or "direct and tree"
+    sampled_error: float = 0.0  # largest of the tree at a sample of the points, relative to the largest speed
 
 
 def simulate(
@@ -56,27 +58,38 @@ def simulate(
     t_end: float,
     options: Mapping[str, Any] | None = None,
     *,
+    core: str = "constant",
     dt: float | None = None,
     cfl: float = 0.5,
     frame_interval: float | None = None,
     contact_threshold: float | None = None,
     resample_ratio: float | None = None,
+    far_field: str = "direct",
+    tolerance: float = 1e-6,
+    threads: int | None = None,
     trajectory: str | os.PathLike[str] | None = None,
     resume: bool = False,
     progress: bool = False,
 ) -> Simulation:
     """Evolve closed vortex filaments from time 0 to `t_end`, or up to a contact.
 
-    Each step is one `rk4_step`; `guard_topology_step` then looks for a contact on its way. Before the first contact the
-    run ends on the safe side of it, with the guard's message in the result. All roles of the filaments are kept.
+    Each step is a Runge-Kutta step of fourth order; `guard_topology_step` then looks for a contact on its way. Before
+    the first contact the run ends on the safe side of it, with the guard's message in the result. All roles of the
+    filaments are kept.
+
+    The velocity is that of `compute_filament_velocity` with what its sum over edges lacks at any resolution, 0.1401 in
+    the logarithm for even edges (`vkmcore.dynamics.core_model`), so that runs converge to thin filaments of the core
+    that `core` names; docs/validation.md holds them against theory.
 
     Args:
         filaments: dicts as of `compute_filament_velocity`: points (N, 3) in m, circulation in m^2/s, source, ghost,
             id, carrier. Other keys are carried along. Nothing is changed in place.
         t_end: s.
         options: as of `compute_filament_velocity`: lia_only, a_sim, core_delta, lia_constant, core_radius.
+        core: "solid" (in solid rotation, constant -1/4 of the logarithm), "hollow" (-1/2), "constant" (lia_constant of
+            the options), or "raw": lia_constant, and the library's `rk4_step` as it is, nothing added.
         dt: s, the longest step. By default each step is proposed: `estimate_cfl_dt`, but no longer than
-            cfl h^2 / beta with the shortest edge h and beta = Gamma / (4 pi) |log(2 h / a_eff) + lia_constant|, since
+            cfl h^2 / beta with the shortest edge h and beta = Gamma / (4 pi) |log(2 h / a_eff) + constant|, since
             the scheme keeps the shortest waves that a polygon carries, of frequency 4 beta / h^2, up to
             0.7 h^2 / beta only.
         cfl: part of the shortest edge that a vertex may pass in a step, and of h^2 / beta.
@@ -85,6 +98,9 @@ def simulate(
             none. Passive filaments touch too, ghosts do not.
         resample_ratio: a moving filament whose longest edge is more than this many times its shortest is resampled by
             `resample_closed_curve`, with as many points, before a step. Never by default.
+        far_field: "direct", or "tree": velocities as of `vkmcore.velocity`, for many thousand vertices.
+        tolerance: of the tree: the error of a velocity, relative to the largest one.
+        threads: for the velocities; all usable cores by default. The same bits for any number.
         trajectory: a `.npz` file to which each frame is appended as it is reached; see `load_trajectory`. It must not
             exist yet, unless the run is resumed.
         resume: go on from the last frame in `trajectory`, if there is such a file. The filaments and settings must be
@@ -101,7 +117,10 @@ def simulate(
         FileExistsError: `trajectory` exists and `resume` is false.
     """
     state = [_checked(number, filament) for number, filament in enumerate(filaments, start=1)]
-    run = _Run(state, t_end, dict(options or {}), dt, cfl, frame_interval, contact_threshold, resample_ratio)
+    summation = Summation(far_field, tolerance, threads)
+    run = _Run(
+        state, t_end, dict(options or {}), core, dt, cfl, frame_interval, contact_threshold, resample_ratio, summation
+    )
     frames = [Frame(0.0, 0, _points(state))]
     writer = None
     if trajectory is None:
@@ -127,7 +146,18 @@ def simulate(
             writer.close()
     last = frames[-1]
     moved = [{**filament, "points": points} for filament, points in zip(state, last.points)]
-    return Simulation(moved, frames, last.time, last.step, bool(run.message), run.message)
+    used = " and ".join(sorted(summation.used)) or summation.far_field
+    return Simulation(
+        moved,
+        frames,
+        last.time,
+        last.step,
+        bool(run.message),
+        run.message,
+        run.settings,
+        used,
+        summation.sampled_error,
+    )
 
 
 class _Run:
@@ -139,14 +169,20 @@ class _Run:
         start: Filaments,
         t_end: float,
         options: dict[str, Any],
+        core: str,
         dt: float | None,
         cfl: float,
         frame_interval: float | None,
         contact_threshold: float | None,
         resample_ratio: float | None,
+        summation: Summation,
     ) -> None:
         if unknown := sorted(set(options) - set(OPTIONS)):
             raise ValueError(f"simulate: unknown option {unknown[0]!r}; known are {', '.join(OPTIONS)}")
+        try:
+            options = core_options(core, options)
+        except ValueError as error:
+            raise ValueError(f"simulate: {error}") from None
         if not 0.0 <= t_end < math.inf:
             raise ValueError("simulate: t_end must be finite and not negative")
         interval = t_end / 100.0 if frame_interval is None else frame_interval
@@ -159,42 +195,39 @@ class _Run:
             raise ValueError("simulate: no filament moves")
         full: dict[str, Any] = {**OPTIONS, **options}
         full = {name: bool(value) if name == "lia_only" else float(value) for name, value in full.items()}
-        self.core = math.exp(full["core_delta"]) * max(1e-30, full["core_radius"])
-        self.threshold = 2.0 * self.core if contact_threshold is None else contact_threshold
+        self.core_radius = math.exp(full["core_delta"]) * max(1e-30, full["core_radius"])
+        self.threshold = 2.0 * self.core_radius if contact_threshold is None else contact_threshold
         if not 0.0 <= self.threshold < math.inf:
             raise ValueError("simulate: contact_threshold must be finite and not negative")
-        self.constant = full["lia_constant"]
-        self.start, self.t_end, self.options = start, t_end, options
+        lacking = 0.0 if core == "raw" or full["lia_only"] else EVEN_DEFICIT
+        self.constant = full["lia_constant"] + lacking
+        self.estimated = {**options, "lia_constant": self.constant}  # for the estimate of a step
+        self.start, self.t_end, self.options, self.core = start, t_end, options, core
         self.dt, self.cfl, self.interval, self.ratio = dt, cfl, interval, resample_ratio
+        self.summation = summation
         self.message = ""
         self.settings = {
             "options": full,
+            "core": core,
             "dt": dt,
             "cfl": cfl,
             "frame_interval": interval,
             "contact_threshold": self.threshold,
             "resample_ratio": resample_ratio,
+            "far_field": summation.far_field,
+            "tolerance": summation.tolerance if summation.far_field == "tree" else None,
         }
 
     def described(self) -> list[dict[str, Any]]:
         """The filaments without their points, for the record."""
-        return [
-            {
-                "id": str(filament.get("id", "")),
-                "carrier": str(filament.get("carrier", "A")),
-                "circulation": float(filament.get("circulation", 1.0)),
-                "source": bool(filament.get("source", True)),
-                "ghost": bool(filament.get("ghost", False)),
-                "size": len(filament["points"]),
-            }
-            for filament in self.start
-        ]
+        return described(self.start, [len(filament["points"]) for filament in self.start])
 
     def frames_of(self, past: Trajectory, path: Path) -> list[Frame]:
         """The frames of a trajectory, if it is one of this run."""
         for name, value in self.settings.items():
-            if past.settings.get(name) != value:
-                raise ValueError(f"{path}: of a run with {name} = {past.settings.get(name)}, not {value}")
+            own = past.settings.get(name, OLDER.get(name))
+            if own != value:
+                raise ValueError(f"{path}: of a run with {name} = {own}, not {value}")
         same = all(map(np.array_equal, past.frames[0].points, _points(self.start)))
         if past.filaments != self.described() or not same:
             raise ValueError(f"{path}: of a run with other filaments")
@@ -237,7 +270,7 @@ class _Run:
     def _proposal(self, filaments: Filaments) -> float:
         if self.dt is not None:
             return self.dt
-        proposed = _native.estimate_cfl_dt(filaments, self.options, self.cfl)
+        proposed = self.summation.estimate_cfl_dt(filaments, self.estimated, self.cfl)
         if not proposed > LEAST_STEP:
             raise ValueError(
                 "simulate: a step of 1e-6 s, the least that is proposed, is too long for these filaments: "
@@ -246,7 +279,7 @@ class _Run:
         for filament in filaments:
             if _moves(filament):
                 h = float(_edges(filament["points"]).min())
-                local = abs(math.log(2.0 * h / self.core) + self.constant)
+                local = abs(math.log(2.0 * h / self.core_radius) + self.constant)
                 beta = abs(filament.get("circulation", 1.0)) / (4.0 * math.pi) * local
                 if beta > 0.0:
                     proposed = min(proposed, self.cfl * h * h / beta)
@@ -283,15 +316,14 @@ class _Run:
 
     def _guarded(self, filaments: Filaments, h: float, time: float) -> tuple[Filaments, TopologyGuard | None]:
         """The filaments after a step of `h`, and the guard's verdict if it is a contact."""
-        step = _native.rk4_step(filaments, h, self.options)
-        # The step gives back what it knows of a filament, which leaves out `source`.
-        after = [{**old, "points": new["points"]} for old, new in zip(filaments, step["filaments"])]
+        moved, fastest = rk4_step(filaments, h, self.options, self.core, self.summation)
+        after = [{**old, "points": points} for old, points in zip(filaments, moved)]
         if not all(math.isfinite(filament["points"].sum()) for filament in after):
             raise RuntimeError(f"simulate: positions run away after t = {time:.6g} s; a shorter dt may help")
         if not self.threshold > 0.0:
             return after, None
         verdict = _native.guard_topology_step(
-            _solid(filaments), _solid(after), self.threshold, step["maximum_stage_speed"] * h, self.core
+            _solid(filaments), _solid(after), self.threshold, fastest * h, self.core_radius
         )
         return after, verdict if verdict["contact"] else None
 

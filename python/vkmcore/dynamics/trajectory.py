@@ -19,13 +19,15 @@ import math
 import os
 import struct
 import zlib
-from collections.abc import Callable, Iterator
+from collections.abc import Callable, Iterator, Mapping, Sequence
 from dataclasses import dataclass
 from pathlib import Path
 from types import TracebackType
 from typing import TYPE_CHECKING, Any
 
 import numpy as np
+
+from vkmcore.dynamics.recorded import Recorded
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray
@@ -47,18 +49,28 @@ class Frame:
     message: str = ""  # why the run ended here
 
 
-@dataclass(frozen=True)
-class Trajectory:
-    """What a trajectory file holds."""
+@dataclass(frozen=True, repr=False)
+class Trajectory(Recorded):
+    """What a trajectory file holds. It shows itself and goes on to other formats as a `Simulation` does."""
 
     frames: list[Frame]
     filaments: list[dict[str, Any]]  # of the run: id, circulation, ..., and size, the number of vertices
     settings: dict[str, Any]  # of the run: options, dt, cfl, ...
 
-    @property
-    def times(self) -> Points:
-        """Times (F,) of the frames, in s."""
-        return np.array([frame.time for frame in self.frames])
+
+def described(filaments: Sequence[Mapping[str, Any]], sizes: Sequence[int]) -> list[dict[str, Any]]:
+    """Filaments of so many vertices without their points, for the member `run`."""
+    return [
+        {
+            "id": str(filament.get("id", "")),
+            "carrier": str(filament.get("carrier", "A")),
+            "circulation": float(filament.get("circulation", 1.0)),
+            "source": bool(filament.get("source", True)),
+            "ghost": bool(filament.get("ghost", False)),
+            "size": size,
+        }
+        for filament, size in zip(filaments, sizes, strict=True)
+    ]
 
 
 class TrajectoryError(ValueError):
@@ -234,18 +246,22 @@ class TrajectoryWriter:
             self._move_directory(room)
         self._write(self._end, member)
         # Now the directory learns of it, by the one write that counts.
-        before = bytearray(self._entries), self._members, self._end
-        known = len(self._entries)
-        self._enter(name, data, self._end)
+        known, members, end = len(self._entries), self._members, self._end
+        self._enter(name, data, end)
         try:
-            self._write(self._tail + known, self._closing(self._tail)[known:])
+            self._write(self._tail + known, bytes(self._entries[known:]) + self._last_part(self._tail))
         except BaseException:
-            self._entries, self._members, self._end = before
-            self._write(self._tail + known, self._closing(self._tail)[known:])
+            del self._entries[known:]
+            self._members, self._end = members, end
+            self._write(self._tail + known, self._last_part(self._tail))
             raise
 
     def _move_directory(self, at: int) -> None:
-        """Place the directory at `at` or behind it, the file being whole all the while."""
+        """Place the directory at `at` or behind it, the file being whole all the while.
+
+        Behind itself it leaves a gap of its own length, so that it moves only when frames have filled that: a run is
+        written in linear time.
+        """
         length = len(self._closing(at))
         if at + length > self._tail:
             at = max(at, self._size)
@@ -284,7 +300,11 @@ class TrajectoryWriter:
 
     def _closing(self, at: int) -> bytes:
         """The directory, for a place in the file."""
-        return bytes(self._entries) + _directory_end(self._members, len(self._entries), at)
+        return bytes(self._entries) + self._last_part(at)
+
+    def _last_part(self, at: int) -> bytes:
+        """What follows the entries of a directory at that place."""
+        return _directory_end(self._members, len(self._entries), at)
 
 
 # --- the zip format: stored members, APPNOTE.TXT of PKWARE, 4.3 ----------------------------------------------------

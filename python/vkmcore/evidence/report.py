@@ -57,6 +57,12 @@ def check(
     return result
 
 
+def check_record(result: CheckResult) -> dict[str, object]:
+    """A check by name, for JSON."""
+    names = ("name", "passed", "residual", "tolerance", "message")
+    return {"kind": result.kind.name, **{name: getattr(result, name) for name in names}}
+
+
 def report_meta() -> EvidenceReportMeta:
     """Where a report is made: version, commit of the sources if they run from a repository, compiler, platform."""
     from vkmcore.build import build_info

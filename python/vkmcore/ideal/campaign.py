@@ -1,8 +1,8 @@
 """A campaign: tight shapes and Fourier forms for a list of knots and links, task by task, best things first.
 
-Every knot first gets one search at the coarse edge and a Fourier form, so that all of them exist early; then those far
-above the published value get further seeds; then finer edges; then seeds for the rest that is above. What is missing
-is found from the files alone: a campaign that was stopped goes on where it stood.
+Every knot first gets one search at the coarse edge and a Fourier form, so that all of them exist early; then those
+above the published value get a second seed, and those far above it further ones; then finer edges; then seeds for the
+rest that is above. What is missing is found from the files alone: a campaign that was stopped goes on where it stood.
 """
 
 from __future__ import annotations
@@ -20,7 +20,8 @@ from vkmcore.ideal.campaign_store import Entry, Shape, Store, StoredForm
 COARSE = 0.15  # edges in tube radii
 FINE = (0.10, 0.07)
 CLOSE_ENOUGH = 6e-4  # excess at the coarse edge that is mere discretisation
-FAR = 3e-3  # excess that another seed is to mend before anything is refined
+FAR = 3e-3  # excess that further seeds are to mend before anything is refined
+FIRST_SEEDS = 2  # of what is not close, before anything is refined: the first one is quick, and often not the best
 LEAST_SEEDS = 3  # of what has no published value
 HARMONICS_A_RADIUS = 3.0
 MOST_HARMONICS = 256
@@ -108,7 +109,7 @@ def missing(target: Target, entry: Entry, seeds: int, finest: float) -> list[tup
         if above is None:  # nothing to compare with
             above = 2.0 * CLOSE_ENOUGH if len(tried) < LEAST_SEEDS else 0.0
         if above > CLOSE_ENOUGH:
-            priority = (1 if above > FAR else 3, len(tried), -above)
+            priority = (1 if above > FAR or len(tried) < FIRST_SEEDS else 3, len(tried), -above)
             tasks.append((priority, Task("search", target.name, max(tried) + 1, COARSE)))
     return tasks
 

@@ -13,7 +13,7 @@ from vkmcore.ideal.campaign_store import Shape, StoredForm
 from vkmcore.ideal.families import EFFORT, family_of
 from vkmcore.ideal.form_polish import fit, polish
 from vkmcore.ideal.fourier_form import measure
-from vkmcore.ideal.starts import grid_polygons
+from vkmcore.ideal.starts import table_polygons
 from vkmcore.reference.tables import TableEntry, find
 from vkmcore.topology.certificate import certify
 
@@ -51,7 +51,7 @@ def _search(task: Task, entry: TableEntry) -> dict[str, Any]:
     if family is not None and task.seed > 1 and (family.alone or task.seed % 2 == 0):
         starts = [list(start.components) for start in family.starts(seed)]
         return _engine.tighten(starts, edge=task.edge, seed=seed, start_count=family.count, **EFFORT)
-    starts = [list(start.components) for start in grid_polygons(entry.grid)]
+    starts = [list(start.components) for start in table_polygons(entry)]
     effort: dict[str, Any] = QUICK if task.seed == 1 else {}
     return _engine.tighten(starts, edge=task.edge, seed=seed, **effort)
 

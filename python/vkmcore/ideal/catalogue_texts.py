@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import math
 import re
-from collections.abc import Callable, Iterable, Sequence
+from collections.abc import Callable, Iterable, Iterator, Sequence
 from pathlib import Path
 
 from vkmcore import parse_ideal_halvard_from_string
@@ -12,7 +12,7 @@ from vkmcore.files import write_text
 from vkmcore.ideal.campaign_store import Store
 from vkmcore.ideal.form_polish import fit, polish
 from vkmcore.ideal.fourier_form import FourierForm
-from vkmcore.ideal.knot_table_forms import is_type, torus
+from vkmcore.ideal.knot_table_forms import GIVEN, is_type, key_text, made, torus
 from vkmcore.ideal.stored_form import at_unit_diameter, block_text, form_of_block, standardised
 from vkmcore.ideal.symmetric_forms import mirrored
 from vkmcore.reference.listing import table_name
@@ -96,6 +96,31 @@ def write_knots(store: Store, entries: Sequence[TableEntry], path: Path) -> int:
 def write_links(store: Store, entries: Sequence[TableEntry], path: Path) -> int:
     """The same for links."""
     return _write(store, entries, path, "TL")
+
+
+def write_table(store: Store, resources: Path, folder: Path, keys: Iterable[str]) -> Iterator[tuple[str, str]]:
+    """Write the texts of the knot table's keys, from the ideal shapes of the databases or of the campaign.
+
+    The two small examples stay as they are. Yields each key with its title, or with what went wrong.
+    """
+
+    def ideal(name: str) -> FourierForm:
+        if (form := stored_form(resources, name)) is not None:
+            return form
+        if (reached := store.load(name).form) is not None:
+            return reached.form
+        raise ValueError(f"there is no ideal shape of {name}")
+
+    for key in keys:
+        if key in GIVEN:
+            continue
+        try:
+            words, form = made(key, ideal)
+        except ValueError as error:
+            yield key, str(error)
+            continue
+        write_if_changed(folder / f"knot.{key}.fseries", key_text(key, words, form))
+        yield key, words
 
 
 def _write(store: Store, entries: Sequence[TableEntry], path: Path, tag: str) -> int:

@@ -11,6 +11,8 @@ from numpy.typing import NDArray
 from vkmcore.ideal.fourier_form import FourierForm, Points, Series, derivative, evaluated, measure
 
 TAPERS = (0.8, 1.2, 1.6, math.inf)
+REACH = 2.15  # distance up to which strands are watched
+PER_RADIUS = 12.0  # samples of the constraints to a tube radius
 
 
 def fit(components: Sequence[Points], harmonics: int, taper: float | None = None) -> FourierForm:
@@ -78,45 +80,14 @@ def polish(
     return best
 
 
-def shorten(
-    form: FourierForm,
-    keeps_type: Callable[[FourierForm], bool],
-    project: Callable[[Series], Series] | None = None,
-    rounds: int = 10,
-    steps: int = 30,
-) -> FourierForm:
-    """A shorter series of the same type from a loose one, by short descents between which the type is tested.
-
-    Args:
-        keeps_type: whether a form still has the type; the first that has not ends the work and is dropped.
-        project: onto the series of a symmetry, which the given one has.
-        rounds, steps: descents at most, and steps in each.
-    """
-    measures = measure(form, per_radius=8)
-    best, least, stalled = form, measures.ropelength, 0
-    for _ in range(rounds):
-        form = form.scaled(1.0 / measures.thickness)
-        form = _Polish(form, reach=5.0, per_radius=6.0).descend(form, 50.0, steps, project)
-        if not keeps_type(form):
-            break
-        measures = measure(form, per_radius=8)
-        stalled = 0 if measures.ropelength < least * 0.998 else stalled + 1
-        if measures.ropelength < least:
-            best, least = form.scaled(1.0 / measures.thickness), measures.ropelength
-        if stalled == 5:
-            break
-    return best
-
-
 class _Polish:
     """The penalised length of a series in unit tube radius, its gradient, and the multipliers of its constraints."""
 
-    def __init__(self, form: FourierForm, reach: float = 2.15, per_radius: float = 12.0) -> None:
+    def __init__(self, form: FourierForm) -> None:
         lengths = form.lengths()
-        self.reach = reach  # distance up to which strands are watched
         self.total = sum(lengths)
         self.counts = [
-            _smooth_count(max(per_radius * n, 4 * len(c), 48)) for n, c in zip(lengths, form.series, strict=True)
+            _smooth_count(max(PER_RADIUS * n, 4 * len(c), 48)) for n, c in zip(lengths, form.series, strict=True)
         ]
         self.waves = [np.arange(len(c)) * (math.tau / n) for n, c in zip(lengths, form.series, strict=True)]
         self.weight = np.concatenate([np.full(m, n / m) for n, m in zip(lengths, self.counts, strict=True)])
@@ -125,7 +96,7 @@ class _Polish:
         self.struts: Points = np.zeros(len(self.pairs[0]))
 
     def _find_pairs(self, form: FourierForm, lengths: list[float]) -> tuple[NDArray[np.int64], ...]:
-        """Samples i with the three samples around each nearest point j of a strand within reach."""
+        """Samples i with the three samples around each nearest point j of a strand within `REACH`."""
         points = form.points(self.counts)
         starts = np.cumsum([0, *self.counts])
         found: list[tuple[NDArray[np.int64], ...]] = []
@@ -136,7 +107,7 @@ class _Polish:
                     gap = np.abs(np.arange(len(p))[:, None] - np.arange(len(p)))
                     squares[np.minimum(gap, len(p) - gap) * (lengths[a] / len(p)) < 0.95 * math.pi] = np.inf
                 after, before = np.roll(squares, -1, axis=1), np.roll(squares, 1, axis=1)
-                least = (squares <= after) & (squares < before) & (squares < self.reach**2)
+                least = (squares <= after) & (squares < before) & (squares < REACH**2)
                 least &= np.isfinite(after) & np.isfinite(before)
                 i, j = np.nonzero(least)
                 n = len(q)
@@ -203,9 +174,7 @@ class _Polish:
             start += m
         return value, gradient
 
-    def descend(
-        self, form: FourierForm, stiffness: float, steps: int, project: Callable[[Series], Series] | None = None
-    ) -> FourierForm:
+    def descend(self, form: FourierForm, stiffness: float, steps: int) -> FourierForm:
         scales = []
         for w in self.waves:
             scales.append(np.repeat((1.0 / np.sqrt(0.05 + w**2 + stiffness * (0.5 * w**4 + 0.2)))[:, None], 3, axis=1))
@@ -217,8 +186,6 @@ class _Polish:
 
         def value(y: Points) -> tuple[float, Points]:
             f, g = self.value(unpacked(y.view(np.complex128)), stiffness)
-            if project is not None:
-                g = [project(c) for c in g]
             return f, np.concatenate([(x * w).ravel() for x, w in zip(g, scales, strict=True)]).view(np.float64)
 
         start: Points = np.concatenate([(c / w).ravel() for c, w in zip(form.series, scales, strict=True)]).view(

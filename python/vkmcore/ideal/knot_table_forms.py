@@ -18,24 +18,16 @@ from __future__ import annotations
 
 import math
 import re
-from collections.abc import Callable, Sequence
-from fractions import Fraction
+from collections.abc import Callable, Iterator
 
 import numpy as np
 
-from vkmcore.ideal.form_polish import fit, shorten
+from vkmcore.ideal.form_polish import fit
 from vkmcore.ideal.fourier_form import FourierForm, Points, measure
 from vkmcore.ideal.starts import braid_polygon, twist_polygon
 from vkmcore.ideal.stored_form import at_unit_diameter, fseries_text, standardised
-from vkmcore.ideal.symmetric_forms import (
-    INVERSION,
-    Symmetry,
-    harvest,
-    mirrored,
-    nearest_symmetric,
-    random_forms,
-    rotary,
-)
+from vkmcore.ideal.symmetric_forms import INVERSION, Symmetry, mirrored, nearest_symmetric, rotary, tightened
+from vkmcore.ideal.symmetric_starts import columns, even_fraction, plat, small_tangles
 from vkmcore.reference.tables import find
 
 GIVEN = ("1_1", "3_1")  # small examples that stand as they are
@@ -106,11 +98,7 @@ def simplest_fit(points: Points, certified: Callable[[FourierForm], bool]) -> Fo
     Raises:
         ValueError: 200 harmonics do not.
     """
-    edges = np.linalg.norm(np.roll(points, -1, axis=0) - points, axis=1)
-    arc = np.concatenate([[0.0], np.cumsum(edges)])
-    at = np.arange(2048) * (arc[-1] / 2048)
-    closed = np.vstack([points, points[:1]])
-    even = np.stack([np.interp(at, arc, closed[:, axis]) for axis in range(3)], axis=1)
+    even = evenly(points)
     harmonics = 6
     while harmonics < 200:
         form = fit([even], harmonics, taper=1.6)
@@ -120,16 +108,30 @@ def simplest_fit(points: Points, certified: Callable[[FourierForm], bool]) -> Fo
     raise ValueError("no fit keeps the type")
 
 
+def evenly(points: Points, count: int = 2048) -> Points:
+    """A closed polygon at equal steps of its arc length."""
+    closed = np.vstack([points, points[:1]])
+    arc = np.concatenate([[0.0], np.cumsum(np.linalg.norm(np.diff(closed, axis=0), axis=1))])
+    at = np.arange(count) * (arc[-1] / count)
+    return np.stack([np.interp(at, arc, column) for column in closed.T], axis=1)
+
+
 def is_type(name: str) -> Callable[[FourierForm], bool]:
     """Whether a form has the Jones polynomial of a name: a quick test, before the certificate."""
+    test = is_polygon_of(name)
+    return lambda form: test(form.points([max(120, 8 * form.harmonics)])[0])
+
+
+def is_polygon_of(name: str) -> Callable[[Points], bool]:
+    """The same of a closed polygon."""
     from vkmcore.topology.bracket import jones
     from vkmcore.topology.projection import diagram_of_curves
 
     wanted = find(name).jones
 
-    def test(form: FourierForm) -> bool:
+    def test(points: Points) -> bool:
         try:
-            diagram = diagram_of_curves(form.points([max(120, 8 * form.harmonics)]), directions=6, best=1)
+            diagram = diagram_of_curves([points], directions=6, best=1)
         except ValueError:
             return False
         return len(diagram) < 60 and jones(diagram) == wanted
@@ -137,14 +139,14 @@ def is_type(name: str) -> Callable[[FourierForm], bool]:
     return test
 
 
-def made(
-    key: str, ideal: Callable[[str], FourierForm], symmetric: Callable[[str], FourierForm]
-) -> tuple[str, FourierForm]:
+def made(key: str, ideal: Callable[[str], FourierForm]) -> tuple[str, FourierForm]:
     """What a key's form is, and the form.
 
     Args:
         ideal: the ideal shape of a name.
-        symmetric: the form of a key that has a symmetry.
+
+    Raises:
+        ValueError: no form of the key keeps its type.
     """
     name, form = parts(key)
     test = is_type(name) if form and form in "turn" else None
@@ -170,7 +172,7 @@ def made(
         return "twist form, a twisted double strand on a ring", simplest_fit(start.components[0], test)
     symmetry = symmetry_of(key)
     assert symmetry is not None
-    return symmetry.words, symmetric(key)
+    return symmetry.words, symmetric(name, symmetry, ideal)
 
 
 def key_text(key: str, words: str, form: FourierForm) -> str:
@@ -184,114 +186,43 @@ def key_text(key: str, words: str, form: FourierForm) -> str:
     return fseries_text([legend, f"{title}: {words}; ropelength {ropelength:.4f} (length over tube radius)"], form)
 
 
-def even_fraction(conway: str) -> list[int]:
-    """The continued fraction e1 + 1 / (e2 + 1 / ...) with even terms of a two-bridge knot, by the digits of its Conway
-    notation. One of q and q - p is even where p is odd."""
-    value = Fraction(0)
-    for digit in reversed(conway.replace(" ", "")):
-        value = Fraction(int(digit)) + (1 / value if value else 0)
-    p, q = value.numerator, value.denominator
-    rest = Fraction(p, q if q % 2 == 0 else q - p)
-    terms = []
-    while True:
-        term = 2 * round(rest / 2)
-        terms.append(term)
-        if rest == term:
-            return terms
-        rest = 1 / (rest - term)
+# Rows of columns, and half twists behind them, of the Montesinos knots whose ideal shape is far from having an axis.
+COLUMNS = {"8_15": ((-3, -3, 2), 2)}
 
 
-def symmetric_plat(terms: Sequence[int], sign: int) -> Points:
-    """The four-plat of an even continued fraction as a polygon, with the two-fold axis z.
+def symmetric(name: str, symmetry: Symmetry, ideal: Callable[[str], FourierForm]) -> FourierForm:
+    """A form with a symmetry, tight inside it.
 
-    Strands stand at x = -3, -1, 1, 3. Odd terms twist the middle pair about z; even ones twist both outer pairs by half
-    each, with the sign given, which the half turn about z exchanges. Above, caps join neighbours, below the
-    middle pair and the outer pair, across the axis.
-    """
-    steps = 8
-    tracks: list[list[Points]] = [[np.array([x, 0.0, 0.0])] for x in (-3.0, -1.0, 1.0, 3.0)]
-    order = [0, 1, 2, 3]  # the track at each place
-    height = 0.0
-    for number, term in enumerate(terms):
-        pairs = [(1, 2)] if number % 2 == 0 else [(0, 1), (2, 3)]
-        turns = abs(term) if number % 2 == 0 else abs(term) // 2
-        sense = math.copysign(1.0, term) * (1 if number % 2 == 0 else sign)
-        for _ in range(turns):
-            for left, right in pairs:
-                middle = left + right - 3.0
-                for step in range(1, steps + 1):
-                    angle = sense * math.pi * step / steps
-                    for track, side in ((order[left], -1.0), (order[right], 1.0)):
-                        x, y = middle + side * math.cos(angle), side * math.sin(angle)
-                        tracks[track].append(np.array([x, y, height - 2.0 * step / steps]))
-                order[left], order[right] = order[right], order[left]
-            twisted = {order[place] for pair in pairs for place in pair}
-            height -= 2.0
-            for slot, track in enumerate(order):
-                if track not in twisted:
-                    tracks[track].append(np.array([2.0 * slot - 3.0, 0.0, height]))
-    partner = {0: 1, 1: 0, 2: 3, 3: 2}
-    below = {order[1]: order[2], order[2]: order[1], order[0]: order[3], order[3]: order[0]}
-    points: list[Points] = []
-    track = 0
-    while True:  # down a track, across below, up the next, across above
-        points += tracks[track]
-        wide = 3.0 if track in (order[0], order[3]) else 1.0
-        track = below[track]
-        end = tracks[track][-1]
-        side = math.copysign(1.0, end[0])
-        bend = [math.pi * n / 8 for n in range(1, 8)]
-        points += [np.array([-side * wide * math.cos(a), 0.0, height - wide * math.sin(a)]) for a in bend]
-        points += tracks[track][::-1]
-        start = tracks[track][0]
-        track = partner[track]
-        middle = (start[0] + tracks[track][0][0]) / 2.0
-        out = start[0] - middle
-        points += [np.array([middle + out * math.cos(a), 0.0, abs(out) * math.sin(a)]) for a in bend]
-        if track == 0:
-            return np.array(points)
-
-
-def symmetric_start(name: str) -> FourierForm:
-    """A form of a two-bridge knot with the symmetry `INVERSION`, in few harmonics.
+    It comes from a start that has the symmetry by construction, or from the series nearest to the ideal shape.
 
     Raises:
-        ValueError: the knot has no plat, or no fit keeps its type.
+        ValueError: no start keeps the type.
     """
-    conway = find(name).conway
-    if not conway.isdigit():
-        raise ValueError(f"{name} is no two-bridge knot")
     test = is_type(name)
-    for sign in (1, -1):
-        points = symmetric_plat(even_fraction(conway), sign)
+    for start in symmetric_starts(name, symmetry, ideal):
+        if test(start):
+            return tightened(start, symmetry, test)
+    raise ValueError(f"{name}: no start with {symmetry.words} keeps the type")
+
+
+def symmetric_starts(name: str, symmetry: Symmetry, ideal: Callable[[str], FourierForm]) -> Iterator[FourierForm]:
+    conway = find(name).conway
+    polygons: list[Points] = []
+    if symmetry is INVERSION and conway.isdigit():
+        polygons = [plat(even_fraction(conway), sign) for sign in (1, -1)]
+    elif symmetry is INVERSION and name in COLUMNS:
+        polygons = [columns(*COLUMNS[name])]
+    else:
+        (c,) = ideal(name).series
+        yield nearest_symmetric(FourierForm((c[:41],)), symmetry)
+        if len(symmetry.elements) == 4:
+            polygons = list(small_tangles())
+    test, right = is_type(name), is_polygon_of(name)
+    for polygon in polygons:
         for mirror in (1.0, -1.0):
-            try:
-                form = simplest_fit(points * [1.0, mirror, 1.0], lambda f: test(nearest_symmetric(f, INVERSION)))
-            except ValueError:
-                continue
-            return nearest_symmetric(form, INVERSION)
-    raise ValueError(f"no plat of {name} keeps its type")
-
-
-# Harmonics and fall of the amplitudes of the random series, by symmetry: what the wanted types come from most often.
-SERIES = {"d": (7, 1.0), "z": (9, 1.0), "z8": (21, 0.7), "z6": (15, 0.8)}
-
-
-def symmetric_forms(keys: Sequence[str], tries: int, seed: int) -> dict[str, FourierForm]:
-    """Forms of those of the keys that have a symmetry: harvested, given twice the harmonics, and shortened inside the
-    symmetry. Keys whose type did not turn up in so many tries are not there."""
-    groups: dict[Symmetry, list[str]] = {}
-    for key in keys:
-        symmetry = symmetry_of(key)
-        if symmetry is not None:
-            groups.setdefault(symmetry, []).append(key)
-    forms = {}
-    for symmetry, members in groups.items():
-        letter = parts(members[0])[1][0] + (str(len(symmetry.elements)) if len(symmetry.elements) > 4 else "")
-        names = {parts(key)[0]: key for key in members}
-        found = harvest(random_forms(symmetry, *SERIES[letter][:1], seed, SERIES[letter][1]), names, tries)
-        for name, form in found.items():
-            (c,) = form.series
-            wider = FourierForm((np.vstack([c, np.zeros((2 * len(c), 3))]),))
-            forms[names[name]] = shorten(wider, is_type(name), symmetry.project)
-    return forms
+            points = polygon * [1.0, mirror, 1.0]
+            if right(points):
+                forms = [
+                    nearest_symmetric(fit([evenly(points)], harmonics, 1.6), symmetry) for harmonics in (25, 50, 100)
+                ]
+                yield from sorted(filter(test, forms), key=lambda form: measure(form, per_radius=8).ropelength)

@@ -13,6 +13,7 @@ from vkmcore.ideal.families import EFFORT, family_of
 from vkmcore.ideal.inputs import Problem, problem_of
 from vkmcore.ideal.polygons import Batch, Progress, search
 from vkmcore.ideal.shape import IdealShape
+from vkmcore.ideal.starts import table_polygons
 from vkmcore.topology.certificate import Certificate, CertificateError, same_type
 
 if TYPE_CHECKING:
@@ -136,9 +137,7 @@ def batches_of(problem: Problem, effort: dict[str, Any]) -> list[Batch]:
         if problem.named:
             batches.append(_batch("grid", problem.starts, effort))
         elif len(problem.starts) == 1:
-            from vkmcore.ideal.starts import grid_polygons
-
-            starts = grid_polygons(entry.grid)
+            starts = table_polygons(entry)
             batches.append(_batch("grid", [s.mirrored() if mirrored else s for s in starts], effort))
     if family is not None:
         chosen = family  # not None in the function below

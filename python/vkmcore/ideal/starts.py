@@ -13,10 +13,13 @@ from __future__ import annotations
 import math
 from collections.abc import Iterator, Sequence
 from dataclasses import dataclass, replace
-from typing import Any
+from typing import TYPE_CHECKING, Any
 
 import numpy as np
 from numpy.typing import NDArray
+
+if TYPE_CHECKING:
+    from vkmcore.reference.tables import TableEntry
 
 Points = NDArray[np.float64]
 Grid = Sequence[tuple[int, int]]
@@ -328,3 +331,12 @@ def diagram_polygon(code: Sequence[Sequence[int]]) -> Start:
     from vkmcore.topology.simplification import simplified
 
     return start_of(lattice_polygons(simplified(diagram_of_code(code))), "planar diagram")
+
+
+# --- entries of the tables ------------------------------------------------------------------------------------------
+
+
+def table_polygons(entry: TableEntry) -> list[Start]:
+    """The starts of a knot or link of the tables: all of its arc presentation, or the one of its planar diagram where
+    the table has no arc presentation."""
+    return list(grid_polygons(entry.grid)) if entry.grid else [diagram_polygon(entry.pd)]

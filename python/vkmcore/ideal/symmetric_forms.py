@@ -4,20 +4,23 @@ An element of a symmetry takes the point at t to the point at t + shift or, wher
 
     r(t) = R r(t + shift)    or    r(t) = R r(shift - t),    R orthogonal.
 
-Averaging the coefficients over a group of such elements makes any series symmetric. Random series of a few harmonics
-are averaged so; those of a wanted type with the least ropelength are kept, and polished inside the symmetry.
+Averaging the coefficients over a group of such elements makes any series symmetric.
 """
 
 from __future__ import annotations
 
 import math
-from collections.abc import Iterable, Iterator
+from collections.abc import Callable
 from dataclasses import dataclass
 
 import numpy as np
 from numpy.typing import NDArray
 
+from vkmcore import _engine
+from vkmcore.ideal.form_polish import fit
 from vkmcore.ideal.fourier_form import FourierForm, Series, measure
+
+MOST_HARMONICS = 200
 
 
 @dataclass(frozen=True)
@@ -67,15 +70,6 @@ def rotary(order: int, turn: int = 1) -> Symmetry:
 
 
 IDENTITY = Element(rotation(0.0), 0.0)
-DIHEDRAL = Symmetry(
-    "three two-fold axes x, y, z",
-    (
-        IDENTITY,
-        Element(rotation(2.0), math.pi),
-        Element(ABOUT_X, 0.0, reverses=True),
-        Element(((-1.0, 0.0, 0.0), (0.0, 1.0, 0.0), (0.0, 0.0, -1.0)), math.pi, reverses=True),
-    ),
-)
 INVERSION = Symmetry("a two-fold axis x that meets the knot twice", (IDENTITY, Element(ABOUT_X, 0.0, reverses=True)))
 
 
@@ -99,20 +93,6 @@ def nearest_inverted(c: Series, steps: int = 720) -> Series:
     frame[:, 0] = axis
     frame[:, 2] *= np.linalg.det(frame)
     return INVERSION.project(_placed(c, at, frame))
-
-
-def nearest_dihedral(c: Series, steps: int = 720) -> Series:
-    """The series about its best pair of half turns, a quarter of the curve apart, averaged: `DIHEDRAL`."""
-
-    def score(at: float) -> float:
-        return _inversion(c, at)[0] + _inversion(c, at + math.pi / 2.0)[0]
-
-    at = max((math.pi * n / steps for n in range(steps)), key=score)
-    first, second = _inversion(c, at)[1], _inversion(c, at + math.pi / 2.0)[1]
-    second = second - (second @ first) * first
-    second /= np.linalg.norm(second)
-    frame = np.stack([first, second, np.cross(first, second)], axis=1)
-    return DIHEDRAL.project(_placed(c, at, frame))
 
 
 def nearest_rotary(c: Series, symmetry: Symmetry) -> Series:
@@ -147,24 +127,7 @@ def nearest_symmetric(form: FourierForm, symmetry: Symmetry) -> FourierForm:
     (c,) = form.series
     if symmetry is INVERSION:
         return FourierForm((nearest_inverted(c),))
-    if symmetry is DIHEDRAL:
-        return FourierForm((nearest_dihedral(c),))
     return FourierForm((nearest_rotary(c, symmetry),))
-
-
-# --- random symmetric forms -----------------------------------------------------------------------------------------
-
-
-def random_forms(symmetry: Symmetry, harmonics: int, seed: int, fall: float = 1.0) -> Iterator[FourierForm]:
-    """Symmetric random series without end, harmonic k of an amplitude about k^-fall; centred."""
-    rng = np.random.default_rng(seed)
-    k = np.arange(harmonics + 1.0)
-    k[0] = np.inf
-    while True:
-        used = rng.random(harmonics + 1) < 0.7
-        c = (rng.normal(size=(harmonics + 1, 3)) + 1j * rng.normal(size=(harmonics + 1, 3))) * (used / k**fall)[:, None]
-        c[:, 2] *= rng.uniform(0.3, 1.0)
-        yield FourierForm((symmetry.project(c),))
 
 
 def mirrored(form: FourierForm) -> FourierForm:
@@ -172,33 +135,35 @@ def mirrored(form: FourierForm) -> FourierForm:
     return FourierForm(tuple(c * np.array([1.0, 1.0, -1.0]) for c in form.series))
 
 
-def harvest(
-    forms: Iterable[FourierForm], targets: Iterable[str], tries: int, most_ropelength: float = 600.0
-) -> dict[str, FourierForm]:
-    """Of so many forms, the one of least ropelength of each wanted type, in the chirality of the tables.
+# --- tight inside the symmetry --------------------------------------------------------------------------------------
 
-    The type is taken by the Jones polynomial; certify what is used.
+LEVELS = ((0.75, 12, 60), (0.4, 12, 10), (0.25, 12, 6), (0.15, 20, 4))  # edge, programs at a time, times at most
+SETTLED = 2e-3  # relative shortening in a round under which a level ends
+
+
+def tightened(form: FourierForm, symmetry: Symmetry, keeps_type: Callable[[FourierForm], bool]) -> FourierForm:
+    """A short form with the symmetry: rounds of programs on the polygon, and the average over the group after each.
+
+    Nothing breaks the symmetry of an exactly symmetric polygon but rounding, so that the programs lead to a state that
+    is tight among the symmetric ones, often a saddle of all. A round that changes the type ends its level.
     """
-    from vkmcore.reference.tables import find
-    from vkmcore.topology.bracket import jones
-    from vkmcore.topology.projection import diagram_of_curves
-
-    wanted: dict[object, tuple[str, bool]] = {}
-    for name in targets:
-        polynomial = find(name).jones
-        wanted[polynomial.mirrored()] = name, True
-        wanted[polynomial] = name, False
-    found: dict[str, tuple[float, FourierForm]] = {}
-    for _, form in zip(range(tries), forms):
-        try:
-            diagram = diagram_of_curves(form.points([max(96, 12 * form.harmonics)]), directions=6, best=1, effort=2)
-        except ValueError:
-            continue
-        if len(diagram) > 24 or len(diagram) < 3:
-            continue
-        name, mirror = wanted.get(jones(diagram), ("", False))
-        if name:
-            ropelength = measure(form, per_radius=6).ropelength
-            if ropelength < min(most_ropelength, found.get(name, (math.inf, form))[0]):
-                found[name] = ropelength, mirrored(form) if mirror else form
-    return {name: form for name, (_, form) in found.items()}
+    best, least = form, measure(form, per_radius=8).ropelength
+    for edge, programs, rounds in LEVELS:
+        last = math.inf
+        for _ in range(rounds):
+            polygon = best.scaled(1.02 / measure(best, per_radius=8).thickness)
+            polygons = polygon.evenly_spaced([max(24, math.ceil(n / edge)) for n in polygon.lengths()])
+            try:
+                (points,) = _engine.contract(polygons, edge, programs)["points"]
+            except ValueError:  # strands touch after the average
+                break
+            trial = nearest_symmetric(fit([points], min(MOST_HARMONICS, len(points) // 3)), symmetry)
+            if not keeps_type(trial):
+                break
+            ropelength = measure(trial).ropelength
+            if ropelength < least or edge == LEVELS[0][0]:
+                best, least = trial, ropelength
+            if ropelength > last * (1.0 - SETTLED):
+                break
+            last = ropelength
+    return best

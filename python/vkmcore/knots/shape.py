@@ -324,26 +324,16 @@ class Shape:
 
         Args:
             backend: the library, whose own figure is returned; it shows itself in a notebook.
-            options: of `vkmcore.pictures.shapes.plot_shape`: colour ("curvature", "component", or values a vertex),
-                radius (`thickness` by default), samples, title, unit.
+            options: of `vkmcore.knots.drawing.plot`: colour ("curvature", "velocity", "pressure", "component", or
+                values a vertex), struts, kinks, radius (`thickness` by default), samples, title, unit.
 
         Raises:
             PlotError: the library is not installed; the text names the extra.
+            ValueError: no such backend or colour, or the contacts of a link are asked for.
         """
-        from vkmcore.pictures.shapes import plot_shape
+        from vkmcore.knots.drawing import plot
 
-        options.setdefault("title", self.name)
-        options.setdefault("radius", self.thickness)
-        polygons = self._polygons(options.pop("samples", 360))
-        colour = options.pop("colour", "component" if self.components > 1 else "curvature")
-        values: list[Points] | None = None
-        if isinstance(colour, str) and colour == "curvature":
-            values = [strand.curvature(len(points)) for strand, points in zip(self._strands, polygons)]
-        elif not isinstance(colour, str):
-            values = [np.asarray(row, dtype=np.float64) for row in (colour if self.components > 1 else [colour])]
-        elif colour != "component":
-            raise ValueError(f"colour is 'curvature', 'component' or values a vertex, not {colour!r}")
-        return plot_shape(polygons, backend=backend, values=values, **options)
+        return plot(self, backend, **options)
 
     def save(self, path: str | os.PathLike[str], *, samples: int | None = None) -> None:
         """Write the shape; the suffix of `path` gives the format.

@@ -10,13 +10,13 @@ from __future__ import annotations
 
 import math
 from collections.abc import Sequence
-from dataclasses import asdict, dataclass
+from dataclasses import asdict, dataclass, field
 
 import numpy as np
 import numpy.typing as npt
 
 from vkmcore import CheckKind, CheckResult, ParticleEvaluator, TailApproxConfig
-from vkmcore.evidence.report import check
+from vkmcore.evidence.report import check, check_record
 from vkmcore.mass.table import RelaxSettings, Weight, measure
 
 Filaments = list[npt.NDArray[np.float64]]
@@ -62,8 +62,8 @@ class Assessment:
     knot_type: str  # "kept", "lost" or "undecided"
     knot_type_reason: str
     verdict: str
-    filaments: Filaments  # the catalogued ones, points in metres
-    relaxed_filaments: Filaments
+    filaments: Filaments = field(repr=False)  # the catalogued ones, points in metres
+    relaxed_filaments: Filaments = field(repr=False)
 
     def checks(self) -> list[CheckResult]:
         """The assessment as checks, each with the kind of claim that it supports; none is about nature."""
@@ -80,17 +80,7 @@ class Assessment:
         """Everything but the points, by name. The relaxed shape's measures stand on top, as `Weight` names them."""
         shape = {name: asdict(value) for name, value in (("catalogued", self.catalogued), ("relaxed", self.relaxed))}
         names = ("moved", "moved_last_tenth", "motion", "edge_spread", "knot_type", "knot_type_reason", "verdict")
-        checks = [
-            {
-                "name": c.name,
-                "kind": c.kind.name,
-                "passed": c.passed,
-                "residual": c.residual,
-                "tolerance": c.tolerance,
-                "message": c.message,
-            }
-            for c in self.checks()
-        ]
+        checks = [check_record(result) for result in self.checks()]
         return {**self.relaxed.weight.record(), **shape, **{n: getattr(self, n) for n in names}, "checks": checks}
 
 

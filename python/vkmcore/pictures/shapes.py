@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 from collections.abc import Sequence
+from dataclasses import dataclass
 from typing import TYPE_CHECKING, Any
 
 import numpy as np
@@ -20,6 +21,16 @@ if TYPE_CHECKING:
 BACKENDS = {"matplotlib": "plot", "plotly": "view", "pyvista": "vtk"}  # and the extra that brings each
 COLOURS = "viridis"
 FINE_SIDES = 24  # of a ring where a graphics card draws
+THROUGH = 0.3  # opacity of a tube that lets its inside show
+STRUT, KINK = "#30343b", "#c8102e"
+
+
+@dataclass(frozen=True)
+class _Inside:
+    """What is drawn inside of the tubes."""
+
+    struts: Points  # (K, 2, 3)
+    kinks: Points  # (M, 3)
 
 
 def plot_shape(
@@ -30,7 +41,9 @@ def plot_shape(
     values: Sequence[Points] | None = None,
     title: str = "",
     unit: str = "",
-    label: str = "curvature",
+    label: str = "values",
+    struts: Points | None = None,
+    kinks: Points | None = None,
 ) -> Any:
     """Draw tubes around closed polygons.
 
@@ -42,6 +55,8 @@ def plot_shape(
         title: above the picture.
         unit: of length, at the axes; none is written if it is empty.
         label: of the values.
+        struts: lines (K, 2, 3) to draw; the tubes are then translucent.
+        kinks: points (M, 3) to mark; the tubes are then translucent.
 
     Returns:
         A matplotlib `Figure`, a plotly `Figure`, or a pyvista `Plotter`.
@@ -55,21 +70,30 @@ def plot_shape(
     if values is not None and [len(row) for row in values] != [len(points) for points in polygons]:
         raise ValueError("colours: expected a value for each vertex")
     draw = {"matplotlib": _matplotlib, "plotly": _plotly, "pyvista": _pyvista}[backend]
+    inside = _Inside(np.zeros((0, 2, 3)) if struts is None else struts, np.zeros((0, 3)) if kinks is None else kinks)
+    opacity = THROUGH if len(inside.struts) or len(inside.kinks) else 1.0
     try:
-        return draw(polygons, radius, values, title, unit, label)
+        return draw(polygons, radius, values, title, unit, label, inside, opacity)
     except ImportError as error:
         extra = BACKENDS[backend]
         raise PlotError(f'these pictures need {backend}: pip install "vkmcore[{extra}]" ({error})') from error
 
 
 def _matplotlib(
-    polygons: Sequence[Points], radius: float, values: Sequence[Points] | None, title: str, unit: str, label: str
+    polygons: Sequence[Points],
+    radius: float,
+    values: Sequence[Points] | None,
+    title: str,
+    unit: str,
+    label: str,
+    inside: _Inside,
+    opacity: float,
 ) -> Any:
     from matplotlib import colormaps
     from matplotlib.cm import ScalarMappable
     from matplotlib.colors import Normalize, to_rgb
     from matplotlib.figure import Figure
-    from mpl_toolkits.mplot3d.art3d import Poly3DCollection
+    from mpl_toolkits.mplot3d.art3d import Line3DCollection, Poly3DCollection
 
     figure = Figure(figsize=(6.4, 5.6), dpi=120, facecolor="white")
     axes: Any = figure.add_subplot(projection="3d", computed_zorder=False)
@@ -84,9 +108,12 @@ def _matplotlib(
         faces.append(quads)
         colours.append(shade(base, normals))
     # One collection for all tubes: faces are then sorted by depth against each other, which shows over and under.
-    tubes = Poly3DCollection(np.concatenate(faces), facecolors=np.concatenate(colours), linewidths=0.15)
-    tubes.set_edgecolor(np.concatenate(colours))
+    paint = np.concatenate(colours)
+    tubes = Poly3DCollection(np.concatenate(faces), facecolors=paint, linewidths=0.15, alpha=opacity)
+    tubes.set_edgecolor(paint if opacity == 1.0 else "none")
     axes.add_collection3d(tubes)
+    axes.add_collection3d(Line3DCollection(inside.struts, colors=STRUT, linewidths=0.6))
+    axes.scatter(*inside.kinks.T, color=KINK, s=14, depthshade=False)
     centre, reach = _frame(polygons, radius)
     style_axes(axes, unit)
     axes.set(**{f"{axis}lim": (c - reach, c + reach) for axis, c in zip("xyz", centre)})
@@ -95,12 +122,19 @@ def _matplotlib(
     if title:
         axes.set_title(title, fontsize=12, color="#30343b")
     if values is not None:
-        figure.colorbar(ScalarMappable(scale, COLOURS), ax=axes, shrink=0.6, label=_measured(label, unit))
+        figure.colorbar(ScalarMappable(scale, COLOURS), ax=axes, shrink=0.6, label=label)
     return figure
 
 
 def _plotly(
-    polygons: Sequence[Points], radius: float, values: Sequence[Points] | None, title: str, unit: str, label: str
+    polygons: Sequence[Points],
+    radius: float,
+    values: Sequence[Points] | None,
+    title: str,
+    unit: str,
+    label: str,
+    inside: _Inside,
+    opacity: float,
 ) -> Any:
     import plotly.graph_objects as go
 
@@ -111,11 +145,20 @@ def _plotly(
         i, j, k = ring_triangles(len(points), FINE_SIDES).T
         look: dict[str, Any] = {"color": PALETTE[number % len(PALETTE)]}
         if values is not None:
-            bar = {"title": {"text": _measured(label, unit)}}
+            bar = {"title": {"text": label}}
             look = {"intensity": np.repeat(values[number], FINE_SIDES), "cmin": low, "cmax": high}
             look |= {"colorscale": COLOURS, "showscale": number == 0, "colorbar": bar}
         light = {"ambient": 0.45, "diffuse": 0.8, "specular": 0.3, "roughness": 0.5}
-        figure.add_mesh3d(x=x, y=y, z=z, i=i, j=j, k=k, lighting=light, hoverinfo="skip", **look)
+        figure.add_mesh3d(x=x, y=y, z=z, i=i, j=j, k=k, lighting=light, hoverinfo="skip", opacity=opacity, **look)
+    ends = np.full((len(inside.struts), 3, 3), np.nan)  # a line ends where there is no number
+    ends[:, :2] = inside.struts
+    for rows, kind, colour in ((ends.reshape(-1, 3), "lines", STRUT), (inside.kinks, "markers", KINK)):
+        if len(rows):
+            look = (
+                {"line": {"color": colour, "width": 3}} if kind == "lines" else {"marker": {"color": colour, "size": 4}}
+            )
+            x, y, z = rows.T
+            figure.add_scatter3d(x=x, y=y, z=z, mode=kind, hoverinfo="skip", showlegend=False, **look)
     names = {f"{axis}axis": {"title": {"text": f"{axis} / {unit}" if unit else axis}} for axis in "xyz"}
     figure.update_layout(
         title={"text": title}, scene={"aspectmode": "data", **names}, margin={"l": 0, "r": 0, "t": 40, "b": 0}
@@ -124,7 +167,14 @@ def _plotly(
 
 
 def _pyvista(
-    polygons: Sequence[Points], radius: float, values: Sequence[Points] | None, title: str, unit: str, label: str
+    polygons: Sequence[Points],
+    radius: float,
+    values: Sequence[Points] | None,
+    title: str,
+    unit: str,
+    label: str,
+    inside: _Inside,
+    opacity: float,
 ) -> Any:
     import pyvista
 
@@ -134,11 +184,19 @@ def _pyvista(
         rings = tube_rings(points, radius, FINE_SIDES)[0].reshape(-1, 3)
         mesh = pyvista.PolyData(rings, np.column_stack([np.full(len(triangles), 3), triangles]).ravel())
         if values is None:
-            plotter.add_mesh(mesh, color=PALETTE[number % len(PALETTE)], smooth_shading=True)
+            plotter.add_mesh(mesh, color=PALETTE[number % len(PALETTE)], smooth_shading=True, opacity=opacity)
         else:
-            name = _measured(label, unit)
-            mesh[name] = np.repeat(values[number], FINE_SIDES)
-            plotter.add_mesh(mesh, scalars=name, cmap=COLOURS, clim=_range(values), smooth_shading=True)
+            mesh[label] = np.repeat(values[number], FINE_SIDES)
+            look = {"scalars": label, "cmap": COLOURS, "clim": _range(values)}
+            plotter.add_mesh(mesh, smooth_shading=True, opacity=opacity, **look)
+    if len(inside.struts):
+        plotter.add_mesh(pyvista.line_segments_from_points(inside.struts.reshape(-1, 3)), color=STRUT, line_width=2)
+    if len(inside.kinks):
+        plotter.add_mesh(pyvista.PolyData(inside.kinks), color=KINK, point_size=8, render_points_as_spheres=True)
+    if unit:
+        plotter.show_bounds(
+            xtitle=f"x / {unit}", ytitle=f"y / {unit}", ztitle=f"z / {unit}", location="outer", grid="back"
+        )
     if title:
         plotter.add_title(title, font_size=12)
     return plotter
@@ -155,7 +213,3 @@ def _frame(polygons: Sequence[Points], radius: float) -> tuple[Points, float]:
     every = np.concatenate(polygons)
     low, high = every.min(axis=0), every.max(axis=0)
     return (low + high) / 2.0, float((high - low).max()) / 2.0 + 1.1 * radius
-
-
-def _measured(label: str, unit: str) -> str:
-    return f"{label} / {unit}^-1" if unit and label == "curvature" else label

@@ -1,14 +1,13 @@
-"""Pictures and movies of a simulation: tubes in three dimensions. Needs matplotlib, and Pillow for movies."""
+"""Pictures of a simulation: tubes in three dimensions. Needs matplotlib."""
 
 from __future__ import annotations
 
-from collections.abc import Callable, Sequence
+from collections.abc import Sequence
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
-from vkmcore.errors import PlotError
 from vkmcore.pictures.figure import PALETTE, check_plot_target, style_axes, write_figure
 from vkmcore.pictures.tubes import shade, thinned, tube_faces
 
@@ -19,24 +18,8 @@ if TYPE_CHECKING:
 
     Points = NDArray[np.float64]
 
+GHOST = "#a9adb5"  # colour of filaments that neither move nor induce
 TUBE = 0.018  # radius of a tube in diagonals of the box: wide enough to show over and under, not a physical size
-
-
-def check_movie_target(path: Path) -> None:
-    """Find out before the work whether a movie can go to `path`.
-
-    Raises:
-        PlotError: it cannot; the text says why.
-    """
-    if path.suffix.lower() != ".gif":
-        raise PlotError(f"{path}: movies are .gif files")
-    check_plot_target(path.with_suffix(".png"))
-    try:
-        import PIL  # noqa: F401
-    except ImportError as error:
-        raise PlotError(f"movies need Pillow: pip install vkmcore[plot] ({error})") from error
-    if path.is_dir():
-        raise PlotError(f"{path}: is a directory")
 
 
 def plot_run(path: Path, frames: Sequence[Frame], ghosts: Sequence[bool], title: str) -> None:
@@ -46,8 +29,8 @@ def plot_run(path: Path, frames: Sequence[Frame], ghosts: Sequence[bool], title:
         PlotError: matplotlib is missing or the file cannot be written.
     """
     kind = check_plot_target(path)
-    figure, axes = _stage(frames, title)
-    diagonal = _box_diagonal(axes)
+    figure, axes = stage(frames, title)
+    diagonal = box_diagonal(axes)
     for number, points in enumerate(frames[0].points):
         if len(points):
             ring = np.vstack([points, points[:1]])
@@ -56,40 +39,7 @@ def plot_run(path: Path, frames: Sequence[Frame], ghosts: Sequence[bool], title:
     write_figure(figure, path, kind)
 
 
-def film_run(
-    path: Path,
-    frames: Sequence[Frame],
-    ghosts: Sequence[bool],
-    title: str,
-    frames_per_second: int,
-    tell: Callable[[int], None] = lambda number: None,
-) -> None:
-    """Draw every frame as tubes into a .gif that repeats; `tell` hears the number of frames done.
-
-    Raises:
-        PlotError: matplotlib or Pillow is missing, or the file cannot be written.
-    """
-    check_movie_target(path)
-    from matplotlib.animation import PillowWriter
-
-    figure, axes = _stage(frames, title, inches=4.4, dpi=100)
-    diagonal = _box_diagonal(axes)
-    heading = figure.texts[0]
-    writer = PillowWriter(fps=frames_per_second)
-    try:
-        with writer.saving(figure, str(path), dpi=100):
-            for number, frame in enumerate(frames, start=1):
-                drawn = _draw_tubes(axes, frame.points, ghosts, TUBE * diagonal, rings=160)
-                heading.set_text(f"{title}   t = {frame.time:.2f} s")
-                writer.grab_frame()
-                for artist in drawn:
-                    artist.remove()
-                tell(number)
-    except OSError as error:
-        raise PlotError(f"{path}: {error.strerror or error}") from error
-
-
-def _stage(frames: Sequence[Frame], title: str, inches: float = 6.0, dpi: int = 150) -> tuple[Any, Any]:
+def stage(frames: Sequence[Frame], title: str, inches: float = 6.0, dpi: int = 150) -> tuple[Any, Any]:
     """A figure whose axes hold all frames, one unit of length the same on all three."""
     from matplotlib.backends.backend_agg import FigureCanvasAgg
     from matplotlib.figure import Figure
@@ -109,18 +59,16 @@ def _stage(frames: Sequence[Frame], title: str, inches: float = 6.0, dpi: int = 
         axis.set_major_locator(MaxNLocator(5 if extent > 0.6 * half.max() else 2))
     axes.set(xlim=(-half[0], half[0]) + centre[0], ylim=(-half[1], half[1]) + centre[1])
     axes.set_zlim((-half[2], half[2]) + centre[2])
-    axes.set_box_aspect(half, zoom=0.85)
+    axes.set_box_aspect(half, zoom=0.8)
     axes.view_init(elev=22, azim=-60)
     return figure, axes
 
 
-def _box_diagonal(axes: Any) -> float:
+def box_diagonal(axes: Any) -> float:
     return float(np.linalg.norm([np.ptp(axes.get_xlim()), np.ptp(axes.get_ylim()), np.ptp(axes.get_zlim())]))
 
 
-def _draw_tubes(
-    axes: Any, filaments: Sequence[Points], ghosts: Sequence[bool], radius: float, rings: int = 360
-) -> list[Any]:
+def _draw_tubes(axes: Any, filaments: Sequence[Points], ghosts: Sequence[bool], radius: float) -> None:
     """One collection for all tubes, so that their faces are sorted by depth against each other."""
     from matplotlib.colors import to_rgb
     from mpl_toolkits.mplot3d.art3d import Poly3DCollection
@@ -129,12 +77,11 @@ def _draw_tubes(
     for number, (points, ghost) in enumerate(zip(filaments, ghosts, strict=True)):
         if len(points) < 3:
             continue
-        quads, normals = tube_faces(thinned(points, rings), 0.5 * radius if ghost else radius)
+        quads, normals = tube_faces(thinned(points), 0.5 * radius if ghost else radius)
         faces.append(quads)
-        colours.append(shade(np.array(to_rgb("#a9adb5" if ghost else PALETTE[number % len(PALETTE)])), normals))
+        colours.append(shade(np.array(to_rgb(GHOST if ghost else PALETTE[number % len(PALETTE)])), normals))
     if not faces:
-        return []
+        return
     tubes = Poly3DCollection(np.concatenate(faces), facecolors=np.concatenate(colours), linewidths=0.15)
     tubes.set_edgecolor(np.concatenate(colours))
     axes.add_collection3d(tubes)
-    return [tubes]

@@ -57,7 +57,7 @@ class TableEntry:
 
     @property
     def jones(self) -> Laurent:
-        """The published Jones polynomial."""
+        """The published Jones polynomial; of K15a331, that of its diagram."""
         from vkmcore.topology.laurent import laurent
 
         lowest, *coefficients = self.jones_numbers
@@ -100,7 +100,7 @@ def entry_of_row(row: dict[str, str]) -> TableEntry:
     )
 
 
-@lru_cache(maxsize=2)
+@lru_cache(maxsize=3)
 def _entries(file: str) -> tuple[TableEntry, ...]:
     with Path(__file__).with_name(file).open(newline="") as rows:
         return tuple(entry_of_row(row) for row in csv.DictReader(rows))
@@ -114,6 +114,11 @@ def knots() -> tuple[TableEntry, ...]:
 def links() -> tuple[TableEntry, ...]:
     """The 130 prime links of two and more components to 9 crossings, in the table's order."""
     return _entries("links.csv")
+
+
+def others() -> tuple[TableEntry, ...]:
+    """The larger knots that the catalogue's knot table holds: 12a_1202, and K15a331 by its diagram alone."""
+    return _entries("others.csv")
 
 
 @lru_cache(maxsize=1)
@@ -166,7 +171,7 @@ def _index(entries: Iterable[TableEntry]) -> dict[str, TableEntry]:
 
 @lru_cache(maxsize=1)
 def _small_index() -> dict[str, TableEntry]:
-    index = _index((*knots(), *links()))
+    index = _index((*knots(), *links(), *others()))
     for entry in knots():  # by notation
         index.setdefault("[" + entry.conway.replace(" ", "") + "]", entry)
         index.setdefault("dt [" + ", ".join(map(str, entry.dt[0])) + "]", entry)

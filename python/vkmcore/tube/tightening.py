@@ -21,9 +21,9 @@ from vkmcore import (
     TighteningStepRecord,
 )
 from vkmcore.curves.closed_curve import ClosedCurve
+from vkmcore.curves.neighbours import neighbours
 from vkmcore.curves.resampling import evenly_spaced
 from vkmcore.files import write_text
-from vkmcore.tube.description import neighbours
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray

@@ -46,6 +46,12 @@ VKM_INLINE Pair fast_argument(const Pair& y, const Pair& x) {
   return {angle.high * y_sense, angle.low * y_sense};
 }
 
+/// Bound on the relative error of the angle below.
+inline constexpr double finer_argument_error = 0x1p-92;
+
+/// The same angle from one next to it, of which the error is (y cos - x sin) / (x cos + y sin).
+Pair finer_argument(const Pair& y, const Pair& x, double next);
+
 /// sqrt(1 - x^2) for |x| < 1.
 VKM_INLINE Pair complement(double x) {
   const Pair less = exact_sum(1.0, -x);
@@ -53,7 +59,7 @@ VKM_INLINE Pair complement(double x) {
   const Pair square_of = product(less, more);
   const double root = __builtin_sqrt(square_of.high);
   const Pair back = square(root);
-  return ordered_sum(root, (((square_of.high - back.high) - back.low) + square_of.low) * 0.5 / root);
+  return ordered_sum(root, (((square_of.high - back.high) - back.low) + square_of.low) * (0.5 / root));
 }
 
 /// asin x where the fast path can tell, else NaN.

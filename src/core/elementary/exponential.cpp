@@ -9,18 +9,36 @@ namespace vkm {
 
 namespace elementary {
 
+ScaledPair finer_exp(const Pair& x) {
+  const double multiple = std::rint(x.high * steps_per_unit);
+  const Pair rest = product({multiple, 0.0}, {-exp_step2, 0.0});
+  const Pair r = sum(sum({x.high - multiple * exp_step1, 0.0}, rest), {x.low, 0.0});  // the difference is exact
+  const double z = r.high * r.high;
+  const double cubic =
+      r.high * z *
+      (1.0 / 6.0 + r.high * (1.0 / 24.0 + r.high * (1.0 / 120.0 + r.high * (1.0 / 720.0 + r.high * (1.0 / 5040.0)))));
+  const Pair r2 = product(r, r);
+  const Pair growth = sum(r, sum({0.5 * r2.high, 0.5 * r2.low}, {cubic, 0.0}));
+  const std::int64_t step = static_cast<std::int64_t>(multiple);
+  const Parts& t = exp_table[static_cast<std::uint64_t>(step) & (exp_steps - 1)];
+  const Pair power = ordered_sum(t.head, t.rest);
+  return {sum(power, product(power, growth)), static_cast<std::uint64_t>(step >> std::countr_zero(exp_steps)) & 4095};
+}
+
 double rounded(const ScaledPair& x, double error) {
   const int n = x.signed_exponent();
   if (n > 1024) return infinity;
   if (n < -1076) return 0.0;
   const double bound = error * x.fraction.high;
-  if (n >= -1020) return std::ldexp(rounded(x.fraction, bound), n);
-  if (n > -1024) return nan;
-  // Adding 3/2 of 2^52 last places rounds to the last place.
-  const double place = std::ldexp(1.0, -1074 - n);
-  const double shift = place * 0x1.8p52;
+  if (n >= -1021) return std::ldexp(rounded(x.fraction, bound), n);
+  if (n == -1022) return nan;  // on both sides of the least normal number
+  // Adding 2^52 last places rounds to the last place, and leaves the number's bits below it.
+  const double place = std::bit_cast<double>(static_cast<std::uint64_t>(1023 - 1074 - n) << 52);
+  const double shift = place * 0x1p52;
   const Pair sum = exact_sum(shift, x.fraction.high);
-  return std::ldexp(rounded(Pair{sum.high, sum.low + x.fraction.low}, bound + place * 0x1p-50) - shift, n);
+  const double near = rounded(Pair{sum.high, sum.low + x.fraction.low}, bound + place * 0x1p-50);
+  return near == near ? std::bit_cast<double>(std::bit_cast<std::uint64_t>(near) - std::bit_cast<std::uint64_t>(shift))
+                      : nan;
 }
 
 }  // namespace elementary
@@ -30,13 +48,7 @@ using namespace elementary;
 namespace {
 
 VKM_KERNEL std::size_t exp_lanes(const double* x, std::size_t count, double* values) {
-  std::size_t missed = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    const double value = try_exp(x[i]);
-    values[i] = value;
-    missed += value != value;
-  }
-  return missed;
+  return try_lanes<try_exp>(x, count, values);
 }
 
 /// e^x f for a factor of at most 1, without overflow before the product overflows.
@@ -50,12 +62,13 @@ double exp_times(double x, double factor) {
 
 double exp(double x) {
   const double near = try_exp(x);
-  if (near == near) return near;
-  if (std::isnan(x)) return x;
-  if (x > 710.0) return infinity;
-  if (x < -746.0) return 0.0;
-  const double edge = rounded(fast_exp({x, 0.0}), exp_error);
-  return edge == edge ? edge : to_double(long_exp(long_float(x)));
+  if (near == near || std::isnan(x)) return near;
+  if (std::fabs(x) > 708.0) {
+    const double edge = rounded(fast_exp({x, 0.0}), exp_error);
+    if (edge == edge) return edge;
+  }
+  const double finer = rounded(finer_exp({x, 0.0}), finer_exp_error);
+  return finer == finer ? finer : to_double(long_exp(long_float(x)));
 }
 
 void exp(std::span<const double> x, std::span<double> result) {

@@ -40,15 +40,23 @@ VKM_INLINE ScaledPair fast_exp(const Pair& x) {
   return {ordered_sum(main.high, rest), (step / exp_steps) & 4095};
 }
 
+/// Bound on the relative error of the pair below.
+inline constexpr double finer_exp_error = 0x1p-75;
+
+/// e^(x.high + x.low) for |x.high| < 800 to more digits: the square as a pair, too.
+ScaledPair finer_exp(const Pair& x);
+
 /// The nearest double, or NaN where it takes more digits. Subnormal results are rounded to the last place they have.
 double rounded(const ScaledPair& x, double error);
 
-/// e^x where the fast path can tell, else NaN.
+/// e^x where the fast path can tell, else NaN; 0 and infinity far out.
 VKM_INLINE double try_exp(double x) {
   const ScaledPair value = fast_exp({x, 0.0});
   const double fraction = rounded(value.fraction, exp_error * value.fraction.high);
   const double power = std::bit_cast<double>(std::bit_cast<std::uint64_t>(fraction) + (value.exponent << 52));
-  return (magnitude(x) <= 708.0) & (fraction == fraction) ? power : nan;
+  const double near = (magnitude(x) <= 708.0) & (fraction == fraction) ? power : nan;
+  const double below = x < -746.0 ? 0.0 : near;
+  return x > 710.0 ? infinity : below;
 }
 
 }  // namespace vkm::elementary

@@ -6,7 +6,21 @@
 #include <cstddef>
 #include <span>
 
+#include "core/kernel.hpp"
+
 namespace vkm::elementary {
+
+/// values[i] = try_one(x[i]), NaN where it cannot tell; how many of these there are.
+template <double (*try_one)(double)>
+VKM_INLINE std::size_t try_lanes(const double* x, std::size_t count, double* values) {
+  std::size_t missed = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    const double value = try_one(x[i]);
+    values[i] = value;
+    missed += value != value;
+  }
+  return missed;
+}
 
 /// result[i] = scalar(x[i]) wherever the kernel left NaN; `left` of them. Works on blocks, so that x and result may be
 /// the same memory.

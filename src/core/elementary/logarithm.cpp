@@ -12,13 +12,7 @@ using namespace elementary;
 namespace {
 
 VKM_KERNEL std::size_t log_lanes(const double* x, std::size_t count, double* values) {
-  std::size_t missed = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    const double value = try_log(x[i]);
-    values[i] = value;
-    missed += value != value;
-  }
-  return missed;
+  return try_lanes<try_log>(x, count, values);
 }
 
 /// The logarithm of what is no positive finite number.
@@ -29,6 +23,7 @@ double improper_log(double x) {
 
 /// ln x of a positive finite x, subnormals included.
 Pair any_log(double x) { return x < 0x1p-1022 ? fast_log(x * 0x1p54, -54.0) : fast_log(x); }
+Pair any_finer_log(double x) { return x < 0x1p-1022 ? finer_log(x * 0x1p54, -54.0) : finer_log(x); }
 
 }  // namespace
 
@@ -38,7 +33,10 @@ double log(double x) {
   if (!(x > 0.0 && x < infinity)) return improper_log(x);
   const Pair value = any_log(x);
   const double other = rounded(value, std::fabs(value.high) * log_error);
-  return other == other ? other : to_double(long_log(long_float(x), value));
+  if (other == other) return other;
+  const Pair finer = any_finer_log(x);
+  const double found = rounded(finer, std::fabs(finer.high) * finer_log_error);
+  return found == found ? found : to_double(long_log(long_float(x), finer));
 }
 
 double log10(double x) {

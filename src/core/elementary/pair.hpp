@@ -64,6 +64,8 @@ VKM_INLINE Pair product(const Pair& a, const Pair& b) {
   return ordered_sum(p.high, p.low + (a.high * b.low + a.low * b.high));
 }
 
+VKM_INLINE Pair operator-(const Pair& a) { return {-a.high, -a.low}; }
+
 VKM_INLINE Pair sum(const Pair& a, const Pair& b) {
   const Pair s = exact_sum(a.high, b.high);
   return ordered_sum(s.high, s.low + (a.low + b.low));

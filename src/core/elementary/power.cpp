@@ -14,13 +14,7 @@ using namespace elementary;
 namespace {
 
 VKM_KERNEL std::size_t three_halves_lanes(const double* x, std::size_t count, double* values) {
-  std::size_t missed = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    const double value = try_three_halves_power(x[i]);
-    values[i] = value;
-    missed += value != value;
-  }
-  return missed;
+  return try_lanes<try_three_halves_power>(x, count, values);
 }
 
 /// The powers that are products of few factors, else NaN.
@@ -46,6 +40,8 @@ double positive_power(double x, double y) {
   const Pair natural = product(logarithm, {y, 0.0});
   const double near = rounded(fast_exp(natural), exp_error + std::fabs(size) * finer_log_error);
   if (near == near) return near;
+  const double finer = rounded(finer_exp(natural), finer_exp_error + std::fabs(size) * finer_log_error);
+  if (finer == finer) return finer;
   return to_double(long_exp(long_float(y) * long_log(long_float(x), logarithm)));
 }
 

@@ -49,6 +49,12 @@ VKM_INLINE SinCosPair fast_sin_cos(double x) {
   return sin_cos_of_step(std::bit_cast<std::uint64_t>(shifted), y);
 }
 
+/// Bound on the relative error of the pairs below.
+inline constexpr double finer_sine_error = 0x1p-94;
+
+/// The same by Taylor series in pairs, to finer_sine_error of themselves and 2^-111 |x|.
+SinCosPair finer_sin_cos(double x);
+
 /// sin x and cos x where the fast path can tell, else NaN.
 struct SinCos {
   double sin;
@@ -65,6 +71,32 @@ VKM_INLINE SinCos try_sin_cos(double x) {
   return {tiny ? x : (reached ? s : nan), reached ? c : nan};
 }
 
+VKM_INLINE double try_sine(double x) { return try_sin_cos(x).sin; }
+VKM_INLINE double try_cosine(double x) { return try_sin_cos(x).cos; }
+
+/// tan x likewise.
+VKM_INLINE double try_tan(double x) {
+  const SinCosPair at = fast_sin_cos(x);
+  const Pair value = quotient(at.sin, at.cos);
+  const double reduction = magnitude(x) * 0x1p-110;  // of the lesser of sine and cosine, for either may be small
+  const double s = magnitude(at.sin.high);
+  const double c = magnitude(at.cos.high);
+  const double error = magnitude(value.high) * (4.0 * sine_error + reduction / (s < c ? s : c));
+  const double near = rounded(value, error);
+  return magnitude(x) < 0x1p-27 ? x : (magnitude(x) <= sine_range ? near : nan);
+}
+
+/// Sum of (-z)^k / (2 k + 5)! from k = 0 to 6, of the sine's Taylor series.
+VKM_INLINE double sine_series(double z) {
+  double series = -1.0 / 1307674368000.0 + z * (1.0 / 355687428096000.0);
+  series = 1.0 / 6227020800.0 + z * series;
+  series = -1.0 / 39916800.0 + z * series;
+  series = 1.0 / 362880.0 + z * series;
+  series = -1.0 / 5040.0 + z * series;
+  series = 1.0 / 120.0 + z * series;
+  return series;
+}
+
 /// Sine in single precision for |x| <= 1e5, by pi in two pieces and a Taylor series in double precision; else NaN.
 VKM_INLINE float try_sin(float x) {
   constexpr double pi_head = 0x1.921fb54400000p+1;  // 33 bits: products with a multiple of 15 are exact
@@ -75,13 +107,7 @@ VKM_INLINE float try_sin(float x) {
   const double multiple = shifted - shift;
   const double y = (wide - multiple * pi_head) - multiple * pi_rest;
   const double z = y * y;
-  double series = -1.0 / 1307674368000.0 + z * (1.0 / 355687428096000.0);
-  series = 1.0 / 6227020800.0 + z * series;
-  series = -1.0 / 39916800.0 + z * series;
-  series = 1.0 / 362880.0 + z * series;
-  series = -1.0 / 5040.0 + z * series;
-  series = 1.0 / 120.0 + z * series;
-  series = -1.0 / 6.0 + z * series;
+  const double series = -1.0 / 6.0 + z * sine_series(z);
   const double sine = y + y * (z * series);
   const std::uint64_t sign = std::bit_cast<std::uint64_t>(shifted) << 63;
   const double value = std::bit_cast<double>(std::bit_cast<std::uint64_t>(sine) ^ sign);

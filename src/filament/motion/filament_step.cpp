@@ -8,6 +8,10 @@ namespace vkm {
 
 namespace {
 
+VelocityLaw direct_law(const FilamentOptions& options, const Poll& poll) {
+  return [&](std::span<const Filament> filaments) { return filament_velocity(filaments, options, poll); };
+}
+
 using Velocities = std::vector<std::vector<Vec3>>;
 
 /// The start state moved by `dt` along `velocity`; `state` holds a copy of it whose positions may be out of date.
@@ -21,18 +25,17 @@ void move_from(std::span<const Filament> start, const Velocities& velocity, doub
 
 }  // namespace
 
-FilamentStep rk4_step(std::span<const Filament> filaments, double dt, const FilamentOptions& options,
-                      const Poll& poll) {
+FilamentStep rk4_step(std::span<const Filament> filaments, double dt, const VelocityLaw& law) {
   FilamentStep step;
-  const FilamentVelocity k1 = filament_velocity(filaments, options, poll);
+  const FilamentVelocity k1 = law(filaments);
   std::vector<Filament>& state = step.filaments;
   state.assign(filaments.begin(), filaments.end());
   move_from(filaments, k1.velocity, dt * 0.5, state);
-  const FilamentVelocity k2 = filament_velocity(state, options, poll);
+  const FilamentVelocity k2 = law(state);
   move_from(filaments, k2.velocity, dt * 0.5, state);
-  const FilamentVelocity k3 = filament_velocity(state, options, poll);
+  const FilamentVelocity k3 = law(state);
   move_from(filaments, k3.velocity, dt, state);
-  const FilamentVelocity k4 = filament_velocity(state, options, poll);
+  const FilamentVelocity k4 = law(state);
   Velocities sum = k1.velocity;
   for (std::size_t f = 0; f < sum.size(); ++f) {
     for (std::size_t i = 0; i < sum[f].size(); ++i) {
@@ -45,8 +48,7 @@ FilamentStep rk4_step(std::span<const Filament> filaments, double dt, const Fila
   return step;
 }
 
-double cfl_time_step(std::span<const Filament> filaments, const FilamentOptions& options, double cfl,
-                     const Poll& poll) {
+double cfl_time_step(std::span<const Filament> filaments, const VelocityLaw& law, double cfl) {
   constexpr double least_step = 1e-6;
   double ds = std::numeric_limits<double>::infinity();
   for (const Filament& filament : filaments) {
@@ -58,8 +60,18 @@ double cfl_time_step(std::span<const Filament> filaments, const FilamentOptions&
     }
   }
   if (!std::isfinite(ds) || !(ds > 0.0)) return least_step;
-  const double speed = filament_velocity(filaments, options, poll).maximum_speed;
+  const double speed = law(filaments).maximum_speed;
   return std::max(ds * cfl / std::max(1e-12, speed), least_step);
+}
+
+FilamentStep rk4_step(std::span<const Filament> filaments, double dt, const FilamentOptions& options,
+                      const Poll& poll) {
+  return rk4_step(filaments, dt, direct_law(options, poll));
+}
+
+double cfl_time_step(std::span<const Filament> filaments, const FilamentOptions& options, double cfl,
+                     const Poll& poll) {
+  return cfl_time_step(filaments, direct_law(options, poll), cfl);
 }
 
 }  // namespace vkm

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "core/elementary.hpp"
 #include "core/numbers.hpp"
 #include "core/pair_sums.hpp"
 #include "core/polygon_edges.hpp"
+#include "core/tasks.hpp"
 
 namespace vkm {
 
@@ -58,6 +60,50 @@ void add_own_edges(const Segments& edges, double strength, std::size_t begin, co
   add_edges_off_vertices(edges.sources(), tail, n, strength, block);
 }
 
+/// A filament in the form of the sums.
+struct Prepared {
+  Segments edges;
+  Lanes points;
+  Lanes velocity;
+};
+
+/// The block of vertices that begins at `begin`, of filament f: the local term, and the sum over all sources.
+void sum_block(std::span<const Filament> filaments, const FilamentOptions& options, std::size_t f, std::size_t begin,
+               std::vector<Prepared>& prepared, Heartbeat& heartbeat) {
+  const double core = effective_core(options);
+  const double soft2 = options.a_sim * options.a_sim;
+  Prepared& own = prepared[f];
+  const std::size_t n = own.points.size();
+  const double strength = filaments[f].circulation / four_pi;
+  for (std::size_t i = begin; i < std::min(n, begin + lane_block); ++i) {
+    const Vec3& a = own.edges.dl[i == 0 ? n - 1 : i - 1];
+    own.velocity.set(i, local_induction(a, own.edges.dl[i], core, options.lia_constant, strength));
+  }
+  if (options.lia_only) return;
+  VertexBlock block{view(own.points, begin), space(own.velocity, begin), {}, {}};
+  for (std::size_t i = 0; i < lane_block; ++i) {
+    block.row[i] = static_cast<double>(begin + i);
+    block.before[i] = static_cast<double>(begin + i == 0 ? n - 1 : begin + i - 1);
+  }
+  for (std::size_t s = 0; s < filaments.size(); ++s) {
+    if (!filaments[s].induces()) continue;
+    heartbeat.tick();
+    const Segments& edges = prepared[s].edges;
+    const double source_strength = filaments[s].circulation / four_pi;
+    if (s == f) {
+      add_own_edges(edges, source_strength, begin, block);
+    } else {
+      add_all_edges(edges.sources(), 0, edges.dl.size(), soft2, source_strength, block);
+    }
+  }
+}
+
+}  // namespace
+
+double effective_core(const FilamentOptions& options) {
+  return vkm::exp(options.core_delta) * std::max(1e-30, options.core_radius);
+}
+
 Vec3 local_induction(const Vec3& a, const Vec3& b, double core, double constant, double strength) {
   constexpr double least_length = 1e-30;
   const double la = std::max(least_length, norm(a));
@@ -66,54 +112,25 @@ Vec3 local_induction(const Vec3& a, const Vec3& b, double core, double constant,
   return cross(a, b) * (2.0 * c) / (la * lb * (lb + la));
 }
 
-}  // namespace
-
 FilamentVelocity filament_velocity(std::span<const Filament> filaments, const FilamentOptions& options,
-                                   const Poll& poll) {
-  const double core = vkm::exp(options.core_delta) * std::max(1e-30, options.core_radius);
-  const double soft2 = options.a_sim * options.a_sim;
-  std::vector<Segments> edges;
-  FilamentVelocity result;
-  for (const Filament& filament : filaments) {
-    edges.push_back(closed_segments(filament.points));
-    result.velocity.emplace_back(filament.points.size(), Vec3{});
-  }
-  Heartbeat heartbeat(poll);
-  double largest = 0.0;
+                                   const Poll& poll, int threads) {
+  std::vector<Prepared> prepared;
+  std::vector<std::pair<std::size_t, std::size_t>> blocks;  // filament, first vertex
   for (std::size_t f = 0; f < filaments.size(); ++f) {
-    const Filament& filament = filaments[f];
-    const std::size_t n = filament.points.size();
-    if (filament.ghost || n == 0) continue;
-    const double strength = filament.circulation / four_pi;
-    const Lanes points(filament.points);
-    Lanes velocity(n);
-    for (std::size_t i = 0; i < n; ++i) {
-      const Vec3& a = edges[f].dl[i == 0 ? n - 1 : i - 1];
-      velocity.set(i, local_induction(a, edges[f].dl[i], core, options.lia_constant, strength));
+    const std::vector<Vec3>& points = filaments[f].points;
+    prepared.push_back({closed_segments(points), Lanes(points), Lanes(points.size())});
+    for (std::size_t b = 0; !filaments[f].ghost && b < prepared[f].points.blocks(); ++b) {
+      blocks.emplace_back(f, b * lane_block);
     }
-    for (std::size_t b = 0; b < points.blocks() && !options.lia_only; ++b) {
-      const std::size_t at = b * lane_block;
-      VertexBlock block{view(points, at), space(velocity, at), {}, {}};
-      for (std::size_t i = 0; i < lane_block; ++i) {
-        block.row[i] = static_cast<double>(at + i);
-        block.before[i] = static_cast<double>(at + i == 0 ? n - 1 : at + i - 1);
-      }
-      for (std::size_t s = 0; s < filaments.size(); ++s) {
-        if (!filaments[s].source || filaments[s].ghost) continue;
-        heartbeat.tick();
-        const double source_strength = filaments[s].circulation / four_pi;
-        if (s == f) {
-          add_own_edges(edges[s], source_strength, at, block);
-        } else {
-          add_all_edges(edges[s].sources(), 0, edges[s].dl.size(), soft2, source_strength, block);
-        }
-      }
-    }
-    for (std::size_t i = 0; i < n; ++i) {
-      const Vec3 v = velocity[i];
-      result.velocity[f][i] = v;
-      largest = norm2(v) > largest ? norm2(v) : largest;
-    }
+  }
+  run_tasks(blocks.size(), threads, poll, [&](std::size_t task, Heartbeat& heartbeat) {
+    sum_block(filaments, options, blocks[task].first, blocks[task].second, prepared, heartbeat);
+  });
+  FilamentVelocity result;
+  double largest = 0.0;
+  for (const Prepared& filament : prepared) {
+    result.velocity.push_back(filament.velocity.vectors());
+    for (const Vec3& v : result.velocity.back()) largest = norm2(v) > largest ? norm2(v) : largest;
   }
   result.maximum_speed = std::sqrt(largest);
   return result;

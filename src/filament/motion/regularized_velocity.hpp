@@ -31,6 +31,7 @@ struct Filament {
   bool ghost = false;  // neither moves nor induces, and has no velocity
 
   bool moves() const { return moving && !ghost; }
+  bool induces() const { return source && !ghost; }
 };
 
 struct FilamentOptions {
@@ -46,7 +47,14 @@ struct FilamentVelocity {
   double maximum_speed = 0.0;               // m/s
 };
 
+/// a_eff, in m.
+double effective_core(const FilamentOptions& options);
+
+/// The local term at a vertex, of its arriving edge and its leaving one; strength is Gamma / (4 pi).
+Vec3 local_induction(const Vec3& a, const Vec3& b, double core, double constant, double strength);
+
+/// The same bits for any number of threads.
 FilamentVelocity filament_velocity(std::span<const Filament> filaments, const FilamentOptions& options,
-                                   const Poll& poll = {});
+                                   const Poll& poll = {}, int threads = 1);
 
 }  // namespace vkm

@@ -6,6 +6,7 @@
 #include "core/numbers.hpp"
 #include "core/pair_sums.hpp"
 #include "core/polygon_edges.hpp"
+#include "core/tasks.hpp"
 
 namespace vkm {
 
@@ -31,6 +32,17 @@ VKM_KERNEL void add_points(const PointSources& filament, std::size_t count, doub
   });
 }
 
+/// Runs kernel(points, sums) on all blocks of points; a block is a task.
+template <class Kernel>
+Lanes sums_at(const Lanes& points, const Poll& poll, int threads, const Kernel& kernel) {
+  Lanes sums(points.size());
+  run_tasks(points.blocks(), threads, poll, [&](std::size_t block, Heartbeat& heartbeat) {
+    kernel(view(points, block * lane_block), space(sums, block * lane_block));
+    heartbeat.tick();
+  });
+  return sums;
+}
+
 void check_lengths(std::span<const Vec3> filament_points, std::span<const Vec3> tangents) {
   if (tangents.size() < filament_points.size()) {
     throw std::invalid_argument("biot_savart_velocity: tangent_vectors must be at least as long as filament_points");
@@ -39,11 +51,11 @@ void check_lengths(std::span<const Vec3> filament_points, std::span<const Vec3> 
 
 }  // namespace
 
-Lanes closed_curve_velocity(std::span<const Vec3> curve, const Lanes& grid, double circulation, const Poll& poll) {
+Lanes closed_curve_velocity(std::span<const Vec3> curve, const Lanes& grid, double circulation, const Poll& poll,
+                            int threads) {
   if (curve.size() < 2) return Lanes(grid.size());
   const Segments segments = closed_segments(curve);
-  Heartbeat heartbeat(poll);
-  Lanes velocity = sums_at(grid, heartbeat, [&](const LaneView& at, const LaneSpace& sums) {
+  Lanes velocity = sums_at(grid, poll, threads, [&](const LaneView& at, const LaneSpace& sums) {
     add_closed_curve(segments.sources(), segments.dl.size(), at, sums);
   });
   const double scale = circulation / four_pi;
@@ -77,6 +89,16 @@ std::vector<Vec3> biot_savart_velocities(std::span<const Vec3> targets, std::spa
     add_points({filament_points.data(), tangents.data()}, filament_points.size(), circulation, at, sums);
   };
   return sums_at(Lanes(targets), heartbeat, add).vectors();
+}
+
+std::vector<Vec3> biot_savart_velocities(std::span<const Vec3> targets, std::span<const Vec3> filament_points,
+                                         std::span<const Vec3> tangents, double circulation, const Poll& poll,
+                                         int threads) {
+  check_lengths(filament_points, tangents);
+  const auto add = [&](const LaneView& at, const LaneSpace& sums) {
+    add_points({filament_points.data(), tangents.data()}, filament_points.size(), circulation, at, sums);
+  };
+  return sums_at(Lanes(targets), poll, threads, add).vectors();
 }
 
 }  // namespace vkm

@@ -20,8 +20,10 @@ namespace vkm {
 inline constexpr double point_cutoff = 1e-6;  // m; the point form skips sources up to here
 
 /// Velocity of a closed polyline at each grid point: the sum over segments of dl x R / (|R|^3 + 1e-12) with R from the
-/// segment's midpoint, times circulation / (4 pi). Fewer than two curve points give zeros.
-Lanes closed_curve_velocity(std::span<const Vec3> curve, const Lanes& grid, double circulation, const Poll& poll = {});
+/// segment's midpoint, times circulation / (4 pi). Fewer than two curve points give zeros. The same bits for any number
+/// of threads.
+Lanes closed_curve_velocity(std::span<const Vec3> curve, const Lanes& grid, double circulation, const Poll& poll = {},
+                            int threads = 1);
 
 std::vector<Vec3> closed_curve_velocity(std::span<const Vec3> curve, std::span<const Vec3> grid, double circulation,
                                         const Poll& poll = {});
@@ -34,5 +36,8 @@ Vec3 biot_savart_velocity(const Vec3& r, std::span<const Vec3> filament_points, 
 /// The same at each of `targets`, with the same bits.
 std::vector<Vec3> biot_savart_velocities(std::span<const Vec3> targets, std::span<const Vec3> filament_points,
                                          std::span<const Vec3> tangents, double circulation, Heartbeat& heartbeat);
+std::vector<Vec3> biot_savart_velocities(std::span<const Vec3> targets, std::span<const Vec3> filament_points,
+                                         std::span<const Vec3> tangents, double circulation, const Poll& poll,
+                                         int threads);
 
 }  // namespace vkm

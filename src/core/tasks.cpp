@@ -1,4 +1,4 @@
-#include "ideal/tasks.hpp"
+#include "core/tasks.hpp"
 
 #include <algorithm>
 #include <atomic>
@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-namespace vkm::ideal {
+namespace vkm {
 
 namespace {
 
@@ -75,4 +75,4 @@ void run_tasks(std::size_t count, int threads, const Poll& poll,
   if (failure) std::rethrow_exception(failure);
 }
 
-}  // namespace vkm::ideal
+}  // namespace vkm

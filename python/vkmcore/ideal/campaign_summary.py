@@ -1,0 +1,105 @@
+"""What a campaign has reached, a row a knot: ropelengths by edge, at the limit of no edge, and against the table."""
+
+from __future__ import annotations
+
+from collections.abc import Iterable
+from dataclasses import dataclass
+
+import numpy as np
+
+from vkmcore.ideal.campaign import COARSE, FINE
+from vkmcore.ideal.campaign_store import Entry, Store
+from vkmcore.reference.tables import TableEntry
+
+EDGES = (COARSE, *FINE)
+
+
+@dataclass(frozen=True)
+class Summary:
+    """Ropelengths are length over tube radius; None where there is none yet."""
+
+    name: str
+    crossings: int
+    components: int
+    published: float | None
+    polygons: tuple[float | None, ...]  # at `EDGES`
+    limit: float | None  # extrapolated to no edge
+    curve: float | None  # of the Fourier form
+    harmonics: int | None
+    seeds: int  # searches that ended
+    cpu_s: float
+    certificate: str
+
+    @property
+    def polygon(self) -> float | None:
+        """The least of the polygons."""
+        return min((value for value in self.polygons if value is not None), default=None)
+
+
+def extrapolated(entry: Entry) -> float | None:
+    """The ropelength at the limit of no edge, by the two finest polygons; None where they are not of one search.
+
+    The excess of an equilateral polygon goes with the square of its edge.
+    """
+    coarse, fine = (entry.shapes.get(edge) for edge in FINE)
+    if coarse is None or fine is None or coarse.seed != fine.seed:
+        return None
+    return (fine.ropelength * coarse.edge**2 - coarse.ropelength * fine.edge**2) / (coarse.edge**2 - fine.edge**2)
+
+
+def summaries(store: Store, entries: Iterable[TableEntry]) -> list[Summary]:
+    """Rows of those entries that the campaign has a polygon of."""
+    rows = []
+    for known in entries:
+        entry = store.load(known.name)
+        if not entry.shapes:
+            continue
+        shapes = [entry.shapes.get(edge) for edge in EDGES]
+        rows.append(
+            Summary(
+                name=known.name,
+                crossings=known.crossings,
+                components=known.components,
+                published=known.ropelength,
+                polygons=tuple(None if shape is None else shape.ropelength for shape in shapes),
+                limit=extrapolated(entry),
+                curve=entry.form.ropelength if entry.form else None,
+                harmonics=entry.form.form.harmonics if entry.form else None,
+                seeds=len(entry.seeds()),
+                cpu_s=sum(attempt["cpu"] for attempt in entry.attempts),
+                certificate=entry.certificate.partition(": ")[2] or entry.certificate,
+            )
+        )
+    return rows
+
+
+@dataclass(frozen=True)
+class Group:
+    """Excesses of the knots of one crossing number over the published values, as parts of them."""
+
+    crossings: int
+    count: int
+    median: float
+    ninetieth: float  # 90 % are not above it
+    worst: float
+    at_or_below: int
+
+
+def groups(rows: Iterable[Summary], curves: bool) -> list[Group]:
+    """By crossing number, those with a published value; of the Fourier forms, or of the polygons."""
+    excesses: dict[int, list[float]] = {}
+    for row in rows:
+        value = row.curve if curves else row.polygon
+        if value is not None and row.published is not None:
+            excesses.setdefault(row.crossings, []).append(value / row.published - 1.0)
+    return [
+        Group(
+            crossings,
+            len(found),
+            float(np.median(found)),
+            float(np.quantile(found, 0.9)),
+            max(found),
+            sum(excess <= 0.0 for excess in found),
+        )
+        for crossings, found in sorted(excesses.items())
+    ]
