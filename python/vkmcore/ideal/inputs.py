@@ -13,7 +13,7 @@ import numpy as np
 
 from vkmcore.curves.reader import is_file, read_curves
 from vkmcore.errors import CurveError
-from vkmcore.ideal.starts import Start, braid_polygon, diagram_polygon, grid_polygon, grid_polygons, table_polygons
+from vkmcore.ideal.starts import Start, braid_polygon, diagram_polygon, grid_polygon, grid_polygons, table_starts
 from vkmcore.reference.tables import TableEntry, UnknownName, find
 from vkmcore.topology.diagram import PlanarDiagram, diagram_of_code
 from vkmcore.topology.identification import MIRROR, UNKNOWN, identify
@@ -124,7 +124,7 @@ def _of_file(name: str) -> Problem:
 
 
 def _of_entry(entry: TableEntry) -> Problem:
-    return Problem(entry.name, entry.diagram, tuple(table_polygons(entry)), entry, named=True)
+    return Problem(entry.name, entry.diagram, tuple(table_starts(entry)), entry, named=True)
 
 
 def _of_diagram(diagram: PlanarDiagram, title: str) -> Problem:

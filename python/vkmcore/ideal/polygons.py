@@ -25,7 +25,7 @@ Check = Callable[[Sequence["Points"]], object]
 class Batch:
     """Starts of one kind, and how they are searched."""
 
-    kind: str  # "grid", "lobed torus", ...
+    kind: str  # "table", "lobed torus", ...
     starts: Callable[[int], Iterable[Sequence[Points]]]  # for a seed; a list of (N, 3) arrays a start
     effort: dict[str, Any] = field(default_factory=dict)
 

@@ -13,7 +13,6 @@ from vkmcore.ideal.families import EFFORT, family_of
 from vkmcore.ideal.inputs import Problem, problem_of
 from vkmcore.ideal.polygons import Batch, Progress, search
 from vkmcore.ideal.shape import IdealShape
-from vkmcore.ideal.starts import table_polygons
 from vkmcore.topology.certificate import Certificate, CertificateError, same_type
 
 if TYPE_CHECKING:
@@ -135,10 +134,12 @@ def batches_of(problem: Problem, effort: dict[str, Any]) -> list[Batch]:
         batches.append(_batch("own", problem.starts, {**effort, **OWN_EFFORT} if beside else effort))
     if entry is not None and not (family is not None and family.alone):
         if problem.named:
-            batches.append(_batch("grid", problem.starts, effort))
+            batches.append(_batch("table", problem.starts, effort))
         elif len(problem.starts) == 1:
-            starts = table_polygons(entry)
-            batches.append(_batch("grid", [s.mirrored() if mirrored else s for s in starts], effort))
+            from vkmcore.ideal.starts import table_starts
+
+            starts = table_starts(entry)
+            batches.append(_batch("table", [s.mirrored() if mirrored else s for s in starts], effort))
     if family is not None:
         chosen = family  # not None in the function below
         own = {**EFFORT, "start_count": family.count}

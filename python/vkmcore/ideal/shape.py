@@ -32,7 +32,7 @@ class SearchStep:
     edge: float  # edge length, in tube radii
     hops: int  # tried in the chain
     ropelength: float  # length / tube radius at this edge length
-    starts: str = ""  # their kind: "grid", "own", "lobed torus", "twist"
+    starts: str = ""  # their kind: "table", "own", "lobed torus", "twist"
 
 
 @dataclass(frozen=True, eq=False)
