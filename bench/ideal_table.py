@@ -140,7 +140,11 @@ def lines(file: Path) -> Iterator[str]:
         else:
             excess = [run.excess or 0.0 for runs in by_knot for run in runs]
             cpu = [run.cpu for runs in by_knot for run in runs]
-        count = f"{len(by_knot)} of {len(row.names)} knots, {sum(map(len, by_knot))}" if len(row.names) > 1 else str(len(excess))
+        count = (
+            f"{len(by_knot)} of {len(row.names)} knots, {sum(map(len, by_knot))}"
+            if len(row.names) > 1
+            else str(len(excess))
+        )
         text = f"{100 * statistics.median(excess):+.3f}, {100 * max(excess):+.3f}"
         times = f"{statistics.median(cpu):.1f}, {max(cpu):.1f}"
         if row.within is not None:
