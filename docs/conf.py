@@ -17,7 +17,7 @@ author = "the VKMcore authors"
 copyright = "MIT licence"
 version = release = vkmcore.__version__
 
-extensions = ["myst_parser", "gallery", "mathematics", "reference", "snippets"]
+extensions = ["myst_parser", "gallery", "mathematics", "reference", "snippets", "studies"]
 exclude_patterns = ["extensions", "benchmarks.md", "ideal_table.md"]  # tables that other pages include
 source_suffix = {".md": "markdown", ".rst": "restructuredtext"}
 myst_enable_extensions = ["dollarmath", "deflist"]

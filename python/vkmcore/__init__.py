@@ -4,8 +4,8 @@ Every public name of the extension module `_native` is a name of this package to
 
     from vkmcore import ParticleEvaluator
 
-    knot = ParticleEvaluator("3:1:1")
-    knot.relax()
+    knot = ParticleEvaluator("3:1:1", resolution=400)
+    knot.relax(iterations=0)  # the catalogued shape; docs/mass.md says what sweeps do to it
     print(knot.get_core_mass_mev_only(), "MeV")
 
 The command line is `vkmcore` or `python -m vkmcore`.

@@ -39,6 +39,18 @@ def test_a_snippet_that_prints_something_else_is_found(tmp_path):
     assert difference == "page.md:8: shown\n3\nprinted\n2\n"
 
 
+def test_digits_of_the_catalogue_s_shapes_may_follow_it(tmp_path):
+    page, mark = tmp_path / "page.md", f"{snippets.MARK}\n\n"
+    text = '```python\nprint("L 12.48, 8 crossings")\n```\n\n{}```text\n{}\n```\n'
+    for shown, alike in [("L 12.5, 9 crossings", True), ("L 15.0, 8 crossings", False), ("L 12.48, 8 knots", False)]:
+        page.write_text(text.format(mark, shown), encoding="utf-8")
+        found = snippets.run(page, tmp_path)
+        assert (snippets.told(page, found) == []) == alike
+        assert snippets.rewritten(page.read_text(encoding="utf-8"), found) == text.format(mark, "L 12.48, 8 crossings")
+    page.write_text(text.format("", "L 12.5, 9 crossings"), encoding="utf-8")
+    assert snippets.differences(page, tmp_path) != []
+
+
 def test_the_landing_page_has_seven_things_each_with_code_output_and_a_picture():
     parts = re.split(r"^## ", (DOCS / "index.md").read_text(encoding="utf-8"), flags=re.MULTILINE)[1:]
     assert len(parts) == 7

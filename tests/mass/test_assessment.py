@@ -66,3 +66,9 @@ def test_a_runaway_ends_with_code_1_and_its_reason():
     assert record["motion"] == "collapsed" and record["relaxed"]["weight"]["core_mass_MeV"] is None
     assert record["catalogued"]["weight"]["core_mass_MeV"] > 0
     assert {check["kind"] for check in record["checks"]} == {"NumericalConvergence", "SyntheticDiagnostic"}
+
+
+def test_a_name_is_as_good_as_an_id():
+    small = ("--resolution", "60", "--iterations", "3", "--no-tail", "--json")
+    by_name, by_id = (CliRunner().invoke(cli, ["mass", knot, *small]).stdout for knot in ("trefoil", "3:1:1"))
+    assert by_name == by_id and json.loads(by_name)[0]["id"] == "3:1:1"

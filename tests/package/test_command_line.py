@@ -91,7 +91,7 @@ def test_numbers_that_are_not_finite_are_null_in_json():
     assert "ran away" in result.stderr
 
 
-@pytest.mark.parametrize("knot_id", ["3_1", "3:1:", "", "999:1:1"])
+@pytest.mark.parametrize("knot_id", ["3_0", "3:1:", "", "999:1:1"])
 def test_a_wrong_id_gets_the_library_s_message(knot_id):
     with pytest.raises(RuntimeError) as library:
         ParticleEvaluator(knot_id)

@@ -102,6 +102,22 @@ def test_compare_reads_files_and_keys_alike(trefoil, tmp_path):
     assert json.loads(run("compare", "3:1:1", "3:1:1", "--json").stdout)["rms_point_delta"] == 0.0
 
 
+def test_neighbours_follow_the_spacing_and_are_told():
+    """With a fixed number of them the reach falls as the spacing does."""
+    reaches, ropelengths, few = [], [], ("--contact-vertices", "64")
+    for samples in ("200", "800"):
+        compared = json.loads(run("compare", "3:1:1", "4:1:1", "--samples", samples, "--json").stdout)
+        described = json.loads(run("describe", "3:1:1", *few, "--samples", samples, "--json").stdout)["tube"]
+        assert compared["settings"]["skip"] > 4 and described["skipped_neighbours"] > 4
+        reaches.append(compared["reach_proxy_a"])
+        ropelengths.append(described["ropelength_rad"])
+    assert reaches[0] == pytest.approx(reaches[1], rel=0.02)
+    assert ropelengths[0] == pytest.approx(ropelengths[1], rel=0.02)
+    skipped = compared["settings"]["skip"]
+    table = run("compare", "3:1:1", "4:1:1", "--samples", "800").stdout
+    assert any("skipped neighbours" in line and str(skipped) in line for line in table.splitlines())
+
+
 @pytest.mark.parametrize(
     ("text", "message"),
     [

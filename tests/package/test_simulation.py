@@ -414,6 +414,7 @@ RING = '[[filament]]\ncurve = "ring"\nradius = 1.0\n'
         ("t_end = 1.0", "no [[filament]] in it"),
         ("t_end = 1.0\nfilament = 3", "no [[filament]] in it"),
         (f"t_end = 'soon'\n{RING}", "t_end: expected a number"),
+        (f"t_end = 1\ncore = 3\n{RING}", "core: expected a text"),
         (f"t_end = 1\ntend = 2\n{RING}", "unknown key 'tend'; known are"),
         (f"t_end = 1\n[options]\ncore = 2\n{RING}", "options: unknown key 'core'; known are"),
         (f"t_end = 1\n[options]\nlia_only = 1\n{RING}", "options: lia_only: expected true or false"),
@@ -454,6 +455,19 @@ def test_failures_of_the_command(tmp_path):
     ]:
         result = command(scene, option, tmp_path / file)
         assert (result.exit_code, result.stdout) == (1, "") and result.stderr.count("\n") == 1
+
+
+def test_the_option_s_core_is_taken_for_the_scene_s(tmp_path):
+    scene, path = tmp_path / "scene.toml", tmp_path / "run.npz"
+    scene.write_text(f't_end = 0.1\ncore = "solid"\n{RING}points = 12')
+    for options, core in ((), "solid"), (("--core", "hollow"), "hollow"):
+        path.unlink(missing_ok=True)
+        assert command(scene, "--trajectory", path, *options).exit_code == 0
+        assert load_trajectory(path).settings["core"] == core
+    assert command(scene, "--core", "soft").exit_code == 2
+    scene.write_text(f't_end = 0.1\ncore = "soft"\n{RING}')
+    result = command(scene)
+    assert result.exit_code == 1 and "unknown core 'soft'; known are hollow" in result.stderr
 
 
 def test_a_contact_is_told(tmp_path):

@@ -58,7 +58,8 @@ def mass(
     plot: Path | None,
     **tail_options: float | None,
 ) -> None:
-    """Weigh the knots with these catalogue IDs (as 3:1:1): the catalogued and the relaxed shape, and a verdict on each.
+    """Weigh the knots of these catalogue IDs or names (3:1:1, 3_1): the catalogued and the relaxed shape, a verdict on
+    each.
 
     Exit code 1 if a relaxation collapses or runs away.
     """
@@ -79,7 +80,17 @@ def mass(
         stretch,
     )
     show = _weigh_as_the_library if library_defaults else _assess
-    show(ids, settings, config, as_json, plot)
+    show(tuple(map(_id_of, ids)), settings, config, as_json, plot)
+
+
+def _id_of(name: str) -> str:
+    """The id of a name of the tables; what they do not know is the library's to judge."""
+    from vkmcore.mass.names import ideal_id
+
+    try:
+        return ideal_id(name)
+    except ValueError:
+        return name
 
 
 def _assess(ids: tuple[str, ...], settings: RelaxSettings, config: TailApproxConfig, as_json: bool, plot: Any) -> None:

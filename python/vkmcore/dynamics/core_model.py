@@ -74,7 +74,7 @@ class _Indices(NamedTuple):
     sides: NDArray[np.intp]  # (NEAREST + 1, 2 V): the edges that leave each vertex, the nearest first; that arrive
 
 
-@lru_cache(maxsize=64)
+@lru_cache(maxsize=8)
 def _indices(sizes: tuple[int, ...]) -> _Indices:
     begins = np.repeat(np.cumsum((0, *sizes))[:-1], sizes)
     counts = np.repeat(sizes, sizes)
@@ -102,7 +102,8 @@ def _deficit(lengths: Points, at: _Indices) -> Points:
     rest = far * (1.0 / 6.0 - (37.0 / 960.0) * far) - 2.0 * summed
     ratio = ends[-1] / ends[0]
     count = len(lengths)
-    return 0.5 * (_log(ratio[:count] * ratio[count:]) + rest[:count] + rest[count:])
+    deficit: Points = 0.5 * (_log(ratio[:count] * ratio[count:]) + rest[:count] + rest[count:])
+    return deficit
 
 
 def _log(x: Points) -> Points:
