@@ -1,6 +1,6 @@
 """The package's own extension: what its rooms need beyond the fixed interface of `_native`."""
 
-from collections.abc import Callable, Sequence
+from collections.abc import Callable, Mapping, Sequence
 from typing import Any
 
 import numpy
@@ -11,23 +11,23 @@ def pair_form() -> str: ...
 
 # Filaments as of compute_filament_velocity.
 def filament_velocity(
-    filaments: Sequence[dict[str, Any]],
-    options: dict[str, Any] = ...,
+    filaments: Sequence[Mapping[str, Any]],
+    options: Mapping[str, Any] = ...,
     *,
     threads: int = 1,
     tolerance: float | None = None,
 ) -> dict[str, Any]: ...
 def rk4_step(
-    filaments: Sequence[dict[str, Any]],
+    filaments: Sequence[Mapping[str, Any]],
     dt: float,
-    options: dict[str, Any] = ...,
+    options: Mapping[str, Any] = ...,
     *,
     threads: int = 1,
     tolerance: float | None = None,
 ) -> dict[str, Any]: ...
 def estimate_cfl_dt(
-    filaments: Sequence[dict[str, Any]],
-    options: dict[str, Any] = ...,
+    filaments: Sequence[Mapping[str, Any]],
+    options: Mapping[str, Any] = ...,
     cfl: float = 0.5,
     *,
     threads: int = 1,

@@ -35,7 +35,7 @@ def _shape(found: dict[str, Any], seed: int, kind: str) -> IdealShape:
     return IdealShape(
         points=tuple(found["points"]),
         seed=seed,
-        history=tuple(SearchStep(seed, *step, starts=kind) for step in found["history"]),
+        history=tuple(replace(SearchStep(seed, *step), starts=kind) for step in found["history"]),
         **{key: found[key] for key in fields},
     )
 
@@ -127,7 +127,7 @@ def search(
 def _searched(batch: Batch, edge: float, seed: int, threads: int, progress: Progress | None) -> IdealShape:
     def watch(*values: Any) -> None:
         if progress is not None:
-            progress(SearchStep(seed, *values[:-1], starts=batch.kind), values[-1])
+            progress(replace(SearchStep(seed, *values[:-1]), starts=batch.kind), values[-1])
 
     starts = [[np.asarray(part, dtype=np.float64) for part in start] for start in batch.starts(seed)]
     found = _engine.tighten(starts, edge=edge, seed=seed, threads=threads, watch=watch, **batch.effort)
