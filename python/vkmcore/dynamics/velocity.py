@@ -56,15 +56,15 @@ class Summation:
 
     def velocity(self, filaments: Sequence[Mapping[str, Any]], options: Mapping[str, Any]) -> dict[str, Any]:
         """As `compute_filament_velocity`, with `far_field` and `sampled_error`."""
-        return self._noted(_engine.filament_velocity(list(filaments), dict(options), **self.arguments))
+        return self._noted(_engine.filament_velocity([dict(f) for f in filaments], dict(options), **self.arguments))
 
     def rk4_step(self, filaments: Sequence[Mapping[str, Any]], dt: float, options: Mapping[str, Any]) -> dict[str, Any]:
         """As `rk4_step`, with `far_field` and `sampled_error`."""
-        return self._noted(_engine.rk4_step(list(filaments), dt, dict(options), **self.arguments))
+        return self._noted(_engine.rk4_step([dict(f) for f in filaments], dt, dict(options), **self.arguments))
 
     def estimate_cfl_dt(self, filaments: Sequence[Mapping[str, Any]], options: Mapping[str, Any], cfl: float) -> float:
         """As `estimate_cfl_dt`."""
-        return _engine.estimate_cfl_dt(list(filaments), dict(options), cfl, **self.arguments)
+        return _engine.estimate_cfl_dt([dict(f) for f in filaments], dict(options), cfl, **self.arguments)
 
     def _noted(self, found: dict[str, Any]) -> dict[str, Any]:
         self.used.add(found["far_field"])
