@@ -11,7 +11,7 @@ from vkmcore.ideal.fourier_form import FourierForm, measure
 from vkmcore.ideal.knot_table_forms import KEYS, is_polygon_of, is_type, parts, planar, symmetric, symmetry_of, torus
 from vkmcore.ideal.stored_form import form_of_series
 from vkmcore.ideal.symmetric_forms import INVERSION, nearest_symmetric, rotary
-from vkmcore.ideal.symmetric_starts import columns, even_fraction, plat, tangles
+from vkmcore.ideal.symmetric_starts import columns, even_fraction, octahedral_clasps, plat, tangles
 
 TABLE = _native.get_embedded_knot_files()
 
@@ -72,6 +72,7 @@ def test_torus_curves_and_planar_forms_keep_their_type():
         (columns((-3, -3, 2), 2), INVERSION, "8_15"),
         (tangles((0, 0, 1)), rotary(4), "4_1"),
         (tangles((2, 1, 1)), rotary(4), "8_3"),
+        (octahedral_clasps(1.0), rotary(6), "12a_1202"),
     ],
 )
 def test_starts_have_their_type_and_their_symmetry(polygon, symmetry, name):

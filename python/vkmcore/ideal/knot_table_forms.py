@@ -27,7 +27,7 @@ from vkmcore.ideal.fourier_form import FourierForm, Points, measure
 from vkmcore.ideal.starts import braid_polygon, twist_polygon
 from vkmcore.ideal.stored_form import at_unit_diameter, fseries_text, standardised
 from vkmcore.ideal.symmetric_forms import INVERSION, Symmetry, mirrored, nearest_symmetric, rotary, tightened
-from vkmcore.ideal.symmetric_starts import columns, even_fraction, plat, small_tangles
+from vkmcore.ideal.symmetric_starts import columns, even_fraction, octahedral_clasps, plat, small_tangles
 from vkmcore.reference.tables import find
 
 GIVEN = ("1_1", "3_1")  # small examples that stand as they are
@@ -212,6 +212,8 @@ def symmetric_starts(name: str, symmetry: Symmetry, ideal: Callable[[str], Fouri
         polygons = [plat(even_fraction(conway), sign) for sign in (1, -1)]
     elif symmetry is INVERSION and name in COLUMNS:
         polygons = [columns(*COLUMNS[name])]
+    elif name == "12a_1202":
+        polygons = [octahedral_clasps(1.0)]
     else:
         (c,) = ideal(name).series
         yield nearest_symmetric(FourierForm((c[:41],)), symmetry)

@@ -165,6 +165,31 @@ def small_tangles(most: int = 3) -> Iterator[Points]:
             continue
 
 
+def octahedral_clasps(over: float) -> Points:
+    """Clasps at the six corners of an octahedron, joined along its twelve edges: 12a_1202.
+
+    At the corner z one strand joins the edges to x and -y, the other those to -x and y. The rotary reflection of order
+    6 is about the diagonal of x, y and z, which is then placed along z.
+
+    Args:
+        over: 1.0 or -1.0, the handedness of the clasp.
+    """
+    toward, across = np.array([1.0, -1.0, 0.0]) / math.sqrt(2.0), np.array([1.0, 1.0, 0.0]) / math.sqrt(2.0)
+    hook = [(0.5, 0.15, over), (-0.3, 0.15, 0.5 * over), (-0.3, -0.15, -0.5 * over), (0.5, -0.15, -over)]
+    loop = [(-0.3, 0.35, 0.0), (0.3, 0.35, 0.0), (0.3, -0.35, 0.0), (-0.3, -0.35, 0.0)]
+    arcs = []
+    for sign, bend in ((1.0, hook), (-1.0, loop)):
+        inner = [0.5 * (d * toward + e * across) + [0.0, 0.0, 1.0 + 0.15 * h] for d, e, h in bend]
+        ends = [np.array([0.5 * sign, 0.0, 0.5]), np.array([0.0, -0.5 * sign, 0.5])]
+        if np.linalg.norm(ends[0] - inner[0]) > np.linalg.norm(ends[1] - inner[0]):
+            ends.reverse()
+        arcs.append(np.array([ends[0], *inner, ends[1]]))
+    step = np.array([[0.0, -1.0, 0.0], [0.0, 0.0, -1.0], [-1.0, 0.0, 0.0]])  # x to -y, y to -z, z to -x
+    turned = [arc @ np.linalg.matrix_power(step, n) for n in range(6) for arc in arcs]
+    frame = np.array([[1.0, 1.0, -2.0], [-1.0, 1.0, 0.0], [1.0, 1.0, 1.0]])
+    return _joined(turned) @ (frame / np.linalg.norm(frame, axis=1)[:, None]).T
+
+
 def _joined(arcs: Sequence[Points]) -> Points:
     """Arcs that meet at their ends as one closed polygon.
 
