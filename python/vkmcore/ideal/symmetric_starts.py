@@ -187,7 +187,8 @@ def octahedral_clasps(over: float) -> Points:
     step = np.array([[0.0, -1.0, 0.0], [0.0, 0.0, -1.0], [-1.0, 0.0, 0.0]])  # x to -y, y to -z, z to -x
     turned = [arc @ np.linalg.matrix_power(step, n) for n in range(6) for arc in arcs]
     frame = np.array([[1.0, 1.0, -2.0], [-1.0, 1.0, 0.0], [1.0, 1.0, 1.0]])
-    return _joined(turned) @ (frame / np.linalg.norm(frame, axis=1)[:, None]).T
+    placed: Points = _joined(turned) @ (frame / np.linalg.norm(frame, axis=1)[:, None]).T
+    return placed
 
 
 def _joined(arcs: Sequence[Points]) -> Points:
