@@ -100,6 +100,16 @@ def test_a_shape_at_the_published_value_asks_for_no_more_seeds():
     assert [task.kind for _, task in missing(TARGETS[0], entry, 5, 0.15)] == ["form"]
 
 
+def test_a_form_follows_a_much_better_polygon_at_once():
+    entry = Entry("3_1")
+    search = missing(TARGETS[0], entry, 1, 0.15)[0][1]
+    for value, stage in ((33.5, 0), (33.49, 2), (32.8, 0)):
+        record(entry, Outcome(search, shape=shape(value)))
+        ((priority, form),) = [item for item in missing(TARGETS[0], entry, 1, 0.15) if item[1].kind == "form"]
+        assert priority[0] == stage and form.shape.ropelength == value
+        record(entry, Outcome(form, form=stored(value + 0.01, value)))
+
+
 def test_the_summary_extrapolates_and_counts(tmp_path):
     store = Store(tmp_path)
     entry = Entry("3_1", certificate="3_1: proved")

@@ -23,6 +23,7 @@ CLOSE_ENOUGH = 6e-4  # excess at the coarse edge that is mere discretisation
 FAR = 3e-3  # excess that further seeds are to mend before anything is refined
 FIRST_SEEDS = 2  # of what is not close, before anything is refined: the first one is quick, and often not the best
 LEAST_SEEDS = 3  # of what has no published value
+LAGGING = 1e-3  # excess of a Fourier form over the best polygon from which on it is made again at once
 HARMONICS_A_RADIUS = 3.0
 MOST_HARMONICS = 256
 
@@ -102,7 +103,8 @@ def missing(target: Target, entry: Entry, seeds: int, finest: float) -> list[tup
         if entry.form is None or entry.form.source_ropelength != shape.ropelength:
             form = Task("form", target.name, shape.seed, shape.edge, shape)
             if ("form", shape.edge, shape.ropelength) not in failed:
-                stage = 0 if entry.form is None else 2
+                late = entry.form is not None and entry.form.ropelength < shape.ropelength * (1.0 + LAGGING)
+                stage = 2 if late else 0
                 tasks.append(((stage, *target.rank, 0), form))
     if len(tried) < seeds:
         above = excess(target, coarse.ropelength) if coarse is not None else 1.0
