@@ -190,10 +190,14 @@ def key_text(key: str, words: str, form: FourierForm) -> str:
 COLUMNS = {"8_15": ((-3, -3, 2), 2)}
 
 
+KEPT = 0.99  # part of the mean square of an ideal shape that an average keeps where the shape all but has the symmetry
+
+
 def symmetric(name: str, symmetry: Symmetry, ideal: Callable[[str], FourierForm]) -> FourierForm:
     """A form with a symmetry, tight inside it.
 
-    It comes from a start that has the symmetry by construction, or from the series nearest to the ideal shape.
+    It comes from the series nearest to an ideal shape that all but has the symmetry, or else from a start that has it
+    by construction.
 
     Raises:
         ValueError: no start keeps the type.
@@ -205,6 +209,11 @@ def symmetric(name: str, symmetry: Symmetry, ideal: Callable[[str], FourierForm]
     raise ValueError(f"{name}: no start with {symmetry.words} keeps the type")
 
 
+def size(form: FourierForm) -> float:
+    """Mean square of the distance from the centre."""
+    return float(sum((np.abs(c[1:]) ** 2).sum() for c in form.series)) / 2.0
+
+
 def symmetric_starts(name: str, symmetry: Symmetry, ideal: Callable[[str], FourierForm]) -> Iterator[FourierForm]:
     conway = find(name).conway
     polygons: list[Points] = []
@@ -214,11 +223,13 @@ def symmetric_starts(name: str, symmetry: Symmetry, ideal: Callable[[str], Fouri
         polygons = [columns(*COLUMNS[name])]
     elif name == "12a_1202":
         polygons = [octahedral_clasps(1.0)]
-    else:
-        (c,) = ideal(name).series
-        yield nearest_symmetric(FourierForm((c[:41],)), symmetry)
-        if len(symmetry.elements) == 4:
-            polygons = list(small_tangles())
+    elif len(symmetry.elements) == 4:
+        polygons = list(small_tangles())
+    (c,) = ideal(name).series
+    rough = FourierForm((c[:41],))
+    near = nearest_symmetric(rough, symmetry)
+    if not polygons or size(near) > KEPT * size(rough):
+        yield near
     test, right = is_type(name), is_polygon_of(name)
     for polygon in polygons:
         for mirror in (1.0, -1.0):
