@@ -63,6 +63,8 @@ def test_a_name_leads_to_a_tight_and_certified_shape(trefoil):
     ids=["PD", "PD text", "grid", "braid", "braid text", "Knot", "points", "components", "link", "diagram"],
 )
 def test_every_form_of_a_curve_keeps_its_type(curve, name, mirrored):
+    if isinstance(curve, list) and len(curve) == 2 and isinstance(curve[0], np.ndarray):
+        pytest.importorskip("snappy")  # a link's type is proved by complements alone
     problem = problem_of(curve)
     assert (problem.entry.name, problem.mirrored) == (name, mirrored)
     shape = vkm.idealize(curve, **QUICK)

@@ -98,6 +98,8 @@ def test_the_command(tmp_path):
     ],
 )
 def test_bad_input(arguments, code, words):
+    if arguments[0] == "K11a1":
+        pytest.importorskip("database_knotinfo")
     result = study(*arguments)
     assert (result.exit_code, result.stdout) == (code, "") and words in result.stderr
 
