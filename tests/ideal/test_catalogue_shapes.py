@@ -5,6 +5,7 @@ import numpy as np
 import pytest
 from click.testing import CliRunner
 from vkmcore.cli import cli
+from vkmcore.curves.resampling import evenly_spaced
 from vkmcore.ideal.catalogue_texts import conway_text, ordered, outside_stems, split_blocks
 from vkmcore.ideal.catalogue_verification import Item, items, verify
 from vkmcore.ideal.fourier_form import FourierForm, measure
@@ -77,9 +78,7 @@ def test_torus_curves_and_planar_forms_keep_their_type():
 )
 def test_starts_have_their_type_and_their_symmetry(polygon, symmetry, name):
     assert any(is_polygon_of(name)(polygon * [1.0, mirror, 1.0]) for mirror in (1.0, -1.0))
-    closed = np.vstack([polygon, polygon[:1]])
-    arc = np.concatenate([[0.0], np.cumsum(np.linalg.norm(np.diff(closed, axis=0), axis=1))])
-    even = np.stack([np.interp(np.arange(4096) * arc[-1] / 4096, arc, column) for column in closed.T], axis=1)
+    even = evenly_spaced(polygon, 4096)
     c = (np.fft.rfft(even, axis=0) / 2048)[:200]
     c[0] = 0.0
     averaged = nearest_symmetric(FourierForm((c,)), symmetry).series[0]

@@ -22,6 +22,7 @@ from collections.abc import Callable, Iterator
 
 import numpy as np
 
+from vkmcore.curves.resampling import evenly_spaced
 from vkmcore.ideal.form_polish import fit
 from vkmcore.ideal.fourier_form import FourierForm, Points, measure
 from vkmcore.ideal.starts import braid_polygon, twist_polygon
@@ -41,6 +42,7 @@ KEYS = tuple(
     """.split()
 )
 TORUS = {"3_1": (2, 3), "5_1": (2, 5), "8_19": (3, 4)}
+SAMPLES = 2048  # of a rough polygon, for its series
 PRESSED = 0.3  # extent of a planar form along the view, as a part of the ideal shape's
 
 
@@ -98,7 +100,7 @@ def simplest_fit(points: Points, certified: Callable[[FourierForm], bool]) -> Fo
     Raises:
         ValueError: 200 harmonics do not.
     """
-    even = evenly(points)
+    even = evenly_spaced(points, SAMPLES)
     harmonics = 6
     while harmonics < 200:
         form = fit([even], harmonics, taper=1.6)
@@ -106,14 +108,6 @@ def simplest_fit(points: Points, certified: Callable[[FourierForm], bool]) -> Fo
             return fit([even], harmonics + harmonics // 3, taper=1.6)
         harmonics += 1 + harmonics // 6
     raise ValueError("no fit keeps the type")
-
-
-def evenly(points: Points, count: int = 2048) -> Points:
-    """A closed polygon at equal steps of its arc length."""
-    closed = np.vstack([points, points[:1]])
-    arc = np.concatenate([[0.0], np.cumsum(np.linalg.norm(np.diff(closed, axis=0), axis=1))])
-    at = np.arange(count) * (arc[-1] / count)
-    return np.stack([np.interp(at, arc, column) for column in closed.T], axis=1)
 
 
 def is_type(name: str) -> Callable[[FourierForm], bool]:
@@ -202,11 +196,10 @@ def symmetric(name: str, symmetry: Symmetry, ideal: Callable[[str], FourierForm]
     Raises:
         ValueError: no start keeps the type.
     """
-    test = is_type(name)
-    for start in symmetric_starts(name, symmetry, ideal):
-        if test(start):
-            return tightened(start, symmetry, test)
-    raise ValueError(f"{name}: no start with {symmetry.words} keeps the type")
+    start = next(symmetric_starts(name, symmetry, ideal), None)
+    if start is None:
+        raise ValueError(f"{name}: no start with {symmetry.words} keeps the type")
+    return tightened(start, symmetry, is_type(name))
 
 
 def size(form: FourierForm) -> float:
@@ -215,6 +208,7 @@ def size(form: FourierForm) -> float:
 
 
 def symmetric_starts(name: str, symmetry: Symmetry, ideal: Callable[[str], FourierForm]) -> Iterator[FourierForm]:
+    """Those that keep the type, the likeliest first."""
     conway = find(name).conway
     polygons: list[Points] = []
     if symmetry is INVERSION and conway.isdigit():
@@ -228,14 +222,13 @@ def symmetric_starts(name: str, symmetry: Symmetry, ideal: Callable[[str], Fouri
     (c,) = ideal(name).series
     rough = FourierForm((c[:41],))
     near = nearest_symmetric(rough, symmetry)
-    if not polygons or size(near) > KEPT * size(rough):
-        yield near
     test, right = is_type(name), is_polygon_of(name)
+    if (not polygons or size(near) > KEPT * size(rough)) and test(near):
+        yield near
     for polygon in polygons:
         for mirror in (1.0, -1.0):
             points = polygon * [1.0, mirror, 1.0]
             if right(points):
-                forms = [
-                    nearest_symmetric(fit([evenly(points)], harmonics, 1.6), symmetry) for harmonics in (25, 50, 100)
-                ]
+                even = evenly_spaced(points, SAMPLES)
+                forms = [nearest_symmetric(fit([even], harmonics, 1.6), symmetry) for harmonics in (25, 50, 100)]
                 yield from sorted(filter(test, forms), key=lambda form: measure(form, per_radius=8).ropelength)

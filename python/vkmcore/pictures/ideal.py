@@ -7,6 +7,7 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
+from vkmcore.curves.resampling import evenly_spaced
 from vkmcore.curves.tube_surface import tube_rings, unit
 from vkmcore.pictures.figure import PALETTE, check_plot_target, write_figure
 from vkmcore.pictures.tubes import shade, tube_faces
@@ -90,7 +91,7 @@ def _draw_tubes(axes: Any, shape: IdealShape, bodies: list[Points], ends: tuple[
     kinks = every[shape.kinks[:, 0].astype(int)]
     faces, colours = [], []
     for number, body in enumerate(bodies):
-        fine = _evenly(body, max(24, round(RINGS * len(body) / len(every))))
+        fine = evenly_spaced(body, max(24, round(RINGS * len(body) / len(every))))
         quads, normals = tube_faces(fine, shape.thickness, SIDES)
         base = np.tile(to_rgb(PALETTE[number % len(PALETTE)]), (len(quads), 1)) * 0.55 + 0.45
         middle = quads.mean(axis=1)
@@ -117,7 +118,7 @@ def _draw_contacts(axes: Any, shape: IdealShape, bodies: list[Points], ends: tup
     every = np.concatenate(bodies)
     faces, colours = [], []
     for number, body in enumerate(bodies):
-        fine = _evenly(body, max(24, round(RINGS * len(body) / len(every))))
+        fine = evenly_spaced(body, max(24, round(RINGS * len(body) / len(every))))
         rings, outward = tube_rings(fine, CORE, 8)
         ahead = np.roll(rings, -1, axis=0)
         quads = np.stack([rings, ahead, np.roll(ahead, -1, axis=1), np.roll(rings, -1, axis=1)], axis=2)
@@ -162,12 +163,6 @@ def _draw_map(axes: Any, shape: IdealShape) -> None:
     axes.set_axisbelow(True)
     if axes.get_legend_handles_labels()[0]:
         axes.legend(loc="upper left", fontsize=8, framealpha=0.9)
-
-
-def _evenly(points: Points, count: int) -> Points:
-    from vkmcore.curves.resampling import evenly_spaced
-
-    return evenly_spaced(points, count)
 
 
 def _least(points: Points, others: Points) -> Points:
