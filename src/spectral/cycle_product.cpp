@@ -73,13 +73,11 @@ Complex cycle_exponential(double t, double length) { return vkm::exp(Complex(-0.
 
 VKM_KERNEL std::size_t ordinary_log_lanes(const double* t, std::size_t count, const Factor& factor, double* log_lanes,
                                           double* argument_lanes) {
-  const double length = factor.length;
-  const double radius = factor.radius;
-  const double two_cos = factor.two_cos;
+  const Factor local = factor;
   std::size_t missed = 0;
   for (std::size_t i = 0; i < count; ++i) {
-    const lane::SinCos turn = lane::sin_cos(-t[i] * length);
-    const Determinant den = determinant(two_cos, radius * turn.cos, radius * turn.sin);
+    const lane::SinCos turn = lane::sin_cos(-t[i] * local.length);
+    const Determinant den = determinant(local.two_cos, local.radius * turn.cos, local.radius * turn.sin);
     const double value = 0.5 * lane::log(den.real * den.real + den.imaginary * den.imaginary);
     log_lanes[i] = value;
     argument_lanes[i] = lane::argument(den.imaginary, den.real);
@@ -90,15 +88,13 @@ VKM_KERNEL std::size_t ordinary_log_lanes(const double* t, std::size_t count, co
 
 VKM_KERNEL std::size_t faint_log_lanes(const double* t, std::size_t count, const Factor& factor, double* log_lanes,
                                        double* argument_lanes) {
-  const double length = factor.length;
-  const double radius = factor.radius;
-  const double two_cos = factor.two_cos;
+  const Factor local = factor;
   std::size_t missed = 0;
   for (std::size_t i = 0; i < count; ++i) {
-    const lane::SinCos turn = lane::sin_cos(-t[i] * length);
+    const lane::SinCos turn = lane::sin_cos(-t[i] * local.length);
     const double value = 0.0 * turn.cos;
     log_lanes[i] = value;
-    argument_lanes[i] = determinant(two_cos, radius * turn.cos, radius * turn.sin).imaginary;
+    argument_lanes[i] = determinant(local.two_cos, local.radius * turn.cos, local.radius * turn.sin).imaginary;
     missed += value != value;
   }
   return missed;

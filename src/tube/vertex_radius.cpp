@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <stdexcept>
 
 #include "tube/corner.hpp"
@@ -45,6 +46,15 @@ void visit_corners(std::span<const Vec3> points, std::span<const std::uint64_t> 
   }
 }
 
+/// The least radius at some vertices.
+double least_at(std::span<const Vec3> points, std::span<const std::uint64_t> vertices) {
+  double least = std::numeric_limits<double>::infinity();
+  visit_corners(points, vertices, [&](std::uint64_t, const Corner& corner, double tangent) {
+    least = std::min(least, corner_minrad(corner, tangent));
+  });
+  return least;
+}
+
 }  // namespace
 
 double minrad_at_vertex(std::span<const Vec3> points, std::uint64_t i) {
@@ -82,16 +92,16 @@ double least_radius(std::span<const Vec3> points, std::span<const double> radii)
   for (std::size_t v = 0; v < points.size(); ++v) {
     if (!(radii[v] > limit)) close.push_back(v);
   }
-  double least = std::numeric_limits<double>::infinity();
-  visit_corners(points, close, [&](std::uint64_t, const Corner& corner, double tangent) {
-    least = std::min(least, corner_minrad(corner, tangent));
-  });
-  return least;
+  return least_at(points, close);
 }
 
 double global_minrad(std::span<const Vec3> points) {
+  constexpr std::size_t few = 16;  // corners that are worked out in less time than estimates of them
   if (points.size() < 3) return 0.0;
-  return least_radius(points, estimated_radii(points, edge_lengths(points)));
+  if (points.size() > few) return least_radius(points, estimated_radii(points, edge_lengths(points)));
+  std::uint64_t vertices[few];
+  std::iota(vertices, vertices + points.size(), 0);
+  return least_at(points, std::span(vertices, points.size()));
 }
 
 std::vector<KinkRecord> kinks_within(std::span<const Vec3> points, std::span<const double> radii, double contact) {
