@@ -1,12 +1,13 @@
 """The catalogue as a gallery: a picture a knot or link, searchable, and the plot of ropelengths against the published.
 
-`{gallery}` and `{ropelengths}` are directives. The pictures are drawn at each build from what the module holds, and the
-page loads each when it comes into view.
+`{gallery}`, `{ropelengths}` and `{records}` are directives. The pictures are drawn at each build from what the module
+holds, and the page loads each when it comes into view.
 """
 
 from __future__ import annotations
 
 import html
+from collections.abc import Iterable, Sequence
 from pathlib import Path
 
 import numpy as np
@@ -14,8 +15,11 @@ from docutils import nodes
 from sphinx.application import Sphinx
 from sphinx.util.docutils import SphinxDirective
 from vkmcore import find_ideal_block_by_id, parse_ideal_halvard_from_string
+from vkmcore.ideal.campaign_store import Store
+from vkmcore.ideal.campaign_summary import EDGES, Summary, below_published, summaries
 from vkmcore.ideal.stored_form import form_of_block
 from vkmcore.reference.listing import Listed, listed
+from vkmcore.reference.tables import knots, links
 
 SIZE = 120  # pixels
 PIECE = 5  # segments a stroke
@@ -100,24 +104,70 @@ class Gallery(SphinxDirective):
 
 
 class Ropelengths(SphinxDirective):
-    """The table of ropelengths against the best published values, and its plot."""
+    """The table of ropelengths against the best published values with each shape's certificate, and its plot."""
 
     def run(self) -> list[nodes.Node]:
-        entries = [entry for entry in shapes() if entry.difference is not None]
+        entries = [entry for entry in shapes() if entry.ropelength is not None]
         picture = Path(self.env.app.outdir) / "_static" / "ropelengths.svg"
         picture.parent.mkdir(parents=True, exist_ok=True)
-        plot(entries, picture)
-        rows = "".join(
-            f"<tr><td>{html.escape(e.name)}</td><td>{e.ropelength:.4f}</td><td>{e.published:.4f}</td>"
-            f"<td>{100 * (e.difference or 0.0):+.3f}</td><td>{e.harmonics}</td></tr>"
+        plot([entry for entry in entries if entry.difference is not None], picture)
+        certificates = {row.name: row.certificate for row in campaign()}
+        rows = [
+            (
+                e.name,
+                number(e.ropelength),
+                number(e.published),
+                "" if e.difference is None else f"{100 * e.difference:+.3f}",
+                e.harmonics,
+                certificates.get(e.name, ""),
+            )
             for e in entries
-        )
-        head = "<tr><th>knot</th><th>ropelength</th><th>published</th><th>difference / %</th><th>harmonics</th></tr>"
+        ]
+        head = ("name", "ropelength", "published", "difference / %", "harmonics", "certificate of the polygon")
         text = (
             '<img src="_static/ropelengths.svg" alt="Excess of the stored curves over the published ropelengths">'
-            f"<details><summary>All values</summary><table>{head}{rows}</table></details>"
+            f"<details><summary>All values</summary>{table(head, rows)}</details>"
         )
         return [nodes.raw("", text, format="html")]
+
+
+class Records(SphinxDirective):
+    """The polygons that are shorter than the published value, by edge and extrapolated to no edge."""
+
+    def run(self) -> list[nodes.Node]:
+        rows = [
+            (
+                row.name,
+                number(row.published),
+                *map(number, row.polygons),
+                number(row.limit),
+                f"{100 * (row.polygon / row.published - 1.0):+.3f}",
+            )
+            for row in below_published(campaign())
+            if row.published and row.polygon
+        ]
+        edges = (f"edge {edge:.2f}" for edge in EDGES)
+        head = ("knot", "published", *edges, "extrapolated", "least polygon / %")
+        return [nodes.raw("", table(head, rows), format="html")]
+
+
+def campaign() -> list[Summary]:
+    """What the project's own folder of polygons holds."""
+    folder = Path(__file__).parents[2] / "data" / "polygons"
+    return summaries(Store(folder), [*knots(), *links()])
+
+
+def number(value: float | None) -> str:
+    return "" if value is None else f"{value:.4f}"
+
+
+def table(head: Sequence[str], rows: Iterable[Sequence[object]]) -> str:
+    """An HTML table of texts."""
+
+    def line(cells: Sequence[object], tag: str) -> str:
+        return "<tr>" + "".join(f"<{tag}>{html.escape(str(cell))}</{tag}>" for cell in cells) + "</tr>"
+
+    return f"<table>{line(head, 'th')}{''.join(line(row, 'td') for row in rows)}</table>"
 
 
 def plot(entries: list[Listed], path: Path) -> None:
@@ -140,4 +190,5 @@ def plot(entries: list[Listed], path: Path) -> None:
 def setup(app: Sphinx) -> dict[str, bool]:
     app.add_directive("gallery", Gallery)
     app.add_directive("ropelengths", Ropelengths)
+    app.add_directive("records", Records)
     return {"parallel_read_safe": True}

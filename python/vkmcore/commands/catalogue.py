@@ -196,14 +196,13 @@ def write(folder: Path, out: Path, companions: bool, table: Path | None, keys: t
 def summary(folder: Path, select: tuple[str, ...], below: bool, as_json: bool, as_csv: bool) -> None:
     """Ropelengths that a campaign has reached, by edge and extrapolated to no edge, against the published values."""
     from vkmcore.ideal.campaign_store import Store
-    from vkmcore.ideal.campaign_summary import EDGES, groups, summaries
+    from vkmcore.ideal.campaign_summary import EDGES, below_published, groups, summaries
 
     if not folder.is_dir():
         raise Failure(f"vkmcore: {folder}: there is no such folder")
     rows = summaries(Store(folder), selected(select))
     if below:
-        rows = [row for row in rows if row.published and row.polygon and row.polygon < row.published]
-        rows.sort(key=lambda row: row.polygon / row.published if row.polygon and row.published else 0.0)
+        rows = below_published(rows)
     if as_json:
         print_json([vars(row) for row in rows])
         return

@@ -73,6 +73,16 @@ def summaries(store: Store, entries: Iterable[TableEntry]) -> list[Summary]:
     return rows
 
 
+def below_published(rows: Iterable[Summary]) -> list[Summary]:
+    """Rows whose best polygon is shorter than the published value, the shortest in proportion first."""
+    found = [
+        (row.polygon / row.published, row)
+        for row in rows
+        if row.published and row.polygon and row.polygon < row.published
+    ]
+    return [row for _, row in sorted(found, key=lambda pair: pair[0])]
+
+
 @dataclass(frozen=True)
 class Group:
     """Excesses of the knots of one crossing number over the published values, as parts of them."""
