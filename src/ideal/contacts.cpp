@@ -19,6 +19,7 @@ struct Nearest {
 
 struct Segment {
   Vec3 along;
+  Vec3 middle;
   double squared;  ///< length squared
   double size;
   double arc;  ///< of its begin, from the begin of the component
@@ -58,6 +59,7 @@ void search(const Rope& rope, const Cycle& cycle, double gap, Cut cut, Visit vis
     const Index c = cycle.component[k];
     Segment& e = edges[k];
     e.along = rope.points[cycle.next[k]] - rope.points[k];
+    e.middle = rope.points[k] + 0.5 * e.along;
     e.squared = norm2(e.along);
     e.size = std::sqrt(e.squared);
     e.arc = total[c];
@@ -68,8 +70,13 @@ void search(const Rope& rope, const Cycle& cycle, double gap, Cut cut, Visit vis
     const Segment& a = edges[i];
     while (j < end && edges[j].arc + edges[j].size < last) {
       const Segment& b = edges[j];
-      const Nearest near = nearest(rope.points[i] - rope.points[j], a.along, b.along, a.squared, b.squared);
       const double limit = cut();
+      const double apart = std::sqrt(norm2(a.middle - b.middle)) - 0.5 * (a.size + b.size);  // or farther
+      if (apart > limit + stride) {
+        j += static_cast<Index>(std::min((apart - limit) / stride, 1e9));
+        continue;
+      }
+      const Nearest near = nearest(rope.points[i] - rope.points[j], a.along, b.along, a.squared, b.squared);
       if (near.squared < limit * limit) {
         visit(i, j, near);
         ++j;

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "core/kernel.hpp"
 #include "ideal/tile_matrix.hpp"
 
 namespace vkm::ideal {
@@ -323,11 +324,72 @@ void Solver::solve_system(Unknowns& x) const {
   }
 }
 
+/// A set of slacks s and their forces z, at least zero, and a step of both.
+struct Pairs {
+  explicit Pairs(std::size_t count) : s(count), z(count), ds(count), dz(count), products(count), size(count) {}
+
+  Numbers s;
+  Numbers z;
+  Numbers ds;
+  Numbers dz;
+  Numbers products;  ///< s z less its target; in the corrector with the predictor's ds dz
+  std::size_t size;
+};
+
+VKM_KERNEL void find_products(double* __restrict products, const double* s, const double* z, const double* ds,
+                              const double* dz, double target, double corrected, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i) products[i] = (s[i] * z[i] - target) + corrected * (ds[i] * dz[i]);
+}
+
+VKM_KERNEL void find_force_step(double* __restrict dz, const double* s, const double* z, const double* ds,
+                                const double* products, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i) dz[i] = -(products[i] + z[i] * ds[i]) / s[i];
+}
+
+VKM_KERNEL void add_scaled(double* __restrict x, const double* dx, double factor, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i) x[i] += factor * dx[i];
+}
+
+/// box = z / s of both sides
+VKM_KERNEL void find_box(double* __restrict box, const double* upper_z, const double* upper_s, const double* lower_z,
+                         const double* lower_s, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i) box[i] = upper_z[i] / upper_s[i] + lower_z[i] / lower_s[i];
+}
+
+VKM_KERNEL void add_box(double* __restrict x, const double* upper, const double* upper_s, const double* lower,
+                        const double* lower_s, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i) x[i] += upper[i] / upper_s[i] - lower[i] / lower_s[i];
+}
+
+/// Sets the products' targets: s z + (s dz + z ds) = target - correction.
+void aim(Pairs& pairs, double target, bool corrected) {
+  find_products(pairs.products.data(), pairs.s.data(), pairs.z.data(), pairs.ds.data(), pairs.dz.data(), target,
+                corrected ? 1.0 : 0.0, pairs.size);
+}
+
+/// The forces' step that goes with the slacks'.
+void follow(Pairs& pairs) {
+  find_force_step(pairs.dz.data(), pairs.s.data(), pairs.z.data(), pairs.ds.data(), pairs.products.data(), pairs.size);
+}
+
 /// Shortens the step to one that keeps s + step ds >= 0.
 void shorten(double& step, const Numbers& s, const Numbers& ds) {
   for (std::size_t i = 0; i < s.size(); ++i) {
     if (s[i] + step * ds[i] < 0.0) step = -s[i] / ds[i];
   }
+}
+
+void shorten(double& step, const Pairs& pairs) {
+  shorten(step, pairs.s, pairs.ds);
+  shorten(step, pairs.z, pairs.dz);
+}
+
+double gap(const Pairs& pairs, double step) {
+  double sum = 0.0;
+  for (std::size_t i = 0; i < pairs.size; ++i) {
+    sum += (pairs.s[i] + step * pairs.ds[i]) * (pairs.z[i] + step * pairs.dz[i]);
+  }
+  return sum;
 }
 
 Solution Solver::run(double tolerance, int most_iterations) {
@@ -340,58 +402,47 @@ Solution Solver::run(double tolerance, int most_iterations) {
     total += program_.edges[k].length;
   }
   Numbers y(n_, 1.0);
-  Numbers s(rows_);
-  Numbers z(rows_);
+  Pairs own(rows_);          // the rows' slacks and forces
+  Pairs upper(coordinates);  // bound - d
+  Pairs lower(coordinates);  // bound + d
   Numbers image(rows_);
   const double mu_start = 0.1 * bound;
   rows(x, image);
   for (std::size_t r = 0; r < rows_; ++r) {
     // What a tenth of the bound does to the row.
     const double scale = r < kinks_ ? norm(program_.kinks[r].gradient) : 1.0;
-    s[r] = std::max(image[r] - demand(r), 0.1 * bound * scale);
-    z[r] = mu_start / s[r];
+    own.s[r] = std::max(image[r] - demand(r), 0.1 * bound * scale);
+    own.z[r] = mu_start / own.s[r];
   }
-  Numbers up_s(coordinates, bound);   // bound - d
-  Numbers low_s(coordinates, bound);  // bound + d
-  Numbers up_z(coordinates, mu_start / bound);
-  Numbers low_z(coordinates, mu_start / bound);
+  for (Pairs* box : {&upper, &lower}) {
+    std::fill(box->s.begin(), box->s.end(), bound);
+    std::fill(box->z.begin(), box->z.end(), mu_start / bound);
+  }
 
   Numbers r_e(n_);
   Numbers r_g(rows_);
   Numbers weights(rows_);
   Numbers box(12 * groups(), 0.0);
-  Numbers ds(rows_);
-  Numbers dz(rows_);
   Numbers dy(n_);
-  Numbers up_ds(coordinates);
-  Numbers low_ds(coordinates);
-  Numbers up_dz(coordinates);
-  Numbers low_dz(coordinates);
   Numbers scratch(rows_);
   Numbers edge_scratch(n_);
   const auto pairs = static_cast<double>(rows_ + 2 * coordinates);
-
-  const auto gap = [&] {
-    double sum = 0.0;
-    for (std::size_t r = 0; r < rows_; ++r) sum += s[r] * z[r];
-    for (std::size_t i = 0; i < coordinates; ++i) sum += up_s[i] * up_z[i] + low_s[i] * low_z[i];
-    return sum;
-  };
 
   Solution solution;
   for (;; ++solution.iterations) {
     for (std::size_t k = 0; k < n_; ++k) r_e[k] = edge_row(k, x) + program_.edges[k].length;
     rows(x, image);
-    for (std::size_t r = 0; r < rows_; ++r) r_g[r] = image[r] - s[r] - demand(r);
+    for (std::size_t r = 0; r < rows_; ++r) r_g[r] = image[r] - own.s[r] - demand(r);
     Unknowns r_d = zero();  // gradient of the objective + A^T y - G^T z + box
     add_bending(x, r_d);
     for (std::size_t c = 0; c < components_; ++c) r_d.h[c] = program_.components[c].size();
     add_edges(y, r_d);
-    for (std::size_t r = 0; r < rows_; ++r) scratch[r] = -z[r];
+    for (std::size_t r = 0; r < rows_; ++r) scratch[r] = -own.z[r];
     add_rows(scratch, r_d);
-    for (std::size_t i = 0; i < coordinates; ++i) r_d.d[i] += up_z[i] - low_z[i];
+    add_scaled(r_d.d.data(), upper.z.data(), 1.0, coordinates);
+    add_scaled(r_d.d.data(), lower.z.data(), -1.0, coordinates);
 
-    const double sum = gap();
+    const double sum = gap(own, 0.0) + gap(upper, 0.0) + gap(lower, 0.0);
     const Numbers parts = {largest(r_e), largest(r_g), largest(r_d.d), largest(r_d.h) / static_cast<double>(n_),
                            sum / total};
     solution.residual = largest(parts);
@@ -399,86 +450,58 @@ Solution Solver::run(double tolerance, int most_iterations) {
     if (solution.solved || solution.iterations == most_iterations || !std::isfinite(solution.residual)) break;
 
     const double mu = sum / pairs;
-    for (std::size_t r = 0; r < rows_; ++r) weights[r] = z[r] / s[r];
-    for (std::size_t i = 0; i < coordinates; ++i) box[i] = up_z[i] / up_s[i] + low_z[i] / low_s[i];
+    for (std::size_t r = 0; r < rows_; ++r) weights[r] = own.z[r] / own.s[r];
+    find_box(box.data(), upper.z.data(), upper.s.data(), lower.z.data(), lower.s.data(), coordinates);
     assemble(weights, box);
 
     Unknowns step;
-    // Steps for the products' targets: s z + (s dz + z ds) = target - correction.
     const auto find_step = [&](double target, bool corrected) {
-      Unknowns rhs = zero();
-      for (std::size_t i = 0; i < coordinates; ++i) rhs.d[i] = -r_d.d[i];
-      for (std::size_t c = 0; c < components_; ++c) rhs.h[c] = -r_d.h[c];
+      step = zero();
+      add_scaled(step.d.data(), r_d.d.data(), -1.0, coordinates);
+      for (std::size_t c = 0; c < components_; ++c) step.h[c] = -r_d.h[c];
       for (std::size_t k = 0; k < n_; ++k) edge_scratch[k] = -r_e[k] / delta;
-      add_edges(edge_scratch, rhs);
-      Numbers products(rows_);
-      Numbers up_products(coordinates);
-      Numbers low_products(coordinates);
-      for (std::size_t r = 0; r < rows_; ++r) {
-        products[r] = s[r] * z[r] - target + (corrected ? ds[r] * dz[r] : 0.0);
-        scratch[r] = -(products[r] / s[r] + weights[r] * r_g[r]);
-      }
-      add_rows(scratch, rhs);
-      for (std::size_t i = 0; i < coordinates; ++i) {
-        up_products[i] = up_s[i] * up_z[i] - target + (corrected ? up_ds[i] * up_dz[i] : 0.0);
-        low_products[i] = low_s[i] * low_z[i] - target + (corrected ? low_ds[i] * low_dz[i] : 0.0);
-        rhs.d[i] += up_products[i] / up_s[i] - low_products[i] / low_s[i];
-      }
-      step = std::move(rhs);
+      add_edges(edge_scratch, step);
+      for (Pairs* all : {&own, &upper, &lower}) aim(*all, target, corrected);
+      for (std::size_t r = 0; r < rows_; ++r) scratch[r] = -(own.products[r] / own.s[r] + weights[r] * r_g[r]);
+      add_rows(scratch, step);
+      add_box(step.d.data(), upper.products.data(), upper.s.data(), lower.products.data(), lower.s.data(), coordinates);
       solve_system(step);
-      rows(step, ds);
-      for (std::size_t r = 0; r < rows_; ++r) {
-        ds[r] += r_g[r];
-        dz[r] = -(products[r] + z[r] * ds[r]) / s[r];
-      }
+      rows(step, own.ds);
+      add_scaled(own.ds.data(), r_g.data(), 1.0, rows_);
       for (std::size_t i = 0; i < coordinates; ++i) {
-        up_ds[i] = -step.d[i];
-        low_ds[i] = step.d[i];
-        up_dz[i] = -(up_products[i] + up_z[i] * up_ds[i]) / up_s[i];
-        low_dz[i] = -(low_products[i] + low_z[i] * low_ds[i]) / low_s[i];
+        upper.ds[i] = -step.d[i];
+        lower.ds[i] = step.d[i];
       }
       double most = 1.0 / step_part;
-      shorten(most, s, ds);
-      shorten(most, z, dz);
-      shorten(most, up_s, up_ds);
-      shorten(most, up_z, up_dz);
-      shorten(most, low_s, low_ds);
-      shorten(most, low_z, low_dz);
+      for (Pairs* all : {&own, &upper, &lower}) {
+        follow(*all);
+        shorten(most, *all);
+      }
       return most;
     };
     const double reach = std::min(1.0, find_step(0.0, false));
-    double ahead = 0.0;
-    for (std::size_t r = 0; r < rows_; ++r) ahead += (s[r] + reach * ds[r]) * (z[r] + reach * dz[r]);
-    for (std::size_t i = 0; i < coordinates; ++i) {
-      ahead += (up_s[i] + reach * up_ds[i]) * (up_z[i] + reach * up_dz[i]) +
-               (low_s[i] + reach * low_ds[i]) * (low_z[i] + reach * low_dz[i]);
-    }
-    const double part = ahead / sum;
+    const double part = (gap(own, reach) + gap(upper, reach) + gap(lower, reach)) / sum;
     const double most = find_step(mu * part * part * part, true);
     const double size = step_part * most;
     for (std::size_t k = 0; k < n_; ++k) dy[k] = (edge_row(k, step) + r_e[k]) / delta;
 
     for (std::size_t i = 0; i < coordinates; ++i) {
       x.d[i] += size * step.d[i];
-      up_s[i] = bound - x.d[i];
-      low_s[i] = bound + x.d[i];
-      up_z[i] += size * up_dz[i];
-      low_z[i] += size * low_dz[i];
+      upper.s[i] = bound - x.d[i];
+      lower.s[i] = bound + x.d[i];
     }
     for (std::size_t c = 0; c < components_; ++c) x.h[c] += size * step.h[c];
-    for (std::size_t k = 0; k < n_; ++k) y[k] += size * dy[k];
-    for (std::size_t r = 0; r < rows_; ++r) {
-      s[r] += size * ds[r];
-      z[r] += size * dz[r];
-    }
+    add_scaled(y.data(), dy.data(), size, n_);
+    add_scaled(own.s.data(), own.ds.data(), size, rows_);
+    for (Pairs* all : {&own, &upper, &lower}) add_scaled(all->z.data(), all->dz.data(), size, all->size);
   }
 
   solution.moves.resize(n_);
   for (std::size_t k = 0; k < n_; ++k) solution.moves[k] = {x.d[3 * k], x.d[3 * k + 1], x.d[3 * k + 2]};
   solution.edge_lengths = x.h;
   solution.edge_forces = y;
-  solution.kink_forces.assign(z.begin(), z.begin() + static_cast<std::ptrdiff_t>(kinks_));
-  solution.strut_forces.assign(z.begin() + static_cast<std::ptrdiff_t>(kinks_), z.end());
+  solution.kink_forces.assign(own.z.begin(), own.z.begin() + static_cast<std::ptrdiff_t>(kinks_));
+  solution.strut_forces.assign(own.z.begin() + static_cast<std::ptrdiff_t>(kinks_), own.z.end());
   return solution;
 }
 

@@ -21,9 +21,13 @@ constexpr std::size_t agreeing_chains = 3;  // that do so after hops
 constexpr double spread = 1e-3;             // that "about" allows
 constexpr double small_spread = 2e-3;       // of knots below
 constexpr double small_ropelength = 46;
+constexpr int first_programs = 50;    // of a start; those that lead to something good mostly settle in so many
+constexpr double catching_up = 1.03;  // ropelength over the best at which a start or a hop is worth more programs
+constexpr int first_hop_programs = 25;
 constexpr int hop_programs = 60;
-constexpr int small_patience = 6;   // hops without gain after which what starts of a small knot agree in is left
-constexpr int large_patience = 10;  // and of others
+constexpr double level_spread = 2.5e-3;  // relative difference of shapes that finer levels may turn round, times h
+constexpr int small_patience = 6;        // hops without gain after which what starts of a small knot agree in is left
+constexpr int large_patience = 10;       // and of others
 constexpr int second_patience = 10;
 
 enum Phase : std::uint64_t { order_phase, start_phase, hop_phase };
@@ -50,6 +54,12 @@ Shape shape_of(Settled state) {
 Shape contracted(const Rope& rope, double h, int programs, Heartbeat& heartbeat) {
   auto state = contract(rope, h, programs, heartbeat);
   return state ? shape_of(std::move(*state)) : Shape{};
+}
+
+/// The shape after so many more programs.
+Shape continued(const Shape& shape, double h, int programs, Heartbeat& heartbeat) {
+  Shape next = contracted(shape.state.rope, h, programs, heartbeat);
+  return std::isfinite(next.value) ? next : shape;
 }
 
 bool better(const Shape& a, const Shape& b) { return a.value < b.value; }
@@ -133,6 +143,7 @@ std::size_t Search::agreement() const {
 bool Search::contract_starts(std::size_t count) {
   const double h = options_.coarse_edge;
   const std::size_t all = lines_.size() + count;
+  const int programs = options_.adaptive ? first_programs : options_.start_programs;
   while (lines_.size() < all) {
     const std::size_t first = lines_.size();
     std::vector<Shape> more(std::min(batch, all - first));
@@ -141,7 +152,13 @@ bool Search::contract_starts(std::size_t count) {
       Random random(options_.seed, start_phase, task);
       Rope rope = scaled_[order_[task % order_.size()]];
       displace(rope, task % 2 == 0 ? options_.small_noise : options_.large_noise, 8, random);
-      more[k] = contracted(rope, h, options_.start_programs, heartbeat);
+      more[k] = contracted(rope, h, std::min(programs, options_.start_programs), heartbeat);
+    });
+    double least = best ? best->value : INFINITY;
+    for (const Shape& shape : more) least = std::min(least, shape.value);
+    run_tasks(more.size(), options_.threads, poll_, [&](std::size_t k, Heartbeat& heartbeat) {
+      if (more[k].state.settled || !(more[k].value < catching_up * least)) return;
+      more[k] = continued(more[k], h, options_.start_programs - programs, heartbeat);
     });
     for (std::size_t k = 0; k < more.size(); ++k) {
       if (std::isfinite(more[k].value)) keep(more[k], "start", first + k, h, 0);
@@ -167,7 +184,10 @@ void Search::hop_chains(const std::vector<std::size_t>& which, int hops, int pat
     while (tried[task] < hops && failures < patience) {
       ++tried[task];
       ++failures;
-      Shape next = contracted(hop(ends[task].state.rope, random), h, hop_programs, heartbeat);
+      Shape next = contracted(hop(ends[task].state.rope, random), h, first_hop_programs, heartbeat);
+      if (!next.state.settled && next.value < catching_up * ends[task].value) {
+        next = continued(next, h, hop_programs - first_hop_programs, heartbeat);
+      }
       if (next.value < ends[task].value * (1.0 - 2e-5)) {
         if (next.value < ends[task].value * (1.0 - same_shape)) failures = 0;
         ends[task] = std::move(next);
@@ -234,6 +254,7 @@ void Search::run() {
   for (std::size_t k = 0; k < edges.size(); ++k) {
     if (k > 0) shapes.resize(std::min(shapes.size(), static_cast<std::size_t>(std::max(1, finished))));
     if (edges[k] < 0.12) shapes.resize(1);
+    while (k > 0 && shapes.back().value > shapes.front().value * (1.0 + level_spread * edges[k - 1])) shapes.pop_back();
     shapes = level(shapes, edges[k]);
   }
 }

@@ -70,21 +70,20 @@ void subtract_products(const double* a, const double* b, double* const* targets,
   if (!subtract_products_wide(a, b, targets, count)) subtract_products_plain(a, b, targets, count);
 }
 
-/// The inverse of the upper factor of a tile, of which the upper triangle counts.
+/// The inverse of the upper factor of a tile, of which the upper triangle counts. The loops run over whole rows, which
+/// vector registers hold, and leave numbers below the diagonals that nothing reads.
 VKM_INLINE void invert_factor(double* tile) {
   constexpr std::size_t n = tile_side;
   double r[n][n];
   double inverse[n][n] = {};
-  for (std::size_t i = 0; i < n; ++i) {
-    for (std::size_t k = 0; k < n; ++k) r[i][k] = k >= i ? tile[i * n + k] : 0.0;
-  }
+  std::memcpy(r, tile, sizeof r);
   for (std::size_t i = 0; i < n; ++i) {
     const double pivot = r[i][i] > 0.0 ? 1.0 / std::sqrt(r[i][i]) : 0.0;
-    for (std::size_t k = i; k < n; ++k) r[i][k] *= pivot;
+    for (std::size_t k = 0; k < n; ++k) r[i][k] *= pivot;
     inverse[i][i] = pivot;
     for (std::size_t m = i + 1; m < n; ++m) {
       const double factor = -r[i][m];
-      for (std::size_t k = m; k < n; ++k) r[m][k] = multiply_add(factor, r[i][k], r[m][k]);
+      for (std::size_t k = 0; k < n; ++k) r[m][k] = multiply_add(factor, r[i][k], r[m][k]);
     }
   }
   // Columns of R^-1: X R = I row by row, x[i][k] = -sum_{i <= m < k} x[i][m] r[m][k] / r[k][k].
@@ -93,13 +92,19 @@ VKM_INLINE void invert_factor(double* tile) {
     for (std::size_t m = i; m < n; ++m) {
       const double x = m == i ? inverse[i][i] : rest[m] * inverse[m][m];
       inverse[i][m] = x;
-      for (std::size_t k = m + 1; k < n; ++k) rest[k] = multiply_add(-x, r[m][k], rest[k]);
+      for (std::size_t k = 0; k < n; ++k) rest[k] = multiply_add(-x, r[m][k], rest[k]);
     }
   }
   std::memcpy(tile, inverse, sizeof inverse);
 }
 
 VKM_KERNEL void invert_diagonal(double* tile) { invert_factor(tile); }
+
+VKM_INLINE double sum_of(const double* lanes) {
+  double quarter[4];
+  for (std::size_t k = 0; k < 4; ++k) quarter[k] = (lanes[k] + lanes[k + 4]) + lanes[k + 8];
+  return (quarter[0] + quarter[2]) + (quarter[1] + quarter[3]);
+}
 
 /// y = w^T y, then y_k -= b_k^T y for the row's tiles.
 VKM_KERNEL void forward_row(const double* tiles, double* y, double* all, const std::uint32_t* columns,
@@ -124,26 +129,31 @@ VKM_KERNEL void forward_row(const double* tiles, double* y, double* all, const s
   }
 }
 
-/// y -= sum_k b_k x_k over the row's tiles, then y = w y.
+/// y -= sum_k b_k x_k over the row's tiles, then y = w y. Sums run along rows of tiles, so that they are kept in lanes,
+/// four rows at a time, and added up at the end in one fixed order.
 VKM_KERNEL void backward_row(const double* tiles, double* y, const double* all, const std::uint32_t* columns,
                              std::size_t count) {
   constexpr std::size_t n = tile_side;
+  constexpr std::size_t band = 4;
   double own[n];
-  for (std::size_t m = 0; m < n; ++m) {
-    double lanes[n] = {};
+  for (std::size_t first = 0; first < n; first += band) {
+    double lanes[band][n] = {};
     for (std::size_t tile = 0; tile < count; ++tile) {
-      const double* b = tiles + (tile + 1) * tile_size + m * n;
+      const double* b = tiles + (tile + 1) * tile_size + first * n;
       const double* x = all + columns[tile] * n;
-      for (std::size_t k = 0; k < n; ++k) lanes[k] = multiply_add(b[k], x[k], lanes[k]);
+#pragma GCC unroll 4
+      for (std::size_t i = 0; i < band; ++i) {
+#pragma GCC unroll 12
+        for (std::size_t k = 0; k < n; ++k) lanes[i][k] = multiply_add(b[i * n + k], x[k], lanes[i][k]);
+      }
     }
-    double sum = 0.0;
-    for (const double lane : lanes) sum += lane;
-    own[m] = y[m] - sum;
+#pragma GCC unroll 4
+    for (std::size_t i = 0; i < band; ++i) own[first + i] = y[first + i] - sum_of(lanes[i]);
   }
   for (std::size_t m = 0; m < n; ++m) {
-    double sum = 0.0;
-    for (std::size_t k = m; k < n; ++k) sum = multiply_add(tiles[m * n + k], own[k], sum);
-    y[m] = sum;
+    double lanes[n];
+    for (std::size_t k = 0; k < n; ++k) lanes[k] = tiles[m * n + k] * own[k];  // zeros below the diagonal
+    y[m] = sum_of(lanes);
   }
 }
 

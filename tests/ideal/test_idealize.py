@@ -164,6 +164,16 @@ def test_ctrl_c_keeps_the_best_so_far_with_its_certificate():
     assert {step.seed for step in shape.history} == {1, 2}
 
 
+def test_ctrl_c_keeps_the_best_so_far_of_a_knot_that_says_so():
+    def interrupt(step, best):
+        raise KeyboardInterrupt
+
+    knot = vkm.Knot("4_1").idealize(progress=interrupt, **QUICK)
+    assert isinstance(knot, vkm.Knot) and 42 < knot.ropelength < 60
+    assert "interrupted" in repr(knot)
+    assert "interrupted" not in repr(vkm.Knot("3_1").idealize(**QUICK))
+
+
 def test_no_more_is_searched_once_it_is_enough():
     shape = vkm.idealize("3_1", seeds=9, enough=40.0, **QUICK)
     assert {step.seed for step in shape.history} == {1} and not shape.interrupted

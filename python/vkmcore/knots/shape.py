@@ -292,13 +292,16 @@ class Shape:
 
         Args:
             options: those of `vkmcore.idealize`, which returns all that is known of the shape.
+
+        Returns:
+            The knot or link; where Ctrl-C ended the search, the best so far, of which `source` says so.
         """
         from vkmcore.ideal.search import idealize
 
         shape = idealize(self._in_own_unit(), **options)
-        return type(self)._made(
-            (Strand(vertices=np.array(points)) for points in shape.points), self.name, f"idealized from {self._source}"
-        )
+        how = "idealized, interrupted, from" if shape.interrupted else "idealized from"
+        strands = (Strand(vertices=np.array(points)) for points in shape.points)
+        return type(self)._made(strands, self.name, f"{how} {self._source}")
 
     # --- ways out -----------------------------------------------------------------------------------------------
 
