@@ -4,10 +4,11 @@ from collections.abc import Callable, Mapping, Sequence
 from typing import Any
 
 import numpy
+from _native import ResolvedTubeMetrics, TailApproxConfig
 from numpy.typing import ArrayLike, NDArray
 
 def vector_bits() -> int: ...
-def pair_form() -> str: ...
+def pair_forms() -> dict[str, str]: ...
 
 # Filaments as of compute_filament_velocity.
 def filament_velocity(
@@ -53,6 +54,33 @@ def point_velocities(
     *,
     threads: int = 1,
 ) -> NDArray[numpy.float64]: ...
+
+# Measures of curves, with the bits of _native's.
+def neumann_self_energy(points: ArrayLike, rc: float, *, threads: int = 1) -> float: ...
+def vkm_mass(points: ArrayLike, chi_spin: float, *, threads: int = 1) -> tuple[float, float]: ...
+def tail_energy(filaments: Sequence[ArrayLike], config: TailApproxConfig, *, threads: int = 1) -> float: ...
+def writhe(points: ArrayLike, *, threads: int = 1) -> float: ...
+def polygonal_gauss(a: ArrayLike, b: ArrayLike | None = None, *, threads: int = 1) -> Any: ...
+def tube_analyze(
+    points: ArrayLike,
+    skip_neighbors: int = 2,
+    contact_tol: float = 0.001,
+    equilateral_tol: float = 0.001,
+    *,
+    threads: int = 1,
+) -> ResolvedTubeMetrics: ...
+def pd_from_curve(
+    points: ArrayLike,
+    tries: int = 40,
+    seed: int = 12345,
+    min_angle_deg: float = 1.0,
+    depth_tol: float = 1e-6,
+    *,
+    threads: int = 1,
+) -> list[list[int]]: ...
+def estimate_crossing_number(
+    points: ArrayLike, directions: int = 24, seed: int = 12345, *, threads: int = 1
+) -> int: ...
 
 # Ideal shapes. Polygons are one (N, 3) array a component.
 def tighten(

@@ -21,5 +21,6 @@ inline Poll released_poll() {
 void bind_dynamics(py::module_& m);
 void bind_elementary(py::module_& m);
 void bind_ideal(py::module_& m);
+void bind_measures(py::module_& m);
 
 }  // namespace vkm

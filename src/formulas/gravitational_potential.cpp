@@ -68,13 +68,22 @@ VKM_KERNEL void gradient_block(const Vec3* positions, const Vec3* vorticity, std
   for (std::size_t j = 0; j < count; ++j) {
     if (!exponents(positions[j], targets.at, width, q) && finite) continue;
     double factor[lane_block];
-    for (std::size_t k = 0; k < lane_block; ++k) factor[k] = elementary::try_exp(-q[k]);
+    std::uint64_t hard = 0;
     for (std::size_t k = 0; k < lane_block; ++k) {
-      if (targets.first + k == j || (finite && q[k] > vanished_exponent)) continue;
-      const double g = std::isnan(factor[k]) ? vkm::exp(-q[k]) : factor[k];
-      sum_x[k] += g * vorticity[j][0];
-      sum_y[k] += g * vorticity[j][1];
-      sum_z[k] += g * vorticity[j][2];
+      factor[k] = elementary::try_exp(-q[k]);
+      hard |= std::isnan(factor[k]) ? 1U : 0U;
+    }
+    if (hard != 0) {
+      for (std::size_t k = 0; k < lane_block; ++k) factor[k] = std::isnan(factor[k]) ? vkm::exp(-q[k]) : factor[k];
+    }
+    const double wx = vorticity[j][0], wy = vorticity[j][1], wz = vorticity[j][2];
+    const double own = static_cast<double>(j) - static_cast<double>(targets.first);
+    for (std::size_t k = 0; k < lane_block; ++k) {
+      const bool left_out = (own == static_cast<double>(k)) | (finite & (q[k] > vanished_exponent));
+      const LaneVec3 term = unless(left_out, LaneVec3{wx, wy, wz} * factor[k]);
+      sum_x[k] += term.x;
+      sum_y[k] += term.y;
+      sum_z[k] += term.z;
     }
   }
   for (std::size_t k = 0; k < lane_block; ++k) {

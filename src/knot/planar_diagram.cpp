@@ -1,14 +1,17 @@
 #include "knot/planar_diagram.hpp"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <limits>
+#include <mutex>
 #include <stdexcept>
 
 #include "core/elementary.hpp"
 #include "core/kernel.hpp"
 #include "core/lanes.hpp"
 #include "core/numbers.hpp"
+#include "core/tasks.hpp"
 #include "knot/projected_crossings.hpp"
 #include "knot/random_directions.hpp"
 
@@ -95,6 +98,23 @@ std::vector<Crossing> find_crossings(const Lanes& points, double min_angle_deg, 
   return crossings;
 }
 
+/// Draws the directions of an estimate, so many at a time, with one source of deviates over all of them.
+class Directions {
+ public:
+  Directions(int seed, double guard) : generator_(static_cast<std::mt19937::result_type>(seed)), guard_(guard) {}
+
+  std::vector<Vec3> next(int count) {
+    std::vector<Vec3> list;
+    for (int k = 0; k < count; ++k) list.push_back(random_direction(generator_, normal_, guard_));
+    return list;
+  }
+
+ private:
+  std::mt19937 generator_;
+  PolarNormal normal_;
+  double guard_;
+};
+
 /// The code of a projection's crossings on a curve of n points.
 PlanarDiagram code_of(const std::vector<Crossing>& crossings, std::size_t n) {
   if (crossings.size() > static_cast<std::size_t>(std::numeric_limits<int>::max() / 2)) {
@@ -149,7 +169,7 @@ VKM_KERNEL std::int64_t count_row(const double* x, const double* y, const double
 }
 
 /// The proper crossings of a projection; the count stops where it has reached `limit`.
-std::int64_t count_crossings(const Lanes& points, std::int64_t limit, Heartbeat& heartbeat) {
+std::int64_t count_crossings(const Lanes& points, const std::atomic<std::int64_t>& limit, Heartbeat& heartbeat) {
   const std::size_t n = points.size();
   Lanes ends(n);
   for (std::size_t i = 0; i < n; ++i) ends.set(i, points[i + 1 == n ? 0 : i + 1]);
@@ -166,35 +186,52 @@ std::int64_t count_crossings(const Lanes& points, std::int64_t limit, Heartbeat&
 }  // namespace
 
 PlanarDiagram pd_from_curve(std::span<const Vec3> points, int tries, int seed, double min_angle_deg, double depth_tol,
-                            const Poll& poll) {
+                            const Poll& poll, int threads) {
   if (points.size() < 4) throw std::invalid_argument("pd_from_curve: need at least 4 points");
   constexpr double guard = 1e-18;
+  constexpr int window = 64;  // directions that are drawn at once
   std::mt19937 generator(static_cast<std::mt19937::result_type>(seed));
   std::vector<Crossing> best;
-  Heartbeat heartbeat(poll);
-  for (int attempt = 0; attempt < tries; ++attempt) {
-    PolarNormal normal;  // a fresh one each time: the kept deviate of the third draw is thrown away
-    const Vec3 d = random_direction(generator, normal, guard);
-    const ProjectionPlane plane = projection_plane(d, std::abs(d[0]) < 0.9, guard);
-    std::vector<Crossing> crossings = find_crossings(project(points, plane, d), min_angle_deg, depth_tol, heartbeat);
-    if (crossings.size() > best.size()) best = std::move(crossings);
+  std::size_t best_try = 0;
+  for (int attempt = 0; attempt < tries; attempt += window) {
+    std::vector<Vec3> directions;
+    for (int k = attempt; k < std::min(tries, attempt + window); ++k) {
+      PolarNormal normal;  // a fresh one each time: the kept deviate of the third draw is thrown away
+      directions.push_back(random_direction(generator, normal, guard));
+    }
+    std::mutex mutex;
+    run_tasks(directions.size(), threads, poll, [&](std::size_t task, Heartbeat& heartbeat) {
+      const Vec3& d = directions[task];
+      const ProjectionPlane plane = projection_plane(d, std::abs(d[0]) < 0.9, guard);
+      std::vector<Crossing> crossings = find_crossings(project(points, plane, d), min_angle_deg, depth_tol, heartbeat);
+      const std::size_t own_try = static_cast<std::size_t>(attempt) + task;
+      const std::lock_guard lock(mutex);
+      if (crossings.size() < best.size() || (crossings.size() == best.size() && own_try >= best_try)) return;
+      best = std::move(crossings);
+      best_try = own_try;
+    });
   }
   if (best.empty()) throw std::runtime_error("Failed to extract PD from any projection");
   return code_of(best, points.size());
 }
 
-std::int64_t estimate_crossing_number(std::span<const Vec3> points, int directions, int seed, const Poll& poll) {
+std::int64_t estimate_crossing_number(std::span<const Vec3> points, int directions, int seed, const Poll& poll,
+                                      int threads) {
   constexpr double guard = 1e-12;
+  constexpr int window = 64;
   const auto n = static_cast<std::int64_t>(points.size());
-  std::int64_t best = n * n;
-  std::mt19937 generator(static_cast<std::mt19937::result_type>(seed));
-  PolarNormal normal;  // one over all directions
-  Heartbeat heartbeat(poll);
-  for (int k = 0; k < directions; ++k) {
-    heartbeat.tick();
-    const Vec3 d = random_direction(generator, normal, guard);
-    const ProjectionPlane plane = projection_plane(d, std::abs(d[0]) <= 0.9, guard);
-    best = std::min(best, count_crossings(project(points, plane, d), best, heartbeat));
+  std::atomic<std::int64_t> best = n * n;
+  Directions list(seed, guard);
+  for (int first = 0; first < directions; first += window) {
+    const std::vector<Vec3> drawn = list.next(std::min(window, directions - first));
+    run_tasks(drawn.size(), threads, poll, [&](std::size_t task, Heartbeat& heartbeat) {
+      heartbeat.tick();
+      const Vec3& d = drawn[task];
+      const ProjectionPlane plane = projection_plane(d, std::abs(d[0]) <= 0.9, guard);
+      const std::int64_t count = count_crossings(project(points, plane, d), best, heartbeat);
+      for (std::int64_t before = best; count < before && !best.compare_exchange_weak(before, count);) {
+      }
+    });
   }
   return best;
 }

@@ -3,12 +3,16 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <span>
+#include <utility>
+#include <vector>
 
 #include "core/elementary.hpp"
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
-#include "core/pair_sums.hpp"
 #include "core/polygon_edges.hpp"
+#include "core/tasks.hpp"
+#include "filament/sums/pair_forms.hpp"
 #include "mass/stored_constants.hpp"
 
 namespace vkm {
@@ -28,12 +32,9 @@ struct Block {
 
 /// Adds the field of the segments [begin, end) at the samples of a block. The 1e-24 m^2 under the root smooths the
 /// field on the scale of 1e-12 m.
-VKM_KERNEL void add_field(const PointSources& segments, std::size_t begin, std::size_t end, Block& block) {
-  add_sources(segments, begin, end, {block.x, block.y, block.z}, LaneSpace{block.ux, block.uy, block.uz},
-              [](const LaneVec3& dl, const LaneVec3& r, auto...) VKM_TERM {
-                const double r2 = dot(r, r) + 1e-24;
-                return cross(dl, r) * (field_coefficient / (std::sqrt(r2) * r2));
-              });
+void add_field(const PointSources& segments, std::size_t begin, std::size_t end, Block& block, PairForm form) {
+  add_induced({segments, begin, end, {block.x, block.y, block.z}, {block.ux, block.uy, block.uz}}, 1e-24,
+              field_coefficient, form);
 }
 
 Vec3 normalised(const Vec3& v) {
@@ -108,69 +109,95 @@ void own_runs(std::size_t first, std::int64_t m, std::int64_t j, std::int64_t w,
   runs[1] = run(j + w + 1, std::min(m, j + m - w));
 }
 
-}  // namespace
+/// A filament of at least three points: its segments in the list of all, and the lengths of its edges.
+struct TailFilament {
+  std::span<const Vec3> points;
+  std::size_t first;
+  std::vector<double> ds;
+  std::int64_t excluded;  // segments on either side of a vertex
 
-double tail_surrogate_energy(const std::vector<std::vector<Vec3>>& filaments, const TailApproxConfig& config,
-                             const Poll& poll) {
-  if (!config.enabled || filaments.empty()) return 0.0;
-  const Samples samples(config);
-  const std::size_t per_vertex = samples.shells * samples.angles;
-
-  Segments segments;  // of all filaments of at least two points, in order
-  for (const auto& points : filaments) {
-    if (points.size() >= 2) segments.append(points, points.size());
-  }
-  const std::size_t all = segments.dl.size();
-
-  Heartbeat heartbeat(poll);
-  double total = 0.0;
-  std::size_t first = 0;  // segment of this filament's vertex 0
-  for (const auto& points : filaments) {
+  TailFilament(std::span<const Vec3> list, std::size_t first_segment, double exclusion_factor)
+      : points(list), first(first_segment), ds(list.size()) {
     const std::size_t n = points.size();
-    if (n < 3) {
-      if (n == 2) first += 2;
-      continue;
-    }
-    std::vector<double> ds(n);
     double length = 0.0;
     for (std::size_t j = 0; j < n; ++j) {
       ds[j] = norm(points[(j + 1) % n] - points[j]);
       length += ds[j];
     }
     const double mean_ds = length / static_cast<double>(n);
-    const std::int64_t w = excluded_segments(mean_ds * config.exclusion_ds_factor, mean_ds);
+    excluded = excluded_segments(mean_ds * exclusion_factor, mean_ds);
+  }
+};
 
-    for (std::size_t j = 0; j < n; ++j) {
-      const NormalPlane plane = normal_plane(points[(j + n - 1) % n], points[(j + 1) % n]);
-      Run own[2];
-      own_runs(first, static_cast<std::int64_t>(n), static_cast<std::int64_t>(j), w, own);
-      double shell_sum = 0.0;
-      for (std::size_t base = 0; base < per_vertex; base += lane_block) {
-        const std::size_t used = std::min(lane_block, per_vertex - base);
-        Block block{};
-        for (std::size_t i = 0; i < used; ++i) {
-          const std::size_t a = (base + i) % samples.angles;
-          const double radius = samples.mean_radius((base + i) / samples.angles);
-          const Vec3 q = points[j] + plane.n * (samples.cosines[a] * radius) + plane.b * (samples.sines[a] * radius);
-          block.x[i] = q[0];
-          block.y[i] = q[1];
-          block.z[i] = q[2];
-        }
-        add_field(segments.sources(), 0, first, block);
-        add_field(segments.sources(), own[0].begin, own[0].end, block);
-        add_field(segments.sources(), own[1].begin, own[1].end, block);
-        add_field(segments.sources(), first + n, all, block);
-        heartbeat.tick();
-        for (std::size_t i = 0; i < used; ++i) {
-          const std::size_t shell = (base + i) / samples.angles;
-          shell_sum += norm2({block.ux[i], block.uy[i], block.uz[i]});
-          if ((base + i) % samples.angles != samples.angles - 1) continue;
-          total += (shell_sum / static_cast<double>(samples.angles)) * half_density * (samples.area(shell) * ds[j]);
-          shell_sum = 0.0;
-        }
-      }
+/// The energies of the shells around vertex j.
+void vertex_energies(const TailFilament& filament, std::size_t j, const Samples& samples, const Segments& segments,
+                     PairForm form, Heartbeat& heartbeat, double* energies) {
+  const std::span<const Vec3> points = filament.points;
+  const std::size_t n = points.size(), all = segments.dl.size(), first = filament.first;
+  const std::size_t per_vertex = samples.shells * samples.angles;
+  const NormalPlane plane = normal_plane(points[(j + n - 1) % n], points[(j + 1) % n]);
+  Run own[2];
+  own_runs(first, static_cast<std::int64_t>(n), static_cast<std::int64_t>(j), filament.excluded, own);
+  double shell_sum = 0.0;
+  for (std::size_t base = 0; base < per_vertex; base += lane_block) {
+    const std::size_t used = std::min(lane_block, per_vertex - base);
+    Block block{};
+    for (std::size_t i = 0; i < used; ++i) {
+      const std::size_t a = (base + i) % samples.angles;
+      const double radius = samples.mean_radius((base + i) / samples.angles);
+      const Vec3 q = points[j] + plane.n * (samples.cosines[a] * radius) + plane.b * (samples.sines[a] * radius);
+      block.x[i] = q[0];
+      block.y[i] = q[1];
+      block.z[i] = q[2];
     }
-    first += n;
+    const PairForm own_form = moderate_block({block.x, block.y, block.z}) ? form : PairForm::plain;
+    add_field(segments.sources(), 0, first, block, own_form);
+    add_field(segments.sources(), own[0].begin, own[0].end, block, own_form);
+    add_field(segments.sources(), own[1].begin, own[1].end, block, own_form);
+    add_field(segments.sources(), first + n, all, block, own_form);
+    heartbeat.tick();
+    for (std::size_t i = 0; i < used; ++i) {
+      const std::size_t shell = (base + i) / samples.angles;
+      shell_sum += norm2({block.ux[i], block.uy[i], block.uz[i]});
+      if ((base + i) % samples.angles != samples.angles - 1) continue;
+      energies[shell] = (shell_sum / static_cast<double>(samples.angles)) * half_density *
+                        (samples.area(shell) * filament.ds[j]);
+      shell_sum = 0.0;
+    }
+  }
+}
+
+}  // namespace
+
+double tail_surrogate_energy(const std::vector<std::vector<Vec3>>& filaments, const TailApproxConfig& config,
+                             const Poll& poll, int threads) {
+  if (!config.enabled || filaments.empty()) return 0.0;
+  const Samples samples(config);
+  Segments segments;  // of all filaments of at least two points, in order
+  std::vector<TailFilament> list;
+  std::vector<std::pair<std::size_t, std::size_t>> vertices;  // filament in the list, vertex
+  bool all_moderate = true;
+  for (const auto& points : filaments) {
+    const std::size_t first = segments.dl.size();
+    if (points.size() >= 2) segments.append(points, points.size());
+    all_moderate = all_moderate && moderate(points);
+    if (points.size() < 3) continue;
+    for (std::size_t j = 0; j < points.size(); ++j) vertices.emplace_back(list.size(), j);
+    list.emplace_back(points, first, config.exclusion_ds_factor);
+  }
+  const PairForm form = induced_form(all_moderate, field_coefficient);
+  double total = 0.0;
+  const std::size_t window = std::max<std::size_t>(1, 32768 / samples.shells);  // vertices in memory at once
+  for (std::size_t begin = 0; begin < vertices.size(); begin += window) {
+    const std::size_t count = std::min(window, vertices.size() - begin);
+    require_memory(count, samples.shells * sizeof(double));
+    std::vector<double> energies(count * samples.shells);
+    run_tasks(count, threads, poll, [&](std::size_t task, Heartbeat& heartbeat) {
+      const auto& [filament, vertex] = vertices[begin + task];
+      vertex_energies(list[filament], vertex, samples, segments, form, heartbeat,
+                      energies.data() + task * samples.shells);
+    });
+    for (const double energy : energies) total += energy;
   }
   return total;
 }

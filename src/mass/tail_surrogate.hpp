@@ -28,6 +28,6 @@ struct TailApproxConfig {
 
 /// The energy in J; 0 unless enabled. `poll` may throw to abandon the work.
 double tail_surrogate_energy(const std::vector<std::vector<Vec3>>& filaments, const TailApproxConfig& config,
-                             const Poll& poll = {});
+                             const Poll& poll = {}, int threads = 1);
 
 }  // namespace vkm

@@ -19,6 +19,6 @@ struct VkmMass {
 /// m_core = L rho_core pi r_c^2; m_fluid = chi_spin^2 rho_f Gamma^2 / (8 pi) S / c^2 with
 /// S = sum d[i] . d[j] / sqrt(|p[i] - p[j]|^2 + r_c^2) over all ordered pairs. The diagonal belongs to the sum: its
 /// softening is what r_c is there for. `points` in m; no points give zeros.
-VkmMass compute_vkm_mass(std::span<const Vec3> points, double chi_spin, const Poll& poll = {});
+VkmMass compute_vkm_mass(std::span<const Vec3> points, double chi_spin, const Poll& poll = {}, int threads = 1);
 
 }  // namespace vkm

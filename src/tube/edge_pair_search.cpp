@@ -1,6 +1,7 @@
 #include "tube/edge_pair_search.hpp"
 
 #include <algorithm>
+#include <atomic>
 #include <bit>
 #include <cmath>
 #include <limits>
@@ -8,6 +9,7 @@
 #include "core/finite.hpp"
 #include "core/kernel.hpp"
 #include "core/memory.hpp"
+#include "core/tasks.hpp"
 #include "tube/segment_distance.hpp"
 
 namespace vkm {
@@ -238,24 +240,46 @@ EdgePairSearch::EdgePairSearch(std::span<const Vec3> points, std::int32_t skip_n
   }
 }
 
-EdgePairSearch::Found EdgePairSearch::near_pairs(const std::function<double(double)>& keep,
-                                                 Heartbeat& heartbeat) const {
-  Scan scan{keep};
+EdgePairSearch::Found EdgePairSearch::near_pairs(const std::function<double(double)>& keep, const Poll& poll,
+                                                 int threads) const {
   const std::size_t n = points_.size();
-  for (std::size_t leaf = 0; leaf < edges_.size() && n > 2 * skip_ + 1; ++leaf) {
-    if (leaf % 16 == 0 || scan.leaves.size() > 64) heartbeat.tick();
-    if (scan.least == 0.0 && !(scan.keep >= 0.0)) break;
-    scan_leaf(leaf, scan);
+  const std::size_t leaves = n > 2 * skip_ + 1 ? edges_.size() : 0;
+  const std::size_t run = threads > 1 ? 32 : std::max<std::size_t>(leaves, 1);
+  const std::size_t tasks = (leaves + run - 1) / run;
+  std::vector<std::vector<SegmentPair>> kept(tasks);
+  std::atomic<double> least = infinity;  // of all threads so far
+  run_tasks(tasks, threads, poll, [&](std::size_t task, Heartbeat& heartbeat) {
+    Scan scan{keep};
+    const double known = least;
+    if (known < infinity) scan.lower(known);
+    for (std::size_t leaf = task * run; leaf < std::min(leaves, (task + 1) * run); ++leaf) {
+      if (leaf % 16 == 0 || scan.leaves.size() > 64) heartbeat.tick();
+      if (scan.least == 0.0 && !(scan.keep >= 0.0)) break;
+      scan_leaf(leaf, scan);
+    }
+    for (double before = least; scan.least < before && !least.compare_exchange_weak(before, scan.least);) {
+    }
+    kept[task] = std::move(scan.pairs);
+  });
+  Scan all{keep};
+  if (least < infinity) all.lower(least);
+  for (std::vector<SegmentPair>& pairs : kept) {
+    if (all.pairs.empty()) {
+      all.pairs = std::move(pairs);
+    } else {
+      all.pairs.insert(all.pairs.end(), pairs.begin(), pairs.end());
+    }
+    pairs = {};
+    all.drop_outdated();
   }
-  scan.drop_outdated();
   const auto arclength = [&](std::size_t k, double parameter) {
     return arclength_[k] + norm(points_[k] - points_[k + 1 == n ? 0 : k + 1]) * parameter;
   };
-  for (SegmentPair& pair : scan.pairs) {
+  for (SegmentPair& pair : all.pairs) {
     pair.arclength_i = arclength(pair.i, pair.s);
     pair.arclength_j = arclength(pair.j, pair.t);
   }
-  return {scan.least, std::move(scan.pairs)};
+  return {least, std::move(all.pairs)};
 }
 
 /// Meets all pairs of an edge i of the leaf and an admissible later edge j that the boxes leave.

@@ -38,8 +38,9 @@ class EdgePairSearch {
   };
 
   /// One pass finds both: it keeps the pairs up to keep(least so far) and drops the outdated. `keep` must not decrease
-  /// with its argument, but where it is negative or not a number: then nothing is kept.
-  Found near_pairs(const std::function<double(double)>& keep, Heartbeat& heartbeat) const;
+  /// with its argument, but where it is negative or not a number: then nothing is kept. Threads share the work by runs
+  /// of leaves; what each keeps in excess is dropped at the end.
+  Found near_pairs(const std::function<double(double)>& keep, const Poll& poll, int threads = 1) const;
 
   /// Eight boxes, or the eight edges of a leaf, lane by lane.
   struct alignas(64) Boxes {

@@ -28,19 +28,18 @@ double admitted_distance(double m, double distance_tol) {
 std::vector<SegmentPair> dcsd_candidates(std::span<const Vec3> points, std::int32_t skip_neighbors, double distance_tol,
                                          const Poll& poll) {
   if (points.size() <= 3) return {};
-  Heartbeat heartbeat(poll);
   const auto keep = [&](double least) { return admitted_distance(least, distance_tol); };
-  return EdgePairSearch(points, skip_neighbors).near_pairs(keep, heartbeat).pairs;
+  return EdgePairSearch(points, skip_neighbors).near_pairs(keep, poll).pairs;
 }
 
-ResolvedTubeMetrics analyze_tube(std::span<const Vec3> points, const TubeAnalysis& options, const Poll& poll) {
+ResolvedTubeMetrics analyze_tube(std::span<const Vec3> points, const TubeAnalysis& options, const Poll& poll,
+                                 int threads) {
   const double contact_tol = options.contact_tol;
   const std::size_t n = points.size();
   if (n < 3) throw std::invalid_argument("analyze requires at least 3 points.");
   if (contact_tol < 0.0) throw std::invalid_argument("contact_tol must be non-negative.");
   if (options.equilateral_tol < 0.0) throw std::invalid_argument("equilateral_tol must be non-negative.");
 
-  Heartbeat heartbeat(poll);
   ResolvedTubeMetrics tube;
   const std::vector<double> lengths = edge_lengths(points);
   const EdgeStatistics edges = edge_statistics(lengths);
@@ -64,7 +63,7 @@ ResolvedTubeMetrics analyze_tube(std::span<const Vec3> points, const TubeAnalysi
     return std::min(admitted_distance(least, contact_tol), 2.0 * contact_of(thickness) + 1e-300);
   };
   EdgePairSearch::Found found =
-      EdgePairSearch(n > 3 ? points : std::span<const Vec3>(), options.skip_neighbors).near_pairs(keep, heartbeat);
+      EdgePairSearch(n > 3 ? points : std::span<const Vec3>(), options.skip_neighbors).near_pairs(keep, poll, threads);
 
   tube.min_dcsd = found.least;
   tube.half_min_dcsd = 0.5 * tube.min_dcsd;

@@ -13,7 +13,7 @@ from vkmcore.commands.output import print_json
 @click.command()
 @json_option("A JSON object.")
 def info(as_json: bool) -> None:
-    """Version, interpreter, compiler, vector width and form of the pair sums in use."""
+    """Version, interpreter, compiler, vector width and forms of the pair sums in use."""
     from vkmcore import _engine
     from vkmcore.build import build_info
 
@@ -25,7 +25,7 @@ def info(as_json: bool) -> None:
         "matplotlib": installed("matplotlib"),
         "compiler": build.compiler,
         "vector_bits": build.vector_bits,
-        "pair_form": _engine.pair_form(),
+        "pair_forms": _engine.pair_forms(),
         "machine": platform.machine(),
         "extension": build.path,
     }
@@ -34,6 +34,8 @@ def info(as_json: bool) -> None:
         return
     width = max(map(len, facts))
     for name, value in facts.items():
+        if isinstance(value, dict):
+            value = ", ".join(f"{kernel} {form}" for kernel, form in value.items())
         click.echo(f"{name.replace('_', ' '):{width}}  {'not installed' if value is None else value}")
 
 

@@ -41,9 +41,9 @@ def planar_diagram(name: str, points: Points, settings: DiagramSettings | None =
         ValueError: the points are fewer than four or not of shape (N, 3).
         RuntimeError: no projection shows a crossing.
     """
-    import vkmcore
+    from vkmcore.parallel import estimate_crossing_number, pd_from_curve
 
     s = settings or DiagramSettings()
-    code = vkmcore.pd_from_curve(points, s.tries, s.seed, s.min_angle_deg, s.depth_tol)
-    estimate = vkmcore.estimate_crossing_number(points.tolist(), s.directions, s.seed)
+    code = pd_from_curve(points, s.tries, s.seed, s.min_angle_deg, s.depth_tol)
+    estimate = estimate_crossing_number(points, s.directions, s.seed)
     return Diagram(name, points, code, estimate)

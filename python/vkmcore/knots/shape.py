@@ -13,9 +13,10 @@ from typing import TYPE_CHECKING, Any, TypeVar
 
 import numpy as np
 
-from vkmcore import FourierBlock, compute_polygonal_gauss
+from vkmcore import FourierBlock
 from vkmcore.knots import sources
 from vkmcore.knots.strand import Strand, extent
+from vkmcore.parallel import polygonal_gauss
 
 if TYPE_CHECKING:
     from numpy.typing import ArrayLike, NDArray
@@ -137,7 +138,7 @@ class Shape:
         right-handed crossings.
         """
         polygons = self._in_own_unit()
-        own = math.fsum(compute_polygonal_gauss(points)["signed_integral"] for points in polygons)
+        own = math.fsum(polygonal_gauss(points)["signed_integral"] for points in polygons)
         return own + float(self.linking_matrix.sum())
 
     @property
@@ -146,7 +147,7 @@ class Shape:
         polygons = self._in_own_unit()
         matrix = np.zeros((len(polygons), len(polygons)), dtype=np.int64)
         for row, column in zip(*np.triu_indices(len(polygons), 1)):
-            number = compute_polygonal_gauss(polygons[row], polygons[column], False)["linking_integer_audit"]
+            number = polygonal_gauss(polygons[row], polygons[column])["linking_integer_audit"]
             matrix[row, column] = matrix[column, row] = number
         return matrix
 
@@ -411,10 +412,10 @@ def _of_polygons(polygons: list[Points]) -> Measures:
 
     if len(polygons) > 1:
         return measure_polygons(polygons)
-    from vkmcore import ResolvedTubeGeometry
+    from vkmcore.parallel import analyze_tube
     from vkmcore.tube.tightening import half_turn
 
-    tube = ResolvedTubeGeometry.analyze(polygons[0].tolist(), half_turn(polygons[0]), 0.0)
+    tube = analyze_tube(polygons[0], half_turn(polygons[0]), 0.0)
     return Measures(tube.length, tube.minrad, tube.min_dcsd / 2.0)
 
 

@@ -15,7 +15,7 @@ from dataclasses import asdict, dataclass, field
 import numpy as np
 import numpy.typing as npt
 
-from vkmcore import CheckKind, CheckResult, ParticleEvaluator, TailApproxConfig
+from vkmcore import CheckKind, CheckResult, ParticleEvaluator, TailApproxConfig, parallel
 from vkmcore.evidence.report import check, check_record
 from vkmcore.mass.table import RelaxSettings, Weight, measure
 
@@ -130,7 +130,7 @@ def _weigh(
     tail_energy = None
     if tail is not None:
         evaluator.set_tail_approx_config(tail)
-        tail_energy = evaluator.compute_tail_energy_J(True)
+        tail_energy = parallel.tail_energy(evaluator.get_filaments(), tail)
     weight, _ = measure(knot_id, evaluator, settings, tail_energy)
     return weight, _points(evaluator)
 

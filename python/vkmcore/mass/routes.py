@@ -19,6 +19,7 @@ from vkmcore.mass.assessment import DEFAULTS, Assessment, assess
 from vkmcore.mass.invariants import SAMPLES, knot_invariants
 from vkmcore.mass.names import ideal_id
 from vkmcore.mass.table import JOULE_PER_MEV, RelaxSettings
+from vkmcore.parallel import vkm_mass
 
 if TYPE_CHECKING:
     from vkmcore import KnotInvariants, TailApproxConfig
@@ -264,7 +265,7 @@ def _polyline(assessed: Assessment, given: Mapping[str, float]) -> list[Route]:
     chi = given.get(CHI_SPIN)
     core = fluid = 0.0
     for points in assessed.filaments:
-        own_core, own_fluid = vkmcore.compute_vkm_mass(points.tolist(), 0.0 if chi is None else chi)
+        own_core, own_fluid = vkm_mass(points, 0.0 if chi is None else chi)
         core, fluid = core + own_core, fluid + own_fluid
     length = sum(float(np.linalg.norm(np.roll(p, -1, axis=0) - p, axis=1).sum()) for p in assessed.filaments)
     scale = "the body's radius is that of the electron, as in the evaluator"

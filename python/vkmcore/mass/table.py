@@ -5,7 +5,7 @@ from __future__ import annotations
 from collections.abc import Callable, Iterable
 from dataclasses import dataclass
 
-from vkmcore import ParticleEvaluator, TailApproxConfig
+from vkmcore import ParticleEvaluator, TailApproxConfig, parallel
 
 JOULE_PER_MEV = 1.602176634e-13
 
@@ -76,7 +76,7 @@ def weigh(
         if tail is not None:
             tell(knot_id, "tail")
             evaluator.set_tail_approx_config(tail)
-            tail_energy = evaluator.compute_tail_energy_J(True)
+            tail_energy = parallel.tail_energy(evaluator.get_filaments(), tail)
         tell(knot_id, "measuring")
         weighed.append(measure(knot_id, evaluator, settings, tail_energy))
     return weighed

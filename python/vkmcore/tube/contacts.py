@@ -13,7 +13,8 @@ from typing import TYPE_CHECKING
 
 import numpy as np
 
-from vkmcore import ContactStressMap, ResolvedTubeGeometry
+from vkmcore import ContactStressMap
+from vkmcore.parallel import analyze_tube
 from vkmcore.tube.tightening import half_turn
 
 if TYPE_CHECKING:
@@ -46,11 +47,11 @@ def contacts(points: Points, tolerance: float = 1e-2) -> Contacts:
     """
     width = float(np.ptp(points, axis=0).max()) or 1.0  # the library's cut-offs are lengths of its own
     skip = half_turn(points / width)
-    unit = width * ResolvedTubeGeometry.analyze((points / width).tolist(), skip, 0.0).thickness_rad
+    unit = width * analyze_tube(points / width, skip, 0.0).thickness_rad
     if not unit > 0.0:
         raise ValueError("the polygon has no thickness: it meets itself")
     scaled = points / unit
-    tube = ResolvedTubeGeometry.analyze(scaled.tolist(), skip, 0.5 * tolerance)  # taken relatively and absolutely
+    tube = analyze_tube(scaled, skip, 0.5 * tolerance)  # taken relatively and absolutely
     rigidity = ContactStressMap.build_sparse_rigidity_matrix(scaled.tolist(), tube)
     stress = ContactStressMap.diagnose_length_criticality(scaled.tolist(), tube)
     strut_forces, kink_forces = np.zeros(len(tube.struts)), np.zeros(len(tube.kinks))

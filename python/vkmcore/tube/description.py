@@ -4,14 +4,15 @@ from __future__ import annotations
 
 from vkmcore import (
     ContactStressMap,
-    ResolvedTubeGeometry,
-    compute_writhe,
+    _engine,
     describe_fourier_block,
     min_self_distance_sampled,
 )
+from vkmcore.cores import usable_cores
 from vkmcore.curves.closed_curve import ClosedCurve
 from vkmcore.curves.neighbours import neighbours
 from vkmcore.curves.resampling import evenly_spaced
+from vkmcore.parallel import analyze_tube
 
 TUBE_MEASURES = (
     "length",
@@ -65,12 +66,12 @@ def describe(
     own_skip = skip is None
     if skip is None:
         skip = neighbours(points)
-    tube = ResolvedTubeGeometry.analyze(points, skip, contact_tol)
+    tube = analyze_tube(points, skip, contact_tol)
     coarse, held = points, tube
     if len(points) > contact_vertices:
         even = source.sampled(contact_vertices) if source.block is not None else evenly_spaced(points, contact_vertices)
         coarse = even.tolist()
-        held = ResolvedTubeGeometry.analyze(
+        held = analyze_tube(
             coarse, neighbours(coarse) if own_skip else max(skip * len(coarse) // len(points), 1), contact_tol
         )
     stress = ContactStressMap.diagnose_length_criticality(coarse, held)
@@ -85,7 +86,7 @@ def describe(
         curve["vertices"] = len(points)
         curve["length"] = tube.length
         curve["min_self_distance"] = min_self_distance_sampled(points, skip)
-        curve["writhe"] = compute_writhe(points)
+        curve["writhe"] = _engine.writhe(points, threads=usable_cores())
     tube_section: dict[str, object] = {name: getattr(tube, name) for name in TUBE_MEASURES}
     tube_section["skipped_neighbours"] = skip
     tube_section["struts"] = len(tube.struts)

@@ -7,17 +7,14 @@
 #include "core/elementary.hpp"
 #include "core/elementary/power.hpp"
 #include "core/numbers.hpp"
+#include "core/ordered_sum.hpp"
 #include "core/pair_sums.hpp"
 #include "core/polygon_edges.hpp"
+#include "filament/energy/neumann_terms.hpp"
 
 namespace vkm {
 
 namespace {
-
-/// A closed polygon and its edges.
-struct Polygon {
-  LaneView at, edge;
-};
 
 /// The lanes of the block at `block` that hold the indices from `first` to `end` - 1.
 struct LaneRange {
@@ -31,34 +28,14 @@ VKM_INLINE LaneRange lanes_within(std::size_t block, std::size_t first, std::siz
 
 VKM_INLINE std::size_t block_of(std::size_t index) { return index / lane_block * lane_block; }
 
-/// The terms of point i with all later points, added to `sum`: term(e, f, r) of the edges at i and at the later point,
-/// and the offset to that. The roots and divisions are done a block at a time, the additions one by one.
-template <class Term>
-VKM_INLINE double add_later_points(const Polygon& polygon, std::size_t n, std::size_t i, double sum, const Term& term) {
-  const LaneSources points{polygon.at, polygon.edge};
-  const LaneVec3 p = points.place(i), e = points.element(i);
-  for (std::size_t block = block_of(i + 1); block < n; block += lane_block) {
-    double terms[lane_block];
-    for (std::size_t k = 0; k < lane_block; ++k) {
-      terms[k] = term(e, points.element(block + k), points.place(block + k) - p);
-    }
-    const LaneRange lanes = lanes_within(block, i + 1, n);
-    for (std::size_t k = lanes.begin; k < lanes.end; ++k) sum += terms[k];
-  }
-  return sum;
-}
-
-VKM_KERNEL double add_neumann_row(const Polygon& polygon, std::size_t n, std::size_t i, double rc2, double sum) {
-  return add_later_points(polygon, n, i, sum, [rc2](const LaneVec3& e, const LaneVec3& f, const LaneVec3& r) VKM_TERM {
-    return 2.0 * (dot(e, f) / std::sqrt(dot(r, r) + rc2));
-  });
-}
-
-VKM_KERNEL double add_writhe_row(const Polygon& polygon, std::size_t n, std::size_t i, double rc2, double sum) {
-  return add_later_points(polygon, n, i, sum, [rc2](const LaneVec3& e, const LaneVec3& f, const LaneVec3& r) VKM_TERM {
+VKM_KERNEL void fill_writhe(const LaneSources& polygon, std::size_t i, std::size_t first, std::size_t count,
+                            double rc2, double* __restrict terms) {
+  const LaneVec3 p = polygon.place(i), e = polygon.element(i);
+  for (std::size_t k = 0; k < count; ++k) {
+    const LaneVec3 r = polygon.place(first + k) - p;
     const double d = std::sqrt(dot(r, r) + rc2);
-    return 2.0 * dot(cross(e, f), r) / (d * d * d);
-  });
+    terms[k] = 2.0 * dot(cross(e, polygon.element(first + k)), r) / (d * d * d);
+  }
 }
 
 /// The terms of point i with the points from `first` to `end` - 1. Blocks with no point nearer than the root of
@@ -92,20 +69,21 @@ VKM_KERNEL double add_repulsion_row(const LaneView& at, std::size_t i, std::size
   return sum;
 }
 
-using Row = double (*)(const Polygon&, std::size_t n, std::size_t i, double rc2, double sum);
-
-double sum_of_rows(std::span<const Vec3> points, double rc, Row add_row, const Poll& poll) {
-  const std::size_t n = points.size();
-  if (n < 2) return 0.0;
-  const Lanes p(points);
-  const Lanes dl = edges_of(points);
-  Heartbeat heartbeat(poll);
-  double sum = 0.0;
-  for (std::size_t i = 0; i + 1 < n; ++i) {
-    sum = add_row({view(p), view(dl)}, n, i, rc * rc, sum);
-    if (i % 16 == 0) heartbeat.tick();
+/// The sum over all pairs i < j of a closed polygon.
+template <class Fill>
+double sum_of_terms(std::span<const Vec3> points, double rc, const Poll& poll, int threads, const Fill& fill) {
+  if (points.size() < 2) return 0.0;
+  constexpr std::size_t margin = 8;  // that terms read behind the last point
+  Lanes at(points.size() + margin), edges(points.size() + margin);
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    at.set(i, points[i]);
+    edges.set(i, edge_of(points, i));
   }
-  return sum;
+  const LaneSources polygon{view(at), view(edges)};
+  return sum_over_pairs(points.size(), threads, poll,
+                        [&](std::size_t i, std::size_t first, std::size_t count, double* terms) {
+                          fill(polygon, i, first, count, rc * rc, terms);
+                        });
 }
 
 }  // namespace
@@ -118,12 +96,14 @@ double calculate_length(std::span<const Vec3> points) {
   return length;
 }
 
-double calculate_neumann_self_energy(std::span<const Vec3> points, double rc, const Poll& poll) {
-  return sum_of_rows(points, rc, add_neumann_row, poll);
+double calculate_neumann_self_energy(std::span<const Vec3> points, double rc, const Poll& poll, int threads) {
+  const bool regular = moderate(points) && rc != 0.0 && moderate(rc);  // no two points meet at a root of 0 then
+  const PairForm form = neumann_kernel.form_for(regular);
+  return sum_of_terms(points, rc, poll, threads, [form](auto... arguments) { fill_neumann(arguments..., form); });
 }
 
-double calculate_writhe(std::span<const Vec3> points, double rc, const Poll& poll) {
-  return sum_of_rows(points, rc, add_writhe_row, poll) / four_pi;
+double calculate_writhe(std::span<const Vec3> points, double rc, const Poll& poll, int threads) {
+  return sum_of_terms(points, rc, poll, threads, fill_writhe) / four_pi;
 }
 
 double calculate_core_repulsion(std::span<const Vec3> points, double rc, const Poll& poll) {

@@ -22,12 +22,12 @@ double calculate_length(std::span<const Vec3> points);
 
 /// Sum of 2 dl[i] . dl[j] / sqrt(|p[j] - p[i]|^2 + rc^2) over all pairs i < j, in m; neighbours are in, i = j is not,
 /// and there is no prefactor. 0 for fewer than two points.
-double calculate_neumann_self_energy(std::span<const Vec3> points, double rc, const Poll& poll = {});
+double calculate_neumann_self_energy(std::span<const Vec3> points, double rc, const Poll& poll = {}, int threads = 1);
 
 /// Sum of 2 (dl[i] x dl[j]) . R / r^3 over the same pairs, divided by 4 pi, with R = p[j] - p[i] and
 /// r = sqrt(|R|^2 + rc^2). R points from i to j, so the sign is the opposite of the textbook's writhe. rc softens and
 /// cuts nothing off: with rc = 0 a coincident pair divides by zero.
-double calculate_writhe(std::span<const Vec3> points, double rc, const Poll& poll = {});
+double calculate_writhe(std::span<const Vec3> points, double rc, const Poll& poll = {}, int threads = 1);
 
 /// A wall of the twelfth power: the sum of (2 rc / d)^12 over pairs of points that are not neighbours, the pair across
 /// the closure left out, where 2 rc / d > 0.1; d is at least 1e-30 m. 0 for fewer than three points.

@@ -86,9 +86,8 @@ void sum_block(std::span<const Filament> filaments, const FilamentOptions& optio
     heartbeat.tick();
     const Segments& edges = prepared[s].edges;
     const double source_strength = filaments[s].circulation / four_pi;
-    const PairForm form = prepared[s].moderate && own.moderate && moderate(options.a_sim)
-                              ? pair_form_for({}, source_strength)
-                              : PairForm::plain;
+    const PairForm form =
+        induced_form(prepared[s].moderate && own.moderate && moderate(options.a_sim), source_strength);
     if (s == f) {
       add_own_edges(edges, source_strength, begin, block, form);
     } else {

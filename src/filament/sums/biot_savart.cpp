@@ -24,11 +24,6 @@ VKM_KERNEL void add_points(const PointSources& filament, std::size_t count, doub
   });
 }
 
-bool moderate_block(const LaneView& at) {
-  return moderate(std::span(at.x, lane_block)) && moderate(std::span(at.y, lane_block)) &&
-         moderate(std::span(at.z, lane_block));
-}
-
 /// Runs kernel(points, sums) on all blocks of points; a block is a task.
 template <class Kernel>
 Lanes sums_at(const Lanes& points, const Poll& poll, int threads, const Kernel& kernel) {
@@ -52,7 +47,7 @@ Lanes closed_curve_velocity(std::span<const Vec3> curve, const Lanes& grid, doub
                             int threads) {
   if (curve.size() < 2) return Lanes(grid.size());
   const Segments segments = closed_segments(curve);
-  const PairForm form = pair_form_for(curve, 1.0);
+  const PairForm form = closed_curve_kernel.form_for(moderate(curve));
   const PointSources sources = segments.sources();
   Lanes velocity = sums_at(grid, poll, threads, [&](const LaneView& at, const LaneSpace& sums) {
     add_closed_curve({sources, 0, segments.dl.size(), at, sums}, closed_curve_softening,

@@ -7,19 +7,11 @@
 #include "core/pair_sums.hpp"
 #include "core/polygon_edges.hpp"
 #include "filament/sums/fields_wide.hpp"
+#include "filament/sums/pair_forms.hpp"
 
 namespace vkm {
 
 namespace {
-
-VKM_KERNEL void add_wire(const PointSources& wire, std::size_t count, double f, const LaneView& points,
-                         const LaneSpace& sums) {
-  add_sources(wire, 0, count, points, sums, [f](const LaneVec3& dl, const LaneVec3& r, auto...) VKM_TERM {
-    const double r2 = dot(r, r);
-    const double n = std::sqrt(r2);
-    return unless(n < least_distance, cross(dl, r) * f * (1.0 / (n * r2)));
-  });
-}
 
 VKM_KERNEL void add_potential(const PointSources& polyline, std::size_t count, const LaneView& points,
                               const LaneSpace& sums) {
@@ -49,8 +41,10 @@ Lanes wire_field(std::span<const Vec3> wire, const Lanes& points, double current
     if (field) return *std::move(field);
   }
   Heartbeat heartbeat(poll);
+  const PairForm form = wire_kernel.form_for(moderate(segments.mid) && moderate(segments.dl));
+  const PointSources sources = segments.sources();
   return sums_at(points, heartbeat, [&](const LaneView& at, const LaneSpace& sums) {
-    add_wire(segments.sources(), segments.dl.size(), f, at, sums);
+    add_wire({sources, 0, segments.dl.size(), at, sums}, f, moderate_block(at) ? form : PairForm::plain);
   });
 }
 

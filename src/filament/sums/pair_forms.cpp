@@ -1,22 +1,16 @@
 #include "filament/sums/pair_forms.hpp"
 
-#include <algorithm>
-#include <array>
-#include <chrono>
 #include <cmath>
-#include <cstdlib>
-#include <limits>
-#include <string_view>
+#include <span>
 #include <vector>
+
+#include "filament/sums/magnetostatics.hpp"
 
 namespace vkm {
 
 namespace {
 
-constexpr std::array<const char*, 4> names = {"plain", "divider", "mixed", "added"};
-constexpr std::array<PairForm, 4> forms = {PairForm::plain, PairForm::divider, PairForm::mixed, PairForm::added};
-
-/// One reciprocal a pair serves all three components: the divider is what limits this loop.
+/// One reciprocal a pair serves all three components: the divider is what limits these loops.
 VKM_KERNEL void add_closed_curve_plain(const PairRun& run, double softening) {
   const auto term = [softening](const LaneVec3& dl, const LaneVec3& r, auto...) VKM_TERM {
     const double r2 = dot(r, r);
@@ -33,38 +27,36 @@ VKM_KERNEL void add_induced_plain(const PairRun& run, double soft2, double stren
   add_sources(run.sources, run.first, run.last, run.points, run.sums, term);
 }
 
-/// The quickest form for one block of points and some sources: the least time of each over a few rounds.
-PairForm measured_form() {
-  constexpr std::size_t sources = 256, rounds = 12;
-  std::vector<Vec3> at(sources), vector(sources);
-  for (std::size_t s = 0; s < sources; ++s) {
-    const double x = static_cast<double>(s) / sources;
-    at[s] = {x, x * x, 0.5 - x};
-    vector[s] = {1.0 - x, x, 0.25};
-  }
-  Lanes points(lane_block), sums(lane_block);
-  for (std::size_t k = 0; k < lane_block; ++k) points.set(k, {2.0, static_cast<double>(k), -1.0});
-  std::array<std::chrono::nanoseconds, 4> least;
-  least.fill(std::chrono::nanoseconds::max());
-  const PointSources list{at.data(), vector.data()};
-  for (std::size_t round = 0; round < rounds; ++round) {
-    for (std::size_t f = 0; f < forms.size(); ++f) {
-      const auto start = std::chrono::steady_clock::now();
-      add_induced({list, 0, sources, view(points), space(sums)}, 0.01, 1.0, forms[f]);
-      least[f] = std::min<std::chrono::nanoseconds>(least[f], std::chrono::steady_clock::now() - start);
-    }
-  }
-  return forms[static_cast<std::size_t>(std::min_element(least.begin(), least.end()) - least.begin())];
+VKM_KERNEL void add_wire_plain(const PairRun& run, double f) {
+  const auto term = [f](const LaneVec3& dl, const LaneVec3& r, auto...) VKM_TERM {
+    const double r2 = dot(r, r);
+    const double n = std::sqrt(r2);
+    return unless(n < least_distance, cross(dl, r) * f * (1.0 / (n * r2)));
+  };
+  add_sources(run.sources, run.first, run.last, run.points, run.sums, term);
 }
 
-PairForm chosen_form() {
-  if (const char* pinned = std::getenv("VKM_PAIR_FORM")) {
-    for (std::size_t f = 0; f < forms.size(); ++f) {
-      if (std::string_view(pinned) == names[f]) return forms[f];
+/// A block of points and some sources, to measure the forms with.
+struct Trial {
+  static constexpr std::size_t sources = 256;
+  std::vector<Vec3> at{sources}, vector{sources};
+  Lanes points{lane_block}, sums{lane_block};
+
+  Trial() {
+    for (std::size_t s = 0; s < sources; ++s) {
+      const double x = static_cast<double>(s) / sources;
+      at[s] = {x, x * x, 0.5 - x};
+      vector[s] = {1.0 - x, x, 0.25};
     }
+    for (std::size_t k = 0; k < lane_block; ++k) points.set(k, {2.0, static_cast<double>(k), -1.0});
   }
-  return measured_form();
-}
+
+  template <class Add>
+  void run(const Add& add) {
+    const PointSources list{at.data(), vector.data()};
+    add(PairRun{list, 0, sources, view(points), space(sums)});
+  }
+};
 
 }  // namespace
 
@@ -76,18 +68,27 @@ void add_induced(const PairRun& run, double soft2, double strength, PairForm for
   if (form == PairForm::plain || !add_induced_wide(run, soft2, strength, form)) add_induced_plain(run, soft2, strength);
 }
 
-PairForm pair_form() {
-  if (!has_wide()) return PairForm::plain;
-  static const PairForm form = chosen_form();
-  return form;
+void add_wire(const PairRun& run, double f, PairForm form) {
+  if (form == PairForm::plain || !add_wire_wide(run, f, form)) add_wire_plain(run, f);
 }
 
-const char* name_of(PairForm form) { return names[static_cast<std::size_t>(form)]; }
+const PairKernel closed_curve_kernel("velocity grid", [](PairForm form) {
+  Trial().run([form](const PairRun& run) { add_closed_curve(run, 1e-12, form); });
+});
+const PairKernel induced_kernel("filament velocity", [](PairForm form) {
+  Trial().run([form](const PairRun& run) { add_induced(run, 0.01, 1.0, form); });
+});
+const PairKernel wire_kernel("wire", [](PairForm form) {
+  Trial().run([form](const PairRun& run) { add_wire(run, 1.0, form); });
+});
 
-PairForm pair_form_for(std::span<const Vec3> vertices, double scale) {
-  const PairForm form = pair_form();
-  if (form == PairForm::plain || scale == 0.0 || !moderate(scale) || !moderate(vertices)) return PairForm::plain;
-  return form;
+PairForm induced_form(bool moderate_places, double strength) {
+  return induced_kernel.form_for(moderate_places && strength != 0.0 && moderate(strength));
+}
+
+bool moderate_block(const LaneView& points) {
+  return moderate(std::span(points.x, lane_block)) && moderate(std::span(points.y, lane_block)) &&
+         moderate(std::span(points.z, lane_block));
 }
 
 }  // namespace vkm

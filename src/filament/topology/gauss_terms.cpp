@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/kernel.hpp"
+#include "core/ordered_sum.hpp"
 
 namespace vkm {
 
@@ -19,35 +20,68 @@ GaussColumns::GaussColumns(std::span<const Vec3> points, std::span<const Vec3> d
   }
 }
 
-VKM_KERNEL double add_gauss_row(double sum, const Vec3& x, const Vec3& u, const GaussColumns& columns,
-                                std::size_t begin, std::size_t end) {
-  constexpr std::size_t block = GaussColumns::block;
-  const double* px = columns.point(0);
-  const double* py = columns.point(1);
-  const double* pz = columns.point(2);
-  const double* vx = columns.direction(0);
-  const double* vy = columns.direction(1);
-  const double* vz = columns.direction(2);
+namespace {
+
+VKM_KERNEL void fill_plain(const Vec3& x, const Vec3& u, const GaussColumns& columns, std::size_t first,
+                           std::size_t count, double* __restrict terms) {
+  const double* px = columns.point(0) + first;
+  const double* py = columns.point(1) + first;
+  const double* pz = columns.point(2) + first;
+  const double* vx = columns.direction(0) + first;
+  const double* vy = columns.direction(1) + first;
+  const double* vz = columns.direction(2) + first;
   const double x0 = x[0], x1 = x[1], x2 = x[2];
   const double u0 = u[0], u1 = u[1], u2 = u[2];
-  for (std::size_t j = begin; j < end; j += block) {
-    double terms[block];
-    for (std::size_t k = 0; k < block; ++k) {
-      const double rx = x0 - px[j + k];
-      const double ry = x1 - py[j + k];
-      const double rz = x2 - pz[j + k];
-      const double r = std::sqrt(rx * rx + ry * ry + rz * rz);
-      const double cx = u1 * vz[j + k] - u2 * vy[j + k];
-      const double cy = u2 * vx[j + k] - u0 * vz[j + k];
-      const double cz = u0 * vy[j + k] - u1 * vx[j + k];
-      const double term = (cx * rx + cy * ry + cz * rz) / (r * r * r);
-      terms[k] = r < 1e-6 ? -0.0 : term;  // adding -0.0 leaves every sum as it is, bit by bit
-    }
-    if (end - j >= block) {
-      for (std::size_t k = 0; k < block; ++k) sum += terms[k];
-    } else {
-      for (std::size_t k = 0; k < end - j; ++k) sum += terms[k];
-    }
+  for (std::size_t k = 0; k < count; ++k) {
+    const double rx = x0 - px[k];
+    const double ry = x1 - py[k];
+    const double rz = x2 - pz[k];
+    const double r = std::sqrt(rx * rx + ry * ry + rz * rz);
+    const double cx = u1 * vz[k] - u2 * vy[k];
+    const double cy = u2 * vx[k] - u0 * vz[k];
+    const double cz = u0 * vy[k] - u1 * vx[k];
+    const double term = (cx * rx + cy * ry + cz * rz) / (r * r * r);
+    terms[k] = r < least_gauss_distance ? -0.0 : term;  // adding -0.0 leaves every sum as it is, bit by bit
+  }
+}
+
+/// Triple products of offsets, and cubes of lengths, stay far from both ends of the range.
+bool modest(double x) { return x == 0.0 || (std::abs(x) >= 1e-20 && std::abs(x) <= 1e20); }
+
+}  // namespace
+
+PairForm gauss_form(std::span<const Vec3> points) {
+  bool all = true;
+  for (const Vec3& a : points) all = all && modest(a[0]) && modest(a[1]) && modest(a[2]);
+  return gauss_kernel.form_for(all);
+}
+
+void fill_gauss(const Vec3& x, const Vec3& u, const GaussColumns& columns, std::size_t first, std::size_t count,
+                double* terms, PairForm form) {
+  if (form == PairForm::plain) return fill_plain(x, u, columns, first, count, terms);
+  fill_gauss_wide(x, u, columns, first, count, terms, form);
+}
+
+const PairKernel gauss_kernel("Gauss sum", [](PairForm form) {
+  std::vector<Vec3> at, vector;
+  for (std::size_t i = 0; i < 1024; ++i) {
+    const double x = static_cast<double>(i) / 1024.0;
+    at.push_back({x, x * x, 0.5 - x});
+    vector.push_back({1.0 - x, x, 0.25});
+  }
+  const GaussColumns columns(at, vector);
+  double terms[1024];
+  for (std::size_t i = 0; i < 8; ++i) fill_gauss({2.0, 0.5, 0.0}, vector[i], columns, 0, 1024, terms, form);
+});
+
+double add_gauss_row(double sum, const Vec3& x, const Vec3& u, const GaussColumns& columns, std::size_t begin,
+                     std::size_t end, PairForm form) {
+  constexpr std::size_t run = 512;
+  double terms[run];
+  for (std::size_t j = begin; j < end; j += run) {
+    const std::size_t count = std::min(run, end - j);
+    fill_gauss(x, u, columns, j, count, terms, form);
+    sum = add_in_order(sum, {terms, count});
   }
   return sum;
 }

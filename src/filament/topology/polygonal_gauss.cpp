@@ -4,9 +4,12 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include "core/elementary.hpp"
 #include "core/numbers.hpp"
+#include "core/tasks.hpp"
 
 namespace vkm {
 
@@ -78,17 +81,17 @@ PairCosines pair_cosines(const Vec3& p1, const Vec3& p2, const Vec3& p3, const V
           dot(r13, cross(r34, r12)) < 0.0 ? -1.0 : 1.0};
 }
 
-/// Adds the solid angles of pairs in their order; the inverse sines are taken for many pairs at a time.
-class PairSums {
+/// Collects the solid angles of pairs in their order; the inverse sines are taken for many pairs at a time.
+class SolidAngles {
  public:
   void add(const PairCosines& pair) {
     pairs_[count_++] = pair;
     if (count_ == pairs_.size()) flush();
   }
 
-  Sums finished() {
+  std::vector<double> finished() {
     flush();
-    return sums_;
+    return std::move(found_);
   }
 
  private:
@@ -97,15 +100,57 @@ class PairSums {
     for (std::size_t i = 0; i < count_; ++i) std::copy_n(pairs_[i].cosines.begin(), 4, angles.begin() + 4 * i);
     const std::span<double> used(angles.data(), 4 * count_);
     vkm::asin(used, used);
-    for (std::size_t i = 0; i < count_; ++i) sums_.add(pairs_[i].solid_angle(&angles[4 * i]));
+    for (std::size_t i = 0; i < count_; ++i) found_.push_back(pairs_[i].solid_angle(&angles[4 * i]));
     count_ = 0;
   }
 
   static constexpr std::size_t block = 64;
   std::array<PairCosines, block> pairs_;
   std::size_t count_ = 0;
-  Sums sums_;
+  std::vector<double> found_;
 };
+
+/// The pairs of an edge of one curve with the edges first .. last - 1 of another.
+struct EdgeRow {
+  std::size_t edge, first, last;
+};
+
+/// Sums over all rows, in their order. Threads share runs of them, and the sums are taken afterwards.
+Sums sum_over_rows(std::span<const Vec3> a, std::span<const Vec3> b, const std::vector<EdgeRow>& rows, const Poll& poll,
+                   int threads) {
+  constexpr std::size_t run = 4096;  // pairs of a task, as long as rows are shorter
+  std::vector<std::size_t> begins = {0};
+  std::size_t pairs = 0;
+  for (std::size_t r = 0; r < rows.size(); ++r) {
+    pairs += rows[r].last - rows[r].first;
+    if (pairs < run && r + 1 < rows.size()) continue;
+    begins.push_back(r + 1);
+    pairs = 0;
+  }
+  const std::size_t tasks = begins.size() - 1;
+  const std::size_t window = threads > 1 ? 64 * static_cast<std::size_t>(threads) : 1;
+  Sums sums;
+  Heartbeat waiting(poll);
+  for (std::size_t begin = 0; begin < tasks; begin += window) {
+    std::vector<std::vector<double>> angles(std::min(window, tasks - begin));
+    run_tasks(angles.size(), threads, poll, [&](std::size_t task, Heartbeat& heartbeat) {
+      SolidAngles own;
+      for (std::size_t r = begins[begin + task]; r < begins[begin + task + 1]; ++r) {
+        const std::size_t i = rows[r].edge;
+        for (std::size_t j = rows[r].first; j < rows[r].last; ++j) {
+          if (j % 1024 == 0) heartbeat.tick();
+          own.add(pair_cosines(a[i], wrapped(a, i + 1), b[j], wrapped(b, j + 1)));
+        }
+      }
+      angles[task] = own.finished();
+    });
+    waiting.tick();
+    for (const std::vector<double>& list : angles) {
+      for (const double w : list) sums.add(w);
+    }
+  }
+  return sums;
+}
 
 }  // namespace
 
@@ -116,33 +161,20 @@ double edge_pair_solid_angle(const Vec3& p1, const Vec3& p2, const Vec3& p3, con
   return pair.solid_angle(angles.data());
 }
 
-PolygonalGaussResult polygonal_gauss_self(std::span<const Vec3> curve, const Poll& poll) {
+PolygonalGaussResult polygonal_gauss_self(std::span<const Vec3> curve, const Poll& poll, int threads) {
   const std::size_t n = curve.size();
   if (n < 3) return {};
-  PairSums sums;
-  Heartbeat heartbeat(poll);
-  for (std::size_t i = 0; i + 2 < n; ++i) {
-    const std::size_t end = i == 0 ? n - 1 : n;  // edge n - 1 ends where edge 0 starts
-    for (std::size_t j = i + 2; j < end; ++j) {
-      if (j % 1024 == 0) heartbeat.tick();
-      sums.add(pair_cosines(curve[i], curve[i + 1], curve[j], wrapped(curve, j + 1)));
-    }
-    heartbeat.tick();
-  }
-  return sums.finished().over(two_pi);
+  std::vector<EdgeRow> rows;
+  for (std::size_t i = 0; i + 2 < n; ++i) rows.push_back({i, i + 2, i == 0 ? n - 1 : n});  // n - 1 ends where 0 starts
+  return sum_over_rows(curve, curve, rows, poll, threads).over(two_pi);
 }
 
-PolygonalGaussResult polygonal_gauss_pair(std::span<const Vec3> a, std::span<const Vec3> b, const Poll& poll) {
+PolygonalGaussResult polygonal_gauss_pair(std::span<const Vec3> a, std::span<const Vec3> b, const Poll& poll,
+                                          int threads) {
   if (a.size() < 3 || b.size() < 3) return {};
-  PairSums sums;
-  Heartbeat heartbeat(poll);
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    for (std::size_t j = 0; j < b.size(); ++j) {
-      if (j % 1024 == 0) heartbeat.tick();
-      sums.add(pair_cosines(a[i], wrapped(a, i + 1), b[j], wrapped(b, j + 1)));
-    }
-  }
-  return sums.finished().over(four_pi);
+  std::vector<EdgeRow> rows;
+  for (std::size_t i = 0; i < a.size(); ++i) rows.push_back({i, 0, b.size()});
+  return sum_over_rows(a, b, rows, poll, threads).over(four_pi);
 }
 
 }  // namespace vkm

@@ -26,9 +26,10 @@ struct PolygonalGaussResult {
 double edge_pair_solid_angle(const Vec3& p1, const Vec3& p2, const Vec3& p3, const Vec3& p4);
 
 /// Writhe: every pair of edges without a common vertex, once, over 2 pi.
-PolygonalGaussResult polygonal_gauss_self(std::span<const Vec3> curve, const Poll& poll = {});
+PolygonalGaussResult polygonal_gauss_self(std::span<const Vec3> curve, const Poll& poll = {}, int threads = 1);
 
 /// Linking number of two closed polygons: every pair of edges, over 4 pi.
-PolygonalGaussResult polygonal_gauss_pair(std::span<const Vec3> a, std::span<const Vec3> b, const Poll& poll = {});
+PolygonalGaussResult polygonal_gauss_pair(std::span<const Vec3> a, std::span<const Vec3> b, const Poll& poll = {},
+                                          int threads = 1);
 
 }  // namespace vkm

@@ -8,6 +8,7 @@
 #include "core/kernel.hpp"
 #include "core/memory.hpp"
 #include "core/numbers.hpp"
+#include "core/ordered_sum.hpp"
 #include "filament/topology/gauss_terms.hpp"
 
 namespace vkm {
@@ -64,17 +65,15 @@ std::int32_t rounded_to_32_bits(double value) {
 
 }  // namespace
 
-double compute_writhe(std::span<const Vec3> X, const Poll& poll) {
+double compute_writhe(std::span<const Vec3> X, const Poll& poll, int threads) {
   if (X.size() < 2) return 0.0;
   const std::vector<Vec3> edges = open_edges(X);
   const GaussColumns columns = edge_columns(X, edges);
-  PairHeartbeat heartbeat(poll);
-  double sum = 0.0;
-  for (std::size_t i = 0; i + 1 < edges.size(); ++i) {
-    sum = add_gauss_row(sum, X[i], edges[i], columns, i + 1, edges.size());
-    heartbeat.count(edges.size() - i);
-  }
-  return sum / two_pi;
+  const PairForm form = gauss_form(X);
+  const auto fill = [&](std::size_t i, std::size_t first, std::size_t count, double* terms) {
+    fill_gauss(X[i], edges[i], columns, first, count, terms, form);
+  };
+  return sum_over_pairs(edges.size(), threads, poll, fill) / two_pi;
 }
 
 std::int32_t compute_linking_number(std::span<const Vec3> A, std::span<const Vec3> B, const Poll& poll) {
@@ -82,10 +81,12 @@ std::int32_t compute_linking_number(std::span<const Vec3> A, std::span<const Vec
   const std::vector<Vec3> a = open_edges(A);
   const std::vector<Vec3> b = open_edges(B);
   const GaussColumns columns = edge_columns(B, b);
+  const PairForm form_a = gauss_form(A), form_b = gauss_form(B);
+  const PairForm form = form_a == form_b ? form_a : PairForm::plain;
   PairHeartbeat heartbeat(poll);
   double sum = 0.0;
   for (std::size_t i = 0; i < a.size(); ++i) {
-    sum = add_gauss_row(sum, A[i], a[i], columns, 0, b.size());
+    sum = add_gauss_row(sum, A[i], a[i], columns, 0, b.size(), form);
     heartbeat.count(b.size());
   }
   return rounded_to_32_bits(sum / four_pi);

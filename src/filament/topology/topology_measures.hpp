@@ -18,7 +18,7 @@ namespace vkm {
 
 /// (1 / 2 pi) sum over i < j of ((d[i] x d[j]) . R) / |R|^3 with R = X[i] - X[j], dimensionless. Pairs of starts nearer
 /// than 1e-6 are left out; neighbouring edges take part. 0 for fewer than two edges.
-double compute_writhe(std::span<const Vec3> X, const Poll& poll = {});
+double compute_writhe(std::span<const Vec3> X, const Poll& poll = {}, int threads = 1);
 
 /// The Gauss linking integral of two open lists, over 4 pi and rounded to the nearest integer, halves away from zero.
 /// A NaN sum gives 0, a sum beyond 32 bits the nearest 32-bit integer. 0 when either list has no edge.

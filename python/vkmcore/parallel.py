@@ -1,0 +1,71 @@
+"""Measures of curves on all cores: functions of `_native` with `threads`, and with the same bits for any number.
+
+They release the interpreter lock, and end on Ctrl-C. Their arguments, results and errors are those of their twins in
+`_native`; `threads` is all usable cores by default, and must be at least 1 (ValueError).
+"""
+
+from __future__ import annotations
+
+from collections.abc import Sequence
+from typing import TYPE_CHECKING
+
+from vkmcore import _engine
+from vkmcore.cores import thread_count
+
+if TYPE_CHECKING:
+    from numpy.typing import ArrayLike
+
+    from vkmcore import ResolvedTubeMetrics, TailApproxConfig
+    from vkmcore.results import PolygonalGauss
+
+
+def analyze_tube(
+    points: ArrayLike,
+    skip_neighbors: int = 2,
+    contact_tol: float = 0.001,
+    equilateral_tol: float = 0.001,
+    *,
+    threads: int | None = None,
+) -> ResolvedTubeMetrics:
+    """Thickness, ropelength and contacts of a closed polygon: `ResolvedTubeGeometry.analyze`."""
+    return _engine.tube_analyze(points, skip_neighbors, contact_tol, equilateral_tol, threads=thread_count(threads))
+
+
+def pd_from_curve(
+    points: ArrayLike,
+    tries: int = 40,
+    seed: int = 12345,
+    min_angle_deg: float = 1.0,
+    depth_tol: float = 1e-6,
+    *,
+    threads: int | None = None,
+) -> list[list[int]]:
+    """Planar-diagram code of a closed polygon: `pd_from_curve`."""
+    return _engine.pd_from_curve(points, tries, seed, min_angle_deg, depth_tol, threads=thread_count(threads))
+
+
+def estimate_crossing_number(
+    points: ArrayLike, directions: int = 24, seed: int = 12345, *, threads: int | None = None
+) -> int:
+    """Least number of crossings over projections: `estimate_crossing_number`."""
+    return _engine.estimate_crossing_number(points, directions, seed, threads=thread_count(threads))
+
+
+def polygonal_gauss(a: ArrayLike, b: ArrayLike | None = None, *, threads: int | None = None) -> PolygonalGauss:
+    """Exact Gauss integral of one closed polygon, or of two: `compute_polygonal_gauss`."""
+    return _engine.polygonal_gauss(a, b, threads=thread_count(threads))
+
+
+def neumann_self_energy(points: ArrayLike, rc: float, *, threads: int | None = None) -> float:
+    """Neumann's double sum of a closed polygon, in m: `calculate_neumann_self_energy`."""
+    return _engine.neumann_self_energy(points, rc, threads=thread_count(threads))
+
+
+def vkm_mass(points: ArrayLike, chi_spin: float, *, threads: int | None = None) -> tuple[float, float]:
+    """Masses of core and fluid, in kg: `compute_vkm_mass`."""
+    return _engine.vkm_mass(points, chi_spin, threads=thread_count(threads))
+
+
+def tail_energy(filaments: Sequence[ArrayLike], config: TailApproxConfig, *, threads: int | None = None) -> float:
+    """Energy of the flow outside the core, in J: `ParticleEvaluator.compute_tail_energy_surrogate_J`."""
+    return _engine.tail_energy(filaments, config, threads=thread_count(threads))

@@ -1,0 +1,38 @@
+#include "filament/energy/neumann_terms.hpp"
+
+#include <cmath>
+
+namespace vkm {
+
+namespace {
+
+VKM_KERNEL void fill_neumann_plain(const LaneSources& edges, std::size_t i, std::size_t first, std::size_t count,
+                                   double rc2, double* __restrict terms) {
+  const LaneVec3 p = edges.place(i), e = edges.element(i);
+  for (std::size_t k = 0; k < count; ++k) {
+    const LaneVec3 r = edges.place(first + k) - p;
+    terms[k] = 2.0 * (dot(e, edges.element(first + k)) / std::sqrt(dot(r, r) + rc2));
+  }
+}
+
+}  // namespace
+
+void fill_neumann(const LaneSources& edges, std::size_t i, std::size_t first, std::size_t count, double rc2,
+                  double* terms, PairForm form) {
+  if (form == PairForm::plain) return fill_neumann_plain(edges, i, first, count, rc2, terms);
+  fill_neumann_wide(edges, i, first, count, rc2, terms, form);
+}
+
+const PairKernel neumann_kernel("Neumann energy", [](PairForm form) {
+  constexpr std::size_t count = 1024;
+  Lanes at(count), edges(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    const double x = static_cast<double>(i) / count;
+    at.set(i, {x, x * x, 0.5 - x});
+    edges.set(i, {1.0 - x, x, 0.25});
+  }
+  double terms[count];
+  for (std::size_t i = 0; i < 8; ++i) fill_neumann({view(at), view(edges)}, i, 0, count, 0.01, terms, form);
+});
+
+}  // namespace vkm

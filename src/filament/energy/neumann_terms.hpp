@@ -1,0 +1,27 @@
+#pragma once
+
+/// The terms of Neumann's double sum (filament_energy.hpp), in their forms (core/pair_form.hpp).
+
+#include <cstddef>
+
+#include "core/pair_form.hpp"
+#include "core/pair_sums.hpp"
+#include "core/wide.hpp"
+
+namespace vkm {
+
+/// Writes 2 e_i . e_j / sqrt(R^2 + rc2) of the edge i with the edges first .. first + count - 1. Up to a whole number
+/// of eights may be read and written. Forms other than the plain one are for rc2 > 0.
+void fill_neumann(const LaneSources& edges, std::size_t i, std::size_t first, std::size_t count, double rc2,
+                  double* terms, PairForm form);
+
+extern const PairKernel neumann_kernel;
+
+#if VKM_HAS_WIDE
+void fill_neumann_wide(const LaneSources& edges, std::size_t i, std::size_t first, std::size_t count, double rc2,
+                       double* terms, PairForm form);
+#else
+inline void fill_neumann_wide(const LaneSources&, std::size_t, std::size_t, std::size_t, double, double*, PairForm) {}
+#endif
+
+}  // namespace vkm

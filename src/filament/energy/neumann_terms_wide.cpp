@@ -1,0 +1,36 @@
+#include "filament/energy/neumann_terms.hpp"
+
+#if VKM_HAS_WIDE
+
+#include "core/pair_sums_wide.hpp"
+
+namespace vkm {
+
+namespace {
+
+template <PairForm form>
+struct NeumannTerm {
+  Wide rc2;
+
+  VKM_WIDE_INLINE Wide square(const WideVec3& r) const { return dot(r, r) + rc2; }
+  VKM_WIDE_INLINE Wide operator()(const WideVec3& e, const WideVec3& f, const WideVec3&, Wide r2) const {
+    return wide(2.0) * WideForm<form>::quotient(dot(e, f), WideForm<form>::root(r2));
+  }
+};
+
+template <PairForm form>
+VKM_WIDE void fill_as(const LaneSources& edges, std::size_t i, std::size_t first, std::size_t count, double rc2,
+                      double* terms) {
+  fill_terms_wide(edges, i, first, count, NeumannTerm<form>{wide(rc2)}, terms);
+}
+
+}  // namespace
+
+void fill_neumann_wide(const LaneSources& edges, std::size_t i, std::size_t first, std::size_t count, double rc2,
+                       double* terms, PairForm form) {
+  with_form(form, [&](auto f) { fill_as<f>(edges, i, first, count, rc2, terms); });
+}
+
+}  // namespace vkm
+
+#endif
