@@ -6,8 +6,10 @@ import click
 
 from vkmcore.commands.arguments import check_name, complete_key, json_option, skip_option
 from vkmcore.commands.output import plain_table, print_json, print_table, shown
+from vkmcore.progress import progress_bar, watched
 
 SECTIONS = {"curve": "Curve", "tube": "Tube", "contacts": "Contacts and their stress"}
+FIT_STEPS = 20  # about
 VERTICES = click.IntRange(64, 2**31 - 1)
 
 
@@ -38,7 +40,11 @@ def describe(
     from vkmcore.tube.description import describe as describe_curve
 
     settings = {"samples": samples, "skip": skip, "contact_tol": contact_tol, "contact_vertices": contact_vertices}
-    sections = describe_curve(read_curve(name), samples, skip, contact_tol, contact_vertices)
+    source = read_curve(name)
+    with progress_bar(FIT_STEPS, watched()) as tell:
+        sections = describe_curve(
+            source, samples, skip, contact_tol, contact_vertices, lambda step: tell(step, "fit of the contacts")
+        )
     if sections["contacts"]["vertices"] != sections["curve"]["vertices"]:
         click.echo(f"contacts: fitted on a polygon of {contact_vertices} vertices; see --contact-vertices", err=True)
     if as_json:

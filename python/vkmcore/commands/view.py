@@ -56,7 +56,7 @@ def view(source: str, html: Path | None, out: Path | None, **options: Any) -> No
         write_figure(target.plot(**options), out, kind)
     if shown is not None:
         figure = target.plot("plotly", **options)
-        figure.write_html(str(shown), include_plotlyjs=True)
+        figure.write_html(str(shown), include_plotlyjs=True, default_height="calc(100vh - 20px)")
     say_written(*(path for path in (out, shown) if path is not None))
     if html is None and out is None and shown is not None:
         import webbrowser
