@@ -56,7 +56,9 @@ def view(source: str, html: Path | None, out: Path | None, **options: Any) -> No
         write_figure(target.plot(**options), out, kind)
     if shown is not None:
         figure = target.plot("plotly", **options)
-        figure.write_html(str(shown), include_plotlyjs=True, default_height="calc(100vh - 20px)")
+        page = figure.to_html(include_plotlyjs=True)
+        page = page.replace("<body>", '<body style="margin: 0; overflow: hidden">', 1)
+        shown.write_text(page, encoding="utf-8")
     say_written(*(path for path in (out, shown) if path is not None))
     if html is None and out is None and shown is not None:
         import webbrowser

@@ -63,7 +63,7 @@ def plot(
         colour = "component" if len(polygons) > 1 else "curvature"
     values: list[Points] | None = None
     label = "values"
-    per = f" / {unit}^-1" if unit else ""
+    per = f" / {unit}⁻¹" if unit else ""
     found: Contacts | None = None
     if struts or kinks or (isinstance(colour, str) and colour == "pressure"):
         found = _contacts(shape)
@@ -73,7 +73,7 @@ def plot(
     elif colour == "curvature":
         values, label = [s.curvature(len(p)) for s, p in zip(shape._strands, polygons)], f"curvature{per}"
     elif colour == "velocity":
-        values, label = _speeds(shape, polygons), f"speed / (circulation{per or ' / length'})".replace("^-1", "")
+        values, label = _speeds(shape, polygons), f"speed / (circulation{per or ' / length'})".replace("⁻¹", "")
     elif colour == "pressure":
         assert found is not None
         values = [_around(pressure, len(points)) for pressure, points in zip(found.pressures, polygons)]

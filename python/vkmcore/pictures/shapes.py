@@ -22,7 +22,7 @@ BACKENDS = {"matplotlib": "plot", "plotly": "view", "pyvista": "vtk"}  # and the
 COLOURS = "viridis"
 FINE_SIDES = 24  # of a ring where a graphics card draws
 THROUGH = 0.3  # opacity of a tube that lets its inside show
-EYE = {"x": 1.15, "y": -1.15, "z": 1.55}  # of plotly's camera, in boxes: the view of matplotlib's pictures
+EYE = {"x": 1.4, "y": -1.4, "z": 1.85}  # of plotly's camera, in boxes: the view of matplotlib's pictures
 STRUT, KINK = "#30343b", "#c8102e"
 
 
@@ -133,7 +133,7 @@ def _matplotlib(picture: _Picture) -> Any:
     centre, reach = picture.frame()
     style_axes(axes, picture.unit)
     axes.set(**{f"{axis}lim": (c - reach, c + reach) for axis, c in zip("xyz", centre)})
-    axes.set_box_aspect((1, 1, 1), zoom=1.1)
+    axes.set_box_aspect((1, 1, 1), zoom=0.88)
     axes.view_init(elev=52, azim=-60)
     if picture.title:
         figure.suptitle(picture.title, fontsize=12, color="#30343b", parse_math=False)
