@@ -9,7 +9,9 @@ import signal
 import struct
 import subprocess
 import sys
+from pathlib import Path
 
+import click
 import pytest
 import vkmcore
 from click import shell_completion
@@ -18,6 +20,7 @@ from vkmcore import ParticleEvaluator, TailApproxConfig, get_embedded_knot_files
 from vkmcore.cli import COMMANDS, cli
 from vkmcore.commands.arguments import range_text
 
+SCENE = Path(__file__).resolve().parents[2] / "examples" / "scenes" / "leapfrogging_rings.toml"
 QUICK = ["--library-defaults", "--resolution", "120", "--iterations", "20"]
 
 
@@ -127,6 +130,47 @@ def test_knots_by_name_by_number_and_as_csv():
     assert {int(e["components"]) for e in json.loads(run("knots", "--links", "--json").stdout)} >= {2}
     wrong = run("knots", "trefol")
     assert wrong.exit_code == 1 and "did you mean 3_1" in wrong.stderr
+
+
+# A command's words, and where the lines of its --csv stand in its --json: the whole of it, or under a name.
+AS_ROWS = {
+    "compare 3_1 4_1 --samples 90": None,
+    "describe 3_1 --samples 64": None,
+    "info": None,
+    "mass 3:1:1 4:1:1 --resolution 20 --iterations 1 --no-tail": None,
+    "mass 3:1:1 --library-defaults --resolution 20 --iterations 1 --no-tail": None,
+    "particle 3_1": "routes",
+    "report report.json": None,
+    "simulate SCENE --t-end 0": "filaments",
+    "spectrum --points 11": "levels",
+    "tighten 3_1 --vertices 30 --steps 2": "steps",
+    "zoo": None,
+}
+
+
+@pytest.mark.parametrize("words", AS_ROWS)
+def test_csv_has_what_json_has(words, tmp_path, monkeypatch):
+    monkeypatch.chdir(tmp_path)
+    called = words.replace("SCENE", str(SCENE)).split()
+    printed, found = run(*called, "--csv"), json.loads(run(*called, "--json").stdout)
+    found = found[AS_ROWS[words]] if AS_ROWS[words] else found
+    found = found if isinstance(found, list) else [found]
+    rows = list(csv.DictReader(io.StringIO(printed.stdout)))
+    assert len(rows) == len(found) > 0
+    for row, record in zip(rows, found):
+        numbers = {name: value for name, value in record.items() if isinstance(value, int | float)}
+        assert {name: float({"True": 1, "False": 0}.get(row[name], row[name])) for name in numbers} == numbers
+        assert all(row[name] == value for name, value in record.items() if isinstance(value, str))
+
+
+def test_every_command_with_json_has_csv():
+    for name in COMMANDS:
+        named = cli.get_command(click.Context(cli), name)
+        for command in getattr(named, "commands", {"": named}).values():
+            flags = {flag for parameter in command.params for flag in parameter.opts}
+            assert {"--json", "--csv"} & flags in (set(), {"--json", "--csv"}), command.name
+    both = run("info", "--json", "--csv")
+    assert both.exit_code == 2 and "exclude each other" in both.stderr
 
 
 def test_knots_on_disk_are_listed(tmp_path, monkeypatch):

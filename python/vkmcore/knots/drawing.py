@@ -107,7 +107,8 @@ def _contacts(shape: Shape) -> Contacts:
 
 def _shown(struts: Points, forces: Points) -> Points:
     """Those that carry force: others are nearly contacts."""
-    return struts[forces > LEAST_FORCE * forces.max(initial=0.0)]
+    loaded: Points = struts[forces > LEAST_FORCE * forces.max(initial=0.0)]
+    return loaded
 
 
 def _speeds(shape: Shape, polygons: Sequence[Points]) -> list[Points]:
