@@ -5,6 +5,7 @@ import io
 import json
 import os
 import platform
+import shutil
 import signal
 import struct
 import subprocess
@@ -297,6 +298,37 @@ def test_the_list_of_commands_says_each_whole_and_helps_give_ranges_in_words():
 )  # fmt: skip
 def test_ranges_in_words(words, bounds):
     assert range_text(*bounds) == words
+
+
+def completed_by_bash(line, folder):
+    """The line that Bash makes of what was typed and a tab, in a terminal."""
+    import pty
+
+    program = folder / "vkmcore"
+    program.write_text(f"#!{sys.executable}\nfrom vkmcore.cli import main\n\nmain()\n")  # as pip installs it
+    program.chmod(0o755)
+    start = folder / "start"
+    start.write_text('PS1=; eval "$(_VKMCORE_COMPLETE=bash_source vkmcore)"\n')
+    ours, theirs = pty.openpty()
+    environment = os.environ | {"PATH": f"{folder}:{os.environ['PATH']}", "TERM": "dumb", "HOME": str(folder)}
+    command = ["bash", "--noprofile", "--rcfile", str(start), "-i"]
+    with subprocess.Popen(
+        command, stdin=theirs, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, env=environment, cwd=folder
+    ) as shell:
+        os.write(ours, f"{line}\t\x01printf '<%s>' \x05\nexit\n".encode())  # to the line's start and to its end
+        words = shell.communicate(timeout=300)[0].decode()
+    os.close(ours), os.close(theirs)
+    return [word.partition("<")[2] for word in words.split(">")[:-1]]
+
+
+@pytest.mark.skipif(shutil.which("bash") is None, reason="no Bash here")
+def test_bash_completes_keys_with_colons(tmp_path):
+    (tmp_path / "mine of 3.txt").touch()
+    assert completed_by_bash("vkmcore describe 3:1:", tmp_path) == ["vkmcore", "describe", "3:1:1"]
+    assert completed_by_bash("vkmcore compare 3:1:1 12a_1202z", tmp_path)[2:] == ["3:1:1", "12a_1202z6"]
+    assert completed_by_bash("vkmcore ideal tref", tmp_path)[2:] == ["trefoil"]
+    assert completed_by_bash("vkmcore describe min", tmp_path)[2:] == ["mine of 3.txt"]
+    assert completed_by_bash("vkmcore view 3_1 --colour press", tmp_path)[3:] == ["--colour", "pressure"]
 
 
 def test_shells_complete_keys_and_files():

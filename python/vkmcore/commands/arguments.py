@@ -49,6 +49,16 @@ def complete_key(context: click.Context, parameter: click.Parameter, begun: str)
     return [*found, CompletionItem(begun, type="file")]
 
 
+def complete_name(context: click.Context, parameter: click.Parameter, begun: str) -> list[CompletionItem]:
+    """Names and aliases of the tables, keys and files that begin so."""
+    from vkmcore.reference.tables import knots, links
+
+    names = {name for entry in (*knots(), *links()) for name in (entry.name, *entry.aliases)}
+    keys = complete_key(context, parameter, begun)
+    new = sorted(name for name in names - {item.value for item in keys} if begun and name.startswith(begun))
+    return [*keys[:-1], *map(CompletionItem, new), keys[-1]]
+
+
 def readable_ranges(command: click.Command) -> None:
     """Let a command's help say "from 1 on" and "1 to 50" of numbers, where it would say "1<=x<=2147483647"."""
     for inner in command.commands.values() if isinstance(command, click.Group) else ():

@@ -12,7 +12,7 @@ from typing import TYPE_CHECKING
 
 import click
 
-from vkmcore.commands.arguments import COUNT, Failure, record_options
+from vkmcore.commands.arguments import COUNT, Failure, complete_key, record_options
 from vkmcore.commands.output import plain_table, print_csv, print_json, print_table
 from vkmcore.progress import progress_bar, watched
 
@@ -234,7 +234,7 @@ def summary(folder: Path, select: tuple[str, ...], below: bool, as_json: bool, a
 
 
 @catalogue.command()
-@click.argument("keys", nargs=-1, metavar="[KEY...]")
+@click.argument("keys", nargs=-1, metavar="[KEY...]", shell_complete=complete_key)
 @click.option("--jobs", type=COUNT, default=os.cpu_count() or 1, show_default=True, help="Shapes at a time.")
 @record_options("A JSON list with a record a shape", "a shape")
 def verify(keys: tuple[str, ...], jobs: int, as_json: bool, as_csv: bool) -> None:

@@ -13,6 +13,7 @@ from vkmcore.commands.arguments import (
     Failure,
     check_folder,
     check_name,
+    complete_name,
     plot_option,
     record_options,
     say_written,
@@ -29,7 +30,7 @@ PHASES = {"start": "starts", "hop": "hops", "level": "levels"}
 
 
 @click.command()
-@click.argument("name", metavar="NAME|FILE|CODE", callback=check_name)
+@click.argument("name", metavar="NAME|FILE|CODE", callback=check_name, shell_complete=complete_name)
 @click.option("--edge", type=POSITIVE, default=0.15, show_default=True, help="Edge length of the finest level.")
 @click.option("--seeds", type=COUNT, default=1, show_default=True, help="Searches; the best of them is taken.")
 @click.option("--seed", "first", type=click.IntRange(0, 2**62), default=1, show_default=True, help="The first seed.")

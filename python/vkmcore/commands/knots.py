@@ -6,7 +6,7 @@ from typing import TYPE_CHECKING
 
 import click
 
-from vkmcore.commands.arguments import Failure, record_options
+from vkmcore.commands.arguments import Failure, complete_name, record_options
 from vkmcore.commands.output import plain_table, print_csv, print_json, print_table
 
 if TYPE_CHECKING:
@@ -14,7 +14,7 @@ if TYPE_CHECKING:
 
 
 @click.command()
-@click.argument("names", nargs=-1, metavar="[NAME...]")
+@click.argument("names", nargs=-1, metavar="[NAME...]", shell_complete=complete_name)
 @click.option("--crossings", type=click.IntRange(0), help="Only those of this crossing number.")
 @click.option("--links", is_flag=True, help="Only links of two or more components.")
 @record_options("A JSON list with a record a shape", "a shape")

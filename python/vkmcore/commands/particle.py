@@ -6,7 +6,7 @@ from typing import TYPE_CHECKING, Any
 
 import click
 
-from vkmcore.commands.arguments import check_name, record_options
+from vkmcore.commands.arguments import check_name, complete_name, record_options
 from vkmcore.commands.output import plain_table, print_csv, print_json, print_table
 
 if TYPE_CHECKING:
@@ -30,7 +30,7 @@ def given_inputs(context: click.Context, parameter: click.Parameter, texts: tupl
 
 
 @click.command()
-@click.argument("knot", metavar="KNOT", callback=check_name)
+@click.argument("knot", metavar="KNOT", callback=check_name, shell_complete=complete_name)
 @click.option(
     "--give",
     "given",

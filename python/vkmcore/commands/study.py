@@ -8,7 +8,15 @@ from typing import TYPE_CHECKING, Any
 
 import click
 
-from vkmcore.commands.arguments import Failure, check_folder, check_name, plot_option, record_options, say_written
+from vkmcore.commands.arguments import (
+    Failure,
+    check_folder,
+    check_name,
+    complete_name,
+    plot_option,
+    record_options,
+    say_written,
+)
 from vkmcore.commands.output import plain_table, print_json, print_table
 from vkmcore.progress import watched
 
@@ -48,7 +56,7 @@ def steps(context: click.Context, parameter: click.Parameter, text: str) -> tupl
 
 
 @study.command()
-@click.argument("knot", metavar="KNOT", callback=check_name)
+@click.argument("knot", metavar="KNOT", callback=check_name, shell_complete=complete_name)
 @click.option("--resolution", callback=counts, default="100..1600", show_default=True, help="Points a filament.")
 @click.option("--timestep", callback=steps, default="1e-3,1e-2", show_default=True, help="Time steps of a sweep.")
 @click.option("--iterations", callback=counts, default="100", show_default=True, help="Sweeps.")

@@ -7,13 +7,20 @@ from typing import Any
 
 import click
 
-from vkmcore.commands.arguments import COUNT, Failure, check_folder, record_options, say_written
+from vkmcore.commands.arguments import COUNT, Failure, check_folder, complete_name, record_options, say_written
 from vkmcore.commands.output import plain_table, print_json, print_table, shown
 
 
 @click.command(context_settings={"ignore_unknown_options": True})
 @click.argument("command", metavar="COMMAND")
-@click.argument("words", nargs=-1, required=True, type=click.UNPROCESSED, metavar="KNOT... [--OPTION V,V...]...")
+@click.argument(
+    "words",
+    nargs=-1,
+    required=True,
+    type=click.UNPROCESSED,
+    metavar="KNOT... [--OPTION V,V...]...",
+    shell_complete=complete_name,
+)
 @click.option("-j", "--jobs", type=COUNT, help="Processes at a time.  [default: one a processor]")
 @click.option("-o", "--out", type=click.Path(path_type=Path), metavar="FILE.csv", help="Rows go here as they come.")
 @click.option("--scheduler", metavar="ADDRESS", help="A Dask scheduler whose workers do it (extra 'sweep').")

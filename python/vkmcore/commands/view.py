@@ -7,11 +7,11 @@ from typing import Any
 
 import click
 
-from vkmcore.commands.arguments import Failure, check_folder, check_name, complete_key, say_written
+from vkmcore.commands.arguments import Failure, check_folder, check_name, complete_name, say_written
 
 
 @click.command()
-@click.argument("source", metavar="KEY|FILE", callback=check_name, shell_complete=complete_key)
+@click.argument("source", metavar="KEY|FILE", callback=check_name, shell_complete=complete_name)
 @click.option(
     "--html", type=click.Path(path_type=Path), metavar="FILE", help="A page that turns in any browser, without network."
 )
