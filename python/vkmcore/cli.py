@@ -8,6 +8,7 @@ lists it, and libraries that only one command needs are imported where it needs 
 from __future__ import annotations
 
 import importlib
+import os
 import sys
 from typing import Any
 
@@ -90,4 +91,6 @@ def cli() -> None:
 
 def main() -> None:
     """Entry of the console script."""
+    if "_VKMCORE_COMPLETE" in os.environ:
+        import vkmcore.commands.completion  # noqa: F401  # as it is loaded it takes the place of click's own
     cli()

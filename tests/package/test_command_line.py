@@ -5,11 +5,14 @@ import io
 import json
 import os
 import platform
+import shutil
 import signal
 import struct
 import subprocess
 import sys
+from pathlib import Path
 
+import click
 import pytest
 import vkmcore
 from click import shell_completion
@@ -18,6 +21,7 @@ from vkmcore import ParticleEvaluator, TailApproxConfig, get_embedded_knot_files
 from vkmcore.cli import COMMANDS, cli
 from vkmcore.commands.arguments import range_text
 
+SCENE = Path(__file__).resolve().parents[2] / "examples" / "scenes" / "leapfrogging_rings.toml"
 QUICK = ["--library-defaults", "--resolution", "120", "--iterations", "20"]
 
 
@@ -127,6 +131,47 @@ def test_knots_by_name_by_number_and_as_csv():
     assert {int(e["components"]) for e in json.loads(run("knots", "--links", "--json").stdout)} >= {2}
     wrong = run("knots", "trefol")
     assert wrong.exit_code == 1 and "did you mean 3_1" in wrong.stderr
+
+
+# A command's words, and where the lines of its --csv stand in its --json: the whole of it, or under a name.
+AS_ROWS = {
+    "compare 3_1 4_1 --samples 90": None,
+    "describe 3_1 --samples 64": None,
+    "info": None,
+    "mass 3:1:1 4:1:1 --resolution 20 --iterations 1 --no-tail": None,
+    "mass 3:1:1 --library-defaults --resolution 20 --iterations 1 --no-tail": None,
+    "particle 3_1": "routes",
+    "report report.json": None,
+    "simulate SCENE --t-end 0": "filaments",
+    "spectrum --points 11": "levels",
+    "tighten 3_1 --vertices 30 --steps 2": "steps",
+    "zoo": None,
+}
+
+
+@pytest.mark.parametrize("words", AS_ROWS)
+def test_csv_has_what_json_has(words, tmp_path, monkeypatch):
+    monkeypatch.chdir(tmp_path)
+    called = words.replace("SCENE", str(SCENE)).split()
+    printed, found = run(*called, "--csv"), json.loads(run(*called, "--json").stdout)
+    found = found[AS_ROWS[words]] if AS_ROWS[words] else found
+    found = found if isinstance(found, list) else [found]
+    rows = list(csv.DictReader(io.StringIO(printed.stdout)))
+    assert len(rows) == len(found) > 0
+    for row, record in zip(rows, found):
+        numbers = {name: value for name, value in record.items() if isinstance(value, int | float)}
+        assert {name: float({"True": 1, "False": 0}.get(row[name], row[name])) for name in numbers} == numbers
+        assert all(row[name] == value for name, value in record.items() if isinstance(value, str))
+
+
+def test_every_command_with_json_has_csv():
+    for name in COMMANDS:
+        named = cli.get_command(click.Context(cli), name)
+        for command in getattr(named, "commands", {"": named}).values():
+            flags = {flag for parameter in command.params for flag in parameter.opts}
+            assert {"--json", "--csv"} & flags in (set(), {"--json", "--csv"}), command.name
+    both = run("info", "--json", "--csv")
+    assert both.exit_code == 2 and "exclude each other" in both.stderr
 
 
 def test_knots_on_disk_are_listed(tmp_path, monkeypatch):
@@ -253,6 +298,37 @@ def test_the_list_of_commands_says_each_whole_and_helps_give_ranges_in_words():
 )  # fmt: skip
 def test_ranges_in_words(words, bounds):
     assert range_text(*bounds) == words
+
+
+def completed_by_bash(line, folder):
+    """The line that Bash makes of what was typed and a tab, in a terminal."""
+    import pty
+
+    program = folder / "vkmcore"
+    program.write_text(f"#!{sys.executable}\nfrom vkmcore.cli import main\n\nmain()\n")  # as pip installs it
+    program.chmod(0o755)
+    start = folder / "start"
+    start.write_text('PS1=; eval "$(_VKMCORE_COMPLETE=bash_source vkmcore)"\n')
+    ours, theirs = pty.openpty()
+    environment = os.environ | {"PATH": f"{folder}:{os.environ['PATH']}", "TERM": "dumb", "HOME": str(folder)}
+    command = ["bash", "--noprofile", "--rcfile", str(start), "-i"]
+    with subprocess.Popen(
+        command, stdin=theirs, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, env=environment, cwd=folder
+    ) as shell:
+        os.write(ours, f"{line}\t\x01printf '<%s>' \x05\nexit\n".encode())  # to the line's start and to its end
+        words = shell.communicate(timeout=300)[0].decode()
+    os.close(ours), os.close(theirs)
+    return [word.partition("<")[2] for word in words.split(">")[:-1]]
+
+
+@pytest.mark.skipif(shutil.which("bash") is None, reason="no Bash here")
+def test_bash_completes_keys_with_colons(tmp_path):
+    (tmp_path / "mine of 3.txt").touch()
+    assert completed_by_bash("vkmcore describe 3:1:", tmp_path) == ["vkmcore", "describe", "3:1:1"]
+    assert completed_by_bash("vkmcore compare 3:1:1 12a_1202z", tmp_path)[2:] == ["3:1:1", "12a_1202z6"]
+    assert completed_by_bash("vkmcore ideal tref", tmp_path)[2:] == ["trefoil"]
+    assert completed_by_bash("vkmcore describe min", tmp_path)[2:] == ["mine of 3.txt"]
+    assert completed_by_bash("vkmcore view 3_1 --colour press", tmp_path)[3:] == ["--colour", "pressure"]
 
 
 def test_shells_complete_keys_and_files():

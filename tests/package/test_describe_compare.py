@@ -8,6 +8,7 @@ import vkmcore
 from click.testing import CliRunner
 from vkmcore.cli import cli
 from vkmcore.curves import evenly_spaced
+from vkmcore.curves.reader import read_curve
 
 TREFOIL = "0.5 0 0 -0.5 0 0\n2 0 0 2 0 0\n0 0 0 0 0 1\n0 0 0 0 0 0\n0.5 0 0 0.5 0 0\n"
 
@@ -78,6 +79,18 @@ def test_the_contacts_of_a_fine_curve_are_those_of_a_coarser_one(trefoil, tmp_pa
     stress = vkmcore.resolved_tube_kkt_diagnostics(even, vkmcore.resolved_tube_analyze(even, 20))
     assert record["contacts"]["contact_residual"] == stress.contact_residual
     assert record["contacts"]["rigidity_columns"] == stress.rigidity_columns > 0
+
+
+def test_many_contacts_are_fitted_as_the_library_would():
+    """Beyond some hundred contacts by another method: the residual, and what the struts hold, are the same."""
+    record = json.loads(run("describe", "3:1:1", "--samples", "140", "--contact-tol", "2e-3", "--json").stdout)
+    points = read_curve("3:1:1").sampled(140).tolist()
+    tube = vkmcore.resolved_tube_analyze(points, record["tube"]["skipped_neighbours"], 2e-3)
+    found, stress = record["contacts"], vkmcore.ContactStressMap.diagnose_length_criticality(points, tube)
+    assert found["rigidity_columns"] > 400 and found["nnls_algorithm"] == "interior_point" != stress.nnls_algorithm
+    assert found["nnls_converged"] and found["contact_residual"] == pytest.approx(stress.contact_residual, rel=1e-4)
+    assert found["strut_weight_sum"] == pytest.approx(stress.strut_weight_sum, rel=1e-4)
+    assert found["contact_entropy"] > stress.contact_entropy  # spread over more of them
 
 
 def test_tables_show_every_digit(trefoil):

@@ -64,19 +64,30 @@ def test_contacts_hold_the_pull_of_a_tight_knot():
         assert chords == pytest.approx(np.full(len(chords), 2.0 * knot.thickness * unit), rel=0.02)
         edges = np.linalg.norm(np.roll(points, -1, axis=0) - points, axis=1) * unit
         share = 0.5 * (edges + np.roll(edges, 1))
-        assert (found.pressure * share).sum() == pytest.approx(found.strut_forces.sum(), rel=0.01)
+        assert (found.pressures[0] * share).sum() == pytest.approx(found.strut_forces.sum(), rel=0.01)
+
+
+def test_contacts_of_a_link_are_those_of_all_its_components():
+    link = Link("Borromean")
+    found = contacts(link.points(70))
+    assert found.strut_forces.sum() == pytest.approx(link.ropelength, rel=0.02) and found.residual < 0.1
+    load = [pressure.mean() * knot.length for pressure, knot in zip(found.pressures, link)]
+    assert load == pytest.approx([found.strut_forces.sum() / 3.0] * 3, rel=0.02)
+    figure = pytest.importorskip("plotly") and link.plot("plotly", samples=60, colour="pressure", struts=True)
+    assert [trace.type for trace in figure.data] == ["mesh3d"] * 3 + ["scatter3d"]
 
 
 def test_a_circle_bent_to_its_radius_is_all_kinks():
     t = 2.0 * np.pi * np.arange(60) / 60
     found = contacts(np.column_stack([np.cos(t), np.sin(t), 0.0 * t]))
     assert len(found.struts) == 0 and len(found.kinks) == 60
-    assert found.residual < 1e-6 and not found.pressure.any()
+    assert found.residual < 1e-6 and not found.pressures[0].any()
 
 
 def test_what_cannot_be_drawn_is_told(monkeypatch):
-    with pytest.raises(ValueError, match="not for links"):
-        Link("Hopf").plot(struts=True)
+    flat = Link([[(0, 0, 0), (4, 0, 0), (4, 4, 0), (0, 4, 0), (-1, 3, 0), (-1, 1, 0)], np.eye(3)[[0, 1, 2, 0, 1, 2]]])
+    with pytest.raises(ValueError):
+        flat.plot(struts=True)
     with pytest.raises(ValueError, match="colour is one of"):
         Knot("3_1").plot(colour="mood")
     with pytest.raises(ValueError, match="no backend"):

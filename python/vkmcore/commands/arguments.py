@@ -49,6 +49,16 @@ def complete_key(context: click.Context, parameter: click.Parameter, begun: str)
     return [*found, CompletionItem(begun, type="file")]
 
 
+def complete_name(context: click.Context, parameter: click.Parameter, begun: str) -> list[CompletionItem]:
+    """Names and aliases of the tables, keys and files that begin so."""
+    from vkmcore.reference.tables import knots, links
+
+    names = {name for entry in (*knots(), *links()) for name in (entry.name, *entry.aliases)}
+    keys = complete_key(context, parameter, begun)
+    new = sorted(name for name in names - {item.value for item in keys} if begun and name.startswith(begun))
+    return [*keys[:-1], *map(CompletionItem, new), keys[-1]]
+
+
 def readable_ranges(command: click.Command) -> None:
     """Let a command's help say "from 1 on" and "1 to 50" of numbers, where it would say "1<=x<=2147483647"."""
     for inner in command.commands.values() if isinstance(command, click.Group) else ():
@@ -78,9 +88,26 @@ def check_folder(path: Path | None) -> None:
         raise Failure(f"vkmcore: {path}: the directory does not exist")
 
 
-def json_option(text: str) -> Callable[[Command], Command]:
-    """The option --json, as the parameter `as_json`."""
-    return click.option("--json", "as_json", is_flag=True, help=text)
+def record_options(json: str, csv: str) -> Callable[[Command], Command]:
+    """The options --json and --csv, which exclude each other, as the parameters `as_json` and `as_csv`.
+
+    Args:
+        json: what --json prints, beside that it is in full precision.
+        csv: what a line is of.
+    """
+
+    def decorate(command: Command) -> Command:
+        for flag, text in (("csv", f"CSV in full precision, a line {csv}."), ("json", f"{json}, in full precision.")):
+            command = click.option(f"--{flag}", f"as_{flag}", is_flag=True, callback=_alone, help=text)(command)
+        return command
+
+    return decorate
+
+
+def _alone(context: click.Context, parameter: click.Parameter, wanted: bool) -> bool:
+    if wanted and any(context.params.get(name) for name in ("as_json", "as_csv")):
+        raise click.UsageError("--json and --csv exclude each other")
+    return wanted
 
 
 def skip_option(default: str) -> Callable[[Command], Command]:

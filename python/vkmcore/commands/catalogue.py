@@ -2,10 +2,8 @@
 
 from __future__ import annotations
 
-import csv
 import fnmatch
 import os
-import sys
 from collections.abc import Callable, Iterator, Sequence
 from concurrent.futures import Executor
 from contextlib import contextmanager
@@ -14,8 +12,8 @@ from typing import TYPE_CHECKING
 
 import click
 
-from vkmcore.commands.arguments import COUNT, Failure, json_option
-from vkmcore.commands.output import plain_table, print_json, print_table
+from vkmcore.commands.arguments import COUNT, Failure, complete_key, record_options
+from vkmcore.commands.output import plain_table, print_csv, print_json, print_table
 from vkmcore.progress import progress_bar, watched
 
 if TYPE_CHECKING:
@@ -191,8 +189,7 @@ def write(folder: Path, out: Path, companions: bool, table: Path | None, keys: t
 @folder_option
 @select_option
 @click.option("--below", is_flag=True, help="Only what is shorter than the published value, the shortest first.")
-@json_option("A JSON list with a record a knot.")
-@click.option("--csv", "as_csv", is_flag=True, help="Comma-separated rows.")
+@record_options("A JSON list with a record a knot", "a knot")
 def summary(folder: Path, select: tuple[str, ...], below: bool, as_json: bool, as_csv: bool) -> None:
     """Ropelengths that a campaign has reached, by edge and extrapolated to no edge, against the published values."""
     from vkmcore.ideal.campaign_store import Store
@@ -206,6 +203,10 @@ def summary(folder: Path, select: tuple[str, ...], below: bool, as_json: bool, a
     if as_json:
         print_json([vars(row) for row in rows])
         return
+    if as_csv:
+        names = [f"edge_{edge:g}" for edge in EDGES]
+        print_csv({**vars(row), **dict(zip(names, row.polygons))} for row in rows)
+        return
     head = ("name", "published", *(f"edge {edge:g}" for edge in EDGES), "limit", "curve", "harmonics", "seeds")
     lines = [
         (
@@ -213,16 +214,12 @@ def summary(folder: Path, select: tuple[str, ...], below: bool, as_json: bool, a
             *("" if x is None else f"{x:.4f}" for x in (row.published, *row.polygons, row.limit, row.curve)),
             str(row.harmonics or ""),
             str(row.seeds),
-            row.certificate,
         )
         for row in rows
     ]
-    if as_csv:
-        csv.writer(sys.stdout, lineterminator="\n").writerows([(*head, "certificate"), *lines])
-        return
     table = plain_table(head, ("name",))
     for line in lines:
-        table.add_row(*line[:-1])
+        table.add_row(*line)
     print_table(table)
     for curves, what in ((False, "polygons"), (True, "curves")):
         table = plain_table(("crossings", what, "median / %", "90 % within / %", "worst / %", "at or below"), ())
@@ -236,10 +233,10 @@ def summary(folder: Path, select: tuple[str, ...], below: bool, as_json: bool, a
 
 
 @catalogue.command()
-@click.argument("keys", nargs=-1, metavar="[KEY...]")
+@click.argument("keys", nargs=-1, metavar="[KEY...]", shell_complete=complete_key)
 @click.option("--jobs", type=COUNT, default=os.cpu_count() or 1, show_default=True, help="Shapes at a time.")
-@json_option("A JSON list with a record a shape.")
-def verify(keys: tuple[str, ...], jobs: int, as_json: bool) -> None:
+@record_options("A JSON list with a record a shape", "a shape")
+def verify(keys: tuple[str, ...], jobs: int, as_json: bool, as_csv: bool) -> None:
     """Measure and certify what is embedded: all of it, or the shapes of these keys, ids, names or texts.
 
     KEY is as 4_1d, 3:1:1, L5a1, knot_3.1 or idealLinks.txt; patterns with * are allowed. The exit code is 1 if any
@@ -265,6 +262,8 @@ def verify(keys: tuple[str, ...], jobs: int, as_json: bool) -> None:
             tell(len(verdicts), verdict.key)
     if as_json:
         print_json([vars(verdict) for verdict in verdicts])
+    elif as_csv:
+        print_csv(vars(verdict) | {"problems": "; ".join(verdict.problems)} for verdict in verdicts)
     else:
         table = plain_table(
             ("key", "source", "type", "harmonics", "ropelength", "published", "excess / %", "certificate"),

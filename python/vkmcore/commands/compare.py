@@ -6,8 +6,8 @@ from typing import Any
 
 import click
 
-from vkmcore.commands.arguments import COUNT, check_name, complete_key, json_option, skip_option
-from vkmcore.commands.output import digits, plain_table, print_json, print_table
+from vkmcore.commands.arguments import COUNT, check_name, complete_key, record_options, skip_option
+from vkmcore.commands.output import digits, plain_table, print_csv, print_json, print_table
 
 
 @click.command()
@@ -15,15 +15,19 @@ from vkmcore.commands.output import digits, plain_table, print_json, print_table
 @click.argument("b", metavar="B", callback=check_name, shell_complete=complete_key)
 @click.option("--samples", type=COUNT, default=2048, show_default=True, help="Samples of a series.")
 @skip_option("those within pi radii of curvature")
-@json_option("A JSON object, in full precision.")
-def compare(a: str, b: str, samples: int, skip: int | None, as_json: bool) -> None:
+@record_options("A JSON object", "with all measures")
+def compare(a: str, b: str, samples: int, skip: int | None, as_json: bool, as_csv: bool) -> None:
     """Compare two Fourier curves, each a .fseries file or a key of the catalogue."""
     from vkmcore.curves.comparison import compare as compare_curves
 
     found, skipped = compare_curves(a, b, samples, skip)
     measures: dict[str, Any] = dict(found)
+    record = {"a": a, "b": b, **measures, "settings": {"samples": samples, "skip": skipped}}
     if as_json:
-        print_json({"a": a, "b": b, **measures, "settings": {"samples": samples, "skip": skipped}})
+        print_json(record)
+        return
+    if as_csv:
+        print_csv([record])
         return
     table = plain_table()
     table.add_column("")

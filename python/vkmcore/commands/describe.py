@@ -4,10 +4,12 @@ from __future__ import annotations
 
 import click
 
-from vkmcore.commands.arguments import check_name, complete_key, json_option, skip_option
-from vkmcore.commands.output import plain_table, print_json, print_table, shown
+from vkmcore.commands.arguments import check_name, complete_key, record_options, skip_option
+from vkmcore.commands.output import plain_table, print_csv, print_json, print_table, shown
+from vkmcore.progress import progress_bar, watched
 
 SECTIONS = {"curve": "Curve", "tube": "Tube", "contacts": "Contacts and their stress"}
+FIT_STEPS = 20  # about
 VERTICES = click.IntRange(64, 2**31 - 1)
 
 
@@ -25,9 +27,9 @@ VERTICES = click.IntRange(64, 2**31 - 1)
     show_default=True,
     help="Most vertices for the contacts' stress; a finer polygon is resampled. 2048 take minutes.",
 )
-@json_option("A JSON object, in full precision.")
+@record_options("A JSON object", "with all measures")
 def describe(
-    name: str, samples: int, skip: int | None, contact_tol: float, contact_vertices: int, as_json: bool
+    name: str, samples: int, skip: int | None, contact_tol: float, contact_vertices: int, as_json: bool, as_csv: bool
 ) -> None:
     """Describe a closed curve: descriptors, thickness as a tube, contact stress.
 
@@ -38,11 +40,19 @@ def describe(
     from vkmcore.tube.description import describe as describe_curve
 
     settings = {"samples": samples, "skip": skip, "contact_tol": contact_tol, "contact_vertices": contact_vertices}
-    sections = describe_curve(read_curve(name), samples, skip, contact_tol, contact_vertices)
+    source = read_curve(name)
+    with progress_bar(FIT_STEPS, watched()) as tell:
+        sections = describe_curve(
+            source, samples, skip, contact_tol, contact_vertices, lambda step: tell(step, "fit of the contacts")
+        )
     if sections["contacts"]["vertices"] != sections["curve"]["vertices"]:
         click.echo(f"contacts: fitted on a polygon of {contact_vertices} vertices; see --contact-vertices", err=True)
+    record = {"name": name, **sections, "settings": settings}
     if as_json:
-        print_json({"name": name, **sections, "settings": settings})
+        print_json(record)
+        return
+    if as_csv:
+        print_csv([record])
         return
     table = plain_table((name, ""), (name,))
     for place, (section, measures) in enumerate(sections.items()):

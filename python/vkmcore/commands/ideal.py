@@ -13,11 +13,12 @@ from vkmcore.commands.arguments import (
     Failure,
     check_folder,
     check_name,
-    json_option,
+    complete_name,
     plot_option,
+    record_options,
     say_written,
 )
-from vkmcore.commands.output import digits, plain_table, print_json, print_table
+from vkmcore.commands.output import digits, plain_table, print_csv, print_json, print_table
 from vkmcore.progress import progress_bar, watched
 
 if TYPE_CHECKING:
@@ -29,7 +30,7 @@ PHASES = {"start": "starts", "hop": "hops", "level": "levels"}
 
 
 @click.command()
-@click.argument("name", metavar="NAME|FILE|CODE", callback=check_name)
+@click.argument("name", metavar="NAME|FILE|CODE", callback=check_name, shell_complete=complete_name)
 @click.option("--edge", type=POSITIVE, default=0.15, show_default=True, help="Edge length of the finest level.")
 @click.option("--seeds", type=COUNT, default=1, show_default=True, help="Searches; the best of them is taken.")
 @click.option("--seed", "first", type=click.IntRange(0, 2**62), default=1, show_default=True, help="The first seed.")
@@ -58,7 +59,7 @@ PHASES = {"start": "starts", "hop": "hops", "level": "levels"}
     help="What the Fourier form may lie above the polygon, in %.",
 )
 @plot_option("Draw the tube with struts and kinks, and the strut map")
-@json_option("A JSON object with points, contacts and history, in full precision.")
+@record_options("A JSON object with points, contacts and history", "with the measures")
 def ideal(
     name: str,
     edge: float,
@@ -72,6 +73,7 @@ def ideal(
     excess: float,
     plot: Path | None,
     as_json: bool,
+    as_csv: bool,
 ) -> None:
     """Search the tight shape of a knot or link: least length at a tube radius of 1.
 
@@ -112,8 +114,11 @@ def ideal(
     if fourier is not None:
         form = shape.fourier(excess=excess / 100.0)
         fourier.write_text(form_text(shape, form), encoding="utf-8")
+    record = shape.record() | ({} if form is None else {"harmonics": form.harmonics})
     if as_json:
-        print_json(shape.record() | ({} if form is None else {"harmonics": form.harmonics}))
+        print_json(record)
+    elif as_csv:
+        print_csv([record])
     else:
         print_shape(shape, form)
     if plot is not None:

@@ -6,13 +6,13 @@ import platform
 
 import click
 
-from vkmcore.commands.arguments import json_option
-from vkmcore.commands.output import print_json
+from vkmcore.commands.arguments import record_options
+from vkmcore.commands.output import print_csv, print_json
 
 
 @click.command()
-@json_option("A JSON object.")
-def info(as_json: bool) -> None:
+@record_options("A JSON object", "with all of it")
+def info(as_json: bool, as_csv: bool) -> None:
     """Version, interpreter, compiler, vector width and forms of the pair sums in use."""
     from vkmcore import _engine
     from vkmcore.build import build_info
@@ -31,6 +31,9 @@ def info(as_json: bool) -> None:
     }
     if as_json:
         print_json(facts)
+        return
+    if as_csv:
+        print_csv([facts])
         return
     width = max(map(len, facts))
     for name, value in facts.items():

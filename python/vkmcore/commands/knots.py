@@ -2,26 +2,23 @@
 
 from __future__ import annotations
 
-import csv
-import sys
 from typing import TYPE_CHECKING
 
 import click
 
-from vkmcore.commands.arguments import Failure, json_option
-from vkmcore.commands.output import plain_table, print_json, print_table
+from vkmcore.commands.arguments import Failure, complete_name, record_options
+from vkmcore.commands.output import plain_table, print_csv, print_json, print_table
 
 if TYPE_CHECKING:
     from vkmcore.reference.listing import Listed
 
 
 @click.command()
-@click.argument("names", nargs=-1, metavar="[NAME...]")
+@click.argument("names", nargs=-1, metavar="[NAME...]", shell_complete=complete_name)
 @click.option("--crossings", type=click.IntRange(0), help="Only those of this crossing number.")
 @click.option("--links", is_flag=True, help="Only links of two or more components.")
-@click.option("--csv", "as_csv", is_flag=True, help="CSV with all columns, in full precision.")
-@json_option("A JSON list with a record a shape, in full precision.")
-def knots(names: tuple[str, ...], crossings: int | None, links: bool, as_csv: bool, as_json: bool) -> None:
+@record_options("A JSON list with a record a shape", "a shape")
+def knots(names: tuple[str, ...], crossings: int | None, links: bool, as_json: bool, as_csv: bool) -> None:
     """List what the catalogue holds, and the files of knots on disk.
 
     NAME is any name of a knot or link: 3_1, trefoil, 3:1:1, "[3]", L5a1. Ropelength is length over tube radius.
@@ -38,12 +35,7 @@ def knots(names: tuple[str, ...], crossings: int | None, links: bool, as_csv: bo
     if as_json:
         print_json([vars(entry) for entry in entries])
     elif as_csv:
-        columns = list(vars(entries[0])) if entries else []
-        writer = csv.writer(sys.stdout, lineterminator="\n")
-        writer.writerow(columns)
-        for entry in entries:
-            record = vars(entry) | {"aliases": ";".join(entry.aliases)}
-            writer.writerow(["" if record[name] is None else record[name] for name in columns])
+        print_csv(vars(entry) | {"aliases": ";".join(entry.aliases)} for entry in entries)
     else:
         show(entries)
 

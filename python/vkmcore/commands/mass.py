@@ -9,8 +9,8 @@ from typing import TYPE_CHECKING, Any
 
 import click
 
-from vkmcore.commands.arguments import COUNT, Failure, check_ids, complete_key, json_option, plot_option, say_written
-from vkmcore.commands.output import console, digits, natural_width, plain_table, print_json, print_table
+from vkmcore.commands.arguments import COUNT, Failure, check_ids, complete_key, plot_option, record_options, say_written
+from vkmcore.commands.output import console, digits, natural_width, plain_table, print_csv, print_json, print_table
 from vkmcore.progress import progress_bar, watched
 
 if TYPE_CHECKING:
@@ -44,7 +44,7 @@ if TYPE_CHECKING:
     is_flag=True,
     help="Take the library's 4000 points, 1000 sweeps, step 0.01, and show the relaxed shape alone, unjudged.",
 )
-@json_option("A JSON list of records, in full precision.")
+@record_options("A JSON list of records", "a knot")
 @plot_option("Draw the catalogued filaments")
 def mass(
     ids: tuple[str, ...],
@@ -55,6 +55,7 @@ def mass(
     tail: bool,
     library_defaults: bool,
     as_json: bool,
+    as_csv: bool,
     plot: Path | None,
     **tail_options: float | None,
 ) -> None:
@@ -80,7 +81,7 @@ def mass(
         stretch,
     )
     show = _weigh_as_the_library if library_defaults else _assess
-    show(tuple(map(_id_of, ids)), settings, config, as_json, plot)
+    show(tuple(map(_id_of, ids)), settings, config, as_json, as_csv, plot)
 
 
 def _id_of(name: str) -> str:
@@ -93,7 +94,9 @@ def _id_of(name: str) -> str:
         return name
 
 
-def _assess(ids: tuple[str, ...], settings: RelaxSettings, config: TailApproxConfig, as_json: bool, plot: Any) -> None:
+def _assess(
+    ids: tuple[str, ...], settings: RelaxSettings, config: TailApproxConfig, as_json: bool, as_csv: bool, plot: Any
+) -> None:
     from vkmcore import ParticleEvaluator
     from vkmcore.mass.assessment import assess
 
@@ -104,8 +107,11 @@ def _assess(ids: tuple[str, ...], settings: RelaxSettings, config: TailApproxCon
         for done, knot_id in enumerate(ids):
             tell(done, knot_id)
             assessed.append(assess(knot_id, settings, config if config.enabled else None))
+    records = [{**a.record(), "settings": settings_record(settings, config)} for a in assessed]
     if as_json:
-        print_json([{**a.record(), "settings": settings_record(settings, config)} for a in assessed])
+        print_json(records)
+    elif as_csv:
+        print_csv(records)
     else:
         print_table(assessment_table(assessed))
         click.echo(
@@ -139,7 +145,7 @@ def assessment_table(assessed: list[Assessment]) -> Table:
 
 
 def _weigh_as_the_library(
-    ids: tuple[str, ...], settings: RelaxSettings, config: TailApproxConfig, as_json: bool, plot: Any
+    ids: tuple[str, ...], settings: RelaxSettings, config: TailApproxConfig, as_json: bool, as_csv: bool, plot: Any
 ) -> None:
     from vkmcore.mass.table import weigh
 
@@ -153,8 +159,11 @@ def _weigh_as_the_library(
         )
 
     weights = [weight for weight, _ in weighed]
+    records = [{**weight.record(), "settings": settings_record(settings, config)} for weight in weights]
     if as_json:
-        print_json([{**weight.record(), "settings": settings_record(settings, config)} for weight in weights])
+        print_json(records)
+    elif as_csv:
+        print_csv(records)
     else:
         print_table(mass_table(weights, console().width))
     for weight in weights:

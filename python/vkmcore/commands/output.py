@@ -8,8 +8,10 @@ from typing import TYPE_CHECKING
 
 import click
 
+from vkmcore.rows import csv_text, flat
+
 if TYPE_CHECKING:
-    from collections.abc import Iterable
+    from collections.abc import Iterable, Mapping
 
     from rich.console import Console
     from rich.table import Table
@@ -32,6 +34,11 @@ def shown(value: object) -> str:
 def print_json(value: object) -> None:
     """JSON on standard output, numbers in full precision; what is not a finite number is null."""
     click.echo(json.dumps(finite(value), indent=2, ensure_ascii=False, allow_nan=False))
+
+
+def print_csv(records: Iterable[Mapping[str, object]]) -> None:
+    """CSV on standard output, a line a record, those inside as "a.b", numbers in full precision."""
+    click.echo(csv_text([flat(record) for record in records]), nl=False)
 
 
 def finite(value: object) -> object:

@@ -6,8 +6,8 @@ from typing import TYPE_CHECKING, Any
 
 import click
 
-from vkmcore.commands.arguments import check_name, json_option
-from vkmcore.commands.output import plain_table, print_json, print_table
+from vkmcore.commands.arguments import check_name, complete_name, record_options
+from vkmcore.commands.output import plain_table, print_csv, print_json, print_table
 
 if TYPE_CHECKING:
     from vkmcore.mass.routes import Routes
@@ -30,7 +30,7 @@ def given_inputs(context: click.Context, parameter: click.Parameter, texts: tupl
 
 
 @click.command()
-@click.argument("knot", metavar="KNOT", callback=check_name)
+@click.argument("knot", metavar="KNOT", callback=check_name, shell_complete=complete_name)
 @click.option(
     "--give",
     "given",
@@ -39,8 +39,8 @@ def given_inputs(context: click.Context, parameter: click.Parameter, texts: tupl
     callback=given_inputs,
     help="An input that no knot has, as a weight of a Xi model: alpha_C=1. May be repeated.",
 )
-@json_option("A JSON object, in full precision.")
-def particle(knot: str, given: dict[str, Any], as_json: bool) -> None:
+@record_options("A JSON object", "a route")
+def particle(knot: str, given: dict[str, Any], as_json: bool, as_csv: bool) -> None:
     """All routes of the library from KNOT (3_1, trefoil, 3:1:1) to a mass, what each takes and what each assumes.
 
     Nothing is fitted: a route that needs a number which the knot does not give has no mass until --give gives it.
@@ -49,6 +49,9 @@ def particle(knot: str, given: dict[str, Any], as_json: bool) -> None:
     from vkmcore.mass.routes import mass_routes
 
     found = mass_routes(knot, **given)
+    if as_csv:
+        print_csv({"id": found.id, "name": found.name, **route.record()} for route in found.routes)
+        return
     if as_json:
         print_json({**found.record(), "particles": [particle._asdict() for particle in PARTICLES]})
         return

@@ -7,8 +7,8 @@ from typing import TYPE_CHECKING, Any
 
 import click
 
-from vkmcore.commands.arguments import COUNT, Failure, complete_key, json_option, plot_option, say_written
-from vkmcore.commands.output import plain_table, print_json, print_table
+from vkmcore.commands.arguments import COUNT, Failure, complete_key, plot_option, record_options, say_written
+from vkmcore.commands.output import plain_table, print_csv, print_json, print_table
 
 if TYPE_CHECKING:
     from vkmcore.curves.planar_diagram import Diagram
@@ -37,9 +37,9 @@ if TYPE_CHECKING:
     is_flag=True,
     help="Hyperbolic volume too, by the module vkm_hypvol_no_deps if you supply it, else by SnapPy (extra snappy).",
 )
-@json_option("A JSON object.")
+@record_options("A JSON object", "a crossing")
 @plot_option("Draw the diagram")
-def pd(source: str, volume: bool, as_json: bool, plot: Path | None, **options: Any) -> None:
+def pd(source: str, volume: bool, as_json: bool, as_csv: bool, plot: Path | None, **options: Any) -> None:
     """Planar-diagram code and crossing estimate of one closed curve.
 
     KEY is of the catalogue, as 3_1 or 3:1:1; FILE holds a Fourier series or vertices in any format of
@@ -63,6 +63,9 @@ def pd(source: str, volume: bool, as_json: bool, plot: Path | None, **options: A
         facts["hyperbolic_volume"] = hyperbolic_volume(diagram)
     if as_json:
         print_json({**facts, "settings": vars(settings)})
+    elif as_csv:
+        arcs = ("under_in", "over_in", "under_out", "over_out")
+        print_csv({"crossing": number, **dict(zip(arcs, row))} for number, row in enumerate(diagram.code, start=1))
     else:
         for name in ("name", "points", "crossings", "crossing_estimate", "hyperbolic_volume"):
             if name in facts:

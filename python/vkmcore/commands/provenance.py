@@ -8,7 +8,8 @@ from typing import Any
 
 import click
 
-from vkmcore.commands.arguments import EXISTING_FILE, Failure
+from vkmcore.commands.arguments import EXISTING_FILE, Failure, record_options
+from vkmcore.commands.output import print_csv, print_json
 
 STAGES = ("KnotPlot", "Ridgerunner", "Smoothing", "VKMcore", "EddyLab")
 
@@ -87,7 +88,10 @@ def provenance_seal(chain: Path, output: Path | None) -> None:
     "--output", "output_file", type=EXISTING_FILE, help="Also hold this file against the last record's output."
 )
 @click.option("--seal", "seal_file", type=EXISTING_FILE, help="Also hold the chain against this seal of it.")
-def provenance_verify(chain: Path, output_file: Path | None, seal_file: Path | None) -> None:
+@record_options("A JSON object", "with the verdict")
+def provenance_verify(
+    chain: Path, output_file: Path | None, seal_file: Path | None, as_json: bool, as_csv: bool
+) -> None:
     """Print the verdict on the chain in CHAIN.json, and the first rule that it fails.
 
     The files that the chain names are hashed anew where they are present. Exit code 1 unless the chain is certified,
@@ -105,8 +109,15 @@ def provenance_verify(chain: Path, output_file: Path | None, seal_file: Path | N
     records, files = read_chain_and_files(chain)
     verdict = PipelineProvenanceAPI.evaluate_chain(records)
     fault = first_fault(records)
-    click.echo(f"{PipelineProvenanceAPI.certification_name(verdict)}{'' if fault is None else f': {fault}'}")
+    name = PipelineProvenanceAPI.certification_name(verdict)
     wrong, absent = changed_files(chain.parent, records, files)
+    facts = {"chain": str(chain), "records": len(records), "verdict": name, "fault": fault}
+    if as_json:
+        print_json({**facts, "changed": wrong, "absent": absent})
+    elif as_csv:
+        print_csv([{**facts, "changed": "; ".join(wrong), "absent": "; ".join(absent)}])
+    else:
+        click.echo(f"{name}{'' if fault is None else f': {fault}'}")
     if absent:
         click.echo(f"not present, and not hashed: {', '.join(absent)}", err=True)
     if wrong:

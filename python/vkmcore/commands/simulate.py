@@ -12,11 +12,11 @@ from vkmcore.commands.arguments import (
     EXISTING_FILE,
     POSITIVE,
     check_folder,
-    json_option,
     plot_option,
+    record_options,
     say_written,
 )
-from vkmcore.commands.output import plain_table, print_json, print_table
+from vkmcore.commands.output import plain_table, print_csv, print_json, print_table
 from vkmcore.dynamics.core_model import MODELS
 from vkmcore.progress import progress_bar, watched
 
@@ -30,7 +30,7 @@ from vkmcore.progress import progress_bar, watched
     "--trajectory", type=click.Path(path_type=Path), metavar="FILE.npz", help="Write each frame here as it is reached."
 )
 @click.option("--resume", is_flag=True, help="Go on from the last frame in the trajectory, if there is one.")
-@json_option("A JSON object, in full precision.")
+@record_options("A JSON object", "a filament")
 @plot_option("Draw start and end")
 @click.option("--movie", type=click.Path(path_type=Path), metavar="FILE", help="Draw all frames (GIF, MP4).")
 @click.option("--fps", type=click.IntRange(1, 50), default=15, show_default=True, help="Movie: frames a second.")
@@ -42,6 +42,7 @@ def simulate(
     trajectory: Path | None,
     resume: bool,
     as_json: bool,
+    as_csv: bool,
     plot: Path | None,
     movie: Path | None,
     fps: int,
@@ -88,6 +89,9 @@ def simulate(
     facts = record(run)
     if as_json:
         print_json({"scene": str(scene_file), **facts})
+    elif as_csv:
+        whole = {name: value for name, value in facts.items() if name != "filaments"}
+        print_csv({**by_axis(row), **whole} for row in facts["filaments"])
     else:
         print_facts(facts)
     if run.contact:
@@ -110,6 +114,13 @@ def simulate(
             )
         film.save(movie)
         say_written(movie)
+
+
+def by_axis(row: dict[str, Any]) -> dict[str, Any]:
+    """With a column an axis for each vector."""
+    return {
+        name: dict(zip("xyz", value, strict=True)) if isinstance(value, list) else value for name, value in row.items()
+    }
 
 
 def print_facts(facts: dict[str, Any]) -> None:

@@ -8,8 +8,8 @@ from typing import Any
 import click
 import numpy as np
 
-from vkmcore.commands.arguments import json_option, plot_option, say_written
-from vkmcore.commands.output import plain_table, print_json, print_table
+from vkmcore.commands.arguments import plot_option, record_options, say_written
+from vkmcore.commands.output import plain_table, print_csv, print_json, print_table
 from vkmcore.spectral.anchored_spectrum import BOUNDARIES, OperatorSettings, anchored_spectrum, record
 
 
@@ -42,13 +42,14 @@ from vkmcore.spectral.anchored_spectrum import BOUNDARIES, OperatorSettings, anc
 @click.option("--rotations", type=click.IntRange(0), help="Most Jacobi rotations. Default: 4 times the points squared.")
 @click.option("--tolerance", type=float, default=1e-10, show_default=True, help="Off-diagonal magnitude to stop below.")
 @click.option("--levels", type=click.IntRange(1), default=10, show_default=True, help="Lowest levels to show.")
-@json_option("A JSON object, in full precision.")
+@record_options("A JSON object", "a level")
 @plot_option("Draw potential and levels")
 def spectrum(
     nodes: tuple[float, ...],
     targets: tuple[float, ...],
     levels: int,
     as_json: bool,
+    as_csv: bool,
     plot: Path | None,
     **options: Any,
 ) -> None:
@@ -62,6 +63,8 @@ def spectrum(
     result: Any = record(solved, settings, nodes, levels)
     if as_json:
         print_json(result)
+    elif as_csv:
+        print_csv(result["levels"])
     else:
         table = plain_table(("level", "eigenvalue", "peak u", "residual"), title="Levels")
         for row in result["levels"]:

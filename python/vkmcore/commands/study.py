@@ -8,7 +8,15 @@ from typing import TYPE_CHECKING, Any
 
 import click
 
-from vkmcore.commands.arguments import Failure, check_folder, check_name, json_option, plot_option, say_written
+from vkmcore.commands.arguments import (
+    Failure,
+    check_folder,
+    check_name,
+    complete_name,
+    plot_option,
+    record_options,
+    say_written,
+)
 from vkmcore.commands.output import plain_table, print_json, print_table
 from vkmcore.progress import watched
 
@@ -48,7 +56,7 @@ def steps(context: click.Context, parameter: click.Parameter, text: str) -> tupl
 
 
 @study.command()
-@click.argument("knot", metavar="KNOT", callback=check_name)
+@click.argument("knot", metavar="KNOT", callback=check_name, shell_complete=complete_name)
 @click.option("--resolution", callback=counts, default="100..1600", show_default=True, help="Points a filament.")
 @click.option("--timestep", callback=steps, default="1e-3,1e-2", show_default=True, help="Time steps of a sweep.")
 @click.option("--iterations", callback=counts, default="100", show_default=True, help="Sweeps.")
@@ -60,8 +68,7 @@ def steps(context: click.Context, parameter: click.Parameter, text: str) -> tupl
     help="The step at N points is the time step times (fewest points / N) to this power.",
 )
 @click.option("--tolerance", type=float, default=1e-3, show_default=True, help="Relative change that passes.")
-@json_option("A JSON object, in full precision, with the checks of the evidence report.")
-@click.option("--csv", "as_csv", is_flag=True, help="Comma-separated values, a line a way and resolution.")
+@record_options("A JSON object with the checks of the evidence report", "a way and resolution")
 @click.option("--report", type=click.Path(path_type=Path), metavar="FILE.json", help="Write the evidence report here.")
 @plot_option("Draw the ropelengths and their changes against the points")
 def mass(
@@ -83,8 +90,6 @@ def mass(
     """
     from vkmcore.mass.convergence import study_mass
 
-    if as_json and as_csv:
-        raise click.UsageError("--json and --csv exclude each other")
     check_folder(report)
     found = study_mass(
         knot,

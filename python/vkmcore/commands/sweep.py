@@ -7,19 +7,25 @@ from typing import Any
 
 import click
 
-from vkmcore.commands.arguments import COUNT, Failure, check_folder, json_option, say_written
+from vkmcore.commands.arguments import COUNT, Failure, check_folder, complete_name, record_options, say_written
 from vkmcore.commands.output import plain_table, print_json, print_table, shown
 
 
 @click.command(context_settings={"ignore_unknown_options": True})
 @click.argument("command", metavar="COMMAND")
-@click.argument("words", nargs=-1, required=True, type=click.UNPROCESSED, metavar="KNOT... [--OPTION V,V...]...")
+@click.argument(
+    "words",
+    nargs=-1,
+    required=True,
+    type=click.UNPROCESSED,
+    metavar="KNOT... [--OPTION V,V...]...",
+    shell_complete=complete_name,
+)
 @click.option("-j", "--jobs", type=COUNT, help="Processes at a time.  [default: one a processor]")
 @click.option("-o", "--out", type=click.Path(path_type=Path), metavar="FILE.csv", help="Rows go here as they come.")
 @click.option("--scheduler", metavar="ADDRESS", help="A Dask scheduler whose workers do it (extra 'sweep').")
 @click.option("--retries", type=click.IntRange(0, 100), default=1, show_default=True, help="For workers that die.")
-@click.option("--csv", "as_csv", is_flag=True, help="CSV in full precision on standard output.")
-@json_option("A JSON list with a record a row, in full precision.")
+@record_options("A JSON list with a record a row", "a row")
 def sweep(
     command: str,
     words: tuple[str, ...],
@@ -86,7 +92,7 @@ def parsed(target: click.Command, words: tuple[str, ...]) -> tuple[list[str], di
             continue
         flag, _, text = word.partition("=")
         option = by_flag.get(flag)
-        if option is None or option.name in (None, "as_json", "help"):
+        if option is None or option.name in (None, "as_json", "as_csv", "help"):
             raise click.UsageError(f"{target.name} has no option {flag}; it has {', '.join(sorted(by_flag))}")
         assert option.name is not None
         if option.is_flag:

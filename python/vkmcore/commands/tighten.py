@@ -14,12 +14,12 @@ from vkmcore.commands.arguments import (
     check_folder,
     check_name,
     complete_key,
-    json_option,
     plot_option,
+    record_options,
     say_written,
     skip_option,
 )
-from vkmcore.commands.output import digits, plain_table, print_json, print_table
+from vkmcore.commands.output import digits, plain_table, print_csv, print_json, print_table
 from vkmcore.curves.reader import read_curve
 from vkmcore.progress import progress_bar, watched
 from vkmcore.tube.tightening import (
@@ -118,7 +118,7 @@ def tuning_options(command: Callable[..., None]) -> Callable[..., None]:
 )
 @plot_option("Draw start, end and the ropelength by step")
 @click.option("--rows", type=click.IntRange(1), default=20, show_default=True, help="Steps in the table, about.")
-@json_option("A JSON object with every step and vertex, in full precision.")
+@record_options("A JSON object with every step and vertex", "a step")
 @tuning_options
 def tighten(
     name: str,
@@ -132,6 +132,7 @@ def tighten(
     plot: Path | None,
     rows: int,
     as_json: bool,
+    as_csv: bool,
     **tuning: Any,
 ) -> None:
     """Tighten a closed curve: shorten it at a held tube radius.
@@ -172,6 +173,9 @@ def tighten(
     if as_json:
         settings = {"contact_tols": contact_tols, "max_steps": steps, "skip": skip, "least_gain": least_gain, **tuning}
         print_json({"name": name, "kind": source.kind, **record(reached), "settings": settings})
+    elif as_csv:
+        steps_of_all = zip(numbered(reached), record(reached)["steps"], strict=True)
+        print_csv({"run": run, **step} for (run, _), step in steps_of_all)
     else:
         print_steps(name, reached, rows)
         print_outcome(name, reached)
@@ -192,15 +196,19 @@ def last_step(reached: Tightening) -> str:
     return f"ropelength {step.ropelength_after:.4f}, residual {step.kkt_residual_before:.1e}"
 
 
+def numbered(reached: Tightening) -> list[tuple[int, int]]:
+    """Run and number in it of each step, from 1 on."""
+    return [(run, step) for run, count in enumerate(reached.runs, 1) for step in range(1, count + 1)]
+
+
 def print_steps(name: str, reached: Tightening, rows: int) -> None:
     """A table of evenly chosen steps, the last one of each run among them."""
-    numbered = [(run, step) for run, count in enumerate(reached.runs, 1) for step in range(1, count + 1)]
-    if not numbered:
+    if not reached.steps:
         return
     headings = ("run", "step", "ropelength", "length", "thickness", "residual", "move", "struts", "kinks", "")
     table = plain_table(headings, title=f"{name}: steps")
-    every = math.ceil(len(numbered) / rows)
-    for (run, number), step in zip(numbered, reached.steps, strict=True):
+    every = math.ceil(len(reached.steps) / rows)
+    for (run, number), step in zip(numbered(reached), reached.steps, strict=True):
         if number % every and number not in (1, reached.runs[run - 1]):
             continue
         table.add_row(

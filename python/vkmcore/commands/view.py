@@ -7,11 +7,11 @@ from typing import Any
 
 import click
 
-from vkmcore.commands.arguments import Failure, check_folder, check_name, complete_key, say_written
+from vkmcore.commands.arguments import Failure, check_folder, check_name, complete_name, say_written
 
 
 @click.command()
-@click.argument("source", metavar="KEY|FILE", callback=check_name, shell_complete=complete_key)
+@click.argument("source", metavar="KEY|FILE", callback=check_name, shell_complete=complete_name)
 @click.option(
     "--html", type=click.Path(path_type=Path), metavar="FILE", help="A page that turns in any browser, without network."
 )
@@ -56,7 +56,9 @@ def view(source: str, html: Path | None, out: Path | None, **options: Any) -> No
         write_figure(target.plot(**options), out, kind)
     if shown is not None:
         figure = target.plot("plotly", **options)
-        figure.write_html(str(shown), include_plotlyjs=True)
+        page = figure.to_html(include_plotlyjs=True)
+        page = page.replace("<body>", '<body style="margin: 0; overflow: hidden">', 1)
+        shown.write_text(page, encoding="utf-8")
     say_written(*(path for path in (out, shown) if path is not None))
     if html is None and out is None and shown is not None:
         import webbrowser

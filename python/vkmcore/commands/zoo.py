@@ -4,19 +4,23 @@ from __future__ import annotations
 
 import click
 
-from vkmcore.commands.output import digits, plain_table, print_table
+from vkmcore.commands.arguments import record_options
+from vkmcore.commands.output import digits, plain_table, print_csv, print_json, print_table
 
 
 @click.command()
-@click.option("--csv", "as_csv", is_flag=True, help="Comma-separated values, in full precision.")
-def zoo(as_csv: bool) -> None:
+@record_options("A JSON list with a record an entry", "an entry")
+def zoo(as_json: bool, as_csv: bool) -> None:
     """Masses of the Master Dictionary, in the order of the names' bytes."""
     from vkmcore import ZooEvaluator
-    from vkmcore.mass.zoo import csv_text
+    from vkmcore.mass.zoo import rows
 
     results = ZooEvaluator.evaluate_all_golden_nls()
+    if as_json:
+        print_json(rows(results))
+        return
     if as_csv:
-        click.echo(csv_text(results), nl=False)
+        print_csv(rows(results))
         return
     table = plain_table(("identifier", "bridge", "genus", "mass / MeV"), ("identifier",))
     for result in results:

@@ -19,7 +19,9 @@ if TYPE_CHECKING:
     Points = NDArray[np.float64]
 
 COLOURS = ("curvature", "velocity", "pressure", "component")
-CONTACT_VERTICES = 120  # of the polygon whose contacts are found
+CONTACT_EDGE = 0.25  # of the polygons whose contacts are found, in tube radii
+MOST_CONTACT_VERTICES = 400  # of all of them
+LEAST_FORCE = 0.1  # of a strut that is drawn, over the greatest
 
 
 def plot(
@@ -40,10 +42,10 @@ def plot(
         shape: a knot or a link.
         backend: "matplotlib", "plotly" or "pyvista".
         colour: "curvature"; "velocity", the speed as a vortex filament of circulation 1 and of the tube's radius as its
-            core; "pressure" of contacts, of a knot; "component"; or a number a vertex, for a link a row a component.
-            By default curvature for a knot and component for a link.
-        struts: draw the contacts of a knot as lines, and the tube so that they show.
-        kinks: mark where the knot is bent to the tube's radius.
+            core; "pressure" of contacts; "component"; or a number a vertex, for a link a row a component. By default
+            curvature for a knot and component for a link.
+        struts: draw the contacts as lines, and the tubes so that they show.
+        kinks: mark where a curve is bent to the tube's radius.
         radius: of the tube; `shape.thickness` by default.
         samples: rings along a component.
         title: the shape's name by default.
@@ -54,14 +56,14 @@ def plot(
 
     Raises:
         PlotError: the library is not installed; the text names the extra.
-        ValueError: no such backend or colour, or the contacts of a link are asked for.
+        ValueError: no such backend or colour, or contacts of curves without thickness.
     """
     polygons = shape._polygons(samples)
     if colour is None:
         colour = "component" if len(polygons) > 1 else "curvature"
     values: list[Points] | None = None
     label = "values"
-    per = f" / {unit}^-1" if unit else ""
+    per = f" / {unit}⁻¹" if unit else ""
     found: Contacts | None = None
     if struts or kinks or (isinstance(colour, str) and colour == "pressure"):
         found = _contacts(shape)
@@ -71,10 +73,11 @@ def plot(
     elif colour == "curvature":
         values, label = [s.curvature(len(p)) for s, p in zip(shape._strands, polygons)], f"curvature{per}"
     elif colour == "velocity":
-        values, label = _speeds(shape, polygons), f"speed / (circulation{per or ' / length'})".replace("^-1", "")
+        values, label = _speeds(shape, polygons), f"speed / (circulation{per or ' / length'})".replace("⁻¹", "")
     elif colour == "pressure":
         assert found is not None
-        values, label = [_around(found.pressure, len(polygons[0]))], f"contact pressure / tension{per}"
+        values = [_around(pressure, len(points)) for pressure, points in zip(found.pressures, polygons)]
+        label = f"contact pressure / tension{per}"
     elif colour != "component":
         raise ValueError(f"colour is one of {', '.join(COLOURS)}, or a number a vertex, not {colour!r}")
     return plot_shape(
@@ -85,19 +88,27 @@ def plot(
         title=shape.name if title is None else title,
         unit=unit,
         label=label,
-        struts=found.struts if found is not None and struts else None,
+        struts=_shown(found.struts, found.strut_forces) if found is not None and struts else None,
         kinks=found.kinks if found is not None and kinks else None,
     )
 
 
 def _contacts(shape: Shape) -> Contacts:
+    """Of the polygons as they stand, or of sampled ones where a component is a series or they are too fine."""
     from vkmcore.tube.contacts import contacts
 
-    if shape.components > 1:
-        raise ValueError("contacts are found for knots, not for links; a link's components are knots: link[0]")
-    (strand,) = shape._strands
-    given = strand.vertices is not None and len(strand.vertices) <= CONTACT_VERTICES
-    return contacts(strand.points(None if given else CONTACT_VERTICES))
+    strands = shape._strands
+    given = sum(MOST_CONTACT_VERTICES + 1 if strand.vertices is None else len(strand.vertices) for strand in strands)
+    if given <= MOST_CONTACT_VERTICES:
+        return contacts(shape._polygons())
+    edge = max(CONTACT_EDGE * shape.thickness, shape.length / MOST_CONTACT_VERTICES)
+    return contacts([strand.points(max(24, round(strand.length() / edge))) for strand in strands])
+
+
+def _shown(struts: Points, forces: Points) -> Points:
+    """Those that carry force: others are nearly contacts."""
+    loaded: Points = struts[forces > LEAST_FORCE * forces.max(initial=0.0)]
+    return loaded
 
 
 def _speeds(shape: Shape, polygons: Sequence[Points]) -> list[Points]:

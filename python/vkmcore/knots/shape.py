@@ -359,7 +359,7 @@ class Shape:
 
         Raises:
             PlotError: the library is not installed; the text names the extra.
-            ValueError: no such backend or colour, or the contacts of a link are asked for.
+            ValueError: no such backend or colour, or contacts of curves without thickness.
         """
         from vkmcore.knots.drawing import plot
 

@@ -15,8 +15,6 @@ three resolutions included. A "Pass" tells of the arithmetic alone.
 
 from __future__ import annotations
 
-import csv
-import io
 import itertools
 import math
 from collections.abc import Iterable, Sequence
@@ -26,6 +24,7 @@ from vkmcore import CheckKind, CheckResult, EvidenceReportAPI, ParticleEvaluator
 from vkmcore.evidence.report import check, check_record, report_meta
 from vkmcore.mass.names import ideal_id
 from vkmcore.progress import progress_bar
+from vkmcore.rows import csv_text
 
 TOLERANCE = 1e-3  # relative change of the ropelength
 STEPS = (1e-3, 1e-2)
@@ -92,16 +91,13 @@ class MassStudy:
 
     def csv_text(self) -> str:
         """A heading and a line a way and resolution, numbers in full precision, lines ending with a line feed."""
-        text = io.StringIO()
-        writer = csv.writer(text, lineterminator="\n")
-        writer.writerow(
-            ("id", "iterations", "timestep", "step_exponent", "points", "ropelength", "mass_MeV", "verdict")
-        )
+        rows = []
         for way in self.ways:
+            law = {name: getattr(way, name) for name in ("iterations", "timestep", "step_exponent")}
             for points, ropelength, mass in zip(self.resolutions, way.ropelengths, way.masses_MeV, strict=True):
-                law = (way.iterations, way.timestep, way.step_exponent)
-                writer.writerow((self.id, *law, points, repr(ropelength), repr(mass), way.verdict))
-        return text.getvalue()
+                found = {"points": points, "ropelength": ropelength, "mass_MeV": mass, "verdict": way.verdict}
+                rows.append({"id": self.id, **law, **found})
+        return csv_text(rows)
 
 
 def study_mass(

@@ -2,9 +2,10 @@
 
 from __future__ import annotations
 
-import csv
-import io
+from collections.abc import Iterable
 from typing import TYPE_CHECKING
+
+from vkmcore.rows import Row
 
 if TYPE_CHECKING:
     from vkmcore import ZooResult
@@ -12,10 +13,6 @@ if TYPE_CHECKING:
 COLUMNS = ("identifier", "bridge_b", "genus_g", "mass_mev")
 
 
-def csv_text(results: list[ZooResult]) -> str:
-    """A heading and a line an entry, numbers in full precision, lines ending with a line feed."""
-    text = io.StringIO()
-    writer = csv.writer(text, lineterminator="\n")
-    writer.writerow(COLUMNS)
-    writer.writerows([getattr(result, column) for column in COLUMNS] for result in results)
-    return text.getvalue()
+def rows(results: Iterable[ZooResult]) -> list[Row]:
+    """A record an entry."""
+    return [{column: getattr(result, column) for column in COLUMNS} for result in results]

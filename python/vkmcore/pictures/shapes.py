@@ -22,15 +22,39 @@ BACKENDS = {"matplotlib": "plot", "plotly": "view", "pyvista": "vtk"}  # and the
 COLOURS = "viridis"
 FINE_SIDES = 24  # of a ring where a graphics card draws
 THROUGH = 0.3  # opacity of a tube that lets its inside show
+EYE = {"x": 1.4, "y": -1.4, "z": 1.85}  # of plotly's camera, in boxes: the view of matplotlib's pictures
 STRUT, KINK = "#30343b", "#c8102e"
 
 
 @dataclass(frozen=True)
-class _Inside:
-    """What is drawn inside of the tubes."""
+class _Picture:
+    """What every backend draws."""
 
-    struts: Points  # (K, 2, 3)
+    polygons: Sequence[Points]
+    radius: float
+    values: Sequence[Points] | None
+    title: str
+    unit: str
+    label: str
+    struts: Points  # (K, 2, 3), drawn inside of the tubes
     kinks: Points  # (M, 3)
+
+    @property
+    def opacity(self) -> float:
+        return THROUGH if len(self.struts) or len(self.kinks) else 1.0
+
+    @property
+    def range(self) -> tuple[float, float]:
+        """Of the values."""
+        if self.values is None:
+            return 0.0, 1.0
+        return min(float(row.min()) for row in self.values), max(float(row.max()) for row in self.values)
+
+    def frame(self) -> tuple[Points, float]:
+        """Centre and half the edge of the cube that the tubes fit into."""
+        every = np.concatenate(self.polygons)
+        low, high = every.min(axis=0), every.max(axis=0)
+        return (low + high) / 2.0, float((high - low).max()) / 2.0 + 1.1 * self.radius
 
 
 def plot_shape(
@@ -70,25 +94,16 @@ def plot_shape(
     if values is not None and [len(row) for row in values] != [len(points) for points in polygons]:
         raise ValueError("colours: expected a value for each vertex")
     draw = {"matplotlib": _matplotlib, "plotly": _plotly, "pyvista": _pyvista}[backend]
-    inside = _Inside(np.zeros((0, 2, 3)) if struts is None else struts, np.zeros((0, 3)) if kinks is None else kinks)
-    opacity = THROUGH if len(inside.struts) or len(inside.kinks) else 1.0
+    struts = np.zeros((0, 2, 3)) if struts is None else struts
+    kinks = np.zeros((0, 3)) if kinks is None else kinks
     try:
-        return draw(polygons, radius, values, title, unit, label, inside, opacity)
+        return draw(_Picture(polygons, radius, values, title, unit, label, struts, kinks))
     except ImportError as error:
         extra = BACKENDS[backend]
         raise PlotError(f'these pictures need {backend}: pip install "vkmcore[{extra}]" ({error})') from error
 
 
-def _matplotlib(
-    polygons: Sequence[Points],
-    radius: float,
-    values: Sequence[Points] | None,
-    title: str,
-    unit: str,
-    label: str,
-    inside: _Inside,
-    opacity: float,
-) -> Any:
+def _matplotlib(picture: _Picture) -> Any:
     from matplotlib import colormaps
     from matplotlib.cm import ScalarMappable
     from matplotlib.colors import Normalize, to_rgb
@@ -96,121 +111,100 @@ def _matplotlib(
     from mpl_toolkits.mplot3d.art3d import Line3DCollection, Poly3DCollection
 
     figure = Figure(figsize=(6.4, 5.6), dpi=120, facecolor="white")
-    axes: Any = figure.add_subplot(projection="3d", computed_zorder=False)
-    scale = Normalize(*_range(values))
+    axes: Any = figure.add_axes((0.0, 0.02, 0.94 if picture.values is None else 0.84, 0.9), projection="3d")
+    axes.computed_zorder = False
+    scale = Normalize(*picture.range)
     faces, colours = [], []
-    for number, points in enumerate(polygons):
-        quads, normals = tube_faces(points, radius)
-        if values is None:
+    for number, points in enumerate(picture.polygons):
+        quads, normals = tube_faces(points, picture.radius)
+        if picture.values is None:
             base = np.tile(to_rgb(PALETTE[number % len(PALETTE)]), (len(quads), 1))
         else:
-            base = np.repeat(colormaps[COLOURS](scale(values[number]))[:, :3], SIDES, axis=0)
+            base = np.repeat(colormaps[COLOURS](scale(picture.values[number]))[:, :3], SIDES, axis=0)
         faces.append(quads)
         colours.append(shade(base, normals))
     # One collection for all tubes: faces are then sorted by depth against each other, which shows over and under.
     paint = np.concatenate(colours)
-    tubes = Poly3DCollection(np.concatenate(faces), facecolors=paint, linewidths=0.15, alpha=opacity)
-    tubes.set_edgecolor(paint if opacity == 1.0 else "none")
+    tubes = Poly3DCollection(np.concatenate(faces), facecolors=paint, linewidths=0.15, alpha=picture.opacity)
+    tubes.set_edgecolor(paint if picture.opacity == 1.0 else "none")
     axes.add_collection3d(tubes)
-    axes.add_collection3d(Line3DCollection(inside.struts, colors=STRUT, linewidths=0.6))
-    axes.scatter(*inside.kinks.T, color=KINK, s=14, depthshade=False)
-    centre, reach = _frame(polygons, radius)
-    style_axes(axes, unit)
+    axes.add_collection3d(Line3DCollection(picture.struts, colors=STRUT, linewidths=0.5, alpha=0.7))
+    axes.scatter(*picture.kinks.T, color=KINK, s=14, depthshade=False)
+    centre, reach = picture.frame()
+    style_axes(axes, picture.unit)
     axes.set(**{f"{axis}lim": (c - reach, c + reach) for axis, c in zip("xyz", centre)})
-    axes.set_box_aspect((1, 1, 1), zoom=0.92)
+    axes.set_box_aspect((1, 1, 1), zoom=0.88)
     axes.view_init(elev=52, azim=-60)
-    if title:
-        axes.set_title(title, fontsize=12, color="#30343b")
-    if values is not None:
-        figure.colorbar(ScalarMappable(scale, COLOURS), ax=axes, shrink=0.6, label=label)
+    if picture.title:
+        figure.suptitle(picture.title, fontsize=12, color="#30343b", parse_math=False)
+    if picture.values is not None:
+        bar = figure.add_axes((0.86, 0.22, 0.022, 0.5))
+        figure.colorbar(ScalarMappable(scale, COLOURS), cax=bar, label=picture.label)
     show_in_notebook()
     return figure
 
 
-def _plotly(
-    polygons: Sequence[Points],
-    radius: float,
-    values: Sequence[Points] | None,
-    title: str,
-    unit: str,
-    label: str,
-    inside: _Inside,
-    opacity: float,
-) -> Any:
+def _plotly(picture: _Picture) -> Any:
     import plotly.graph_objects as go
 
-    low, high = _range(values)
+    low, high = picture.range
     figure = go.Figure()
-    for number, points in enumerate(polygons):
-        x, y, z = tube_rings(points, radius, FINE_SIDES)[0].reshape(-1, 3).T
+    for number, points in enumerate(picture.polygons):
+        x, y, z = tube_rings(points, picture.radius, FINE_SIDES)[0].reshape(-1, 3).T
         i, j, k = ring_triangles(len(points), FINE_SIDES).T
         look: dict[str, Any] = {"color": PALETTE[number % len(PALETTE)]}
-        if values is not None:
-            bar = {"title": {"text": label}}
-            look = {"intensity": np.repeat(values[number], FINE_SIDES), "cmin": low, "cmax": high}
+        if picture.values is not None:
+            bar = {"title": {"text": picture.label}}
+            look = {"intensity": np.repeat(picture.values[number], FINE_SIDES), "cmin": low, "cmax": high}
             look |= {"colorscale": COLOURS, "showscale": number == 0, "colorbar": bar}
         light = {"ambient": 0.45, "diffuse": 0.8, "specular": 0.3, "roughness": 0.5}
-        figure.add_mesh3d(x=x, y=y, z=z, i=i, j=j, k=k, lighting=light, hoverinfo="skip", opacity=opacity, **look)
-    ends = np.full((len(inside.struts), 3, 3), np.nan)  # a line ends where there is no number
-    ends[:, :2] = inside.struts
-    for rows, kind, colour in ((ends.reshape(-1, 3), "lines", STRUT), (inside.kinks, "markers", KINK)):
+        figure.add_mesh3d(
+            x=x, y=y, z=z, i=i, j=j, k=k, lighting=light, hoverinfo="skip", opacity=picture.opacity, **look
+        )
+    ends = np.full((len(picture.struts), 3, 3), np.nan)  # a line ends where there is no number
+    ends[:, :2] = picture.struts
+    for rows, kind, colour in ((ends.reshape(-1, 3), "lines", STRUT), (picture.kinks, "markers", KINK)):
         if len(rows):
             look = (
                 {"line": {"color": colour, "width": 3}} if kind == "lines" else {"marker": {"color": colour, "size": 4}}
             )
             x, y, z = rows.T
             figure.add_scatter3d(x=x, y=y, z=z, mode=kind, hoverinfo="skip", showlegend=False, **look)
-    names = {f"{axis}axis": {"title": {"text": f"{axis} / {unit}" if unit else axis}} for axis in "xyz"}
+    names = {f"{axis}axis": {"title": {"text": f"{axis} / {picture.unit}" if picture.unit else axis}} for axis in "xyz"}
     figure.update_layout(
-        title={"text": title}, scene={"aspectmode": "data", **names}, margin={"l": 0, "r": 0, "t": 40, "b": 0}
+        title={"text": picture.title},
+        scene={"aspectmode": "data", "camera": {"eye": EYE}, **names},
+        margin={"l": 0, "r": 0, "t": 40, "b": 0},
     )
     return figure
 
 
-def _pyvista(
-    polygons: Sequence[Points],
-    radius: float,
-    values: Sequence[Points] | None,
-    title: str,
-    unit: str,
-    label: str,
-    inside: _Inside,
-    opacity: float,
-) -> Any:
+def _pyvista(picture: _Picture) -> Any:
     import pyvista
 
     plotter = pyvista.Plotter(off_screen=pyvista.OFF_SCREEN or None)
-    for number, points in enumerate(polygons):
+    for number, points in enumerate(picture.polygons):
         triangles = ring_triangles(len(points), FINE_SIDES)
-        rings = tube_rings(points, radius, FINE_SIDES)[0].reshape(-1, 3)
+        rings = tube_rings(points, picture.radius, FINE_SIDES)[0].reshape(-1, 3)
         mesh = pyvista.PolyData(rings, np.column_stack([np.full(len(triangles), 3), triangles]).ravel())
-        if values is None:
-            plotter.add_mesh(mesh, color=PALETTE[number % len(PALETTE)], smooth_shading=True, opacity=opacity)
+        if picture.values is None:
+            plotter.add_mesh(mesh, color=PALETTE[number % len(PALETTE)], smooth_shading=True, opacity=picture.opacity)
         else:
-            mesh[label] = np.repeat(values[number], FINE_SIDES)
-            look = {"scalars": label, "cmap": COLOURS, "clim": _range(values)}
-            plotter.add_mesh(mesh, smooth_shading=True, opacity=opacity, **look)
-    if len(inside.struts):
-        plotter.add_mesh(pyvista.line_segments_from_points(inside.struts.reshape(-1, 3)), color=STRUT, line_width=2)
-    if len(inside.kinks):
-        plotter.add_mesh(pyvista.PolyData(inside.kinks), color=KINK, point_size=8, render_points_as_spheres=True)
-    if unit:
+            mesh[picture.label] = np.repeat(picture.values[number], FINE_SIDES)
+            look = {"scalars": picture.label, "cmap": COLOURS, "clim": picture.range}
+            plotter.add_mesh(mesh, smooth_shading=True, opacity=picture.opacity, **look)
+    if len(picture.struts):
+        plotter.add_mesh(pyvista.line_segments_from_points(picture.struts.reshape(-1, 3)), color=STRUT, line_width=2)
+    if len(picture.kinks):
+        plotter.add_mesh(pyvista.PolyData(picture.kinks), color=KINK, point_size=8, render_points_as_spheres=True)
+    if picture.unit:
         plotter.show_bounds(
-            xtitle=f"x / {unit}", ytitle=f"y / {unit}", ztitle=f"z / {unit}", location="outer", grid="back"
+            xtitle=f"x / {picture.unit}",
+            ytitle=f"y / {picture.unit}",
+            ztitle=f"z / {picture.unit}",
+            location="outer",
+            grid="back",
         )
-    if title:
-        plotter.add_title(title, font_size=12)
+    if picture.title:
+        plotter.add_title(picture.title, font_size=12)
     return plotter
-
-
-def _range(values: Sequence[Points] | None) -> tuple[float, float]:
-    if values is None:
-        return 0.0, 1.0
-    return min(float(row.min()) for row in values), max(float(row.max()) for row in values)
-
-
-def _frame(polygons: Sequence[Points], radius: float) -> tuple[Points, float]:
-    """Centre and half the edge of the cube that the tubes fit into."""
-    every = np.concatenate(polygons)
-    low, high = every.min(axis=0), every.max(axis=0)
-    return (low + high) / 2.0, float((high - low).max()) / 2.0 + 1.1 * radius

@@ -10,8 +10,9 @@ from functools import partial
 from typing import Any
 
 from vkmcore.progress import progress_bar, watched
+from vkmcore.rows import Row, cell, flat
 from vkmcore.sweeps import table
-from vkmcore.sweeps.table import ERROR, KNOT, SECONDS, Row
+from vkmcore.sweeps.table import ERROR, KNOT, SECONDS
 from vkmcore.sweeps.workers import Outcome, Task, on_cluster, on_processes
 
 WRITE_PAUSE = 2.0  # s between two writings of the file
@@ -87,7 +88,7 @@ def rows(
     done = {} if out is None else table.read(out, named[0] if named else ())
     found: list[Row | None] = [None] * len(tasks)
     for number, names in enumerate(named):
-        if row := done.get(tuple(map(table.cell, names.values()))):
+        if row := done.get(tuple(map(cell, names.values()))):
             found[number] = {**row, **names}
     missing = [number for number, row in enumerate(found) if row is None]
     todo = [tasks[number] for number in missing]
@@ -128,6 +129,6 @@ def _identity(task: Task) -> Row:
 
 
 def _row(names: Row, outcome: Outcome) -> Row:
-    value = {} if outcome.value is None and outcome.error else table.flat(outcome.value)
+    value = {} if outcome.value is None and outcome.error else flat(outcome.value)
     error = value.pop(ERROR, "") or outcome.error
     return {**names, **{n: v for n, v in value.items() if n not in names}, SECONDS: outcome.seconds, ERROR: error}

@@ -3,51 +3,20 @@
 from __future__ import annotations
 
 import csv
-import io
 import os
-from collections.abc import Iterable, Mapping, Sequence
+from collections.abc import Iterable, Sequence
 from pathlib import Path
 from typing import Any
 
 from vkmcore.files import write_text
-
-Row = dict[str, Any]
+from vkmcore.rows import Row, csv_text
 
 KNOT, ERROR, SECONDS = "knot", "error", "seconds"
 
 
-def flat(value: Any) -> Row:
-    """What a call gave as columns: the items of a mapping, those of mappings inside as "a.b"; one column otherwise.
-
-    Sequences inside mappings are left out: they are no cells.
-    """
-    if hasattr(value, "item") and getattr(value, "ndim", 1) == 0:
-        value = value.item()
-    if not isinstance(value, Mapping):
-        return {"value": value}
-    row: Row = {}
-    for name, item in value.items():
-        if isinstance(item, Mapping):
-            row |= {f"{name}.{inner}": cell for inner, cell in flat(item).items()}
-        elif not isinstance(item, list | tuple) and getattr(item, "ndim", 0) == 0:
-            row[str(name)] = item.item() if hasattr(item, "item") else item
-    return row
-
-
 def text_of(rows: Sequence[Row]) -> str:
-    """CSV with all columns of all rows, numbers in full precision."""
-    columns = list(dict.fromkeys(name for row in rows for name in row if name != ERROR)) + [ERROR]
-    text = io.StringIO()
-    writer = csv.writer(text, lineterminator="\n")
-    writer.writerow(columns)
-    writer.writerows([cell(row.get(name)) for name in columns] for row in rows)
-    return text.getvalue()
-
-
-def cell(value: Any) -> str:
-    if value is None:
-        return ""
-    return repr(value) if isinstance(value, float) else str(value)
+    """CSV with all columns of all rows, that of errors last."""
+    return csv_text(rows, [*dict.fromkeys(name for row in rows for name in row if name != ERROR), ERROR])
 
 
 def read(path: str | os.PathLike[str], identity: Iterable[str]) -> dict[tuple[str, ...], Row]:
