@@ -99,8 +99,9 @@ void require_size(const Rope& rope, double edge) {
 
 constexpr auto tighten = [](const std::vector<Polygons>& starts, double edge, std::uint64_t seed, int threads,
                             int start_count, int first_chains, int first_hops, int second_chains, int second_hops,
-                            int refined, int finished, bool adaptive, int start_programs, double coarse_edge,
-                            double small_noise, double large_noise, std::optional<py::function> watch) {
+                            int refined, int finished, bool adaptive, bool small_hops, int start_programs,
+                            double coarse_edge, double small_noise, double large_noise,
+                            std::optional<py::function> watch) {
   std::vector<Rope> ropes;
   for (const Polygons& start : starts) {
     ropes.push_back(checked_rope(start));
@@ -124,6 +125,7 @@ constexpr auto tighten = [](const std::vector<Polygons>& starts, double edge, st
   options.refined = refined;
   options.finished = finished;
   options.adaptive = adaptive;
+  options.small_hops = small_hops;
   options.start_programs = start_programs;
   SearchWatch tell;
   if (watch) {
@@ -291,8 +293,8 @@ void bind_ideal(py::module_& m) {
   using namespace py::literals;
   m.def("tighten", tighten, "starts"_a, py::kw_only(), "edge"_a = 0.15, "seed"_a = 1, "threads"_a = 1,
         "start_count"_a = 16, "first_chains"_a = 8, "first_hops"_a = 8, "second_chains"_a = 2, "second_hops"_a = 40,
-        "refined"_a = 4, "finished"_a = 2, "adaptive"_a = true, "start_programs"_a = 150, "coarse_edge"_a = 0.75,
-        "small_noise"_a = 0.1, "large_noise"_a = 0.4, "watch"_a = py::none(),
+        "refined"_a = 4, "finished"_a = 2, "adaptive"_a = true, "small_hops"_a = false, "start_programs"_a = 150,
+        "coarse_edge"_a = 0.75, "small_noise"_a = 0.1, "large_noise"_a = 0.4, "watch"_a = py::none(),
         "Search the tightest shape from start polygons: lists of (N, 3) arrays, one a component.");
   m.def("contract", contract_once, "polygons"_a, "edge"_a, "programs"_a = 200,
         "Scale to the tube, space at the edge length, and tighten.");
