@@ -96,7 +96,7 @@ def search_case(name: str, grid: list[tuple[int, int]], best_known: float) -> Ca
         ours = time.process_time() - begin
         (points,) = _engine.contract(starts[0], edge=0.25, programs=1)["points"]  # a start with even edges
         options = _native.TighteningOptions()
-        options.max_steps, options.skip_neighbors = TIGHTENER_STEPS, 13
+        options.max_steps, options.max_step_size, options.skip_neighbors = TIGHTENER_STEPS, 0.2, 13
         begin = time.process_time()
         result = _native.ResolvedTubeTightener.tighten(points.tolist(), options)
         seconds = time.process_time() - begin

@@ -190,9 +190,10 @@ constexpr auto refine_once = [](const Polygons& polygons, double edge) {
                     [&](const Rope& rope, Heartbeat& heartbeat) { return refine(rope, edge, heartbeat); });
 };
 
-constexpr auto hop_once = [](const Polygons& polygons, std::uint64_t seed) {
+constexpr auto hop_once = [](const Polygons& polygons, std::uint64_t seed, bool small) {
   Random random(seed, 0, 0);
-  return polygons_of(hop(checked_rope(polygons), random));
+  const Rope rope = checked_rope(polygons);
+  return polygons_of(small ? small_hop(rope, random) : hop(rope, random));
 };
 
 /// A program as arrays: edges as rows (u, l), kinks (vertex, gradient, slope, excess, demand), struts (i, j, s, t, w,
@@ -299,7 +300,8 @@ void bind_ideal(py::module_& m) {
   m.def("contract", contract_once, "polygons"_a, "edge"_a, "programs"_a = 200,
         "Scale to the tube, space at the edge length, and tighten.");
   m.def("refine", refine_once, "polygons"_a, "edge"_a, "Space at the edge length, and tighten.");
-  m.def("hop", hop_once, "polygons"_a, "seed"_a, "Swell and displace smoothly at random; no strand passes another.");
+  m.def("hop", hop_once, "polygons"_a, "seed"_a, "small"_a = false,
+        "Swell and displace smoothly at random; no strand passes another.");
   m.def("program", program_arrays, "polygons"_a, "bound"_a, "radius"_a = 1.0,
         "The quadratic program of a step from these polygons, as arrays.");
   m.def("solve_program", solve_arrays, py::kw_only(), "sizes"_a, "edges"_a, "kinks"_a, "struts"_a, "bound"_a, "rho"_a,
