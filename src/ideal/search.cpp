@@ -239,7 +239,7 @@ void Search::run() {
   const bool settled = options_.adaptive ? first_round(0.4) || first_round(0.6) : first_round(1.0);
   if (!settled) {
     hop_chains(distinct(lines_, static_cast<std::size_t>(std::max(0, options_.second_chains)), true),
-               options_.second_hops, second_patience);
+               options_.second_hops, options_.adaptive ? second_patience : options_.second_hops);
   }
   std::vector<Shape> shapes;
   const int refined = settled ? std::min(2, options_.refined) : options_.refined;
