@@ -35,7 +35,7 @@ class Case:
     target_simsopt: float | None = None
     target_seconds: float | None = None
     simsopt: Callable[[], object] | None = None  # the same sum by simsopt's compiled part, where it is installed
-    note: str = ""
+    note: str | Callable[[], str] = ""  # or what finds it, where that takes long
 
 
 def best_time(call: Callable[[], object], *, budget: float = 1.0, least: int = 1, most: int = 50) -> float:

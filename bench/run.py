@@ -59,7 +59,7 @@ def measure(case: Case) -> dict[str, object]:
         "numpy_over_ours": numpy / ours if numpy else None,
         "plain_over_ours": plain / ours if plain else None,
         "simsopt_over_ours": simsopt / ours if simsopt else None,
-        "note": case.note,
+        "note": case.note() if callable(case.note) else case.note,
     }
 
 
@@ -109,7 +109,7 @@ def main(words: tuple[str, ...], json_file: str | None, markdown_file: str | Non
                 show_ratio(result["numpy_over_ours"], case.target_numpy),
                 show_ratio(result["plain_over_ours"], case.target_plain),
                 show_ratio(result["simsopt_over_ours"], case.target_simsopt),
-                case.note,
+                str(result["note"]),
             )
     Console(width=max(160, Console().width)).print(table)
     if json_file:

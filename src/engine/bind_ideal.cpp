@@ -99,8 +99,9 @@ void require_size(const Rope& rope, double edge) {
 
 constexpr auto tighten = [](const std::vector<Polygons>& starts, double edge, std::uint64_t seed, int threads,
                             int start_count, int first_chains, int first_hops, int second_chains, int second_hops,
-                            int refined, int finished, bool adaptive, int start_programs, double coarse_edge,
-                            double small_noise, double large_noise, std::optional<py::function> watch) {
+                            int refined, int finished, bool adaptive, bool small_hops, int start_programs,
+                            double coarse_edge, double small_noise, double large_noise,
+                            std::optional<py::function> watch) {
   std::vector<Rope> ropes;
   for (const Polygons& start : starts) {
     ropes.push_back(checked_rope(start));
@@ -124,6 +125,7 @@ constexpr auto tighten = [](const std::vector<Polygons>& starts, double edge, st
   options.refined = refined;
   options.finished = finished;
   options.adaptive = adaptive;
+  options.small_hops = small_hops;
   options.start_programs = start_programs;
   SearchWatch tell;
   if (watch) {
@@ -188,9 +190,10 @@ constexpr auto refine_once = [](const Polygons& polygons, double edge) {
                     [&](const Rope& rope, Heartbeat& heartbeat) { return refine(rope, edge, heartbeat); });
 };
 
-constexpr auto hop_once = [](const Polygons& polygons, std::uint64_t seed) {
+constexpr auto hop_once = [](const Polygons& polygons, std::uint64_t seed, bool small) {
   Random random(seed, 0, 0);
-  return polygons_of(hop(checked_rope(polygons), random));
+  const Rope rope = checked_rope(polygons);
+  return polygons_of(small ? small_hop(rope, random) : hop(rope, random));
 };
 
 /// A program as arrays: edges as rows (u, l), kinks (vertex, gradient, slope, excess, demand), struts (i, j, s, t, w,
@@ -291,13 +294,14 @@ void bind_ideal(py::module_& m) {
   using namespace py::literals;
   m.def("tighten", tighten, "starts"_a, py::kw_only(), "edge"_a = 0.15, "seed"_a = 1, "threads"_a = 1,
         "start_count"_a = 16, "first_chains"_a = 8, "first_hops"_a = 8, "second_chains"_a = 2, "second_hops"_a = 40,
-        "refined"_a = 4, "finished"_a = 2, "adaptive"_a = true, "start_programs"_a = 150, "coarse_edge"_a = 0.75,
-        "small_noise"_a = 0.1, "large_noise"_a = 0.4, "watch"_a = py::none(),
+        "refined"_a = 4, "finished"_a = 2, "adaptive"_a = true, "small_hops"_a = false, "start_programs"_a = 150,
+        "coarse_edge"_a = 0.75, "small_noise"_a = 0.1, "large_noise"_a = 0.4, "watch"_a = py::none(),
         "Search the tightest shape from start polygons: lists of (N, 3) arrays, one a component.");
   m.def("contract", contract_once, "polygons"_a, "edge"_a, "programs"_a = 200,
         "Scale to the tube, space at the edge length, and tighten.");
   m.def("refine", refine_once, "polygons"_a, "edge"_a, "Space at the edge length, and tighten.");
-  m.def("hop", hop_once, "polygons"_a, "seed"_a, "Swell and displace smoothly at random; no strand passes another.");
+  m.def("hop", hop_once, "polygons"_a, "seed"_a, "small"_a = false,
+        "Swell and displace smoothly at random; no strand passes another.");
   m.def("program", program_arrays, "polygons"_a, "bound"_a, "radius"_a = 1.0,
         "The quadratic program of a step from these polygons, as arrays.");
   m.def("solve_program", solve_arrays, py::kw_only(), "sizes"_a, "edges"_a, "kinks"_a, "struts"_a, "bound"_a, "rho"_a,

@@ -113,4 +113,12 @@ Rope hop(const Rope& rope, Random& random) {
   return moved;
 }
 
+Rope small_hop(const Rope& rope, Random& random) {
+  Rope moved = rope;
+  const int modes = 2 + static_cast<int>(random.below(7));
+  displace(moved, random.uniform(0.1, 0.5), modes, random);
+  scale_to_tube(moved);
+  return moved;
+}
+
 }  // namespace vkm::ideal

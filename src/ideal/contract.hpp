@@ -30,4 +30,8 @@ void displace(Rope& rope, double amplitude, int modes, Random& random);
 /// A hop: swell by 0 to 0.6 tube radii and displace by 0.5 to 1.3.
 Rope hop(const Rope& rope, Random& random);
 
+/// A hop that keeps the arrangement of lobes: displaced by 0.1 to 0.5, and swelled as far as that brought strands near
+/// to each other.
+Rope small_hop(const Rope& rope, Random& random);
+
 }  // namespace vkm::ideal

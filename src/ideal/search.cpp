@@ -184,7 +184,9 @@ void Search::hop_chains(const std::vector<std::size_t>& which, int hops, int pat
     while (tried[task] < hops && failures < patience) {
       ++tried[task];
       ++failures;
-      Shape next = contracted(hop(ends[task].state.rope, random), h, first_hop_programs, heartbeat);
+      const Rope& from = ends[task].state.rope;
+      const Rope moved = options_.small_hops ? small_hop(from, random) : hop(from, random);
+      Shape next = contracted(moved, h, first_hop_programs, heartbeat);
       if (!next.state.settled && next.value < catching_up * ends[task].value) {
         next = continued(next, h, hop_programs - first_hop_programs, heartbeat);
       }
@@ -212,7 +214,7 @@ bool Search::settled_by_agreement(std::size_t needed) {
 bool Search::first_round(double part) {
   const auto share = [part](int count) { return static_cast<std::size_t>(std::ceil(part * std::max(0, count))); };
   if (contract_starts(std::max<std::size_t>(1, share(options_.starts)))) return true;
-  hop_chains(distinct(lines_, share(options_.first_chains), false), options_.first_hops, options_.first_hops);
+  hop_chains(distinct(lines_, share(options_.first_chains), false), options_.first_hops, large_patience);
   return settled_by_agreement(agreeing_chains);
 }
 

@@ -31,6 +31,7 @@ struct SearchOptions {
   int first_hops = 8;
   int second_chains = 2;
   int second_hops = 40;
+  bool small_hops = false;
   int refined = 4;       ///< to edges of 0.4
   int finished = 2;      ///< beyond
   bool adaptive = true;  ///< in two rounds, and no more where several starts lead to about one ropelength

@@ -38,6 +38,14 @@ def sampled_gap(components, per_edge=6):
     return distance[(owner[:, None] != owner) | (apart >= np.pi / 2 * distance + 1e-9)].min()
 
 
+def test_lobes_span_their_shares_of_the_circle():
+    (points,) = starts.torus_polygon(2, 7, 3.0, 1.2, (2, 2, 3), 1.0, vertices=700).components
+    radius = np.linalg.norm(points[:350] + points[350:], axis=1) / 2  # of the middle between the strands
+    assert radius.max() == pytest.approx(3.9) and radius.min() == pytest.approx(2.1)
+    tops = (radius > np.roll(radius, 1)) & (radius > np.roll(radius, -1))
+    assert np.flatnonzero(tops).tolist() == [0, 100, 200]
+
+
 def test_every_torus_translation_of_a_grid_is_the_same_knot():
     every = list(starts.grid_polygons(TREFOIL_GRID))
     assert len(every) == 25
@@ -57,7 +65,7 @@ def test_every_torus_translation_of_a_grid_is_the_same_knot():
         (starts.torus_polygon(3, 2), TREFOIL),
         (starts.torus_polygon(2, -3), "-t^(-4) + t^(-3) + t^(-1)"),
         (starts.torus_polygon(3, 4), "t^3 + t^5 - t^8"),
-        (starts.torus_polygon(2, 3, lobes=3, amplitude=0.8, phase=0.3, vertical=0.4), TREFOIL),
+        (starts.torus_polygon(2, 3, lobes=(1, 1, 1), amplitude=0.8, phase=0.3, vertical=0.4), TREFOIL),
         (starts.torus_polygon(2, 2), "-t^(1/2) - t^(5/2)"),
         (starts.twist_polygon(1), TREFOIL),
         (starts.twist_polygon(2), FIGURE_EIGHT),

@@ -68,9 +68,12 @@ def test_seeds_differ_and_the_best_is_kept():
     assert {step.seed for step in both.history} == {1, 2}
 
 
+@pytest.mark.parametrize("small", [False, True])
 @pytest.mark.parametrize("seed", range(8))
-def test_no_strand_passes_another_in_hops_and_contractions(seed):
-    link = _engine.hop(_engine.contract(grids.grid_polygons(grids.HOPF), edge=0.75)["points"], seed)
+def test_no_strand_passes_another_in_hops_and_contractions(seed, small):
+    settled = _engine.contract(grids.grid_polygons(grids.HOPF), edge=0.75)["points"]
+    link = _engine.hop(settled, seed, small)
+    assert all(np.linalg.norm(new - old) > 0.1 for new, old in zip(link, settled, strict=True))
     assert programs.linking_number(*link) == 1
     assert programs.linking_number(*_engine.contract(link, edge=0.75)["points"]) == 1
 

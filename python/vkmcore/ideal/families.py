@@ -1,7 +1,7 @@
 """Knots whose tight shapes other starts rarely lead to: torus knots T(2, q) and twist knots.
 
 Their basins are small. A family's starts are random members of a few parameters, contracted at a finer edge and with
-little noise, and not moved by hops, which lead back to wider basins.
+little noise, and moved by small hops alone: large ones lead back to wider basins.
 """
 
 from __future__ import annotations
@@ -24,7 +24,9 @@ EFFORT: dict[str, Any] = {
     "coarse_edge": 0.5,
     "small_noise": 0.05,
     "large_noise": 0.05,
-    "first_chains": 0,
+    "small_hops": True,
+    "first_chains": 8,
+    "first_hops": 30,
     "second_chains": 0,
     "refined": 4,
     "adaptive": False,
@@ -60,7 +62,7 @@ def family_of(entry: TableEntry) -> Family | None:
     if torus := re.fullmatch(r"torus knot T\(2, ?(\d+)\)", entry.geometry):
         q = int(torus[1])
         if q >= LEAST_TORUS:
-            return Family("lobed torus", lambda rng: _lobed(q, rng), 40 if q == 7 else 100, True)
+            return Family("lobed torus", lambda rng: _lobed(q, rng), 24, True)
     if twist := re.fullmatch(r"(\d+) ?2", entry.conway):
         half_twists = int(twist[1])
         if half_twists + 2 == entry.crossings >= LEAST_TWIST:
@@ -69,18 +71,21 @@ def family_of(entry: TableEntry) -> Family | None:
 
 
 def _lobed(q: int, rng: np.random.Generator) -> Start:
-    """A torus curve of random proportions; about q / 2 lobes, of which the tight shape keeps its own number."""
+    """A torus curve of random proportions with lobes of two or three crossings each, which the tight shape keeps. Their
+    tops stand about where one strand lies outside the other."""
     lobes = {7: (3,), 9: (4,)}.get(q, (q // 2 - 1, q // 2))
-    vertical = rng.uniform(0.0, 0.3) if rng.random() < 0.3 else 0.0
+    count = int(rng.choice(lobes))
+    threes = q - 2 * count
+    spans = rng.permutation([2] * (count - threes) + [3] * threes)
     return torus_polygon(
         2,
         q,
-        rng.uniform(2.0, 4.0),
-        rng.uniform(1.05, 1.5),
-        int(rng.choice(lobes)),
-        rng.uniform(0.1, 1.2),
-        rng.uniform(0.0, math.tau),
-        vertical,
+        rng.uniform(2.0, 3.6),
+        rng.uniform(1.1, 1.5),
+        [int(span) for span in spans],
+        rng.uniform(0.65, 1.6),
+        math.tau / q * rng.uniform(-0.35, 0.35),
+        rng.uniform(0.0, 0.8) if rng.random() < 0.4 else 0.0,
     )
 
 

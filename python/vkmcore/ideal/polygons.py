@@ -66,7 +66,7 @@ def tighten_polygons(
         check: called with the components of the result; raises if they are not of the wanted knot type. What it
             returns stands, as text, in the result's `certificate`.
         effort: start_count, first_chains, first_hops, second_chains, second_hops, refined, finished, adaptive,
-            coarse_edge, small_noise, large_noise.
+            small_hops, coarse_edge, small_noise, large_noise.
 
     Returns: IdealShape. Ctrl-C ends the search with the best shape so far, `interrupted` set; KeyboardInterrupt if
     there is none yet.

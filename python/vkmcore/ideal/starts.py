@@ -227,7 +227,7 @@ def torus_polygon(
     q: int,
     major: float = 3.0,
     minor: float = 1.2,
-    lobes: int = 0,
+    lobes: Sequence[int] = (),
     amplitude: float = 0.0,
     phase: float = 0.0,
     vertical: float = 0.0,
@@ -235,9 +235,11 @@ def torus_polygon(
 ) -> Start:
     """The torus knot or link T(p, q), p times around the axis and q times around the core circle, with lobes.
 
-    x and y are multiplied by 1 + 0.3 amplitude cos(lobes theta + phase), z by 1 + 0.3 vertical cos(lobes theta
-    + phase), theta the angle around the axis: the tight T(2, q) has about q / 2 lobes, not found from a round start.
-    Positive p q give positive crossings, as in the tables.
+    x and y are multiplied by 1 + 0.3 amplitude cos(w(theta + phase)), z by 1 + 0.3 vertical cos(w(theta + phase)),
+    theta the angle around the axis. w grows by 2 pi over each lobe, evenly; `lobes` gives their shares of the circle,
+    in crossings for instance: the tight T(2, 9) has lobes of 2, 2, 2 and 3 crossings, not found from a round start.
+    With a phase of 0 a lobe begins, at its top, where the strands lie one outside the other. Positive p q give positive
+    crossings, as in the tables.
 
     Raises:
         ValueError: p or q is 0, the radii do not make a torus, or the lobes make strands meet.
@@ -246,15 +248,17 @@ def torus_polygon(
         raise ValueError("a torus start asks for p and q other than 0, and 0 < minor < major")
     count = math.gcd(p, q)
     n = vertices or max(24, 12 * (abs(p) + abs(q)) // count)
+    begins = math.tau * np.concatenate([[0.0], np.cumsum(lobes)]) / max(1, sum(lobes))
+    grows = math.tau * np.arange(len(lobes) + 1)
     components = []
     for number in range(count):
         s = 2.0 * math.pi * np.arange(n) / n
         theta, turn = p // count * s, q // count * s + 2.0 * math.pi * number / abs(p)
-        wave = 0.3 * np.cos(lobes * theta + phase) if lobes else np.zeros(n)
+        wave = 0.3 * np.cos(np.interp((theta + phase) % math.tau, begins, grows)) if len(lobes) > 0 else np.zeros(n)
         r = (major + minor * np.cos(turn)) * (1.0 + amplitude * wave)
         z = -minor * np.sin(turn) * (1.0 + vertical * wave)
         components.append(np.stack([r * np.cos(theta), r * np.sin(theta), z], axis=1))
-    return start_of(components, f"torus {p} {q}, {lobes} lobes" if lobes else f"torus {p} {q}")
+    return start_of(components, f"torus {p} {q}, {len(lobes)} lobes" if lobes else f"torus {p} {q}")
 
 
 def twist_polygon(
