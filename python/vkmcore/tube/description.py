@@ -4,15 +4,13 @@ from __future__ import annotations
 
 from vkmcore import (
     ContactStressMap,
-    _engine,
     describe_fourier_block,
     min_self_distance_sampled,
 )
-from vkmcore.cores import usable_cores
 from vkmcore.curves.closed_curve import ClosedCurve
 from vkmcore.curves.neighbours import neighbours
 from vkmcore.curves.resampling import evenly_spaced
-from vkmcore.parallel import analyze_tube
+from vkmcore.parallel import analyze_tube, writhe
 
 TUBE_MEASURES = (
     "length",
@@ -86,7 +84,7 @@ def describe(
         curve["vertices"] = len(points)
         curve["length"] = tube.length
         curve["min_self_distance"] = min_self_distance_sampled(points, skip)
-        curve["writhe"] = _engine.writhe(points, threads=usable_cores())
+        curve["writhe"] = writhe(points)
     tube_section: dict[str, object] = {name: getattr(tube, name) for name in TUBE_MEASURES}
     tube_section["skipped_neighbours"] = skip
     tube_section["struts"] = len(tube.struts)
