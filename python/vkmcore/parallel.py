@@ -7,6 +7,7 @@ They release the interpreter lock, and end on Ctrl-C. Their arguments, results a
 from __future__ import annotations
 
 from collections.abc import Sequence
+from dataclasses import dataclass
 from typing import TYPE_CHECKING
 
 from vkmcore import _engine
@@ -54,6 +55,38 @@ def estimate_crossing_number(
 def polygonal_gauss(a: ArrayLike, b: ArrayLike | None = None, *, threads: int | None = None) -> PolygonalGauss:
     """Exact Gauss integral of one closed polygon, or of two: `compute_polygonal_gauss`."""
     return _engine.polygonal_gauss(a, b, threads=thread_count(threads))
+
+
+def writhe(points: ArrayLike, *, threads: int | None = None) -> float:
+    """Gauss sum of an open list of vertices: `compute_writhe`."""
+    return _engine.writhe(points, threads=thread_count(threads))
+
+
+@dataclass(frozen=True)
+class FarWrithe:
+    """A writhe by the tree."""
+
+    writhe: float
+    error_bound: float
+    far_field: str  # "tree", or "direct" where that was quicker or the tree missed its tolerance
+
+
+def far_writhe(points: ArrayLike, tolerance: float = 1e-6, *, threads: int | None = None) -> FarWrithe:
+    """The sum of `compute_writhe` in n log n time, with a bound of its error.
+
+    The writhe is the circulation that a curve of unit strength induces along itself: the sum of its edges times the
+    velocities at their starts, which `vkmcore.velocity`'s tree gives. The bound is the length times the tolerance times
+    the largest velocity; errors of the edges mostly cancel and stay far below it. Pairs nearer than 1e-6 count here.
+
+    Args:
+        points: (N, 3), an open list; repeat the first vertex to close a curve.
+        tolerance: of the velocities, relative to the largest one. 1e-12 to 0.1.
+
+    Raises:
+        ValueError: a tolerance or number of threads out of range, another shape, or points that are not finite.
+    """
+    found, bound, tree = _engine.far_writhe(points, tolerance, threads=thread_count(threads))
+    return FarWrithe(found, bound, "tree" if tree else "direct")
 
 
 def neumann_self_energy(points: ArrayLike, rc: float, *, threads: int | None = None) -> float:

@@ -1,9 +1,9 @@
 #include "core/ordered_sum.hpp"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 #include "core/kernel.hpp"
@@ -19,7 +19,8 @@ constexpr std::size_t lanes = 32;
 double last_place(double x) {
   const double size = std::abs(x);
   if (!(size >= 1e-250 && size <= 1e250)) return 0.0;
-  return std::ldexp(1.0, std::ilogb(size) - 52);
+  const auto exponent = std::bit_cast<std::uint64_t>(size) & 0x7ff0000000000000U;
+  return std::bit_cast<double>(exponent) * 0x1p-52;
 }
 
 /// Terms rounded to multiples of u: their sum, the sum of their magnitudes, and whether one lay between two.
@@ -31,7 +32,7 @@ struct Part {
   /// Adds all terms to s; false, and s as it was, where they are to be added one by one.
   bool add_to(double& s) const {
     if (unit == 0.0 || last_place(s) != unit) return false;
-    const double low = std::ldexp(unit, 52);  // |s| lies from here to the double of it
+    const double low = unit * 0x1p52;  // |s| lies from here to the double of it
     const double room = std::min({std::abs(s) - low, (low - std::abs(s)) + low, 0.25 * low});
     if (between || !(size < room)) return false;
     s += sum;
@@ -62,7 +63,14 @@ VKM_KERNEL void add_terms(const double* terms, std::size_t count, Part& part) {
     size[0] += std::abs(rounded);
     most[0] = missed > most[0] ? missed : most[0];
   }
-  for (std::size_t k = 0; k < lanes; ++k) {
+  for (std::size_t half_of = lanes / 2; half_of >= 4; half_of /= 2) {
+    for (std::size_t k = 0; k < half_of; ++k) {
+      sum[k] += sum[k + half_of];
+      size[k] += size[k + half_of];
+      most[k] = most[k + half_of] > most[k] ? most[k + half_of] : most[k];
+    }
+  }
+  for (std::size_t k = 0; k < 4; ++k) {
     part.sum += sum[k];
     part.size += size[k];
     part.between |= !(most[k] < half);
@@ -77,12 +85,14 @@ double added_one_by_one(double sum, std::span<const double> terms) {
 }  // namespace
 
 double add_in_order(double sum, std::span<const double> terms) {
-  constexpr std::size_t run = 512;  // what is lost where a run is declined
+  constexpr std::size_t short_run = 64, parts = 8;
+  if (terms.size() <= short_run) return added_one_by_one(sum, terms);
+  Part all{last_place(sum)};
+  if (all.unit != 0.0) add_terms(terms.data(), terms.size(), all);
+  if (all.add_to(sum)) return sum;
+  const std::size_t run = (terms.size() + parts - 1) / parts;
   for (std::size_t first = 0; first < terms.size(); first += run) {
-    const std::span<const double> own = terms.subspan(first, std::min(run, terms.size() - first));
-    Part part{last_place(sum)};
-    if (part.unit != 0.0) add_terms(own.data(), own.size(), part);
-    if (!part.add_to(sum)) sum = added_one_by_one(sum, own);
+    sum = add_in_order(sum, terms.subspan(first, std::min(run, terms.size() - first)));
   }
   return sum;
 }

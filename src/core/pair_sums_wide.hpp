@@ -2,20 +2,24 @@
 
 /// The loop of pair_sums.hpp at eight lanes, and its arithmetic by form (pair_form.hpp).
 ///
-/// A term is made for a form. It says
+/// The root of the next source is begun before the term of one is finished: a term that waits for its root holds a
+/// place in the processor's queue, and that is soon full. A term is made for a form. It says
 ///
 ///   sums       WideVec3 or Wide, what it adds;
 ///   vectors    vectors of points that are summed at once: as many as fit in the registers with the sums at them;
 ///   square(r)  R^2, with its softening, if any;
-///   least()    a bound that every R^2 must pass, or the sum is declined: for the forms and the terms that leave out near
-///              sources. Negative if there is none;
-///   operator() (e, r, r2, lane): what is added for the source vector e and the offset r of the points at `lane`.
+///   root(r2)   its root n;
+///   bounded    whether `least` is a bound that every R^2 must pass, or the sum is declined: for the forms that need it,
+///              and the terms that leave out near sources;
+///   operator() (e, r, r2, n, lane): what is added for the source vector e and the offset r of the points at `lane`.
 
 #include "core/pair_form.hpp"
 #include "core/pair_sums.hpp"
 #include "core/wide.hpp"
 
 #if VKM_HAS_WIDE
+
+#define VKM_WIDE_LAMBDA __attribute__((target("arch=x86-64-v4"), always_inline))  // before its body
 
 #include <limits>
 #include <type_traits>
@@ -71,14 +75,33 @@ VKM_WIDE_INLINE bool add_sources_wide(const Sources& sources, std::size_t first,
       at[v] = load_wide(points, (begin + v) * wide_lanes);
       load_sums(sums, (begin + v) * wide_lanes, sum[v]);
     }
-    for (std::size_t s = first; s < last; ++s) {
-      const WideVec3 p = wide(sources.place(s)), e = wide(sources.element(s));
+    WideVec3 r[vectors];
+    Wide r2[vectors], n[vectors];
+    const auto begin_source = [&](std::size_t s) VKM_WIDE_LAMBDA {
+      const WideVec3 p = wide(sources.place(s));
 #pragma GCC unroll 4
       for (std::size_t v = 0; v < vectors; ++v) {
-        const WideVec3 r = at[v] - p;
-        const Wide r2 = term.square(r);
-        if constexpr (Term::bounded) least = _mm512_min_pd(least, r2);
-        sum[v] += term(e, r, r2, (begin + v) * wide_lanes);
+        r[v] = at[v] - p;
+        r2[v] = term.square(r[v]);
+        if constexpr (Term::bounded) least = _mm512_min_pd(least, r2[v]);
+        n[v] = term.root(r2[v]);
+      }
+    };
+    if (first < last) begin_source(first);
+    for (std::size_t s = first; s < last; ++s) {
+      WideVec3 own_r[vectors];
+      Wide own_r2[vectors], own_n[vectors];
+#pragma GCC unroll 4
+      for (std::size_t v = 0; v < vectors; ++v) {
+        own_r[v] = r[v];
+        own_r2[v] = r2[v];
+        own_n[v] = n[v];
+      }
+      begin_source(s + 1 < last ? s + 1 : s);
+      const WideVec3 e = wide(sources.element(s));
+#pragma GCC unroll 4
+      for (std::size_t v = 0; v < vectors; ++v) {
+        sum[v] += term(e, own_r[v], own_r2[v], own_n[v], (begin + v) * wide_lanes);
       }
     }
 #pragma GCC unroll 4
@@ -89,15 +112,22 @@ VKM_WIDE_INLINE bool add_sources_wide(const Sources& sources, std::size_t first,
   return true;
 }
 
-/// Writes term(e_i, e_j, p_j - p_i, R^2) of one source i with the sources j from `first` on; reads and writes up to a
+/// Writes term(e_i, e_j, p_j - p_i, R^2, n) of one source i with the sources j from `first` on; reads and writes up to a
 /// whole number of eights.
 template <class Term>
 VKM_WIDE_INLINE void fill_terms_wide(const LaneSources& sources, std::size_t i, std::size_t first, std::size_t count,
                                      const Term& term, double* terms) {
   const WideVec3 p = wide(sources.place(i)), e = wide(sources.element(i));
+  WideVec3 r = load_wide(sources.at, first) - p;
+  Wide r2 = term.square(r), n = term.root(r2);
   for (std::size_t k = 0; k < count; k += wide_lanes) {
-    const WideVec3 r = load_wide(sources.at, first + k) - p;
-    store_wide(terms + k, term(e, load_wide(sources.vector, first + k), r, term.square(r)));
+    const WideVec3 own_r = r;
+    const Wide own_r2 = r2, own_n = n;
+    const std::size_t next = k + wide_lanes < count ? k + wide_lanes : k;
+    r = load_wide(sources.at, first + next) - p;
+    r2 = term.square(r);
+    n = term.root(r2);
+    store_wide(terms + k, term(e, load_wide(sources.vector, first + k), own_r, own_r2, own_n));
   }
 }
 

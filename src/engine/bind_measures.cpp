@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "engine/engine.hpp"
+#include "far/filament_far_field.hpp"
 #include "filament/curve_arguments.hpp"
 #include "filament/energy/filament_energy.hpp"
 #include "filament/topology/polygonal_gauss.hpp"
@@ -45,6 +46,12 @@ constexpr auto tail_of = [](const std::vector<DoubleArray>& arrays, const TailAp
 constexpr auto writhe_of = [](const DoubleArray& array, int threads) {
   const std::vector<Vec3> points = points_from(array, shape_text);
   return unlocked([&] { return compute_writhe(points, released_poll(), threads); });
+};
+
+constexpr auto far_writhe_of = [](const DoubleArray& array, double tolerance, int threads) {
+  const std::vector<Vec3> points = points_from(array, shape_text);
+  const far::FarWrithe found = unlocked([&] { return far::far_writhe(points, tolerance, threads, released_poll()); });
+  return std::tuple(found.writhe, found.bound, found.tree);
 };
 
 constexpr auto gauss_of = [](const DoubleArray& first, const std::optional<DoubleArray>& second, int threads) {
@@ -91,6 +98,8 @@ void bind_measures(py::module_& m) {
   m.def("tail_energy", tail_of, "filaments"_a, "config"_a, py::kw_only(), "threads"_a = 1,
         "compute_tail_energy_surrogate_J of a ParticleEvaluator of these filaments, on threads.");
   m.def("writhe", writhe_of, "points"_a, py::kw_only(), "threads"_a = 1, "compute_writhe on threads.");
+  m.def("far_writhe", far_writhe_of, "points"_a, "tolerance"_a = 1e-6, py::kw_only(), "threads"_a = 1,
+        "The sum of compute_writhe by the tree, a bound of its error, and whether the tree was used.");
   m.def("polygonal_gauss", gauss_of, "a"_a, "b"_a = py::none(), py::kw_only(), "threads"_a = 1,
         "compute_polygonal_gauss on threads: of one curve, or of two.");
   m.def("tube_analyze", tube_of, "points"_a, "skip_neighbors"_a = 2, "contact_tol"_a = 0.001,

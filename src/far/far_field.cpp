@@ -47,12 +47,12 @@ std::vector<Vec3> direct_at(const Problem& problem, std::span<const std::size_t>
   std::vector<double> number(problem.at.size());
   for (std::size_t i = 0; i < number.size(); ++i) number[i] = static_cast<double>(i);
   std::vector<Vec3> velocity(points.size());
-  run_tasks((points.size() + eight - 1) / eight, threads, poll, [&](std::size_t task, Heartbeat& heartbeat) {
-    const std::span own = points.subspan(task * eight, std::min(eight, points.size() - task * eight));
-    for (std::size_t k = 0; k < own.size(); ++k) velocity[task * eight + k] = problem.base[own[k]];
+  run_tasks((points.size() + near_margin - 1) / near_margin, threads, poll, [&](std::size_t task, Heartbeat& heartbeat) {
+    const std::span own = points.subspan(task * near_margin, std::min(near_margin, points.size() - task * near_margin));
+    for (std::size_t k = 0; k < own.size(); ++k) velocity[task * near_margin + k] = problem.base[own[k]];
     for (const Pass& pass : problem.passes) {
-      Lanes places(eight), sums(eight);
-      double first[eight], second[eight];
+      Lanes places(near_margin), sums(near_margin);
+      double first[near_margin], second[near_margin];
       std::vector<std::size_t> taken;
       for (std::size_t k = 0; k < own.size(); ++k) {
         if (own[k] < pass.first_point || own[k] >= pass.last_point) continue;
@@ -63,37 +63,60 @@ std::vector<Vec3> direct_at(const Problem& problem, std::span<const std::size_t>
         taken.push_back(k);
       }
       if (taken.empty()) continue;
-      std::fill(first + taken.size(), first + eight, LeftOut::none);
-      std::fill(second + taken.size(), second + eight, LeftOut::none);
+      std::fill(first + taken.size(), first + near_margin, LeftOut::none);
+      std::fill(second + taken.size(), second + near_margin, LeftOut::none);
       const NearPoints to{view(places), first, second, space(sums)};
-      const NearRule rule{pass.soft * pass.soft, 4, !problem.left_out.empty()};
+      const NearRule rule{pass.soft * pass.soft, 4};
       constexpr std::size_t run = 4096;
       for (std::size_t s = pass.first_element; s < pass.last_element; s += run) {
         const std::size_t end = std::min(pass.last_element, s + run);
-        add_near({view(at), view(vectors), number.data()}, s, end, rule, to, 0, taken.size());
+        const NearRun own_run{s, end, !problem.left_out.empty()};
+        add_near({view(at), view(vectors), number.data()}, {&own_run, 1}, rule, to, 0, taken.size());
         heartbeat.tick();
       }
-      for (std::size_t k = 0; k < taken.size(); ++k) velocity[task * eight + taken[k]] += pass.sign * sums[k];
+      for (std::size_t k = 0; k < taken.size(); ++k) velocity[task * near_margin + taken[k]] += pass.sign * sums[k];
     }
   });
   return velocity;
 }
 
-std::vector<Vec3> by_tree(const Problem& problem, const TreeRule& rule, const Poll& poll) {
-  std::vector<Vec3> velocity = problem.base;
+/// The trees of all passes.
+std::vector<TreeSum> trees_of(const Problem& problem) {
+  std::vector<TreeSum> trees;
   for (const Pass& pass : problem.passes) {
     const std::size_t count = pass.last_point - pass.first_point;
     std::vector<LeftOut> left_out;
     for (std::size_t i = 0; i < count && !problem.left_out.empty(); ++i) {
       left_out.push_back(left_out_of(problem, pass, pass.first_point + i));
     }
+    trees.emplace_back(elements_of(problem, pass), std::span(problem.points).subspan(pass.first_point, count),
+                       left_out);
+  }
+  return trees;
+}
+
+std::vector<Vec3> by_tree(const Problem& problem, std::vector<TreeSum>& trees, const TreeRule& rule, const Poll& poll) {
+  std::vector<Vec3> velocity = problem.base;
+  for (std::size_t k = 0; k < trees.size(); ++k) {
+    const Pass& pass = problem.passes[k];
     TreeRule own = rule;
     own.soft = pass.soft;
-    const std::vector<Vec3> sums = tree_velocity(
-        elements_of(problem, pass), std::span(problem.points).subspan(pass.first_point, count), left_out, own, poll);
-    for (std::size_t i = 0; i < count; ++i) velocity[pass.first_point + i] += pass.sign * sums[i];
+    const std::vector<Vec3> sums = trees[k].velocity(own, poll);
+    for (std::size_t i = 0; i < sums.size(); ++i) velocity[pass.first_point + i] += pass.sign * sums[i];
   }
   return velocity;
+}
+
+/// About the largest velocity: where strands pass close to each other it is far above that of a sample. An expansion of
+/// the first order is enough to tell, and costs little beside what a generous allowance saves.
+double rough_largest(const Problem& problem, std::vector<TreeSum>& trees, double sampled, int threads,
+                     const Poll& poll) {
+  TreeRule rule;
+  rule.limit = 1;
+  rule.steps = 2;
+  rule.threads = threads;
+  rule.allowance = 3.0 * sampled;
+  return std::max(sampled, 0.8 * largest_of(by_tree(problem, trees, rule, poll)));
 }
 
 /// Expansions above the limit cost more than the cut of their cells; near roots need not be more exact.
@@ -122,10 +145,11 @@ FarVelocity far_velocity(const Problem& problem, double tolerance, int threads, 
     for (std::size_t s = 0; s < sample_count; ++s) samples[s] = (2 * s + 1) * count / (2 * sample_count);
     const std::vector<Vec3> exact = direct_at(problem, samples, threads, poll);
     TreeRule rule = rule_of(tolerance, threads);
+    std::vector<TreeSum> trees = trees_of(problem);
     // The largest error is 0.7 of the allowance for a single smooth curve, and less for more strands.
-    rule.allowance = 0.5 * tolerance * largest_of(exact);
+    rule.allowance = 0.5 * tolerance * rough_largest(problem, trees, largest_of(exact), threads, poll);
     for (int attempt = 0; attempt < most_tries && rule.allowance > 0.0; ++attempt) {
-      result.velocity = by_tree(problem, rule, poll);
+      result.velocity = by_tree(problem, trees, rule, poll);
       result.largest = largest_of(result.velocity);
       double error = 0.0;
       for (std::size_t s = 0; s < sample_count; ++s)

@@ -81,4 +81,27 @@ FarVelocity closed_curve_far_velocity(std::span<const Vec3> curve, std::span<con
   return far_velocity(problem, tolerance, threads, poll);
 }
 
+FarWrithe far_writhe(std::span<const Vec3> X, double tolerance, int threads, const Poll& poll) {
+  if (X.size() < 3) return {};
+  Problem problem;
+  for (std::size_t i = 0; i + 1 < X.size(); ++i) {
+    problem.at.push_back(X[i]);
+    problem.vector.push_back((X[i + 1] - X[i]) * (1.0 / four_pi));
+  }
+  problem.points = problem.at;
+  problem.base.resize(problem.points.size());
+  problem.passes.push_back({0, problem.at.size(), 0, problem.points.size(), 0.0, 1.0});
+  const FarVelocity u = far_velocity(problem, tolerance, threads, poll);
+  FarWrithe result;
+  double length = 0.0;
+  for (std::size_t i = 0; i + 1 < X.size(); ++i) {
+    const Vec3 d = X[i + 1] - X[i];
+    result.writhe += dot(d, u.velocity[i]);
+    length += norm(d);
+  }
+  result.bound = length * tolerance * u.largest;
+  result.tree = u.tree;
+  return result;
+}
+
 }  // namespace vkm::far

@@ -28,4 +28,15 @@ FilamentFarVelocity filament_far_velocity(std::span<const Filament> filaments, c
 FarVelocity closed_curve_far_velocity(std::span<const Vec3> curve, std::span<const Vec3> points, double circulation,
                                       double soft, double tolerance, int threads, const Poll& poll);
 
+struct FarWrithe {
+  double writhe = 0.0;
+  double bound = 0.0;  // of its error: the length times the tolerance times the largest velocity
+  bool tree = false;
+};
+
+/// The sum of compute_writhe (filament/topology/topology_measures.hpp) by the tree: with d[i] the edges of the open
+/// list, it is the sum of d[i] . u(X[i]), u the velocity that all edges induce from their starts with Gamma = 1. No near
+/// pairs are left out.
+FarWrithe far_writhe(std::span<const Vec3> X, double tolerance, int threads, const Poll& poll);
+
 }  // namespace vkm::far

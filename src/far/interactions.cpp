@@ -11,8 +11,8 @@ namespace vkm::far {
 namespace {
 
 /// Work in units of eight points with one source, measured on machines with AVX-512.
-constexpr double expansion_base = 20.0;
-constexpr double expansion_pair = 0.02;  // of n and m; there are (p + 6)! / (p! 6!)
+constexpr double expansion_base = 40.0;
+constexpr double expansion_pair = 0.04;  // of n and m; there are (p + 6)! / (p! 6!)
 
 struct Walk {
   const CellTree& points;

@@ -7,6 +7,7 @@
 /// the roots being as exact as is asked for (eight.hpp).
 
 #include <cstddef>
+#include <span>
 
 #include "core/lane_view.hpp"
 
@@ -26,14 +27,21 @@ struct NearPoints {
 };
 
 struct NearRule {
-  double soft2;    // a^2
-  int steps;       // of Newton's method for the root: 2 to 4
-  bool leave_out;  // whether the numbers count
+  double soft2;  // a^2
+  int steps;     // of Newton's method for the root: 2 to 4
 };
 
-/// Adds the elements from `first` to `last` - 1 to the sums of the points from `begin` to `end` - 1. Points and their
-/// numbers are read up to a whole number of eights behind `begin`.
-void add_near(const NearSources& sources, std::size_t first, std::size_t last, const NearRule& rule,
-              const NearPoints& points, std::size_t begin, std::size_t end);
+/// The elements from `first` to `last` - 1, and whether the numbers count among them.
+struct NearRun {
+  std::size_t first, last;
+  bool leave_out;
+};
+
+/// Adds runs of elements to the sums of the points from `begin` to `end` - 1. Points and their numbers are read up to a
+/// whole number of sixteens behind `begin`.
+void add_near(const NearSources& sources, std::span<const NearRun> runs, const NearRule& rule, const NearPoints& points,
+              std::size_t begin, std::size_t end);
+
+inline constexpr std::size_t near_margin = 16;
 
 }  // namespace vkm::far

@@ -24,6 +24,7 @@ struct Index {
   std::size_t axis;
   std::array<Place, 3> before;  // of k - e by axis, 0 where there is none
   std::array<Place, 3> twice;   // of k - 2 e
+  std::array<double, 3> squares;  // k_i (k_i - 1)
 };
 
 struct Tables {
@@ -49,7 +50,8 @@ struct Tables {
 
   void add(std::array<int, 3> k) {
     const int degree = k[0] + k[1] + k[2];
-    Index index{k, degree, 0, {}, {}};
+    Index index{k, degree, 0, {}, {}, {}};
+    for (std::size_t axis = 0; axis < 3; ++axis) index.squares[axis] = k[axis] * (k[axis] - 1);
     while (degree > 0 && k[index.axis] == 0) ++index.axis;
     for (std::size_t axis = 0; axis < 3; ++axis) {
       std::array<int, 3> less = k;
@@ -138,7 +140,7 @@ VKM_INLINE void fill_derivatives(const Index* indices, const Eight (&r)[3], doub
       for (std::size_t axis = 0; axis < 3; ++axis) {
         const int k = index.k[axis];
         once += multiples[axis][k] * d[index.before[axis]].value;
-        twice += static_cast<double>(k * (k - 1)) * d[index.twice[axis]].value;
+        twice += index.squares[axis] * d[index.twice[axis]].value;
       }
       d[i].value = first * once + second * twice;
     }

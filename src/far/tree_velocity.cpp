@@ -18,7 +18,7 @@ namespace vkm::far {
 
 namespace {
 
-constexpr std::size_t leaf_size = 48;
+constexpr std::size_t leaf_size = 64;
 constexpr std::size_t task_size = 2048;  // points or elements of a task, at most
 
 /// The unit of length, a power of two in m in which all sides together are about 1: powers of lengths stay within the
@@ -39,8 +39,8 @@ double unit_of(const Elements& elements, std::span<const Vec3> points) {
   return size > 0.0 && std::isfinite(size) ? std::ldexp(1.0, std::clamp(std::ilogb(size), -1000, 1000)) : 1.0;
 }
 
-/// Lanes with room to read eight behind the last one.
-Lanes with_margin(std::size_t size) { return Lanes(size + eight); }
+/// Lanes with room to read behind the last one.
+Lanes with_margin(std::size_t size) { return Lanes(size + near_margin); }
 
 /// Sources in the order of their tree.
 struct Sources {
@@ -81,8 +81,8 @@ struct Points {
       : tree(cell_tree(placed, leaf_size)),
         at(with_margin(placed.size())),
         sums(with_margin(placed.size())),
-        first_left_out(placed.size() + eight, LeftOut::none),
-        second_left_out(placed.size() + eight, LeftOut::none) {
+        first_left_out(placed.size() + near_margin, LeftOut::none),
+        second_left_out(placed.size() + near_margin, LeftOut::none) {
     std::vector<double> place_of(left_out.empty() ? 0 : sources.order.size());  // in the order of the sources' tree
     for (std::size_t s = 0; s < place_of.size(); ++s) place_of[sources.order[s]] = static_cast<double>(s);
     const auto place = [&](double number) {
@@ -182,16 +182,14 @@ struct Sum {
   const Sources& sources;
   Points& points;
   NearRule rule;
-  std::vector<Places> left_out;  // by cell of points
+  const std::vector<Places>& left_out;  // by cell of points
 };
 
-void add_one_by_one(const Sum& sum, const Cell& to, std::size_t p, const Cell& from) {
-  NearRule rule = sum.rule;
-  rule.leave_out = sum.left_out[p].least < from.end && sum.left_out[p].most >= from.begin;
+void add_one_by_one(const Sum& sum, const Cell& to, std::span<const NearRun> runs) {
   const NearSources sources{view(sum.sources.at), view(sum.sources.element), sum.sources.number.data()};
   const NearPoints points{view(sum.points.at), sum.points.first_left_out.data(), sum.points.second_left_out.data(),
                           space(sum.points.sums)};
-  add_near(sources, from.begin, from.end, rule, points, to.begin, to.end);
+  add_near(sources, runs, sum.rule, points, to.begin, to.end);
 }
 
 /// The sums at the points of a subtree.
@@ -205,10 +203,12 @@ void add_subtree(const Sum& sum, const std::vector<Interaction>& interactions, s
   Expansions local(count, most > 0 ? index_count(most - 1) : 0);
   std::vector<int> orders(count, 0);  // of the local coefficients
   std::vector<FarCell> far;
+  std::vector<NearRun> near;
   auto next = interactions.begin();
   for (std::uint32_t p = root; p < cells[root].after; ++p) {
     const Cell& cell = cells[p];
     far.clear();
+    near.clear();
     int& order = orders[p - root];
     for (; next != interactions.end() && next->points == p && next->order > 0; ++next) {
       far.push_back(
@@ -217,8 +217,11 @@ void add_subtree(const Sum& sum, const std::vector<Interaction>& interactions, s
     }
     add_local(far, sum.rule.soft2, work, local.of(p - root));
     for (; next != interactions.end() && next->points == p; ++next) {
-      add_one_by_one(sum, cell, p, sum.sources.tree.cells[next->sources]);
+      const Cell& from = sum.sources.tree.cells[next->sources];
+      const Places& places = sum.left_out[p];
+      near.push_back({from.begin, from.end, places.least < from.end && places.most >= from.begin});
     }
+    if (!near.empty()) add_one_by_one(sum, cell, near);
     heartbeat.tick();
     if (order == 0) continue;
     if (cell.is_leaf()) {
@@ -256,16 +259,35 @@ std::vector<Vec3> result_of(const Points& points, double unit) {
 
 }  // namespace
 
-std::vector<Vec3> tree_velocity(const Elements& elements, std::span<const Vec3> points,
-                                std::span<const LeftOut> left_out, const TreeRule& rule, const Poll& poll) {
+struct TreeSum::Trees {
+  double unit;
+  Sources sources;
+  Points points;
+  std::vector<Places> places;
+
+  Trees(const Elements& elements, std::span<const Vec3> list, std::span<const LeftOut> left_out)
+      : unit(unit_of(elements, list)),
+        sources(elements, unit, placed(elements.at, unit)),
+        points(placed(list, unit), left_out, sources.tree),
+        places(places_of(points)) {}
+};
+
+TreeSum::TreeSum(const Elements& elements, std::span<const Vec3> points, std::span<const LeftOut> left_out) {
   check(elements, points, left_out);
-  if (elements.at.empty() || points.empty()) return std::vector<Vec3>(points.size());
-  const double unit = unit_of(elements, points);
-  const Sources sources(elements, unit, placed(elements.at, unit));
-  Points targets(placed(points, unit), left_out, sources.tree);
-  const double soft = rule.soft / unit;
+  trees_ = std::make_unique<Trees>(elements, points, left_out);
+}
+
+TreeSum::TreeSum(TreeSum&&) noexcept = default;
+TreeSum::~TreeSum() = default;
+
+std::vector<Vec3> TreeSum::velocity(const TreeRule& rule, const Poll& poll) {
+  Points& targets = trees_->points;
+  const Sources& sources = trees_->sources;
+  if (sources.number.empty() || targets.tree.order.empty()) return std::vector<Vec3>(targets.tree.order.size());
+  targets.sums = with_margin(targets.tree.order.size());
+  const double unit = trees_->unit, soft = rule.soft / unit;
   const Criterion criterion{rule.allowance * unit, soft * soft, rule.limit};
-  const Sum sum{sources, targets, {criterion.soft2, rule.steps, false}, places_of(targets)};
+  const Sum sum{sources, targets, {criterion.soft2, rule.steps}, trees_->places};
   const std::vector<std::uint32_t> parts = cut(targets.tree, task_size);
   std::vector<std::vector<Interaction>> interactions(parts.size());
   run_tasks(parts.size(), rule.threads, poll, [&](std::size_t task, Heartbeat& heartbeat) {

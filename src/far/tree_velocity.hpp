@@ -8,6 +8,7 @@
 /// sum at a point does not depend on the number of threads. Memory is linear.
 
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -35,9 +36,21 @@ struct TreeRule {
   int threads = 1;
 };
 
-/// The velocity at each point; `left_out` is empty, or has an entry a point. An element that is left out
-/// must be in line with its point, as a far one is summed all the same. All numbers must be finite.
-std::vector<Vec3> tree_velocity(const Elements& elements, std::span<const Vec3> points,
-                                std::span<const LeftOut> left_out, const TreeRule& rule, const Poll& poll);
+/// The trees over elements and points, for sums by any number of rules.
+class TreeSum {
+ public:
+  /// `left_out` is empty, or has an entry a point. An element that is left out must be in line with its point, as a far
+  /// one is summed all the same. All numbers must be finite.
+  TreeSum(const Elements& elements, std::span<const Vec3> points, std::span<const LeftOut> left_out);
+  TreeSum(TreeSum&&) noexcept;
+  ~TreeSum();
+
+  /// The velocity at each point.
+  std::vector<Vec3> velocity(const TreeRule& rule, const Poll& poll);
+
+ private:
+  struct Trees;
+  std::unique_ptr<Trees> trees_;
+};
 
 }  // namespace vkm::far

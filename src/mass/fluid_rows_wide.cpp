@@ -17,8 +17,9 @@ struct FluidTerm {
   LaneView edge;
 
   VKM_WIDE_INLINE Wide square(const WideVec3& r) const { return dot(r, r) + wide(core_radius_squared); }
-  VKM_WIDE_INLINE Wide operator()(const WideVec3& d, const WideVec3&, Wide r2, std::size_t lane) const {
-    return WideForm<form>::quotient(dot(load_wide(edge, lane), d), WideForm<form>::root(r2));
+  VKM_WIDE_INLINE static Wide root(Wide r2) { return WideForm<form>::root(r2); }
+  VKM_WIDE_INLINE Wide operator()(const WideVec3& d, const WideVec3&, Wide, Wide n, std::size_t lane) const {
+    return WideForm<form>::quotient(dot(load_wide(edge, lane), d), n);
   }
 };
 

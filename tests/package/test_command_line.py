@@ -189,7 +189,7 @@ def test_info_tells_versions():
     facts = json.loads(run("info", "--json").stdout)
     assert facts["version"] == vkmcore.__version__ and facts["numpy"] == numpy.__version__
     assert facts["python"] == platform.python_version() and facts["vector_bits"] in (64, 128, 256, 512)
-    assert facts["pair_form"] in ("plain", "divider", "mixed", "added")
+    assert set(facts["pair_forms"].values()) <= {"plain", "divider", "mixed", "added"}
     assert facts["compiler"] in run("info").stdout
     assert run("--version").stdout == f"vkmcore {vkmcore.__version__}\n"
 

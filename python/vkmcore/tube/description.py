@@ -11,15 +11,13 @@ from vkmcore import (
     ContactStressMap,
     ResolvedTubeGeometry,
     ResolvedTubeMetrics,
-    _engine,
     describe_fourier_block,
     min_self_distance_sampled,
 )
-from vkmcore.cores import usable_cores
 from vkmcore.curves.closed_curve import ClosedCurve
 from vkmcore.curves.neighbours import neighbours
 from vkmcore.curves.resampling import evenly_spaced
-from vkmcore.parallel import analyze_tube
+from vkmcore.parallel import analyze_tube, writhe
 from vkmcore.tube.contact_forces import Columns, fitted
 
 TUBE_MEASURES = (
@@ -103,7 +101,7 @@ def describe(
         curve["vertices"] = len(points)
         curve["length"] = tube.length
         curve["min_self_distance"] = min_self_distance_sampled(points, skip)
-        curve["writhe"] = _engine.writhe(points, threads=usable_cores())
+        curve["writhe"] = writhe(points)
     tube_section: dict[str, object] = {name: getattr(tube, name) for name in TUBE_MEASURES}
     tube_section["skipped_neighbours"] = skip
     tube_section["struts"] = len(tube.struts)

@@ -13,8 +13,9 @@ struct NeumannTerm {
   Wide rc2;
 
   VKM_WIDE_INLINE Wide square(const WideVec3& r) const { return dot(r, r) + rc2; }
-  VKM_WIDE_INLINE Wide operator()(const WideVec3& e, const WideVec3& f, const WideVec3&, Wide r2) const {
-    return wide(2.0) * WideForm<form>::quotient(dot(e, f), WideForm<form>::root(r2));
+  VKM_WIDE_INLINE static Wide root(Wide r2) { return WideForm<form>::root(r2); }
+  VKM_WIDE_INLINE Wide operator()(const WideVec3& e, const WideVec3& f, const WideVec3&, Wide, Wide n) const {
+    return wide(2.0) * WideForm<form>::quotient(dot(e, f), n);
   }
 };
 

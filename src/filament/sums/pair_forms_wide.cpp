@@ -9,43 +9,46 @@ namespace vkm {
 
 namespace {
 
+template <PairForm form>
 struct VectorTerm {
   using sums = WideVec3;
   static constexpr std::size_t vectors = 2;  // more of them, with the sums at them, do not fit in the registers
   static constexpr double least = 0.0;
+
+  VKM_WIDE_INLINE static Wide root(Wide r2) { return WideForm<form>::root(r2); }
 };
 
 template <PairForm form>
-struct ClosedCurveTerm : VectorTerm {
+struct ClosedCurveTerm : VectorTerm<form> {
   static constexpr bool bounded = WideForm<form>::positive;
   Wide softening;
 
   VKM_WIDE_INLINE Wide square(const WideVec3& r) const { return dot(r, r); }
-  VKM_WIDE_INLINE WideVec3 operator()(const WideVec3& dl, const WideVec3& r, Wide r2, std::size_t) const {
-    return cross(dl, r) * WideForm<form>::reciprocal(r2 * WideForm<form>::root(r2) + softening);
+  VKM_WIDE_INLINE WideVec3 operator()(const WideVec3& dl, const WideVec3& r, Wide r2, Wide n, std::size_t) const {
+    return cross(dl, r) * WideForm<form>::reciprocal(r2 * n + softening);
   }
 };
 
 template <PairForm form>
-struct InducedTerm : VectorTerm {
+struct InducedTerm : VectorTerm<form> {
   static constexpr bool bounded = true;
   Wide soft2, strength;
 
   VKM_WIDE_INLINE Wide square(const WideVec3& r) const { return dot(r, r) + soft2; }
-  VKM_WIDE_INLINE WideVec3 operator()(const WideVec3& e, const WideVec3& r, Wide r2, std::size_t) const {
-    return cross(e, r) * WideForm<form>::quotient(strength, WideForm<form>::root(r2) * r2);
+  VKM_WIDE_INLINE WideVec3 operator()(const WideVec3& e, const WideVec3& r, Wide r2, Wide n, std::size_t) const {
+    return cross(e, r) * WideForm<form>::quotient(strength, n * r2);
   }
 };
 
 template <PairForm form>
-struct WireTerm : VectorTerm {
+struct WireTerm : VectorTerm<form> {
   static constexpr bool bounded = true;
   static constexpr double least = 1.01 * least_distance * least_distance;
   Wide f;
 
   VKM_WIDE_INLINE Wide square(const WideVec3& r) const { return dot(r, r); }
-  VKM_WIDE_INLINE WideVec3 operator()(const WideVec3& dl, const WideVec3& r, Wide r2, std::size_t) const {
-    return cross(dl, r) * f * WideForm<form>::reciprocal(WideForm<form>::root(r2) * r2);
+  VKM_WIDE_INLINE WideVec3 operator()(const WideVec3& dl, const WideVec3& r, Wide r2, Wide n, std::size_t) const {
+    return cross(dl, r) * f * WideForm<form>::reciprocal(n * r2);
   }
 };
 
