@@ -162,6 +162,8 @@ def test_ctrl_c_keeps_the_best_so_far_with_its_certificate():
     shape = vkm.idealize("4_1", seeds=5, progress=interrupt, **QUICK)
     assert shape.interrupted and "4_1" in shape.certificate
     assert {step.seed for step in shape.history} == {1, 2}
+    knot = vkm.Knot("4_1").idealize(seeds=5, progress=interrupt, **QUICK)
+    assert knot.source == "idealized, stopped early, from knot table, 4_1" and knot.ropelength < 50.0
 
 
 def test_no_more_is_searched_once_it_is_enough():
