@@ -25,6 +25,7 @@ extensions = [
     "sphinx_copybutton",
     "gallery",
     "mathematics",
+    "names",
     "reference",
     "snippets",
     "studies",
