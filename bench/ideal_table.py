@@ -19,7 +19,7 @@ from pathlib import Path
 
 import numpy as np
 from vkmcore.ideal.inputs import Problem, problem_of
-from vkmcore.ideal.search import DISCRETISATION, idealize_problem
+from vkmcore.ideal.search import DISCRETISATION, idealize
 from vkmcore.reference.tables import knots
 
 RANDOM_SEED = 20250101
@@ -96,7 +96,7 @@ def known(file: Path) -> dict[tuple[str, float, int], Run]:
 
 def searched(problem: Problem, row: Row, seed: int) -> Run:
     start = time.process_time()
-    shape = idealize_problem(problem, edge=row.edge, seeds=[seed], threads=1)
+    shape = idealize(problem, edge=row.edge, seeds=[seed], threads=1)
     cpu = time.process_time() - start
     name = problem.title
     value = shape.published or OWN_VALUES.get(name)
@@ -105,7 +105,7 @@ def searched(problem: Problem, row: Row, seed: int) -> Run:
 
 def measure(file: Path, only: set[str]) -> None:
     done = known(file)
-    idealize_problem(problem_of("3_1"), edge=0.5, threads=1)  # imports
+    idealize(problem_of("3_1"), edge=0.5, threads=1)  # imports
     for row in rows():
         for name in row.names:
             if only and name not in only:

@@ -21,9 +21,11 @@ extensions = [
     "myst_nb",
     "sphinx.ext.autodoc",
     "sphinx.ext.napoleon",
+    "sphinx_codeautolink",
     "sphinx_copybutton",
     "gallery",
     "mathematics",
+    "names",
     "reference",
     "snippets",
     "studies",
@@ -42,6 +44,7 @@ nb_merge_streams = True
 autodoc_member_order = "bysource"
 autodoc_typehints = "signature"
 autodoc_class_signature = "separated"
+codeautolink_concat_default = True  # the blocks of a page are one program
 copybutton_exclude = ".linenos, .gp, .go"
 myst_enable_extensions = ["dollarmath", "deflist"]
 myst_heading_anchors = 3

@@ -32,6 +32,20 @@ def test_the_snippets_of_a_page_print_what_it_shows_and_draw_what_it_uses(page, 
     assert sorted(path.name for path in tmp_path.iterdir()) == sorted(used)
 
 
+def test_names_in_prose_find_their_place_in_the_reference():
+    pytest.importorskip("sphinx")
+    kinds = {"function": ["vkmcore.sample_circle", "vkmcore.dynamics.simulation.simulate"], "class": ["vkmcore.a.Knot"]}
+    kinds["method"] = ["vkmcore.a.Knot.tighten", "vkmcore.Body.relax", "vkmcore.Evaluator.relax"]
+    objects = {name: kind for kind, names in kinds.items() for name in names}
+    found_in = extension("names").found_in
+    for text in ("simulate", "vkmcore.simulate(...)", "dynamics.simulation.simulate"):
+        assert found_in(objects, text) == "vkmcore.dynamics.simulation.simulate"
+    assert found_in(objects, "Knot") == "vkmcore.a.Knot"
+    assert found_in(objects, "Knot.tighten()") == "vkmcore.a.Knot.tighten"
+    for text in ("knot.tighten()", "tighten", "relax", "Body", "x.relax", "sample_circle = 3"):
+        assert found_in(objects, text) is None
+
+
 def test_a_snippet_that_prints_something_else_is_found(tmp_path):
     page = tmp_path / "page.md"
     page.write_text("```python\nx = 2\n```\n\nText.\n\n```python\nprint(x)\n```\n\n```text\n3\n```\n", encoding="utf-8")

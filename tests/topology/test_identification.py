@@ -5,6 +5,7 @@ import random
 
 import numpy as np
 import pytest
+from vkmcore import Link
 from vkmcore.ideal.starts import braid_polygon, grid_polygon, torus_polygon
 from vkmcore.reference import find, knots, links
 from vkmcore.topology import (
@@ -12,10 +13,13 @@ from vkmcore.topology import (
     certify,
     complements,
     diagram_of_code,
+    diagram_of_curves,
     identify,
     same_type,
 )
+from vkmcore.topology.bracket import unoriented_jones
 from vkmcore.topology.identification import known_types
+from vkmcore.topology.link_sums import composite_polynomials
 
 needs_snappy = pytest.mark.skipif(not complements.available(), reason="SnapPy is not installed")
 
@@ -92,11 +96,27 @@ def test_links_are_named_and_proved_by_complements(name):
     assert found.chirality in ("as in the table", "amphicheiral")
 
 
-def test_links_by_polynomials_are_not_called_proved():
-    for entry in random.Random(3).sample(links(), 10):
+def test_links_are_proved_by_polynomials_that_no_other_has():
+    shared = "L6a2 L8a11 L8n6 L9a21 L9a24 L9a27 L9a30 L9n18 L9n19".split()  # with each other, sums and unions
+    for entry in [*random.Random(3).sample(links(), 10), find("L6a2"), find("L9n19")]:
         found = identify(entry.diagram, use_snappy=False)
-        assert entry.name in found.candidates
-        assert not found.decided
+        assert entry.name in found.candidates and found.decided == (entry.name not in shared)
+        assert found.name == entry.name or not found.decided
+    assert str(identify(find("L2a1").diagram, use_snappy=False)) == "L2a1, amphicheiral"
+    assert str(identify(find("L4a1").diagram.mirrored(), use_snappy=False)) == "L4a1, mirror image of the table's"
+
+
+@pytest.mark.parametrize(
+    ("word", "strands", "crossings"),
+    [((1, 1, 2, 2), 3, 4), ((1, 1, 1), 3, 3), ((1, 1, -2, -2, -2), 3, 5), ((1, 1), 4, 2), ((), 3, 0)],
+)
+def test_sums_and_unions_have_the_polynomials_that_rule_them_out(word, strands, crossings):
+    diagram = diagram_of_curves(Link.from_braid(word, strands=strands).points())
+    polynomial, parts = unoriented_jones(diagram), len(diagram.components)
+    assert polynomial in composite_polynomials(crossings, parts)
+    assert crossings < 2 or polynomial not in composite_polynomials(crossings - 1, parts)
+    found = identify(diagram, use_snappy=False)
+    assert not found.decided or found.name.startswith("unlink")
 
 
 @pytest.mark.parametrize("use", [False, pytest.param(True, marks=needs_snappy)])

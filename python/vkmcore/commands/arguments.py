@@ -82,10 +82,16 @@ def range_text(low: float | None, high: float | None, above: bool) -> str:
     return f"up to {high:g}" if low is None else f"{begin} to {high:g}"
 
 
-def check_folder(path: Path | None) -> None:
-    """Fail before the long work where a file that is to be written has no folder to stand in."""
+def file_option(*names: str, help: str, metavar: str = "FILE") -> Callable[[Command], Command]:
+    """An option for a file to write, whose folder is looked for before the long work rather than after it."""
+    kind = click.Path(dir_okay=False, path_type=Path)
+    return click.option(*names, type=kind, metavar=metavar, callback=_with_folder, help=help)
+
+
+def _with_folder(context: click.Context, parameter: click.Parameter, path: Path | None) -> Path | None:
     if path is not None and not path.absolute().parent.is_dir():
         raise Failure(f"vkmcore: {path}: the directory does not exist")
+    return path
 
 
 def record_options(json: str, csv: str) -> Callable[[Command], Command]:

@@ -7,7 +7,7 @@ from typing import Any
 import click
 
 from vkmcore.commands.arguments import COUNT, check_name, complete_key, record_options, skip_option
-from vkmcore.commands.output import digits, plain_table, print_csv, print_json, print_table
+from vkmcore.commands.output import digits, plain_table, print_data, print_table
 
 
 @click.command()
@@ -23,11 +23,7 @@ def compare(a: str, b: str, samples: int, skip: int | None, as_json: bool, as_cs
     found, skipped = compare_curves(a, b, samples, skip)
     measures: dict[str, Any] = dict(found)
     record = {"a": a, "b": b, **measures, "settings": {"samples": samples, "skip": skipped}}
-    if as_json:
-        print_json(record)
-        return
-    if as_csv:
-        print_csv([record])
+    if print_data(as_json, as_csv, record):
         return
     table = plain_table()
     table.add_column("")

@@ -5,7 +5,7 @@ from __future__ import annotations
 import click
 
 from vkmcore.commands.arguments import check_name, complete_key, record_options, skip_option
-from vkmcore.commands.output import plain_table, print_csv, print_json, print_table, shown
+from vkmcore.commands.output import plain_table, print_data, print_table, shown
 from vkmcore.progress import progress_bar, watched
 
 SECTIONS = {"curve": "Curve", "tube": "Tube", "contacts": "Contacts and their stress"}
@@ -48,11 +48,7 @@ def describe(
     if sections["contacts"]["vertices"] != sections["curve"]["vertices"]:
         click.echo(f"contacts: fitted on a polygon of {contact_vertices} vertices; see --contact-vertices", err=True)
     record = {"name": name, **sections, "settings": settings}
-    if as_json:
-        print_json(record)
-        return
-    if as_csv:
-        print_csv([record])
+    if print_data(as_json, as_csv, record):
         return
     table = plain_table((name, ""), (name,))
     for place, (section, measures) in enumerate(sections.items()):

@@ -11,14 +11,14 @@ from vkmcore.commands.arguments import (
     COUNT,
     POSITIVE,
     Failure,
-    check_folder,
     check_name,
     complete_name,
+    file_option,
     plot_option,
     record_options,
     say_written,
 )
-from vkmcore.commands.output import digits, plain_table, print_csv, print_json, print_table
+from vkmcore.commands.output import digits, plain_table, print_data, print_table
 from vkmcore.progress import progress_bar, watched
 
 if TYPE_CHECKING:
@@ -39,18 +39,10 @@ PHASES = {"start": "starts", "hop": "hops", "level": "levels"}
 )
 @click.option("--expect", metavar="TYPE", default="", callback=check_name, help="Fail if the curve is of another type.")
 @click.option("--threads", type=COUNT, help="Threads; they change no digit.  [default: all processors]")
-@click.option(
-    "--out",
-    type=click.Path(dir_okay=False, path_type=Path),
-    metavar="FILE",
-    help="Write the polygon: .vect, .csv, .txt, .json, .npy, .vtp, .obj, .stl; .npz keeps everything.",
+@file_option(
+    "--out", help="Write the polygon: .vect, .csv, .txt, .json, .npy, .vtp, .obj, .stl; .npz keeps everything."
 )
-@click.option(
-    "--fourier",
-    type=click.Path(dir_okay=False, path_type=Path),
-    metavar="FILE",
-    help="Write a Fourier form as an ideal block.",
-)
+@file_option("--fourier", help="Write a Fourier form as an ideal block.")
 @click.option(
     "--excess",
     type=POSITIVE,
@@ -86,17 +78,15 @@ def ideal(
     the search and writes the best so far.
     """
     from vkmcore.ideal.inputs import problem_of
-    from vkmcore.ideal.search import idealize_problem, published
+    from vkmcore.ideal.search import idealize, published
 
-    for path in (out, fourier):
-        check_folder(path)
     if out is not None:
         check_format(out)
     try:
         problem = problem_of(name)
         with progress_bar(steps_of(problem, seeds), watched()) as tell:
             teller = Teller(tell, published(problem))
-            shape = idealize_problem(
+            shape = idealize(
                 problem,
                 expected=expect or None,
                 edge=edge,
@@ -115,11 +105,7 @@ def ideal(
         form = shape.fourier(excess=excess / 100.0)
         fourier.write_text(form_text(shape, form), encoding="utf-8")
     record = shape.record() | ({} if form is None else {"harmonics": form.harmonics})
-    if as_json:
-        print_json(record)
-    elif as_csv:
-        print_csv([record])
-    else:
+    if not print_data(as_json, as_csv, record):
         print_shape(shape, form)
     if plot is not None:
         from vkmcore.pictures.ideal import plot_ideal

@@ -7,7 +7,7 @@ import platform
 import click
 
 from vkmcore.commands.arguments import record_options
-from vkmcore.commands.output import print_csv, print_json
+from vkmcore.commands.output import print_data
 
 
 @click.command()
@@ -29,11 +29,7 @@ def info(as_json: bool, as_csv: bool) -> None:
         "machine": platform.machine(),
         "extension": build.path,
     }
-    if as_json:
-        print_json(facts)
-        return
-    if as_csv:
-        print_csv([facts])
+    if print_data(as_json, as_csv, facts):
         return
     width = max(map(len, facts))
     for name, value in facts.items():

@@ -10,7 +10,7 @@ from typing import TYPE_CHECKING, Any
 import click
 
 from vkmcore.commands.arguments import COUNT, Failure, check_ids, complete_key, plot_option, record_options, say_written
-from vkmcore.commands.output import console, digits, natural_width, plain_table, print_csv, print_json, print_table
+from vkmcore.commands.output import console, digits, natural_width, plain_table, print_data, print_table
 from vkmcore.progress import progress_bar, watched
 
 if TYPE_CHECKING:
@@ -108,11 +108,7 @@ def _assess(
             tell(done, knot_id)
             assessed.append(assess(knot_id, settings, config if config.enabled else None))
     records = [{**a.record(), "settings": settings_record(settings, config)} for a in assessed]
-    if as_json:
-        print_json(records)
-    elif as_csv:
-        print_csv(records)
-    else:
+    if not print_data(as_json, as_csv, records):
         print_table(assessment_table(assessed))
         click.echo(
             f"{settings.resolution} points a filament, {settings.iterations} sweeps of step {settings.timestep:g}; "
@@ -160,11 +156,7 @@ def _weigh_as_the_library(
 
     weights = [weight for weight, _ in weighed]
     records = [{**weight.record(), "settings": settings_record(settings, config)} for weight in weights]
-    if as_json:
-        print_json(records)
-    elif as_csv:
-        print_csv(records)
-    else:
+    if not print_data(as_json, as_csv, records):
         print_table(mass_table(weights, console().width))
     for weight in weights:
         if not math.isfinite(weight.length_m):

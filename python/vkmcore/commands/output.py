@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import json
 import math
+from collections.abc import Mapping
 from typing import TYPE_CHECKING
 
 import click
@@ -11,7 +12,7 @@ import click
 from vkmcore.rows import csv_text, flat
 
 if TYPE_CHECKING:
-    from collections.abc import Iterable, Mapping
+    from collections.abc import Iterable, Sequence
 
     from rich.console import Console
     from rich.table import Table
@@ -34,6 +35,15 @@ def shown(value: object) -> str:
 def print_json(value: object) -> None:
     """JSON on standard output, numbers in full precision; what is not a finite number is null."""
     click.echo(json.dumps(finite(value), indent=2, ensure_ascii=False, allow_nan=False))
+
+
+def print_data(as_json: bool, as_csv: bool, found: Mapping[str, object] | Sequence[Mapping[str, object]]) -> bool:
+    """A record, or several, as --json or --csv ask for; whether either did."""
+    if as_json:
+        print_json(found)
+    elif as_csv:
+        print_csv([found] if isinstance(found, Mapping) else found)
+    return as_json or as_csv
 
 
 def print_csv(records: Iterable[Mapping[str, object]]) -> None:

@@ -9,7 +9,7 @@ from typing import TYPE_CHECKING, Any
 import click
 
 from vkmcore.commands.arguments import Failure, record_options
-from vkmcore.commands.output import plain_table, print_csv, print_json, print_table
+from vkmcore.commands.output import plain_table, print_data, print_table
 
 if TYPE_CHECKING:
     from vkmcore import CheckResult
@@ -31,11 +31,7 @@ def report(out: Path, as_json: bool, as_csv: bool) -> None:
     if not EvidenceReportAPI.write_evidence_report(path, report_meta(), checks):
         raise Failure(f"vkmcore: cannot write {out}")
     records = [check_record(check) for check in checks]
-    if as_json:
-        print_json(records)
-    elif as_csv:
-        print_csv(records)
-    else:
+    if not print_data(as_json, as_csv, records):
         show(checks)
     if failed := sum(not check.passed for check in checks):
         raise Failure(f"vkmcore: {failed} of {len(checks)} checks failed; see {out}")

@@ -11,7 +11,7 @@ import numpy as np
 from vkmcore.commands.arguments import (
     EXISTING_FILE,
     POSITIVE,
-    check_folder,
+    file_option,
     plot_option,
     record_options,
     say_written,
@@ -26,13 +26,11 @@ from vkmcore.progress import progress_bar, watched
 @click.option("--t-end", type=click.FloatRange(0.0), help="End of the run in s, in place of the scene's.")
 @click.option("--dt", type=POSITIVE, help="Longest step in s, in place of the scene's.")
 @click.option("--core", type=click.Choice(MODELS), help="Model of the vortex core, in place of the scene's.")
-@click.option(
-    "--trajectory", type=click.Path(path_type=Path), metavar="FILE.npz", help="Write each frame here as it is reached."
-)
+@file_option("--trajectory", help="Write each frame here as it is reached.", metavar="FILE.npz")
 @click.option("--resume", is_flag=True, help="Go on from the last frame in the trajectory, if there is one.")
 @record_options("A JSON object", "a filament")
 @plot_option("Draw start and end")
-@click.option("--movie", type=click.Path(path_type=Path), metavar="FILE", help="Draw all frames (GIF, MP4).")
+@file_option("--movie", help="Draw all frames (GIF, MP4).")
 @click.option("--fps", type=click.IntRange(1, 50), default=15, show_default=True, help="Movie: frames a second.")
 def simulate(
     scene_file: Path,
@@ -59,7 +57,6 @@ def simulate(
 
     if resume and trajectory is None:
         raise click.UsageError("--resume needs --trajectory")
-    check_folder(trajectory)
     kind = "" if movie is None else check_movie_target(movie)
     scene = load_scene(scene_file)
     settings: dict[str, Any] = dict(scene.settings)

@@ -10,9 +10,9 @@ import click
 
 from vkmcore.commands.arguments import (
     Failure,
-    check_folder,
     check_name,
     complete_name,
+    file_option,
     plot_option,
     record_options,
     say_written,
@@ -69,7 +69,7 @@ def steps(context: click.Context, parameter: click.Parameter, text: str) -> tupl
 )
 @click.option("--tolerance", type=float, default=1e-3, show_default=True, help="Relative change that passes.")
 @record_options("A JSON object with the checks of the evidence report", "a way and resolution")
-@click.option("--report", type=click.Path(path_type=Path), metavar="FILE.json", help="Write the evidence report here.")
+@file_option("--report", help="Write the evidence report here.", metavar="FILE.json")
 @plot_option("Draw the ropelengths and their changes against the points")
 def mass(
     knot: str,
@@ -90,7 +90,6 @@ def mass(
     """
     from vkmcore.mass.convergence import study_mass
 
-    check_folder(report)
     found = study_mass(
         knot,
         resolution,

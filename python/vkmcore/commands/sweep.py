@@ -7,7 +7,7 @@ from typing import Any
 
 import click
 
-from vkmcore.commands.arguments import COUNT, Failure, check_folder, complete_name, record_options, say_written
+from vkmcore.commands.arguments import COUNT, Failure, complete_name, file_option, record_options, say_written
 from vkmcore.commands.output import plain_table, print_json, print_table, shown
 
 
@@ -22,7 +22,7 @@ from vkmcore.commands.output import plain_table, print_json, print_table, shown
     shell_complete=complete_name,
 )
 @click.option("-j", "--jobs", type=COUNT, help="Processes at a time.  [default: one a processor]")
-@click.option("-o", "--out", type=click.Path(path_type=Path), metavar="FILE.csv", help="Rows go here as they come.")
+@file_option("-o", "--out", help="Rows go here as they come.", metavar="FILE.csv")
 @click.option("--scheduler", metavar="ADDRESS", help="A Dask scheduler whose workers do it (extra 'sweep').")
 @click.option("--retries", type=click.IntRange(0, 100), default=1, show_default=True, help="For workers that die.")
 @record_options("A JSON list with a record a row", "a row")
@@ -52,7 +52,6 @@ def sweep(
     from vkmcore.sweeps.command import command_of
     from vkmcore.sweeps.run import rows
 
-    check_folder(out)
     try:
         target = command_of(command)
     except ValueError as error:

@@ -11,9 +11,9 @@ import click
 
 from vkmcore import TighteningOptions
 from vkmcore.commands.arguments import (
-    check_folder,
     check_name,
     complete_key,
+    file_option,
     plot_option,
     record_options,
     say_written,
@@ -103,12 +103,7 @@ def tuning_options(command: Callable[..., None]) -> Callable[..., None]:
     show_default=True,
     help=f"End a run when {PATIENCE} steps gain less than this part of the ropelength; 0 goes on.",
 )
-@click.option(
-    "--output",
-    type=click.Path(dir_okay=False, path_type=Path),
-    metavar="FILE",
-    help="Write the polygon, a vertex x y z a line.",
-)
+@file_option("--output", help="Write the polygon, a vertex x y z a line.")
 @click.option(
     "--matrix-market",
     "matrices",
@@ -150,7 +145,6 @@ def tighten(
     options.max_steps = steps
     for field, value in tuning.items():
         setattr(options, field, value)
-    check_folder(output)
     source = read_curve(name)
     reached = Tightening(start_polygon(source, vertices))
     if matrices is not None:

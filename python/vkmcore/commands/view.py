@@ -7,15 +7,13 @@ from typing import Any
 
 import click
 
-from vkmcore.commands.arguments import Failure, check_folder, check_name, complete_name, say_written
+from vkmcore.commands.arguments import Failure, check_name, complete_name, file_option, say_written
 
 
 @click.command()
 @click.argument("source", metavar="KEY|FILE", callback=check_name, shell_complete=complete_name)
-@click.option(
-    "--html", type=click.Path(path_type=Path), metavar="FILE", help="A page that turns in any browser, without network."
-)
-@click.option("--out", type=click.Path(path_type=Path), metavar="FILE", help="A picture (PNG, PDF, SVG).")
+@file_option("--html", help="A page that turns in any browser, without network.")
+@file_option("--out", help="A picture (PNG, PDF, SVG).")
 @click.option(
     "--colour",
     type=click.Choice(["curvature", "velocity", "pressure", "component"]),
@@ -39,8 +37,6 @@ def view(source: str, html: Path | None, out: Path | None, **options: Any) -> No
     """
     from vkmcore.knots import Link
 
-    check_folder(html)
-    check_folder(out)
     shown = html
     if html is None and out is None:
         import tempfile

@@ -5,7 +5,7 @@ from __future__ import annotations
 import click
 
 from vkmcore.commands.arguments import record_options
-from vkmcore.commands.output import digits, plain_table, print_csv, print_json, print_table
+from vkmcore.commands.output import digits, plain_table, print_data, print_table
 
 
 @click.command()
@@ -16,11 +16,7 @@ def zoo(as_json: bool, as_csv: bool) -> None:
     from vkmcore.mass.zoo import rows
 
     results = ZooEvaluator.evaluate_all_golden_nls()
-    if as_json:
-        print_json(rows(results))
-        return
-    if as_csv:
-        print_csv(rows(results))
+    if print_data(as_json, as_csv, rows(results)):
         return
     table = plain_table(("identifier", "bridge", "genus", "mass / MeV"), ("identifier",))
     for result in results:

@@ -48,6 +48,8 @@ def problem_of(curve: Any) -> Problem:
         ValueError: it is none of the forms, or a bad one.
         ImportError: a name of the larger tables, which are not installed.
     """
+    if isinstance(curve, Problem):
+        return curve
     if callable(getattr(curve, "points", None)):  # a Knot or Link
         points = curve.points()
         return _of_polygons([points] if isinstance(points, np.ndarray) else points, curve.name or "points")

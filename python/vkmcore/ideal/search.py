@@ -30,7 +30,7 @@ OWN_EFFORT: dict[str, Any] = {"start_count": 2, "first_chains": 1, "first_hops":
 
 
 def idealize(
-    curve: str | os.PathLike[str] | Knot | Link | PlanarDiagram | ArrayLike | Sequence[ArrayLike],
+    curve: str | os.PathLike[str] | Knot | Link | PlanarDiagram | ArrayLike | Sequence[ArrayLike] | Problem,
     *,
     expected: str | None = None,
     edge: float = 0.15,
@@ -49,7 +49,7 @@ def idealize(
             or its code (rows of four whole numbers), an arc presentation (the two rows of each column), or a braid
             word (whole numbers). Codes may be texts too, as "[[1,5,2,4],[3,1,4,6],[5,3,6,2]]". What the tables know
             is searched from the table's arc presentation as well, and torus knots T(2, q) and twist knots from starts
-            of their own.
+            of their own. A `Problem`, what `problem_of` makes of any of these, is taken as it is.
         expected: the name of the type that the curve must have, chirality included.
         edge: edge length of the finest level, in tube radii. The excess over the smooth shape goes with its square:
             about 0.05 % at 0.15, 0.01 % at 0.07.
@@ -73,32 +73,7 @@ def idealize(
         CertificateError: the shape found is of another type than the curve; it is not returned.
         KeyboardInterrupt: before there is any shape.
     """
-    return idealize_problem(
-        problem_of(curve),
-        expected=expected,
-        edge=edge,
-        seeds=seeds,
-        enough=enough,
-        threads=threads,
-        progress=progress,
-        complements=complements,
-        **effort,
-    )
-
-
-def idealize_problem(
-    problem: Problem,
-    *,
-    expected: str | None = None,
-    edge: float = 0.15,
-    seeds: int | Sequence[int] = 1,
-    enough: float | str | None = None,
-    threads: int | None = None,
-    progress: Progress | None = None,
-    complements: bool | None = None,
-    **effort: Any,
-) -> IdealShape:
-    """`idealize` of a problem that has been read already."""
+    problem = problem_of(curve)
     if expected is not None:
         _require_type(problem, expected)
     limit = _limit(enough, problem, edge)

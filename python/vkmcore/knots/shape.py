@@ -289,20 +289,18 @@ class Shape:
         return type(self)._made(strands, self.name, self._source)
 
     def idealize(self: Self, **options: Any) -> Self:
-        """The shape of least ropelength that a search finds, a tube of radius 1.
+        """The shape of least ropelength that a search finds, a tube of radius 1. Ctrl-C ends the search with the best
+        so far, and `source` says so.
 
         Args:
-            options: those of `vkmcore.idealize`, which returns all that is known of the shape.
-
-        Returns:
-            The knot or link; where Ctrl-C ended the search, the best so far, of which `source` says so.
+            options: those of `vkmcore.idealize`, which returns all that is known of the shape and says what it raises.
         """
         from vkmcore.ideal.search import idealize
 
         shape = idealize(self._in_own_unit(), **options)
-        how = "idealized, interrupted, from" if shape.interrupted else "idealized from"
-        strands = (Strand(vertices=np.array(points)) for points in shape.points)
-        return type(self)._made(strands, self.name, f"{how} {self._source}")
+        how = "idealized, stopped early," if shape.interrupted else "idealized"
+        strands = [Strand(vertices=np.array(points)) for points in shape.points]
+        return type(self)._made(strands, self.name, f"{how} from {self._source}")
 
     # --- ways out -----------------------------------------------------------------------------------------------
 

@@ -2,7 +2,8 @@
 
 A knot with a diagram of at most ten crossings is the unknot, a prime knot of the table, or a sum of such. Jones and
 Alexander polynomials, signature and linking form tell all of these apart but five pairs of primes, which the coloured
-Jones polynomial tells apart; so the name is proved. From more crossings the polynomials only propose names, and the
+Jones polynomial tells apart; so the name is proved. So is that of a link with a diagram of at most nine crossings whose
+Jones polynomial no other such link has. From more crossings the polynomials only propose names, and the
 complements decide.
 """
 
@@ -22,9 +23,11 @@ from vkmcore.topology.diagram import PlanarDiagram
 from vkmcore.topology.fox_calculus import alexander
 from vkmcore.topology.goeritz import linking_form, signature
 from vkmcore.topology.laurent import Laurent, laurent
+from vkmcore.topology.link_sums import LIMIT, composite_polynomials, unoriented_of
 from vkmcore.topology.projection import diagram_of_curves
 from vkmcore.topology.simplification import simplified
 
+HOPF = "L2a1"  # reflection in the plane of one of its circles keeps it
 AS_TABLE, MIRROR, AMPHICHEIRAL, UNKNOWN = "as in the table", "mirror image of the table's", "amphicheiral", "unknown"
 
 
@@ -43,7 +46,8 @@ class Identification:
     def __str__(self) -> str:
         if self.name is None:
             return f"not in the tables ({self.crossings} crossings, Jones polynomial {self.jones})"
-        text = self.name if self.name in ("0_1",) or " " in self.name else f"{self.name}, {self.chirality}"
+        chirality = "chirality unknown" if self.chirality == UNKNOWN else self.chirality
+        text = self.name if self.name in ("0_1",) or " " in self.name else f"{self.name}, {chirality}"
         return text if self.decided else f"{text} (not proved; candidates: {', '.join(self.candidates)})"
 
 
@@ -229,13 +233,6 @@ def _by_complement(
 # --- links ----------------------------------------------------------------------------------------------------------
 
 
-def _unoriented_of(entry: TableEntry) -> Laurent:
-    """The unoriented Jones polynomial from the table's: A^(6 lk) V(A^-4), lk the sum of the linking numbers."""
-    total = sum(entry.linking[i][j] for i in range(entry.components) for j in range(i))
-    terms = {6 * total - 2 * int(2 * power): c for power, c in entry.jones.terms().items()}
-    return laurent(terms, "A")
-
-
 def _linking_sizes(matrix: Sequence[Sequence[int]]) -> list[list[int]]:
     return sorted(sorted(abs(x) for j, x in enumerate(row) if j != i) for i, row in enumerate(matrix))
 
@@ -244,7 +241,7 @@ def _linking_sizes(matrix: Sequence[Sequence[int]]) -> list[list[int]]:
 def _links_by_polynomial() -> dict[Laurent, list[TableEntry]]:
     groups: dict[Laurent, list[TableEntry]] = {}
     for entry in links():
-        groups.setdefault(_unoriented_of(entry), []).append(entry)
+        groups.setdefault(unoriented_of(entry), []).append(entry)
     return groups
 
 
@@ -264,20 +261,25 @@ def _identify_link(diagram: PlanarDiagram, use_snappy: bool) -> Identification:
             tables = [large_links(crossings) for crossings in (10, 11) if crossings <= size]
         except ImportError:
             tables = []
-        entries += [entry for table in tables for entry in table if _unoriented_of(entry) in (polynomial, mirrored)]
+        entries += [entry for table in tables for entry in table if unoriented_of(entry) in (polynomial, mirrored)]
     entries = [
         entry
         for entry in dict.fromkeys(entries)
         if entry.components == parts and _linking_sizes(entry.linking) == sizes
     ]
-    if use_snappy and (found := _by_complement(diagram, entries, how)) is not None:
+    proved = len(entries) == 1 and size <= LIMIT and polynomial not in composite_polynomials(size, parts)
+    if proved and (polynomial != mirrored or entries[0].name == HOPF):
+        how.append(f"no other link to {LIMIT} crossings agrees")
+    elif use_snappy and (found := _by_complement(diagram, entries, how)) is not None:
         return Identification(*found, size, text)
-    names = tuple(("" if _unoriented_of(entry) == polynomial else "m") + entry.name for entry in entries)
+    names = tuple(("" if unoriented_of(entry) == polynomial else "m") + entry.name for entry in entries)
     chirality = UNKNOWN
     if len(names) == 1 and polynomial != mirrored:
         chirality = MIRROR if names[0].startswith("m") else AS_TABLE
+    elif names == (HOPF,):
+        chirality = AMPHICHEIRAL
     best = names[0].removeprefix("m") if len(names) == 1 else names[0] if names else None
-    return Identification(best, chirality, False, tuple(how), names, size, text)
+    return Identification(best, chirality, proved, tuple(how), names, size, text)
 
 
 def identify(shape: PlanarDiagram | ArrayLike | Sequence[ArrayLike], use_snappy: bool | None = None) -> Identification:
