@@ -116,8 +116,8 @@ def curve_velocity(
     """Velocities (M, 3) in m/s that a closed vortex polyline induces at points, on all cores.
 
     The direct sum has the bits of `biot_savart_velocity_grid`. The tree's is circulation / (4 pi) times the sum of
-    dl x R / (|R|^2 + soft^2)^(3/2), R from the midpoints of the segments, without that function's 1e-12 m^3 beside the
-    cube of the distance.
+    `dl x R / (|R|^2 + soft^2)^(3/2)`, R from the midpoints of the segments, without that function's 1e-12 m^3 beside
+    the cube of the distance.
 
     Args:
         curve: (N, 3) in m, closed by its last segment.
