@@ -22,6 +22,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent))
 
 from markdown_table import conditions, row
 from vkmcore import _native, curve_velocity, velocity
+from vkmcore.parallel import far_writhe
 
 TOLERANCES = (1e-3, 1e-6, 1e-10)
 WHOLE = 100_000
@@ -87,6 +88,7 @@ ANALYSES: dict[str, tuple[int, Callable[[np.ndarray], object]]] = {
     "tube_analyze": (10**6, lambda curve: _native.ResolvedTubeGeometry.analyze(curve)),
     "pd_from_curve, 4 tries": (10**6, lambda curve: _native.pd_from_curve(curve, 4)),
     "compute_writhe": (10**5, lambda curve: _native.compute_writhe(curve)),
+    "far_writhe, 1e-06": (10**6, lambda curve: far_writhe(curve, 1e-6, threads=1)),
 }
 
 
@@ -95,7 +97,9 @@ def table(headings: Sequence[str], rows: Sequence[Sequence[str]]) -> list[str]:
 
 
 @click.command()
-@click.option("--most", type=int, default=10**6, show_default=True, help="Vertices at most.")
+@click.option(
+    "--most", type=int, default=10**6, show_default=True, help="Vertices at most; ten times as many of the analyses."
+)
 @click.option("--markdown", "markdown_file", type=click.Path(dir_okay=False), help="Write the tables to this file too.")
 def main(most: int, markdown_file: str | None) -> None:
     """Time direct sum, tree and analyses for growing numbers of vertices."""
@@ -107,7 +111,7 @@ def main(most: int, markdown_file: str | None) -> None:
             print(*velocities[-1], sep="  ", flush=True)
     analyses = []
     for name, (limit, analyse) in ANALYSES.items():
-        sizes = [count for count in (1000, 10_000, 100_000, 1_000_000) if count <= min(most, limit)]
+        sizes = [count for count in (1000, 10_000, 100_000, 1_000_000) if count <= min(10 * most, limit)]
         curves = {count: trefoil(count) for count in sizes}
         analyses.append(
             [

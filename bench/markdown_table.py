@@ -28,10 +28,12 @@ def conditions() -> list[tuple[str, str]]:
     from vkmcore.build import build_info
 
     build = build_info()
+    forms = ", ".join(f"{kernel} {form}" for kernel, form in _engine.pair_forms().items())
     return [
         ("date", datetime.date.today().isoformat()),
         ("processor", f"{processor()}, {os.cpu_count()} logical processors"),
-        ("vectors, form of pair sums", f"{build.vector_bits} bits, {_engine.pair_form()}"),
+        ("vectors", f"{build.vector_bits} bits"),
+        ("forms of pair sums", forms),
         ("compiler", build.compiler),
         ("VKMcore", build.version),
         ("Python, NumPy", f"{platform.python_version()}, {np.__version__}"),

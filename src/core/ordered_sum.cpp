@@ -110,13 +110,14 @@ double sum_in_order(std::size_t count, int threads, const Poll& poll,
   std::size_t since = 0;
   while (done < count) {
     const double growth = (sum - before) / static_cast<double>(done - since);
-    const std::size_t window = std::min(count - done, std::max<std::size_t>(done, count / 12));
+    const std::size_t most = std::max(done / 2, std::min<std::size_t>(count, 8));
+    const std::size_t window = std::min({count - done, most, std::max<std::size_t>(count / 12, 8)});
     std::vector<Part> parts(window);
     run_tasks(window, threads, poll, [&](std::size_t task, Heartbeat& own) {
       Part part{last_place(sum + growth * (static_cast<double>(task) + 0.5))};
       if (part.unit != 0.0) {
-        produce(done + task, [&part](std::span<const double> terms) { add_terms(terms.data(), terms.size(), part); },
-                own);
+        produce(
+            done + task, [&part](std::span<const double> terms) { add_terms(terms.data(), terms.size(), part); }, own);
       }
       parts[task] = part;
     });
@@ -131,7 +132,7 @@ double sum_in_order(std::size_t count, int threads, const Poll& poll,
 }
 
 double sum_over_pairs(std::size_t n, int threads, const Poll& poll, const PairTerms& fill) {
-  constexpr std::size_t room = 4096, most_tasks = 512;
+  constexpr std::size_t room = 4096, most_tasks = 1024;
   if (n < 2) return 0.0;
   // Rows get shorter: task t begins where a share t / tasks of the pairs is done.
   const std::size_t tasks = std::min(most_tasks, (n + 15) / 16);

@@ -6,8 +6,8 @@
 /// While a running sum s stays between two powers of two, all its values are multiples of one unit u, its last place.
 /// Adding t then adds the multiple of u that is nearest to t, whatever s is, unless t lies just between two of them.
 /// So the terms can be rounded to multiples of u side by side, and those added in any order, as such additions are
-/// exact. It is known afterwards whether s could have left its powers of two on the way, as it moved by no more than the
-/// sum of all magnitudes; if so, or if some t lay between, the terms are added one by one.
+/// exact. It is known afterwards whether s could have left its powers of two on the way, as it moved by no more than
+/// the sum of all magnitudes; if so, or if some t lay between, the terms are added one by one.
 
 #include <cstddef>
 #include <functional>

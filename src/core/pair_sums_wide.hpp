@@ -9,7 +9,8 @@
 ///   vectors    vectors of points that are summed at once: as many as fit in the registers with the sums at them;
 ///   square(r)  R^2, with its softening, if any;
 ///   root(r2)   its root n;
-///   bounded    whether `least` is a bound that every R^2 must pass, or the sum is declined: for the forms that need it,
+///   bounded    whether `least` is a bound that every R^2 must pass, or the sum is declined: for the forms that need
+///   it,
 ///              and the terms that leave out near sources;
 ///   operator() (e, r, r2, n, lane): what is added for the source vector e and the offset r of the points at `lane`.
 
@@ -112,8 +113,8 @@ VKM_WIDE_INLINE bool add_sources_wide(const Sources& sources, std::size_t first,
   return true;
 }
 
-/// Writes term(e_i, e_j, p_j - p_i, R^2, n) of one source i with the sources j from `first` on; reads and writes up to a
-/// whole number of eights.
+/// Writes term(e_i, e_j, p_j - p_i, R^2, n) of one source i with the sources j from `first` on; reads and writes up to
+/// a whole number of eights.
 template <class Term>
 VKM_WIDE_INLINE void fill_terms_wide(const LaneSources& sources, std::size_t i, std::size_t first, std::size_t count,
                                      const Term& term, double* terms) {

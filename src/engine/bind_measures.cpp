@@ -71,9 +71,8 @@ constexpr auto gauss_of = [](const DoubleArray& first, const std::optional<Doubl
 constexpr auto tube_of = [](const DoubleArray& array, std::int32_t skip_neighbors, double contact_tol,
                             double equilateral_tol, int threads) {
   const std::vector<Vec3> points = points_from(array, shape_text);
-  return unlocked([&] {
-    return analyze_tube(points, {skip_neighbors, contact_tol, equilateral_tol}, released_poll(), threads);
-  });
+  return unlocked(
+      [&] { return analyze_tube(points, {skip_neighbors, contact_tol, equilateral_tol}, released_poll(), threads); });
 };
 
 constexpr auto code_of = [](const DoubleArray& array, int tries, int seed, double min_angle_deg, double depth_tol,

@@ -47,36 +47,39 @@ std::vector<Vec3> direct_at(const Problem& problem, std::span<const std::size_t>
   std::vector<double> number(problem.at.size());
   for (std::size_t i = 0; i < number.size(); ++i) number[i] = static_cast<double>(i);
   std::vector<Vec3> velocity(points.size());
-  run_tasks((points.size() + near_margin - 1) / near_margin, threads, poll, [&](std::size_t task, Heartbeat& heartbeat) {
-    const std::span own = points.subspan(task * near_margin, std::min(near_margin, points.size() - task * near_margin));
-    for (std::size_t k = 0; k < own.size(); ++k) velocity[task * near_margin + k] = problem.base[own[k]];
-    for (const Pass& pass : problem.passes) {
-      Lanes places(near_margin), sums(near_margin);
-      double first[near_margin], second[near_margin];
-      std::vector<std::size_t> taken;
-      for (std::size_t k = 0; k < own.size(); ++k) {
-        if (own[k] < pass.first_point || own[k] >= pass.last_point) continue;
-        const LeftOut left_out = problem.left_out.empty() ? LeftOut{} : problem.left_out[own[k]];
-        places.set(taken.size(), problem.points[own[k]]);
-        first[taken.size()] = left_out.first;
-        second[taken.size()] = left_out.second;
-        taken.push_back(k);
-      }
-      if (taken.empty()) continue;
-      std::fill(first + taken.size(), first + near_margin, LeftOut::none);
-      std::fill(second + taken.size(), second + near_margin, LeftOut::none);
-      const NearPoints to{view(places), first, second, space(sums)};
-      const NearRule rule{pass.soft * pass.soft, 4};
-      constexpr std::size_t run = 4096;
-      for (std::size_t s = pass.first_element; s < pass.last_element; s += run) {
-        const std::size_t end = std::min(pass.last_element, s + run);
-        const NearRun own_run{s, end, !problem.left_out.empty()};
-        add_near({view(at), view(vectors), number.data()}, {&own_run, 1}, rule, to, 0, taken.size());
-        heartbeat.tick();
-      }
-      for (std::size_t k = 0; k < taken.size(); ++k) velocity[task * near_margin + taken[k]] += pass.sign * sums[k];
-    }
-  });
+  run_tasks((points.size() + near_margin - 1) / near_margin, threads, poll,
+            [&](std::size_t task, Heartbeat& heartbeat) {
+              const std::span own =
+                  points.subspan(task * near_margin, std::min(near_margin, points.size() - task * near_margin));
+              for (std::size_t k = 0; k < own.size(); ++k) velocity[task * near_margin + k] = problem.base[own[k]];
+              for (const Pass& pass : problem.passes) {
+                Lanes places(near_margin), sums(near_margin);
+                double first[near_margin], second[near_margin];
+                std::vector<std::size_t> taken;
+                for (std::size_t k = 0; k < own.size(); ++k) {
+                  if (own[k] < pass.first_point || own[k] >= pass.last_point) continue;
+                  const LeftOut left_out = problem.left_out.empty() ? LeftOut{} : problem.left_out[own[k]];
+                  places.set(taken.size(), problem.points[own[k]]);
+                  first[taken.size()] = left_out.first;
+                  second[taken.size()] = left_out.second;
+                  taken.push_back(k);
+                }
+                if (taken.empty()) continue;
+                std::fill(first + taken.size(), first + near_margin, LeftOut::none);
+                std::fill(second + taken.size(), second + near_margin, LeftOut::none);
+                const NearPoints to{view(places), first, second, space(sums)};
+                const NearRule rule{pass.soft * pass.soft, 4};
+                constexpr std::size_t run = 4096;
+                for (std::size_t s = pass.first_element; s < pass.last_element; s += run) {
+                  const std::size_t end = std::min(pass.last_element, s + run);
+                  const NearRun own_run{s, end, !problem.left_out.empty()};
+                  add_near({view(at), view(vectors), number.data()}, {&own_run, 1}, rule, to, 0, taken.size());
+                  heartbeat.tick();
+                }
+                for (std::size_t k = 0; k < taken.size(); ++k)
+                  velocity[task * near_margin + taken[k]] += pass.sign * sums[k];
+              }
+            });
   return velocity;
 }
 

@@ -87,6 +87,7 @@ FarWrithe far_writhe(std::span<const Vec3> X, double tolerance, int threads, con
   for (std::size_t i = 0; i + 1 < X.size(); ++i) {
     problem.at.push_back(X[i]);
     problem.vector.push_back((X[i + 1] - X[i]) * (1.0 / four_pi));
+    problem.left_out.push_back({static_cast<double>(i), LeftOut::none});
   }
   problem.points = problem.at;
   problem.base.resize(problem.points.size());

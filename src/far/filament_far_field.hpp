@@ -35,8 +35,8 @@ struct FarWrithe {
 };
 
 /// The sum of compute_writhe (filament/topology/topology_measures.hpp) by the tree: with d[i] the edges of the open
-/// list, it is the sum of d[i] . u(X[i]), u the velocity that all edges induce from their starts with Gamma = 1. No near
-/// pairs are left out.
+/// list, it is the sum of d[i] . u(X[i]), u the velocity that all edges induce from their starts with Gamma = 1. No
+/// near pairs are left out.
 FarWrithe far_writhe(std::span<const Vec3> X, double tolerance, int threads, const Poll& poll);
 
 }  // namespace vkm::far

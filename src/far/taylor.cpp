@@ -22,8 +22,8 @@ struct Index {
   std::array<int, 3> k;
   int degree;
   std::size_t axis;
-  std::array<Place, 3> before;  // of k - e by axis, 0 where there is none
-  std::array<Place, 3> twice;   // of k - 2 e
+  std::array<Place, 3> before;    // of k - e by axis, 0 where there is none
+  std::array<Place, 3> twice;     // of k - 2 e
   std::array<double, 3> squares;  // k_i (k_i - 1)
 };
 

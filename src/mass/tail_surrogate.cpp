@@ -160,8 +160,8 @@ void vertex_energies(const TailFilament& filament, std::size_t j, const Samples&
       const std::size_t shell = (base + i) / samples.angles;
       shell_sum += norm2({block.ux[i], block.uy[i], block.uz[i]});
       if ((base + i) % samples.angles != samples.angles - 1) continue;
-      energies[shell] = (shell_sum / static_cast<double>(samples.angles)) * half_density *
-                        (samples.area(shell) * filament.ds[j]);
+      energies[shell] =
+          (shell_sum / static_cast<double>(samples.angles)) * half_density * (samples.area(shell) * filament.ds[j]);
       shell_sum = 0.0;
     }
   }

@@ -27,7 +27,8 @@ struct TubeAnalysis {
   double equilateral_tol = 0.001;   ///< largest relative deviation of an edge length that counts as equilateral
 };
 
-/// Throws std::invalid_argument below three points and for negative tolerances. The same bits for any number of threads.
+/// Throws std::invalid_argument below three points and for negative tolerances. The same bits for any number of
+/// threads.
 ResolvedTubeMetrics analyze_tube(std::span<const Vec3> points, const TubeAnalysis& options = {}, const Poll& poll = {},
                                  int threads = 1);
 

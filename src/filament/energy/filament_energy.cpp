@@ -28,8 +28,8 @@ VKM_INLINE LaneRange lanes_within(std::size_t block, std::size_t first, std::siz
 
 VKM_INLINE std::size_t block_of(std::size_t index) { return index / lane_block * lane_block; }
 
-VKM_KERNEL void fill_writhe(const LaneSources& polygon, std::size_t i, std::size_t first, std::size_t count,
-                            double rc2, double* __restrict terms) {
+VKM_KERNEL void fill_writhe(const LaneSources& polygon, std::size_t i, std::size_t first, std::size_t count, double rc2,
+                            double* __restrict terms) {
   const LaneVec3 p = polygon.place(i), e = polygon.element(i);
   for (std::size_t k = 0; k < count; ++k) {
     const LaneVec3 r = polygon.place(first + k) - p;
