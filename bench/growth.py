@@ -86,7 +86,7 @@ def row_of(shape: str, count: int) -> list[str]:
 
 ANALYSES: dict[str, tuple[int, Callable[[np.ndarray], object]]] = {
     "tube_analyze": (10**6, lambda curve: _native.ResolvedTubeGeometry.analyze(curve)),
-    "pd_from_curve, 4 tries": (10**6, lambda curve: _native.pd_from_curve(curve, 4)),
+    "pd_from_curve, 4 tries": (10**5, lambda curve: _native.pd_from_curve(curve, 4)),
     "compute_writhe": (10**5, lambda curve: _native.compute_writhe(curve)),
     "far_writhe, 1e-06": (10**6, lambda curve: far_writhe(curve, 1e-6, threads=1)),
 }
