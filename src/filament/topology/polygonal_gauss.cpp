@@ -81,70 +81,84 @@ PairCosines pair_cosines(const Vec3& p1, const Vec3& p2, const Vec3& p3, const V
           dot(r13, cross(r34, r12)) < 0.0 ? -1.0 : 1.0};
 }
 
-/// Collects the solid angles of pairs in their order; the inverse sines are taken for many pairs at a time.
+/// Hands the solid angles of pairs on in their order; the inverse sines are taken for many pairs at a time.
+template <class Take>
 class SolidAngles {
  public:
+  explicit SolidAngles(const Take& take) : take_(take) {}
+
   void add(const PairCosines& pair) {
     pairs_[count_++] = pair;
     if (count_ == pairs_.size()) flush();
   }
 
-  std::vector<double> finished() {
-    flush();
-    return std::move(found_);
-  }
-
- private:
   void flush() {
     std::array<double, 4 * block> angles;
     for (std::size_t i = 0; i < count_; ++i) std::copy_n(pairs_[i].cosines.begin(), 4, angles.begin() + 4 * i);
     const std::span<double> used(angles.data(), 4 * count_);
     vkm::asin(used, used);
-    for (std::size_t i = 0; i < count_; ++i) found_.push_back(pairs_[i].solid_angle(&angles[4 * i]));
+    for (std::size_t i = 0; i < count_; ++i) take_(pairs_[i].solid_angle(&angles[4 * i]));
     count_ = 0;
   }
 
+ private:
   static constexpr std::size_t block = 64;
+  const Take& take_;
   std::array<PairCosines, block> pairs_;
   std::size_t count_ = 0;
-  std::vector<double> found_;
 };
 
 /// The pairs of an edge of one curve with the edges first .. last - 1 of another.
 struct EdgeRow {
   std::size_t edge, first, last;
+
+  std::size_t pairs() const { return last - first; }
 };
 
+/// Gives take(angle) the solid angle of each pair of the rows, in their order.
+template <class Take>
+void visit_angles(std::span<const Vec3> a, std::span<const Vec3> b, std::span<const EdgeRow> rows, Heartbeat& heartbeat,
+                  const Take& take) {
+  SolidAngles<Take> angles(take);
+  for (const EdgeRow& row : rows) {
+    const std::size_t i = row.edge;
+    for (std::size_t j = row.first; j < row.last; ++j) {
+      if (j % 1024 == 0) heartbeat.tick();
+      angles.add(pair_cosines(a[i], wrapped(a, i + 1), b[j], wrapped(b, j + 1)));
+    }
+    heartbeat.tick();
+  }
+  angles.flush();
+}
+
 /// Sums over all rows, in their order. Threads share runs of them, and the sums are taken afterwards.
-Sums sum_over_rows(std::span<const Vec3> a, std::span<const Vec3> b, const std::vector<EdgeRow>& rows, const Poll& poll,
+Sums sum_over_rows(std::span<const Vec3> a, std::span<const Vec3> b, std::span<const EdgeRow> rows, const Poll& poll,
                    int threads) {
+  Sums sums;
+  Heartbeat heartbeat(poll);
+  if (threads <= 1) {
+    visit_angles(a, b, rows, heartbeat, [&](double w) { sums.add(w); });
+    return sums;
+  }
   constexpr std::size_t run = 4096;  // pairs of a task, as long as rows are shorter
   std::vector<std::size_t> begins = {0};
   std::size_t pairs = 0;
   for (std::size_t r = 0; r < rows.size(); ++r) {
-    pairs += rows[r].last - rows[r].first;
+    pairs += rows[r].pairs();
     if (pairs < run && r + 1 < rows.size()) continue;
     begins.push_back(r + 1);
     pairs = 0;
   }
   const std::size_t tasks = begins.size() - 1;
-  const std::size_t window = threads > 1 ? 64 * static_cast<std::size_t>(threads) : 1;
-  Sums sums;
-  Heartbeat waiting(poll);
+  const std::size_t window = 64 * static_cast<std::size_t>(threads);
   for (std::size_t begin = 0; begin < tasks; begin += window) {
     std::vector<std::vector<double>> angles(std::min(window, tasks - begin));
-    run_tasks(angles.size(), threads, poll, [&](std::size_t task, Heartbeat& heartbeat) {
-      SolidAngles own;
-      for (std::size_t r = begins[begin + task]; r < begins[begin + task + 1]; ++r) {
-        const std::size_t i = rows[r].edge;
-        for (std::size_t j = rows[r].first; j < rows[r].last; ++j) {
-          if (j % 1024 == 0) heartbeat.tick();
-          own.add(pair_cosines(a[i], wrapped(a, i + 1), b[j], wrapped(b, j + 1)));
-        }
-      }
-      angles[task] = own.finished();
+    run_tasks(angles.size(), threads, poll, [&](std::size_t task, Heartbeat& own) {
+      const std::size_t first = begins[begin + task];
+      visit_angles(a, b, rows.subspan(first, begins[begin + task + 1] - first), own,
+                   [&found = angles[task]](double w) { found.push_back(w); });
     });
-    waiting.tick();
+    heartbeat.tick();
     for (const std::vector<double>& list : angles) {
       for (const double w : list) sums.add(w);
     }
