@@ -3,7 +3,10 @@
 import numpy as np
 import pytest
 from vkmcore.ideal import starts
+from vkmcore.ideal.arc_walks import arc_walk
+from vkmcore.reference.tables import find
 from vkmcore.topology.bracket import jones
+from vkmcore.topology.certificate import certify
 from vkmcore.topology.diagram import DiagramError
 from vkmcore.topology.identification import identify
 from vkmcore.topology.projection import diagram_of_curves
@@ -51,6 +54,16 @@ def test_every_torus_translation_of_a_grid_is_the_same_knot():
     assert len(every) == 25
     assert {type_of(start) for start in every} == {TREFOIL}
     assert len({start.components[0].tobytes() for start in every}) >= 5  # this grid has symmetries
+
+
+@pytest.mark.parametrize("name", ["3_1", "10_137", "L6a4"])
+def test_walks_keep_the_type_and_differ(name):
+    entry = find(name)
+    ends = [arc_walk(entry.grid, np.random.default_rng(seed), seed % 4) for seed in range(12)]
+    assert [len(grid) for grid in ends] == [len(entry.grid) + seed % 4 for seed in range(12)]
+    for grid in ends:
+        certify(starts.grid_polygon(grid).components, name)
+    assert len({tuple(map(tuple, map(sorted, grid))) for grid in ends}) > 8
 
 
 @pytest.mark.parametrize(

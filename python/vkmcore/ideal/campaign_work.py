@@ -13,7 +13,7 @@ from vkmcore.ideal.campaign_store import Shape, StoredForm
 from vkmcore.ideal.families import EFFORT, family_of
 from vkmcore.ideal.form_polish import fit, polish
 from vkmcore.ideal.fourier_form import measure
-from vkmcore.ideal.starts import table_starts
+from vkmcore.ideal.starts import searched_starts
 from vkmcore.reference.tables import TableEntry, find
 from vkmcore.topology.certificate import certify
 
@@ -45,13 +45,13 @@ def work(task: Task) -> Outcome:
 
 def _search(task: Task, entry: TableEntry) -> dict[str, Any]:
     """The engine's search from what the table has of the knot, or from starts of its family: every later one where no
-    other start is worth its time, else every second. The first seed is a quick one, so that every knot exists soon."""
+    other start is worth its time, else every fourth. The first seed is a quick one, so that every knot exists soon."""
     seed = 1000 * task.seed + sum(map(ord, entry.name))
     family = family_of(entry)
-    if family is not None and task.seed > 1 and (family.alone or task.seed % 2 == 0):
+    if family is not None and task.seed > 1 and (family.alone or task.seed % 4 == 0):
         starts = [list(start.components) for start in family.starts(seed)]
         return _engine.tighten(starts, edge=task.edge, seed=seed, start_count=family.count, **EFFORT)
-    starts = [list(start.components) for start in table_starts(entry)]
+    starts = [list(start.components) for start in searched_starts(entry, task.seed)]
     effort: dict[str, Any] = QUICK if task.seed == 1 else {}
     return _engine.tighten(starts, edge=task.edge, seed=seed, **effort)
 

@@ -44,16 +44,15 @@ class Family:
     count: int  # of starts to a search
     alone: bool  # whether other starts are known to lead to worse shapes only
 
-    def starts(self, seed: int, mirrored: bool = False) -> list[Start]:
-        """The family's starts, in the chirality of the table or its mirror image."""
+    def starts(self, seed: int) -> list[Start]:
+        """The family's starts, in the chirality of the table."""
         rng = np.random.default_rng(seed)
         starts: list[Start] = []
         while len(starts) < self.count:
             try:
-                start = self.draw(rng)
+                starts.append(self.draw(rng))
             except ValueError:  # these numbers make strands meet
                 continue
-            starts.append(start.mirrored() if mirrored else start)
         return starts
 
 

@@ -13,7 +13,7 @@ import numpy as np
 
 from vkmcore.curves.reader import is_file, read_curves
 from vkmcore.errors import CurveError
-from vkmcore.ideal.starts import Start, braid_polygon, diagram_polygon, grid_polygon, grid_polygons, table_starts
+from vkmcore.ideal.starts import Start, braid_polygon, diagram_polygon, grid_polygon, grid_polygons
 from vkmcore.reference.tables import TableEntry, UnknownName, find
 from vkmcore.topology.diagram import PlanarDiagram, diagram_of_code
 from vkmcore.topology.identification import MIRROR, UNKNOWN, identify
@@ -35,10 +35,9 @@ class Problem:
 
     title: str  # "8_18", "planar diagram", a file's name
     diagram: PlanarDiagram  # of the type
-    starts: tuple[Start, ...]  # the user's own, or all of his arc presentation
+    starts: tuple[Start, ...]  # the user's own, or all of his arc presentation; none where only a name was given
     entry: TableEntry | None = None  # of the tables, where the type is known
     mirrored: bool = False  # whether the type is the mirror image of the table's
-    named: bool = False  # whether the type was given by its name in the tables
 
 
 def problem_of(curve: Any) -> Problem:
@@ -126,7 +125,7 @@ def _of_file(name: str) -> Problem:
 
 
 def _of_entry(entry: TableEntry) -> Problem:
-    return Problem(entry.name, entry.diagram, tuple(table_starts(entry)), entry, named=True)
+    return Problem(entry.name, entry.diagram, (), entry)
 
 
 def _of_diagram(diagram: PlanarDiagram, title: str) -> Problem:

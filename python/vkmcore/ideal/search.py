@@ -13,6 +13,7 @@ from vkmcore.ideal.families import EFFORT, family_of
 from vkmcore.ideal.inputs import Problem, problem_of
 from vkmcore.ideal.polygons import Batch, Progress, search
 from vkmcore.ideal.shape import IdealShape
+from vkmcore.ideal.starts import Start, searched_starts
 from vkmcore.topology.certificate import Certificate, CertificateError, same_type
 
 if TYPE_CHECKING:
@@ -20,7 +21,6 @@ if TYPE_CHECKING:
 
     from numpy.typing import ArrayLike
 
-    from vkmcore.ideal.starts import Start
     from vkmcore.knots import Knot, Link
     from vkmcore.topology.diagram import PlanarDiagram
 
@@ -48,8 +48,9 @@ def idealize(
             `read_curves` knows, a Knot or Link, points (N, 3) of a closed polygon or a list of such, a planar diagram
             or its code (rows of four whole numbers), an arc presentation (the two rows of each column), or a braid
             word (whole numbers). Codes may be texts too, as "[[1,5,2,4],[3,1,4,6],[5,3,6,2]]". What the tables know
-            is searched from the table's arc presentation as well, and torus knots T(2, q) and twist knots from starts
-            of their own. A `Problem`, what `problem_of` makes of any of these, is taken as it is.
+            is searched from the table's arc presentation as well (seeds other than 1: from those that random walks
+            lead to), and torus knots T(2, q) and twist knots from starts of their own. A `Problem`, what `problem_of`
+            makes of any of these, is taken as it is.
         expected: the name of the type that the curve must have, chirality included.
         edge: edge length of the finest level, in tube radii. The excess over the smooth shape goes with its square:
             about 0.05 % at 0.15, 0.01 % at 0.07.
@@ -104,23 +105,17 @@ def batches_of(problem: Problem, effort: dict[str, Any]) -> list[Batch]:
     entry, mirrored = problem.entry, problem.mirrored
     family = None if entry is None else family_of(entry)
     batches = []
-    if not problem.named:
-        beside = entry is not None and len(problem.starts) == 1
-        batches.append(_batch("own", problem.starts, {**effort, **OWN_EFFORT} if beside else effort))
-    if entry is not None and not (family is not None and family.alone):
-        if problem.named:
-            batches.append(_batch("table", problem.starts, effort))
-        elif len(problem.starts) == 1:
-            from vkmcore.ideal.starts import table_starts
-
-            starts = table_starts(entry)
-            batches.append(_batch("table", [s.mirrored() if mirrored else s for s in starts], effort))
+    alone = entry is None or len(problem.starts) > 1  # without starts from the tables beside it
+    if problem.starts:
+        polygons = [start.components for start in problem.starts]
+        batches.append(Batch("own", lambda seed: polygons, effort if alone else {**effort, **OWN_EFFORT}))
+    if entry is not None and not alone and not (family is not None and family.alone):
+        known = entry  # not None in the function below
+        batches.append(Batch("table", lambda seed: _components(searched_starts(known, seed), mirrored), effort))
     if family is not None:
-        chosen = family  # not None in the function below
+        chosen = family
         own = {**EFFORT, "start_count": family.count}
-        batches.append(
-            Batch(family.kind, lambda seed: [s.components for s in chosen.starts(seed, mirrored)], own),
-        )
+        batches.append(Batch(family.kind, lambda seed: _components(chosen.starts(seed), mirrored), own))
     return batches
 
 
@@ -138,9 +133,8 @@ def unknot_batch(edge: float) -> Batch:
     return Batch("circle", lambda seed: [[circle]], effort)
 
 
-def _batch(kind: str, starts: Sequence[Start], effort: dict[str, Any]) -> Batch:
-    polygons = [start.components for start in starts]
-    return Batch(kind, lambda seed: polygons, effort)
+def _components(starts: Sequence[Start], mirrored: bool) -> list[tuple[Any, ...]]:
+    return [(start.mirrored() if mirrored else start).components for start in starts]
 
 
 def _require_type(problem: Problem, expected: str) -> None:

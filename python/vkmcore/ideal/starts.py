@@ -18,11 +18,13 @@ from typing import TYPE_CHECKING, Any
 import numpy as np
 from numpy.typing import NDArray
 
+from vkmcore.ideal.arc_walks import Grid, arc_walk
+
 if TYPE_CHECKING:
     from vkmcore.reference.tables import TableEntry
 
 Points = NDArray[np.float64]
-Grid = Sequence[tuple[int, int]]
+WALKS = 40  # among arc presentations, for one search
 
 
 @dataclass(frozen=True)
@@ -351,3 +353,13 @@ def table_starts(entry: TableEntry) -> list[Start]:
     if entry.braid:
         starts += [braid_polygon(entry.braid)] * max(1, len(starts) // 2)
     return starts + [diagram_polygon(entry.pd)] * max(1, len(starts) // 6)
+
+
+def searched_starts(entry: TableEntry, seed: int) -> list[Start]:
+    """Starts of one search for a knot or link of the tables: `table_starts` for seed 1; for all others, where the table
+    has an arc presentation, the ends of walks from it, every second seed's three to five columns larger."""
+    if seed == 1 or not entry.grid:
+        return table_starts(entry)
+    rng = np.random.default_rng(seed)
+    larger = (3, 4, 5) if seed % 2 else (0,)
+    return [grid_polygon(arc_walk(entry.grid, rng, int(rng.choice(larger)))) for _ in range(WALKS)]
