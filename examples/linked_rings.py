@@ -31,12 +31,6 @@ def chain(rings: int, vertices: int) -> list[dict[str, object]]:
     return filaments
 
 
-def impulse(curves: list[np.ndarray]) -> np.ndarray:
-    """1 / 2 times the closed integral of r x dr, over all curves, for circulation 1 (m^4/s over the density)."""
-    total: np.ndarray = sum(0.5 * np.cross(points, np.roll(points, -1, axis=0)).sum(axis=0) for points in curves)
-    return total
-
-
 def film(path: str, run: Simulation, every: int) -> None:
     """Draw each frame as lines into a .gif, from above and a little aside."""
     import matplotlib.pyplot as plt
@@ -88,13 +82,15 @@ def main() -> None:
         tolerance=arguments.tolerance,
     )
     seconds, cpu = time.perf_counter() - before, time.process_time() - cpu
-    start, end = impulse(run.frames[0].points), impulse(run.frames[-1].points)
+    kept = run.invariants()
+    start, end = kept.impulse[0], kept.impulse[-1]
     print(f"{sum(map(len, run.frames[-1].points))} vertices, {run.steps} steps to t = {run.time:.3f} s")
     print(
         f"{seconds:.0f} s, {cpu:.0f} s of all cores; {resource.getrusage(resource.RUSAGE_SELF).ru_maxrss / 1e3:.0f} MB"
     )
     print(f"velocities: {run.far_field}, error {run.sampled_error:.1e} of the largest; contact: {run.contact}")
     print(f"impulse: {np.linalg.norm(start):.8g} m^4/s, changed by {np.linalg.norm(end - start):.1e}")
+    print(f"energy: {kept.energy[0]:.8g} m^5/s^2, changed by {np.abs(kept.energy - kept.energy[0]).max():.1e}")
     if arguments.movie:
         film(arguments.movie, run, max(1, arguments.vertices // 60))
 

@@ -17,8 +17,8 @@ from scipy.integrate import solve_ivp
 from scipy.special import ellipe, ellipk
 from vkmcore import calculate_length, compute_polygonal_gauss, sample_circle
 from vkmcore.dynamics.core_model import filament_velocity
+from vkmcore.dynamics.invariants import impulse
 from vkmcore.dynamics.simulation import simulate
-from vkmcore.dynamics.summary import impulse
 from vkmcore.dynamics.thin_filament import kelvin_wave_frequency, ring_speed, thin_filament_velocity
 
 Points = NDArray[np.float64]

@@ -12,6 +12,7 @@ import numpy as np
 if TYPE_CHECKING:
     from numpy.typing import NDArray
 
+    from vkmcore.dynamics.invariants import Invariants
     from vkmcore.dynamics.trajectory import Frame
     from vkmcore.pictures.movie import Movie
 
@@ -33,15 +34,27 @@ class Recorded:
         return np.array([frame.time for frame in self.frames])
 
     def velocity(self, frame: int = -1) -> list[Points]:
-        """Velocities (N, 3) in m/s of the vertices of each filament in a frame, by the run's own options and core; zero
-        for ghosts, which do not move."""
+        """Velocities (N, 3) in m/s of the vertices of each filament in a frame, by the run's own options, core and far
+        field; zero for ghosts, which do not move."""
         from vkmcore.dynamics.core_model import filament_velocity
+        from vkmcore.dynamics.velocity import Summation
 
         points = self.frames[frame].points
         placed = [{**filament, "points": at} for filament, at in zip(self.filaments, points, strict=True)]
         # The options of the settings have the constant of the core's model in them already.
         core = "raw" if self.settings.get("core", "raw") == "raw" else "constant"
-        return filament_velocity(placed, self.settings.get("options"), core)[0]
+        tolerance = self.settings.get("tolerance")
+        summation = Summation() if tolerance is None else Summation("tree", tolerance)
+        return filament_velocity(placed, self.settings.get("options"), core, summation)[0]
+
+    def invariants(self) -> Invariants:
+        """Impulse, angular impulse and energy in each frame, which the motion of thin filaments keeps: how far they
+        stray is what a run's steps, edges and tolerance cost. One sum of velocities a frame; see
+        `vkmcore.dynamics.invariants` for the formulas."""
+        from vkmcore.dynamics.invariants import invariants
+
+        positions = [frame.points for frame in self.frames]
+        return invariants(self.times, positions, [self.velocity(k) for k in range(len(positions))], self.filaments)
 
     def curvature(self, frame: int = -1) -> list[Points]:
         """Curvatures (N,) in 1/m at the vertices of each filament in a frame, as `Knot.curvature` of a polygon."""

@@ -7,6 +7,7 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
+from vkmcore.dynamics.invariants import impulse
 from vkmcore.pictures.outline import outline
 
 if TYPE_CHECKING:
@@ -48,19 +49,12 @@ def filament_records(run: Recorded) -> list[dict[str, Any]]:
                 "circulation": circulation,
                 "length_start": calculate_length(start),
                 "length_end": calculate_length(end),
-                "impulse_start": impulse(start, circulation),
-                "impulse_end": impulse(end, circulation),
+                "impulse_start": impulse(start, circulation).tolist(),
+                "impulse_end": impulse(end, circulation).tolist(),
                 "centroid_end": end.mean(axis=0).tolist() if len(end) else [0.0] * 3,
             }
         )
     return records
-
-
-def impulse(points: Points, circulation: float) -> list[float]:
-    """Gamma / 2 times the closed integral of r x dr, exact for the polygon: the impulse over the density (m^4/s)."""
-    ahead = np.roll(points, -1, axis=0)
-    total: list[float] = (0.5 * circulation * np.cross(points, ahead).sum(axis=0)).tolist()
-    return total
 
 
 def line(run: Recorded) -> str:
