@@ -4,13 +4,15 @@
 ///
 /// A processor can leave both to its divider, or do one or both of them by multiply-adds that give the same bits
 /// (wide.hpp), so that divider and multipliers work side by side. Which form is the quickest differs between kernels,
-/// and between processors of one vector width: each kernel is measured on its first use, in about half a millisecond.
+/// and between processors of one vector width: each kernel is measured on its first use, in about a millisecond.
 /// The bits are the same whichever it is; the environment variable VKM_PAIR_FORM names one for tests.
 
 #include <atomic>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "core/vec3.hpp"
 
 namespace vkm {
 
@@ -42,6 +44,12 @@ class PairKernel {
 
   friend std::vector<std::pair<std::string, PairForm>> pair_forms();
 };
+
+/// A curve of 1024 places and edges to measure forms with, made once: what a measurement allocates disturbs it.
+struct TrialCurve {
+  std::vector<Vec3> at, edges;
+};
+const TrialCurve& trial_curve();
 
 /// The form of every kernel, by name.
 std::vector<std::pair<std::string, PairForm>> pair_forms();

@@ -24,15 +24,9 @@ void add_fluid_rows(const LaneSources& edges, std::size_t n, const LaneView& poi
 }
 
 const PairKernel fluid_kernel("fluid mass", [](PairForm form) {
-  constexpr std::size_t count = 256;
-  Lanes at(count), edges(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    const double x = static_cast<double>(i) / count;
-    at.set(i, {x, x * x, 0.5 - x});
-    edges.set(i, {1.0 - x, x, 0.25});
-  }
+  static const Lanes at(trial_curve().at), edges(trial_curve().edges);
   double sums[lane_block] = {};
-  add_fluid_rows({view(at), view(edges)}, count, view(at), view(edges), sums, form);
+  add_fluid_rows({view(at), view(edges)}, 256, view(at), view(edges), sums, form);
 });
 
 }  // namespace vkm

@@ -24,15 +24,9 @@ void fill_neumann(const LaneSources& edges, std::size_t i, std::size_t first, st
 }
 
 const PairKernel neumann_kernel("Neumann energy", [](PairForm form) {
-  constexpr std::size_t count = 1024;
-  Lanes at(count), edges(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    const double x = static_cast<double>(i) / count;
-    at.set(i, {x, x * x, 0.5 - x});
-    edges.set(i, {1.0 - x, x, 0.25});
-  }
-  double terms[count];
-  for (std::size_t i = 0; i < 8; ++i) fill_neumann({view(at), view(edges)}, i, 0, count, 0.01, terms, form);
+  static const Lanes at(trial_curve().at), edges(trial_curve().edges);
+  double terms[1024];
+  for (std::size_t i = 0; i < 8; ++i) fill_neumann({view(at), view(edges)}, i, 0, 1024, 0.01, terms, form);
 });
 
 }  // namespace vkm

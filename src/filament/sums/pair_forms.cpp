@@ -36,27 +36,18 @@ VKM_KERNEL void add_wire_plain(const PairRun& run, double f) {
   add_sources(run.sources, run.first, run.last, run.points, run.sums, term);
 }
 
-/// A block of points and some sources, to measure the forms with.
-struct Trial {
-  static constexpr std::size_t sources = 256;
-  std::vector<Vec3> at{sources}, vector{sources};
-  Lanes points{lane_block}, sums{lane_block};
-
-  Trial() {
-    for (std::size_t s = 0; s < sources; ++s) {
-      const double x = static_cast<double>(s) / sources;
-      at[s] = {x, x * x, 0.5 - x};
-      vector[s] = {1.0 - x, x, 0.25};
-    }
-    for (std::size_t k = 0; k < lane_block; ++k) points.set(k, {2.0, static_cast<double>(k), -1.0});
-  }
-
-  template <class Add>
-  void run(const Add& add) {
-    const PointSources list{at.data(), vector.data()};
-    add(PairRun{list, 0, sources, view(points), space(sums)});
-  }
-};
+/// Runs `add` for a block of points and some sources, to measure the forms with.
+template <class Add>
+void try_form(const Add& add) {
+  static const Lanes points = [] {
+    Lanes block(lane_block);
+    for (std::size_t k = 0; k < lane_block; ++k) block.set(k, {2.0, static_cast<double>(k), -1.0});
+    return block;
+  }();
+  Lanes sums(lane_block);
+  const PointSources list{trial_curve().at.data(), trial_curve().edges.data()};
+  add(PairRun{list, 0, 256, view(points), space(sums)});
+}
 
 }  // namespace
 
@@ -73,14 +64,13 @@ void add_wire(const PairRun& run, double f, PairForm form) {
 }
 
 const PairKernel closed_curve_kernel("velocity grid", [](PairForm form) {
-  Trial().run([form](const PairRun& run) { add_closed_curve(run, 1e-12, form); });
+  try_form([form](const PairRun& run) { add_closed_curve(run, 1e-12, form); });
 });
 const PairKernel induced_kernel("filament velocity", [](PairForm form) {
-  Trial().run([form](const PairRun& run) { add_induced(run, 0.01, 1.0, form); });
+  try_form([form](const PairRun& run) { add_induced(run, 0.01, 1.0, form); });
 });
-const PairKernel wire_kernel("wire", [](PairForm form) {
-  Trial().run([form](const PairRun& run) { add_wire(run, 1.0, form); });
-});
+const PairKernel wire_kernel("wire",
+                             [](PairForm form) { try_form([form](const PairRun& run) { add_wire(run, 1.0, form); }); });
 
 PairForm induced_form(bool moderate_places, double strength) {
   return induced_kernel.form_for(moderate_places && strength != 0.0 && moderate(strength));

@@ -63,15 +63,10 @@ void fill_gauss(const Vec3& x, const Vec3& u, const GaussColumns& columns, std::
 }
 
 const PairKernel gauss_kernel("Gauss sum", [](PairForm form) {
-  std::vector<Vec3> at, vector;
-  for (std::size_t i = 0; i < 1024; ++i) {
-    const double x = static_cast<double>(i) / 1024.0;
-    at.push_back({x, x * x, 0.5 - x});
-    vector.push_back({1.0 - x, x, 0.25});
-  }
-  const GaussColumns columns(at, vector);
+  static const GaussColumns columns(trial_curve().at, trial_curve().edges);
   double terms[1024];
-  for (std::size_t i = 0; i < 8; ++i) fill_gauss({2.0, 0.5, 0.0}, vector[i], columns, 0, 1024, terms, form);
+  for (std::size_t i = 0; i < 8; ++i)
+    fill_gauss({2.0, 0.5, 0.0}, trial_curve().edges[i], columns, 0, 1024, terms, form);
 });
 
 double add_gauss_row(double sum, const Vec3& x, const Vec3& u, const GaussColumns& columns, std::size_t begin,
