@@ -357,7 +357,8 @@ def table_starts(entry: TableEntry) -> list[Start]:
 
 def searched_starts(entry: TableEntry, seed: int) -> list[Start]:
     """Starts of one search for a knot or link of the tables: `table_starts` for seed 1; for all others, where the table
-    has an arc presentation, the ends of walks from it, two of three seeds' one to two, or three to five, columns larger."""
+    has an arc presentation, the ends of walks from it: for two of three seeds of presentations one to five columns
+    larger."""
     if seed == 1 or not entry.grid:
         return table_starts(entry)
     rng = np.random.default_rng(seed)
