@@ -10,8 +10,7 @@
 ///   square(r)  R^2, with its softening, if any;
 ///   root(r2)   its root n;
 ///   bounded    whether `least` is a bound that every R^2 must pass, or the sum is declined: for the forms that need
-///   it,
-///              and the terms that leave out near sources;
+///              it, and the terms that leave out near sources;
 ///   operator() (e, r, r2, n, lane): what is added for the source vector e and the offset r of the points at `lane`.
 
 #include "core/pair_form.hpp"
@@ -113,19 +112,18 @@ VKM_WIDE_INLINE bool add_sources_wide(const Sources& sources, std::size_t first,
   return true;
 }
 
-/// Writes term(e_i, e_j, p_j - p_i, R^2, n) of one source i with the sources j from `first` on; reads and writes up to
-/// a whole number of eights.
+/// Writes term(e, e_j, p - p_j, R^2, n) of a place p and its element e with the sources j from `first` on; reads and
+/// writes up to a whole number of eights. The root of the next sources is begun before a term is finished.
 template <class Term>
-VKM_WIDE_INLINE void fill_terms_wide(const LaneSources& sources, std::size_t i, std::size_t first, std::size_t count,
-                                     const Term& term, double* terms) {
-  const WideVec3 p = wide(sources.place(i)), e = wide(sources.element(i));
-  WideVec3 r = load_wide(sources.at, first) - p;
+VKM_WIDE_INLINE void fill_terms_wide(const WideVec3& p, const WideVec3& e, const LaneSources& sources,
+                                     std::size_t first, std::size_t count, const Term& term, double* terms) {
+  WideVec3 r = p - load_wide(sources.at, first);
   Wide r2 = term.square(r), n = term.root(r2);
   for (std::size_t k = 0; k < count; k += wide_lanes) {
     const WideVec3 own_r = r;
     const Wide own_r2 = r2, own_n = n;
     const std::size_t next = k + wide_lanes < count ? k + wide_lanes : k;
-    r = load_wide(sources.at, first + next) - p;
+    r = p - load_wide(sources.at, first + next);
     r2 = term.square(r);
     n = term.root(r2);
     store_wide(terms + k, term(e, load_wide(sources.vector, first + k), own_r, own_r2, own_n));

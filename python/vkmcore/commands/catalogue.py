@@ -86,20 +86,29 @@ def build(
 
 
 def selected(patterns: Sequence[str]) -> list[TableEntry]:
-    """The entries of the tables that match, knots before links at each crossing number."""
-    from vkmcore.reference.tables import knots, links, others
+    """The entries of the tables that match; without patterns the first shelf, knots before links."""
+    from vkmcore.reference.tables import knots, large_knots, large_links, links, others
 
-    entries = [*knots(), *links(), *others()]
-    chosen = [e for e in entries if not patterns or any(fnmatch.fnmatchcase(e.name, p) for p in patterns)]
+    first_shelf = [*knots(), *links(), *others()]
+    if not patterns:
+        return first_shelf
+    entries = {entry.name: entry for entry in first_shelf}
+    missing = ""
+    try:
+        entries |= {entry.name: entry for entry in (*large_knots(11), *large_links(10), *large_knots(12))}
+    except ImportError as error:
+        missing = f"; {error}"
+    chosen = [e for e in entries.values() if any(fnmatch.fnmatchcase(e.name, p) for p in patterns)]
     if not chosen:
-        raise Failure(f"vkmcore: no knot or link of the tables matches {' '.join(patterns)}")
+        raise Failure(f"vkmcore: no knot or link of the tables matches {' '.join(patterns)}{missing}")
     return chosen
 
 
 def target_of(entry: TableEntry) -> Target:
-    from vkmcore.ideal.campaign import Target
+    from vkmcore.ideal.campaign import MOST_CROSSINGS_OF_FORMS, Target
 
-    return Target(entry.name, (entry.crossings + (entry.components > 1), entry.components), entry.ropelength)
+    rank = (entry.crossings + (entry.components > 1), entry.components)
+    return Target(entry.name, rank, entry.ropelength, entry.crossings <= MOST_CROSSINGS_OF_FORMS)
 
 
 @contextmanager

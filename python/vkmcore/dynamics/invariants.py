@@ -10,6 +10,8 @@ The last follows from the Hamiltonian H of the thin-filament motion, Gamma x' cr
 enlarging all curves by a factor tells sum Gamma oint v . (x cross dx) = H - dH/d(log a), and H depends on a by
 -Gamma^2 L / (4 pi) log a alone. A ring of radius R with the speed Gamma / (4 pi R) (log(8 R / a) + c) has the energy
 1/2 Gamma^2 R (log(8 R / a) + c - 1). Impulses are exact for polygons, the energy has an error like h^2 in the edges.
+Where different filaments are softened as well (`a_sim`), their mutual energy depends on that length too, and the energy
+here lacks its part: of the order (a_sim / r)^2 of the mutual energy at distances r.
 """
 
 from __future__ import annotations
@@ -20,6 +22,8 @@ from dataclasses import dataclass
 from typing import TYPE_CHECKING, Any
 
 import numpy as np
+
+from vkmcore import calculate_length
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray
@@ -56,11 +60,7 @@ def energy(points: Points, velocity: Points, circulation: float) -> float:
     """The part of one filament in the energy, from the velocities of its vertices."""
     way = 0.5 * (np.roll(points, -1, axis=0) - np.roll(points, 1, axis=0))
     virial = circulation * float((velocity * np.cross(points, way)).sum())
-    return virial - circulation**2 * length(points) / (4.0 * math.pi)
-
-
-def length(points: Points) -> float:
-    return float(np.linalg.norm(np.roll(points, -1, axis=0) - points, axis=1).sum())
+    return virial - circulation**2 * calculate_length(points) / (4.0 * math.pi)
 
 
 def invariants(
@@ -76,15 +76,12 @@ def invariants(
         if filament.get("source", True) and not filament.get("ghost", False)
     ]
 
-    def total(values: list[Any]) -> Any:
-        return np.sum(values, axis=0) if values else 0.0
-
     rows = [
         (
-            total([impulse(points[k], circulation) for k, circulation in sources]) + np.zeros(3),
-            total([angular_impulse(points[k], circulation) for k, circulation in sources]) + np.zeros(3),
-            total([energy(points[k], velocity[k], circulation) for k, circulation in sources]),
-            total([length(points[k]) for k, _ in sources]),
+            sum((impulse(points[k], circulation) for k, circulation in sources), np.zeros(3)),
+            sum((angular_impulse(points[k], circulation) for k, circulation in sources), np.zeros(3)),
+            sum((energy(points[k], velocity[k], circulation) for k, circulation in sources), 0.0),
+            sum((calculate_length(points[k]) for k, _ in sources), 0.0),
         )
         for points, velocity in zip(frames, velocities, strict=True)
     ]

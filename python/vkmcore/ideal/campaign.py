@@ -26,6 +26,7 @@ LEAST_SEEDS = 3  # of what has no published value
 LAGGING = 1e-3  # excess of a Fourier form over the best polygon from which on it is made again at once
 HARMONICS_A_RADIUS = 3.0
 MOST_HARMONICS = 256
+MOST_CROSSINGS_OF_FORMS = 11  # knots of twelve crossings are kept as polygons
 
 
 @dataclass(frozen=True)
@@ -35,6 +36,7 @@ class Target:
     name: str
     rank: tuple[int, ...]  # order among first searches
     published: float | None = None
+    form: bool = True  # whether a Fourier form is wanted beside the polygon
 
 
 @dataclass(frozen=True)
@@ -100,7 +102,7 @@ def missing(target: Target, entry: Entry, seeds: int, finest: float) -> list[tup
             if (edge, begin.ropelength) not in done:
                 tasks.append(((2, *target.rank, -1), Task("refine", target.name, begin.seed, edge, begin)))
                 break
-        if entry.form is None or entry.form.source_ropelength != shape.ropelength:
+        if target.form and (entry.form is None or entry.form.source_ropelength != shape.ropelength):
             form = Task("form", target.name, shape.seed, shape.edge, shape)
             if ("form", shape.edge, shape.ropelength) not in failed:
                 late = entry.form is not None and entry.form.ropelength < shape.ropelength * (1.0 + LAGGING)

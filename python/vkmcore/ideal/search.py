@@ -105,11 +105,11 @@ def batches_of(problem: Problem, effort: dict[str, Any]) -> list[Batch]:
     entry, mirrored = problem.entry, problem.mirrored
     family = None if entry is None else family_of(entry)
     batches = []
-    alone = entry is None or len(problem.starts) > 1  # without starts from the tables beside it
+    beside = entry is not None and len(problem.starts) <= 1  # starts from the tables beside the problem's own
     if problem.starts:
         polygons = [start.components for start in problem.starts]
-        batches.append(Batch("own", lambda seed: polygons, effort if alone else {**effort, **OWN_EFFORT}))
-    if entry is not None and not alone and not (family is not None and family.alone):
+        batches.append(Batch("own", lambda seed: polygons, {**effort, **OWN_EFFORT} if beside else effort))
+    if entry is not None and beside and not (family is not None and family.alone):
         known = entry  # not None in the function below
         batches.append(Batch("table", lambda seed: _components(searched_starts(known, seed), mirrored), effort))
     if family is not None:

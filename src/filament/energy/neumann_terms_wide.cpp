@@ -22,7 +22,8 @@ struct NeumannTerm {
 template <PairForm form>
 VKM_WIDE void fill_as(const LaneSources& edges, std::size_t i, std::size_t first, std::size_t count, double rc2,
                       double* terms) {
-  fill_terms_wide(edges, i, first, count, NeumannTerm<form>{wide(rc2)}, terms);
+  fill_terms_wide(wide(edges.place(i)), wide(edges.element(i)), edges, first, count, NeumannTerm<form>{wide(rc2)},
+                  terms);
 }
 
 }  // namespace
