@@ -17,7 +17,15 @@ from vkmcore.ideal.starts import searched_starts
 from vkmcore.reference.tables import TableEntry, find
 from vkmcore.topology.certificate import certify
 
-QUICK = {"start_count": 8, "first_chains": 3, "first_hops": 4, "second_chains": 1, "second_hops": 10}
+QUICK = {
+    "start_count": 8,
+    "first_chains": 3,
+    "first_hops": 4,
+    "second_chains": 1,
+    "second_hops": 10,
+    "refined": 2,
+    "finished": 1,
+}
 LEAST_HARMONICS = 64
 VERTICES_A_RADIUS = 6.0  # of the polygon whose type is taken of a form
 
