@@ -2,6 +2,7 @@
 #
 #   src/knot_fseries/knot.<key>.fseries   an entry of the knot table, by <key>
 #   resources/<key>                       an entry of the ideal table, by its path
+#   resources/<key>.polygon               the same as <key>.txt, packed: the build unpacks it
 #
 # A new file is a new entry with no other edit. The texts do not pass through the compiler: the assembler includes the
 # files. Where it cannot (VKM_EMBED_AS_BYTES), they are written out as arrays of bytes.
@@ -18,20 +19,45 @@ if(NOT CMAKE_SCRIPT_MODE_FILE)
   file(GLOB vkm_knot_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/knot_fseries/knot.*.fseries)
   file(GLOB_RECURSE vkm_ideal_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/*)
   list(FILTER vkm_ideal_files EXCLUDE REGEX "/\\.[^/]*$")  # what editors and file managers leave behind
+  set(vkm_polygon_files ${vkm_ideal_files})
+  list(FILTER vkm_polygon_files INCLUDE REGEX "\\.polygon$")
+  list(FILTER vkm_ideal_files EXCLUDE REGEX "\\.polygon$")
 
   set(vkm_catalogue ${PROJECT_BINARY_DIR}/catalogue)
+  add_executable(vkm_unpack_polygons ${PROJECT_SOURCE_DIR}/tools/unpack_polygons.cpp)
+  target_link_libraries(vkm_unpack_polygons PRIVATE vkm_compile_options)
+  set(vkm_unpack_list "")
+  set(vkm_unpacked "")
+  foreach(path IN LISTS vkm_polygon_files)
+    file(RELATIVE_PATH key ${PROJECT_SOURCE_DIR}/resources ${path})
+    string(REGEX REPLACE "\\.polygon$" ".txt" key ${key})
+    list(APPEND vkm_unpacked ${vkm_catalogue}/unpacked/${key})
+    string(APPEND vkm_unpack_list "${path}\n${vkm_catalogue}/unpacked/${key}\n")
+  endforeach()
+  file(GENERATE OUTPUT ${vkm_catalogue}/unpack_list.txt CONTENT "${vkm_unpack_list}")
+  add_custom_command(
+    OUTPUT ${vkm_catalogue}/unpacked.stamp
+    COMMAND vkm_unpack_polygons ${vkm_catalogue}/unpack_list.txt
+    COMMAND ${CMAKE_COMMAND} -E touch ${vkm_catalogue}/unpacked.stamp
+    DEPENDS ${vkm_polygon_files} ${vkm_catalogue}/unpack_list.txt vkm_unpack_polygons
+    COMMENT "Unpacking the catalogue's polygons"
+    VERBATIM)
+
   # The lists go through a file: a large catalogue does not fit a command line. It changes only with the set of files.
   file(GENERATE OUTPUT ${vkm_catalogue}/files.cmake CONTENT
     "set(source_dir [==[${PROJECT_SOURCE_DIR}]==])
 set(as_bytes ${VKM_EMBED_AS_BYTES})
 set(knot_files [==[${vkm_knot_files}]==])
 set(ideal_files [==[${vkm_ideal_files}]==])
+set(unpacked_dir [==[${vkm_catalogue}/unpacked]==])
+set(unpacked_files [==[${vkm_unpacked}]==])
 ")
   add_custom_command(
     OUTPUT ${vkm_catalogue}/embedded_catalogue.cpp
     COMMAND ${CMAKE_COMMAND} -DLIST=${vkm_catalogue}/files.cmake -DOUTPUT=${vkm_catalogue}/embedded_catalogue.cpp
             -P ${CMAKE_CURRENT_LIST_FILE}
-    DEPENDS ${vkm_knot_files} ${vkm_ideal_files} ${vkm_catalogue}/files.cmake ${CMAKE_CURRENT_LIST_FILE}
+    DEPENDS ${vkm_knot_files} ${vkm_ideal_files} ${vkm_catalogue}/unpacked.stamp ${vkm_catalogue}/files.cmake
+            ${CMAKE_CURRENT_LIST_FILE}
     COMMENT "Embedding the catalogue"
     VERBATIM)
 
@@ -89,6 +115,11 @@ foreach(path IN LISTS knot_files)
 endforeach()
 foreach(path IN LISTS ideal_files)
   file(RELATIVE_PATH key "${source_dir}/resources" "${path}")
+  list(APPEND ideal_keys "${key}")
+  set("path_of_ideal_${key}" "${path}")
+endforeach()
+foreach(path IN LISTS unpacked_files)
+  file(RELATIVE_PATH key "${unpacked_dir}" "${path}")
   list(APPEND ideal_keys "${key}")
   set("path_of_ideal_${key}" "${path}")
 endforeach()

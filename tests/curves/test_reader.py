@@ -11,6 +11,7 @@ import vkmcore
 from click.testing import CliRunner
 from vkmcore.cli import cli
 from vkmcore.curves import CurveError, read_curve, read_curves, reader, write_vect
+from vkmcore.curves.catalogue import polygon_keys
 
 ANGLE = 2.0 * np.pi * np.arange(40) / 40
 TREFOIL = np.stack(
@@ -174,6 +175,18 @@ def test_components_of_an_ideal_link_stand_where_they_are():
 
 
 @pytest.mark.skipif(not hasattr(os, "mkfifo"), reason="pipes of POSIX")
+def test_knots_of_twelve_crossings_are_polygons_under_all_their_names():
+    key = polygon_keys()[0]
+    (curve,) = read_curves(key)
+    assert curve.kind == "ideal" and curve.block is None
+    lines = vkmcore.load_embedded_ideal_text(f"{key}.txt").splitlines()
+    np.testing.assert_array_equal(curve.vertices, [[float(word) for word in line.split()] for line in lines])
+    for name in (f"K{key}", f"{key[:3]}_{key[3:]}"):
+        np.testing.assert_array_equal(read_curves(name)[0].vertices, curve.vertices)
+    with pytest.raises(CurveError, match="12a9999: neither a file nor a key"):
+        read_curves("12a9999")
+
+
 def test_a_pipe_is_a_file():
     reader, writer = os.pipe()
     with open(writer, "w") as file:

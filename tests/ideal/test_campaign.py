@@ -42,16 +42,16 @@ def test_entries_survive_and_only_better_ones_replace(tmp_path):
     store = Store(tmp_path)
     entry = Entry("3_1", certificate="jones")
     assert entry.offer(shape(33.0)) and not entry.offer(shape(33.0)) and not entry.offer(shape(33.5))
-    assert entry.offer(shape(32.9)) and entry.offer(shape(32.8, 0.1)) and entry.finest.edge == 0.1
+    assert entry.offer(shape(32.9)) and entry.offer(shape(32.8, 0.1)) and entry.best.edge == 0.1
     assert entry.offer_form(stored(33.0)) and not entry.offer_form(stored(33.1))
     entry.attempts.append({"task": "search", "seed": 1, "edge": 0.15})
     store.save(entry)
     back = Store(tmp_path).load("3_1")
     assert back.seeds() == {1} and back.certificate == "jones" and sorted(back.shapes) == [0.1, COARSE]
-    for a, b in zip(back.finest.components, entry.finest.components):
+    for a, b in zip(back.best.components, entry.best.components):
         np.testing.assert_array_equal(a, b)
     np.testing.assert_array_equal(back.form.form.series[0], entry.form.form.series[0])
-    assert store.names() == ["3_1"] and store.load("4_1").finest is None
+    assert store.names() == ["3_1"] and store.load("4_1").best is None
     store.path("4_1").write_bytes(b"torn")
     with pytest.raises(ValueError, match=r"4_1\.npz is no file of a campaign"):
         store.load("4_1")
@@ -88,16 +88,31 @@ def test_every_knot_exists_before_any_is_refined(tmp_path):
     assert [seed for name, kind, seed, _ in more if (name, kind) == ("4_1", "search")] == [2, 3]
     assert [seed for name, kind, seed, _ in more if (name, kind) == ("L2a1", "search")] == [2, 3]
     entry = store.load("4_1")
-    assert entry.finest.seed == 3 and next(a["error"] for a in entry.attempts if "error" in a).startswith(
+    assert entry.best.seed == 3 and next(a["error"] for a in entry.attempts if "error" in a).startswith(
         "ValueError: the type"
     )
-    assert entry.form.source_ropelength == entry.finest.ropelength
+    assert entry.form.source_ropelength == entry.best.ropelength
 
 
 def test_a_shape_at_the_published_value_asks_for_no_more_seeds():
     entry = Entry("3_1")
     record(entry, Outcome(missing(TARGETS[0], entry, 5, 0.15)[0][1], shape=shape(32.7437)))
     assert [task.kind for _, task in missing(TARGETS[0], entry, 5, 0.15)] == ["form"]
+
+
+def test_polygons_alone_where_no_form_is_wanted():
+    target, entry = Target("12a_1", (12,), 107.17, form=False), Entry("12a_1")
+    record(entry, Outcome(missing(target, entry, 1, COARSE)[0][1], shape=shape(106.4)))
+    assert missing(target, entry, 1, COARSE) == []
+
+
+def test_the_best_polygon_may_be_a_coarser_one():
+    entry = Entry("3_1")
+    for edge, value in ((COARSE, 33.5), (0.1, 33.4), (0.07, 33.3), (COARSE, 32.9), (0.1, 32.8)):
+        record(entry, Outcome(missing(TARGETS[0], Entry("3_1"), 1, 0.15)[0][1], shape=shape(value, edge)))
+    assert (entry.best.edge, entry.best.ropelength) == (0.1, 32.8)
+    ((_, form),) = [item for item in missing(TARGETS[0], entry, 1, 0.15) if item[1].kind == "form"]
+    assert form.shape is entry.best
 
 
 def test_a_form_follows_a_much_better_polygon_at_once():

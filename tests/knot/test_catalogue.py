@@ -7,6 +7,7 @@ from pathlib import Path
 import _native
 import numpy as np
 import pytest
+from vkmcore.ideal.packed_polygon import from_bytes
 
 ROOT = Path(__file__).parents[2]
 VARIABLES = ("VKM_RESOURCE_DIR", "VKM_KNOT_DATA_DIR", "VKM_IDEAL_DATABASE", "VKM_IDEAL_TXT")
@@ -37,7 +38,10 @@ def test_tables_hold_the_files_of_the_source_tree():
     knots = {path.name[5:-8]: path.read_text() for path in (ROOT / "src/knot_fseries").glob("knot.*.fseries")}
     resources = ROOT / "resources"
     files = [path for path in resources.rglob("[!.]*") if path.is_file()]
-    texts = {path.relative_to(resources).as_posix(): path.read_text() for path in files}
+    texts = {path.relative_to(resources).as_posix(): path.read_text() for path in files if path.suffix != ".polygon"}
+    for path in resources.rglob("*.polygon"):
+        lines = (" ".join(f"{x:.6e}" for x in point) + "\n" for point in from_bytes(path.read_bytes()))
+        texts[path.relative_to(resources).with_suffix(".txt").as_posix()] = "".join(lines)
     assert _native.get_embedded_knot_files() == knots
     assert _native.get_embedded_ideal_files() == texts
     for table in (_native.get_embedded_knot_files(), _native.get_embedded_ideal_files()):

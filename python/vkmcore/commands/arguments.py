@@ -42,9 +42,9 @@ def check_name(context: click.Context, parameter: click.Parameter, name: str) ->
 
 def complete_key(context: click.Context, parameter: click.Parameter, begun: str) -> list[CompletionItem]:
     """Keys of the catalogue and files that begin so, for a shell's completion."""
-    from vkmcore.curves.catalogue import fourier_heads, ideal_heads
+    from vkmcore.curves.catalogue import fourier_heads, ideal_heads, polygon_keys
 
-    keys = {head.key for head in fourier_heads()} | {head.id for head in ideal_heads()}
+    keys = {head.key for head in fourier_heads()} | {head.id for head in ideal_heads()} | {*polygon_keys()}
     found = [CompletionItem(key) for key in sorted(keys) if key.startswith(begun)]
     return [*found, CompletionItem(begun, type="file")]
 

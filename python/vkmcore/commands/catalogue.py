@@ -164,22 +164,40 @@ def report(target: Target, entry: Entry, outcome: Outcome, progress: Progress) -
     type=click.Path(file_okay=False, path_type=Path),
     help="The folder of the knot table's texts: write those of --key.",
 )
+@click.option(
+    "--polygon-table",
+    type=click.Path(dir_okay=False, path_type=Path),
+    default=Path("python/vkmcore/reference/polygons.csv"),
+    show_default=True,
+    help="The file of the polygons' ropelengths.",
+)
 @click.option("--key", "keys", multiple=True, metavar="PATTERN", help="Keys for --table, as '8_*'.  [default: missing]")
-def write(folder: Path, out: Path, companions: bool, table: Path | None, keys: tuple[str, ...]) -> None:
+def write(
+    folder: Path, out: Path, companions: bool, table: Path | None, polygon_table: Path, keys: tuple[str, ...]
+) -> None:
     """Write the catalogue's texts from a campaign's results."""
     from vkmcore.ideal.campaign_store import Store
-    from vkmcore.ideal.catalogue_texts import few_harmonics, write_companions, write_knots, write_links, write_table
+    from vkmcore.ideal.catalogue_texts import (
+        POLYGON_FOLDER,
+        TEXTS,
+        few_harmonics,
+        write_blocks,
+        write_companions,
+        write_polygons,
+        write_table,
+    )
     from vkmcore.ideal.knot_table_forms import KEYS
-    from vkmcore.reference.tables import knots, links
 
     if not folder.is_dir():
         raise Failure(f"vkmcore: {folder}: there is no such folder")
     store = Store(folder)
-    for path, count in (
-        (out / "ideal/ideal.txt", write_knots(store, knots(), out / "ideal/ideal.txt")),
-        (out / "ideal/idealLinks.txt", write_links(store, links(), out / "ideal/idealLinks.txt")),
-    ):
-        click.echo(f"{path}: {count} blocks replaced")
+    reached = {*store.names()}
+    entries = [entry for entry in selected(["*"]) if entry.name in reached]
+    for text in TEXTS:
+        path = out / "ideal" / text.file
+        click.echo(f"{path}: {write_blocks(store, entries, text, path)} blocks replaced")
+    replaced = write_polygons(store, entries, out / POLYGON_FOLDER, polygon_table)
+    click.echo(f"{out / POLYGON_FOLDER}: {replaced} polygons replaced")
     if companions:
         for name in write_companions(out, few_harmonics):
             click.echo(f"written: {name}")

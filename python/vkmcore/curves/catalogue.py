@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import os
+import re
 from collections.abc import Iterator
 from dataclasses import dataclass
 from pathlib import Path
@@ -13,9 +14,9 @@ from vkmcore import (
     get_embedded_ideal_files,
     get_embedded_knot_files,
     index_of_largest_block,
+    load_embedded_ideal_text,
     load_embedded_knot_block,
     parse_fseries_from_string,
-    parse_ideal_halvard_from_string,
 )
 
 
@@ -54,22 +55,37 @@ def fourier_heads() -> list[FourierHead]:
 
 
 def ideal_heads() -> list[IdealHead]:
-    """The blocks of the ideal table, text by text in key order. Texts without blocks (bare point lists) add none."""
+    """The blocks of the ideal table, text by text in key order, from their heads and last rows alone."""
     return [
-        IdealHead(
-            block.id,
-            block.conway,
-            block.L,
-            block.D,
-            len(block.components),
-            max((len(component.fourier.a_x) for component in block.components), default=0),
-            block.source_tag,
-            name,
-        )
+        _head(match, name)
         for name, text in get_embedded_ideal_files().items()
         if "<" in text[:200]
-        for block in parse_ideal_halvard_from_string(text)
+        for match in re.finditer(r"<(AB|HT|TL) ([^>]*)>(.*?)</\1>", text, flags=re.S)
     ]
+
+
+def _head(match: re.Match[str], source: str) -> IdealHead:
+    tag, attributes, body = match.groups()
+    stated = dict(re.findall(r'(\w+)="([^"]*)"', attributes))
+    components = body.split("<Component ")[1:] or [body]
+    last_rows = [part[part.rfind("<Coeff ") :] for part in components]
+    harmonics = [int(row[1]) for part in last_rows if (row := re.match(r'<Coeff I="\s*(\d+)"', part))]
+    return IdealHead(
+        stated["Id"],
+        stated.get("Conway", ""),
+        float(stated.get("L") or 0.0),
+        float(stated.get("D") or 0.0),
+        len(components),
+        max(harmonics, default=0),
+        tag,
+        source,
+    )
+
+
+def polygon_keys() -> list[str]:
+    """The knots of twelve crossings that the catalogue holds as lists of points, "12a1" and so on, in key order."""
+    names = (re.fullmatch(r"ideal/ideal_12_data/(12[an]\d+)\.txt", name) for name in get_embedded_ideal_files())
+    return [match[1] for match in names if match]
 
 
 def fourier_block(key: str) -> FourierBlock | None:
@@ -83,6 +99,23 @@ def fourier_block(key: str) -> FourierBlock | None:
 def ideal_text(block_id: str) -> str:
     """The text of the ideal block of this id, in the catalogue or in the databases on disk; empty if there is none."""
     return find_ideal_block_by_id(block_id)
+
+
+def large_key(name: str) -> str | None:
+    """What the catalogue calls a knot of eleven or twelve crossings: "K11a1" is an id of the ideal table, "12a1" a list
+    of points. None for other names."""
+    match = re.fullmatch(r"K?(1[12])([an])_?(\d+)", name)
+    if match is None:
+        return None
+    return ("K" if match[1] == "11" else "") + "".join(match.groups())
+
+
+def polygon_text(key: str) -> str:
+    """The points of a knot of twelve crossings, "12a1", three numbers a line; empty if there is no such text."""
+    try:
+        return load_embedded_ideal_text(f"{key}.txt") if re.fullmatch(r"12[an]\d+", key) else ""
+    except RuntimeError:
+        return ""
 
 
 # Where the library looks for `knot.KEY.fseries` behind the places that the environment names, from the working

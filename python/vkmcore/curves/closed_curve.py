@@ -22,7 +22,7 @@ class ClosedCurve:
 
     name: str  # as the user gave it
     title: str  # what a picture or a table calls it
-    kind: str  # "catalogue", "ideal", "fseries" or "polygon"
+    kind: str  # "catalogue", "ideal" (a polygon at twelve crossings), "fseries" or "polygon"
     block: FourierBlock | None = None
     offset: tuple[float, float, float] = (0.0, 0.0, 0.0)  # of the series, which has no constant term itself
     vertices: Points | None = None  # (N, 3), the first one not repeated

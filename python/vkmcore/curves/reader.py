@@ -1,8 +1,9 @@
 """The one reader of curves: what every command and function makes of a name that a user gives it.
 
 A name is, in this order, `-` for standard input; a file; a key of the Fourier table (3_1); an id of the ideal table
-(3:1:1, L2a1); a key on disk, found as `VortexKnotSystem.initialize_knot_from_name` finds it; and what `ALIASES` make of
-it. A file's content tells its format, not its name:
+(3:1:1, L2a1, K11a1); a knot of twelve crossings (12a1), which is a polygon; a key on disk, found as
+`VortexKnotSystem.initialize_knot_from_name` finds it; and what `ALIASES` make of it. A file's content tells its format,
+not its name:
 
 - Fourier rows of six numbers, as in `.fseries` texts: the block with the most harmonics;
 - ideal text, `<AB>`, `<HT>` or `<TL>` blocks: `FILE#ID` chooses where there are several;
@@ -26,7 +27,7 @@ from vkmcore import (
     parse_fseries_from_string,
     parse_ideal_halvard_from_string,
 )
-from vkmcore.curves.catalogue import fourier_block, ideal_text, knot_file
+from vkmcore.curves.catalogue import fourier_block, ideal_text, knot_file, large_key, polygon_text
 from vkmcore.curves.closed_curve import ClosedCurve
 from vkmcore.curves.records import points_from_array, points_from_json, points_from_npy, points_from_npz
 from vkmcore.curves.text import points_from_text
@@ -92,9 +93,13 @@ def _from_catalogue(name: str) -> list[ClosedCurve]:
     block = fourier_block(name)
     if block is not None:
         return [ClosedCurve(name, name, "catalogue", block)]
-    blocks = parse_ideal_halvard_from_string(ideal_text(name))
+    key = large_key(name) or name
+    blocks = parse_ideal_halvard_from_string(ideal_text(key))
     if blocks:
         return _of_ideal(name, name, blocks[0])
+    if text := polygon_text(key):
+        (points,) = points_from_text(text, name)
+        return [ClosedCurve(name, name, "ideal", vertices=points)]
     path = knot_file(name)
     return [] if path is None else _from_file(name, path)
 

@@ -87,7 +87,7 @@ def missing(target: Target, entry: Entry, seeds: int, finest: float) -> list[tup
     tasks: list[tuple[tuple[Any, ...], Task]] = []
     tried = entry.seeds()
     coarse = entry.shapes.get(COARSE)
-    shape = entry.finest
+    shape = entry.best
     if not tried:
         return [((0, *target.rank, 1), Task("search", target.name, 1, COARSE))]
     if shape is not None:
@@ -130,7 +130,7 @@ def record(entry: Entry, outcome: Outcome) -> bool:
     if outcome.shape is not None:
         attempt["ropelength"] = outcome.shape.ropelength
         better = entry.offer(outcome.shape)
-        if better and entry.finest is outcome.shape:
+        if better and entry.best is outcome.shape:
             entry.certificate = outcome.certificate
     if outcome.form is not None:
         attempt["ropelength"] = outcome.form.ropelength

@@ -1,7 +1,7 @@
 """What a campaign has reached, in a folder: one file a knot, replaced at once, never by anything worse.
 
-A file `<name>.npz` holds the polygons at the edges that were reached, the Fourier form, and a record of all attempts.
-A program that is killed leaves each file as it was before or after a task.
+A file `<name>.npz` holds the polygons at the edges that were reached (packed_polygon.py), the Fourier form, and a
+record of all attempts. A program that is killed leaves each file as it was before or after a task.
 """
 
 from __future__ import annotations
@@ -17,6 +17,7 @@ from typing import TYPE_CHECKING, Any
 import numpy as np
 
 from vkmcore.ideal.fourier_form import FourierForm
+from vkmcore.ideal.packed_polygon import pack, unpack
 
 if TYPE_CHECKING:
     from numpy.typing import NDArray
@@ -52,11 +53,13 @@ class Entry:
     shapes: dict[float, Shape] = field(default_factory=dict)  # the best by edge
     form: StoredForm | None = None
     attempts: list[dict[str, Any]] = field(default_factory=list)  # task, seed, edge, ropelength or error, CPU seconds
-    certificate: str = ""  # of the finest polygon
+    certificate: str = ""  # of the best polygon
 
     @property
-    def finest(self) -> Shape | None:
-        return self.shapes[min(self.shapes)] if self.shapes else None
+    def best(self) -> Shape | None:
+        """The shortest: as a rule the finest, but a coarser one where later seeds led to a shape that was not refined
+        or that its refinement lost."""
+        return min(self.shapes.values(), key=lambda shape: (shape.ropelength, shape.edge), default=None)
 
     def seeds(self) -> set[int]:
         """Of the searches that have ended, also those that failed."""
@@ -105,7 +108,7 @@ class Store:
                 record = json.loads(str(file["record"]))
                 entry = Entry(name, attempts=record["attempts"], certificate=record["certificate"])
                 for number, shape in enumerate(record["shapes"]):
-                    parts = tuple(file[f"polygon_{number}_{part}"] for part in range(shape["components"]))
+                    parts = tuple(unpack(file[f"polygon_{number}_{part}"]) for part in range(shape["components"]))
                     entry.shapes[shape["edge"]] = Shape(parts, shape["ropelength"], shape["edge"], shape["seed"])
                 if record["form"] is not None:
                     form = record["form"]
@@ -130,7 +133,7 @@ class Store:
                     "components": len(shape.components),
                 }
             )
-            arrays |= {f"polygon_{number}_{part}": points for part, points in enumerate(shape.components)}
+            arrays |= {f"polygon_{number}_{part}": pack(points) for part, points in enumerate(shape.components)}
         form = None
         if entry.form is not None:
             form = {

@@ -1,19 +1,22 @@
-"""The texts of the catalogue, written from a campaign's results: ideal.txt, idealLinks.txt and their companions."""
+"""The texts of the catalogue, written from a campaign's results: the databases of ideal shapes and their companions."""
 
 from __future__ import annotations
 
+import csv
 import math
 import re
 from collections.abc import Callable, Iterable, Iterator, Sequence
+from dataclasses import dataclass
 from pathlib import Path
 
 from vkmcore import parse_ideal_halvard_from_string
-from vkmcore.files import write_text
+from vkmcore.files import write_bytes, write_text
 from vkmcore.ideal.campaign_store import Store
 from vkmcore.ideal.form_polish import fit, polish
-from vkmcore.ideal.fourier_form import FourierForm
+from vkmcore.ideal.fourier_form import FourierForm, Points, measure_polygons
 from vkmcore.ideal.knot_table_forms import GIVEN, is_type, key_text, made, torus
-from vkmcore.ideal.stored_form import at_unit_diameter, block_text, form_of_block, standardised
+from vkmcore.ideal.packed_polygon import from_bytes, to_bytes
+from vkmcore.ideal.stored_form import at_unit_diameter, block_text, form_of_block, standard_polygon, standardised
 from vkmcore.ideal.symmetric_forms import mirrored
 from vkmcore.reference.listing import table_name
 from vkmcore.reference.tables import TableEntry, find, knots
@@ -38,9 +41,37 @@ SHORT_CROSSINGS = 8
 SHORT_HARMONICS = 48
 
 
+@dataclass(frozen=True)
+class Text:
+    """A database of blocks: which knots or links it holds, and under which tag."""
+
+    file: str
+    tag: str
+    holds: Callable[[TableEntry], bool]
+
+
+def _alternating(entry: TableEntry) -> bool:
+    """Of eleven crossings or more, and of links, by the name: "11a_1", "L10n3"."""
+    return "a" in entry.name
+
+
+TEXTS = (
+    Text("ideal.txt", "AB", lambda e: e.components == 1 and e.crossings <= 10),
+    Text("idealLinks.txt", "TL", lambda e: e.components > 1 and e.crossings <= 9),
+    Text("ideal_11a.txt", "HT", lambda e: e.components == 1 and e.crossings == 11 and _alternating(e)),
+    Text("ideal_11n.txt", "HT", lambda e: e.components == 1 and e.crossings == 11 and not _alternating(e)),
+    Text("idealLinks_10a.txt", "TL", lambda e: e.components > 1 and e.crossings == 10 and _alternating(e)),
+    Text("idealLinks_10n.txt", "TL", lambda e: e.components > 1 and e.crossings == 10 and not _alternating(e)),
+)
+POLYGON_CROSSINGS = 12  # of the knots that the catalogue holds as polygons
+POLYGON_FOLDER = "ideal/ideal_12_data"
+
+
 def block_id(name: str) -> str:
-    """Id of a knot's AB block: "8_19" is "8:1:19"; a link keeps its name."""
-    return name.replace("_", ":1:") if "_" in name else name
+    """Id of a knot's block: "8_19" is "8:1:19", "11a_1" is "K11a1"; a link keeps its name."""
+    if "_" not in name:
+        return name
+    return "K" + name.replace("_", "") if re.search("[an]", name) else name.replace("_", ":1:")
 
 
 def conway_text(notation: str) -> str:
@@ -87,15 +118,55 @@ def ordered(ids: Iterable[str]) -> list[str]:
     return sorted(ids, key=lambda name: (place(name), name))
 
 
-def write_knots(store: Store, entries: Sequence[TableEntry], path: Path) -> int:
-    """Replace the blocks of the campaign's knots in a text. A knot without a form, or whose block is as short, keeps
+def write_blocks(store: Store, entries: Sequence[TableEntry], text: Text, path: Path) -> int:
+    """Replace the blocks of those entries that a text holds. An entry without a form, or whose block is as short, keeps
     its block. Returns how many blocks were replaced."""
-    return _write(store, entries, path, "AB")
+    blocks = split_blocks(path.read_text(encoding="utf-8")) if path.exists() else {}
+    count = 0
+    for entry in filter(text.holds, entries):
+        reached = store.load(entry.name)
+        name = block_id(entry.name)
+        if reached.form is None or ropelength_stated(blocks.get(name, "")) <= reached.form.ropelength * (1.0 + 3e-6):
+            continue
+        blocks[name] = block_text(text.tag, name, conway_text(entry.conway), stored(reached.form.form))
+        count += 1
+        if count % 20 == 0:
+            write_if_changed(path, database(blocks[name] for name in ordered(blocks)))
+    if blocks:
+        write_if_changed(path, database(blocks[name] for name in ordered(blocks)))
+    return count
 
 
-def write_links(store: Store, entries: Sequence[TableEntry], path: Path) -> int:
-    """The same for links."""
-    return _write(store, entries, path, "TL")
+def write_polygons(store: Store, entries: Sequence[TableEntry], folder: Path, table: Path) -> int:
+    """Replace the packed polygons of the campaign's knots of twelve crossings in a folder, by shorter ones only.
+
+    Returns how many were replaced.
+
+    Args:
+        table: the file of their ropelengths, as measured on what is written.
+    """
+    measured: dict[str, str] = {}
+    if table.exists():
+        with table.open(newline="") as rows:
+            measured = {row["key"]: row["ropelength"] for row in csv.DictReader(rows)}
+    count = 0
+    for entry in entries:
+        best = store.load(entry.name).best if entry.crossings == POLYGON_CROSSINGS else None
+        key = entry.name.replace("_", "")
+        if best is None or float(measured.get(key, "inf")) <= best.ropelength * (1.0 + 3e-6):
+            continue
+        data = to_bytes(_polygon_at_unit_diameter(best.components[0]))
+        folder.mkdir(parents=True, exist_ok=True)
+        write_bytes(folder / f"{key}.polygon", data)
+        measured[key] = f"{measure_polygons([from_bytes(data)]).ropelength:.6f}"
+        count += 1
+    if count:
+        write_text(table, "key,ropelength\n" + "".join(f"{key},{measured[key]}\n" for key in ordered(measured)))
+    return count
+
+
+def _polygon_at_unit_diameter(points: Points) -> Points:
+    return standard_polygon(points) * (0.5 / measure_polygons([points]).thickness)
 
 
 def write_table(store: Store, resources: Path, folder: Path, keys: Iterable[str]) -> Iterator[tuple[str, str]]:
@@ -121,22 +192,6 @@ def write_table(store: Store, resources: Path, folder: Path, keys: Iterable[str]
             continue
         write_if_changed(folder / f"knot.{key}.fseries", key_text(key, words, form))
         yield key, words
-
-
-def _write(store: Store, entries: Sequence[TableEntry], path: Path, tag: str) -> int:
-    blocks = split_blocks(path.read_text(encoding="utf-8")) if path.exists() else {}
-    count = 0
-    for entry in entries:
-        reached = store.load(entry.name)
-        name = block_id(entry.name)
-        if reached.form is None or ropelength_stated(blocks.get(name, "")) <= reached.form.ropelength * (1.0 + 3e-6):
-            continue
-        blocks[name] = block_text(tag, name, conway_text(entry.conway), stored(reached.form.form))
-        count += 1
-        if count % 20 == 0:
-            write_if_changed(path, database(blocks[name] for name in ordered(blocks)))
-    write_if_changed(path, database(blocks[name] for name in ordered(blocks)))
-    return count
 
 
 def ropelength_stated(block: str) -> float:

@@ -18,6 +18,7 @@ from vkmcore import (
 from vkmcore.ideal.fourier_form import FourierForm, Measures, Points, measure, measure_polygons
 from vkmcore.ideal.stored_form import form_of_block, form_of_series
 from vkmcore.reference.listing import table_name
+from vkmcore.reference.tables import polygon_ropelengths
 
 SMALL_EXAMPLES = ("0:1:1", "0:1:2")  # of the format, with lengths that are stated and not measured
 TOLERANCE = 2e-4  # relative, of the stated length and diameter
@@ -100,6 +101,9 @@ def _examine(item: Item, verdict: Verdict) -> None:
     else:
         measures = measure_polygons([points])
         curves = [points]
+        listed = polygon_ropelengths().get(item.key, math.nan)
+        if not abs(listed / measures.ropelength - 1.0) <= TOLERANCE:
+            verdict.problems.append(f"ropelength {listed:.4f} in the list, measured {measures.ropelength:.4f}")
     verdict.ropelength = measures.ropelength
     if stated is not None:
         for name, value, found in zip("LD", stated, (measures.length, 2.0 * measures.thickness), strict=True):

@@ -1,4 +1,5 @@
 """Fourier forms as the texts of the catalogue: standard position, AB / HT / TL blocks, .fseries files, and back.
+Polygons of the catalogue stand in the same position.
 
 Standard position: centred; the principal axis of least extent along z, the middle one along y, the greatest along x,
 by a rotation, so that chirality stays; x points to the point of the curve that is farthest along its axis, where the
@@ -33,17 +34,32 @@ def standardised(form: FourierForm) -> FourierForm:
     moments = np.zeros((3, 3))
     for w, c in zip(weights, series, strict=True):
         moments += w * (np.outer(c[0].real, c[0].real) + (c[1:].T @ c[1:].conj()).real / 2.0)
-    axes = np.linalg.eigh(moments)[1][:, ::-1]  # greatest first
-    points = np.concatenate(FourierForm(tuple(series)).points([16 * len(c) for c in series])) @ axes
-    x_sign = 1.0 if points[:, 0].max() >= -points[:, 0].min() else -1.0
-    z_sign = 1.0 if (points[: 16 * len(series[0]), 2] ** 3).sum() >= 0.0 else -1.0
-    axes = axes * [x_sign, 1.0, z_sign]
-    axes[:, 1] *= np.sign(np.linalg.det(axes))
+    axes = _standard_axes(moments, FourierForm(tuple(series)).points([16 * len(c) for c in series]))
     series = [c @ axes for c in series]
     turned = [_shifted(c, _farthest(c)) for c in series]
     if len(turned) == 1 and (1j * np.arange(len(turned[0])) @ turned[0])[1].real < 0.0:
         turned = [turned[0].conj()]
     return FourierForm(tuple(turned))
+
+
+def standard_polygon(points: NDArray[np.float64]) -> NDArray[np.float64]:
+    """A knot's polygon (N, 3) of nearly equal edges in standard position, in its own unit."""
+    points = points - points.mean(axis=0)
+    points = points @ _standard_axes(points.T @ points, [points])
+    points = np.roll(points, -int(np.argmax(points[:, 0])), axis=0)
+    forwards = points[1, 1] >= points[-1, 1]
+    return points if forwards else np.roll(points[::-1], 1, axis=0)
+
+
+def _standard_axes(moments: NDArray[np.float64], components: Sequence[NDArray[np.float64]]) -> NDArray[np.float64]:
+    """The axes x, y, z of standard position as columns, for centred points of the components."""
+    axes: NDArray[np.float64] = np.linalg.eigh(moments)[1][:, ::-1]  # greatest first
+    x = np.concatenate(components) @ axes[:, 0]
+    x_sign = 1.0 if x.max() >= -x.min() else -1.0
+    z_sign = 1.0 if ((components[0] @ axes[:, 2]) ** 3).sum() >= 0.0 else -1.0
+    axes = axes * [x_sign, 1.0, z_sign]
+    axes[:, 1] *= np.sign(np.linalg.det(axes))
+    return axes
 
 
 def _farthest(c: NDArray[np.complex128]) -> float:

@@ -5,8 +5,8 @@ from __future__ import annotations
 import re
 from dataclasses import dataclass
 
-from vkmcore.curves.catalogue import FourierHead, IdealHead, fourier_heads, ideal_heads, knot_files
-from vkmcore.reference.tables import TableEntry, UnknownName, find
+from vkmcore.curves.catalogue import FourierHead, IdealHead, fourier_heads, ideal_heads, knot_files, polygon_keys
+from vkmcore.reference.tables import TableEntry, UnknownName, find, polygon_ropelengths
 
 
 @dataclass(frozen=True)
@@ -30,8 +30,12 @@ class Listed:
 
 
 def listed() -> list[Listed]:
-    """The knot table, the blocks of the ideal table, and the `.fseries` files on disk that no key hides."""
+    """The knot table, blocks and polygons of the ideal table, and the `.fseries` files on disk that no key hides."""
     entries = [_of_ideal(head) for head in ideal_heads()]
+    entries += [
+        _listed(key, table_name(key), "ideal polygon", polygon_ropelengths().get(key), 0, f"{key}.txt")
+        for key in polygon_keys()
+    ]
     entries += [_of_fourier(head) for head in fourier_heads()]
     keys = {entry.key for entry in entries}
     entries += [
@@ -52,8 +56,8 @@ def table_name(key: str) -> str:
         return match[1]
     if match := re.fullmatch(r"(knot|link|torus)_([\d.]+)", key):
         return _outside_name(match[1], [int(number) for number in match[2].split(".")])
-    if match := re.fullmatch(r"(12[an])(\d+)", key):
-        return f"{match[1]}_{match[2]}"
+    if match := re.fullmatch(r"(12[an]|K11[an])(\d+)", key):
+        return f"{match[1].removeprefix('K')}_{match[2]}"
     return key
 
 

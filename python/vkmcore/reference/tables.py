@@ -122,6 +122,13 @@ def others() -> tuple[TableEntry, ...]:
 
 
 @lru_cache(maxsize=1)
+def polygon_ropelengths() -> dict[str, float]:
+    """Length over tube radius of the catalogue's polygons, the knots of twelve crossings, by their keys as "12a1"."""
+    with Path(__file__).with_name("polygons.csv").open(newline="") as rows:
+        return {row["key"]: float(row["ropelength"]) for row in csv.DictReader(rows)}
+
+
+@lru_cache(maxsize=1)
 def _large_knots() -> tuple[TableEntry, ...]:
     from vkmcore.reference.knotinfo import knot_rows
 
