@@ -40,7 +40,7 @@ def unpack(packed: NDArray[Any], unit: float = UNIT) -> Points:
         return packed
     edges = packed.astype(np.int64)
     edges[1:] = np.cumsum(edges[1:], axis=0)
-    points: Points = np.cumsum(edges, axis=0) * unit
+    points: Points = np.cumsum(edges, axis=0).astype(np.float64) * unit
     return points
 
 
