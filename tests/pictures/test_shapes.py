@@ -10,6 +10,7 @@ from click.testing import CliRunner
 from vkmcore import Knot, Link
 from vkmcore.cli import cli
 from vkmcore.errors import PlotError
+from vkmcore.knots.drawing import carried
 from vkmcore.tube.contacts import contacts
 
 
@@ -75,6 +76,15 @@ def test_contacts_of_a_link_are_those_of_all_its_components():
     assert load == pytest.approx([found.strut_forces.sum() / 3.0] * 3, rel=0.02)
     figure = pytest.importorskip("plotly") and link.plot("plotly", samples=60, colour="pressure", struts=True)
     assert [trace.type for trace in figure.data] == ["mesh3d"] * 3 + ["scatter3d"]
+
+
+def test_numbers_of_an_uneven_polygon_stand_where_they_were_found():
+    angle = 2.0 * np.pi * np.linspace(0.0, 1.0, 400, endpoint=False) ** 2
+    ring = np.column_stack([np.cos(angle), np.sin(angle), 0.0 * angle])
+    knot = Knot(ring)
+    even = knot.points(90)
+    np.testing.assert_allclose(carried(ring[:, 0], ring, even), even[:, 0], atol=2e-3)
+    np.testing.assert_allclose(carried(even[:, 1], even, ring), ring[:, 1], atol=2e-3)
 
 
 def test_a_circle_bent_to_its_radius_is_all_kinks():

@@ -9,12 +9,12 @@ import numpy as np
 
 from vkmcore.knots.strand import extent
 from vkmcore.pictures.shapes import plot_shape
+from vkmcore.tube.contacts import Contacts, contacts
 
 if TYPE_CHECKING:
     from numpy.typing import ArrayLike, NDArray
 
     from vkmcore.knots.shape import Shape
-    from vkmcore.tube.contacts import Contacts
 
     Points = NDArray[np.float64]
 
@@ -66,7 +66,8 @@ def plot(
     per = f" / {unit}⁻¹" if unit else ""
     found: Contacts | None = None
     if struts or kinks or (isinstance(colour, str) and colour == "pressure"):
-        found = _contacts(shape)
+        touching = _contact_polygons(shape)
+        found = contacts(touching)
     if not isinstance(colour, str):
         rows = colour if len(polygons) > 1 else [colour]
         values = [np.asarray(row, dtype=np.float64) for row in rows]  # type: ignore[union-attr]
@@ -76,7 +77,7 @@ def plot(
         values, label = _speeds(shape, polygons), f"speed / (circulation{per or ' / length'})".replace("⁻¹", "")
     elif colour == "pressure":
         assert found is not None
-        values = [_around(pressure, len(points)) for pressure, points in zip(found.pressures, polygons)]
+        values = [carried(*row) for row in zip(found.pressures, touching, polygons)]
         label = f"contact pressure / tension{per}"
     elif colour != "component":
         raise ValueError(f"colour is one of {', '.join(COLOURS)}, or a number a vertex, not {colour!r}")
@@ -93,16 +94,14 @@ def plot(
     )
 
 
-def _contacts(shape: Shape) -> Contacts:
-    """Of the polygons as they stand, or of sampled ones where a component is a series or they are too fine."""
-    from vkmcore.tube.contacts import contacts
-
+def _contact_polygons(shape: Shape) -> list[Points]:
+    """The polygons as they stand, or sampled ones where a component is a series or they are too fine."""
     strands = shape._strands
     given = sum(MOST_CONTACT_VERTICES + 1 if strand.vertices is None else len(strand.vertices) for strand in strands)
     if given <= MOST_CONTACT_VERTICES:
-        return contacts(shape._polygons())
+        return shape._polygons()
     edge = max(CONTACT_EDGE * shape.thickness, shape.length / MOST_CONTACT_VERTICES)
-    return contacts([strand.points(max(24, round(strand.length() / edge))) for strand in strands])
+    return [strand.points(max(24, round(strand.length() / edge))) for strand in strands]
 
 
 def _shown(struts: Points, forces: Points) -> Points:
@@ -121,8 +120,13 @@ def _speeds(shape: Shape, polygons: Sequence[Points]) -> list[Points]:
     return [np.linalg.norm(velocity, axis=1) / width for velocity in found]
 
 
-def _around(values: Points, count: int) -> Points:
-    """Values at equal steps around a closed curve at `count` equal steps."""
-    at = np.arange(count) * (len(values) / count)
-    found: Points = np.interp(at, np.arange(len(values) + 1), np.append(values, values[:1]))
+def carried(values: Points, polygon: Points, other: Points) -> Points:
+    """Values at the vertices of a polygon, at those of another one of the same curve: by their share of its length."""
+    found: Points = np.interp(_shares(other)[:-1], _shares(polygon), np.append(values, values[:1]))
     return found
+
+
+def _shares(polygon: Points) -> Points:
+    """How far around a closed polygon its vertices stand, from 0 to 1 for the first one again."""
+    arc = np.cumsum(np.linalg.norm(np.roll(polygon, -1, axis=0) - polygon, axis=1))
+    return np.append(0.0, arc / arc[-1])
