@@ -1,7 +1,7 @@
 """The catalogue as a gallery: a picture a knot or link, searchable, and the plot of ropelengths against the published.
 
-`{gallery}`, `{ropelengths}` and `{records}` are directives. The pictures are drawn at each build from what the module
-holds, and the page loads each when it comes into view.
+`{gallery}`, `{ropelengths}`, `{crossings}` and `{records}` are directives; `{gallery} large` shows the second shelf. The
+pictures are drawn at each build from what the module holds, and the page loads each when it comes into view.
 """
 
 from __future__ import annotations
@@ -14,10 +14,10 @@ import numpy as np
 from docutils import nodes
 from sphinx.application import Sphinx
 from sphinx.util.docutils import SphinxDirective
-from vkmcore import find_ideal_block_by_id, parse_ideal_halvard_from_string
+from vkmcore.curves import read_curves
+from vkmcore.curves.resampling import evenly_spaced
 from vkmcore.ideal.campaign_store import Store
 from vkmcore.ideal.campaign_summary import EDGES, Summary, below_published, summaries
-from vkmcore.ideal.stored_form import form_of_block
 from vkmcore.reference.listing import Listed, listed
 from vkmcore.reference.tables import knots, links
 
@@ -37,21 +37,24 @@ document.querySelector(".vkm-search").addEventListener("input", event => {
 """
 
 
-def shapes() -> list[Listed]:
-    """The ideal shapes, each once."""
+def shapes(large: bool = False) -> list[Listed]:
+    """The ideal shapes, each once: knots to ten crossings and links to nine, or all that are larger."""
+    texts = ("/ideal.txt", "/idealLinks.txt")
     seen: dict[str, Listed] = {}
     for entry in listed():
-        if entry.form == "ideal" and entry.source.endswith(("/ideal.txt", "/idealLinks.txt")) and entry.crossings:
+        if not entry.form.startswith("ideal") or not entry.crossings:
+            continue
+        if entry.crossings > 9 + (entry.components == 1) if large else entry.source.endswith(texts):
             seen.setdefault(entry.key, entry)
     return list(seen.values())
 
 
 def drawing(key: str) -> str:
     """A shape seen along z as SVG: strokes from the lowest to the highest, each with a white edge."""
-    (block,) = parse_ideal_halvard_from_string(find_ideal_block_by_id(key))
-    form = form_of_block(block)
-    lengths = form.lengths()
-    curves = form.evenly_spaced([max(40, int(220 * length / sum(lengths))) for length in lengths])
+    strands = [curve.sampled(400) for curve in read_curves(key)]
+    lengths = [float(np.linalg.norm(np.roll(p, -1, axis=0) - p, axis=1).sum()) for p in strands]
+    counts = [max(40, int(220 * length / sum(lengths))) for length in lengths]
+    curves = [evenly_spaced(points, count) for points, count in zip(strands, counts)]
     every = np.concatenate(curves)[:, :2]
     low, high = every.min(axis=0), every.max(axis=0)
     margin = 8.0
@@ -91,10 +94,12 @@ def file_name(key: str) -> str:
 
 
 class Gallery(SphinxDirective):
-    """All ideal shapes."""
+    """All ideal shapes of a shelf."""
+
+    optional_arguments = 1
 
     def run(self) -> list[nodes.Node]:
-        entries = shapes()
+        entries = shapes(large=self.arguments == ["large"])
         folder = Path(self.env.app.outdir) / "_static" / "knots"
         folder.mkdir(parents=True, exist_ok=True)
         for entry in entries:
@@ -128,6 +133,17 @@ class Ropelengths(SphinxDirective):
             '<img src="_static/ropelengths.svg" alt="Excess of the stored curves over the published ropelengths">'
             f"<details><summary>All values</summary>{table(head, rows)}</details>"
         )
+        return [nodes.raw("", text, format="html")]
+
+
+class Crossings(SphinxDirective):
+    """The plot of ropelengths against crossing numbers, ours and published."""
+
+    def run(self) -> list[nodes.Node]:
+        picture = Path(self.env.app.outdir) / "_static" / "crossings.svg"
+        picture.parent.mkdir(parents=True, exist_ok=True)
+        plot_crossings([*shapes(), *shapes(large=True)], picture)
+        text = '<img src="_static/crossings.svg" alt="Ropelengths by crossing number, of the catalogue and published">'
         return [nodes.raw("", text, format="html")]
 
 
@@ -187,8 +203,32 @@ def plot(entries: list[Listed], path: Path) -> None:
     pyplot.close(drawing)
 
 
+def plot_crossings(entries: list[Listed], path: Path) -> None:
+    """Knots, and beside them the published values; links of one colour."""
+    import matplotlib
+
+    matplotlib.use("agg")
+    from matplotlib import pyplot
+
+    drawing, axes = pyplot.subplots(figsize=(7.0, 4.0), layout="constrained")
+    groups: list[tuple[str, float, list[tuple[int, float | None]]]] = [
+        ("knots, published", -0.14, [(e.crossings, e.published) for e in entries if e.components == 1]),
+        ("knots, here", 0.0, [(e.crossings, e.ropelength) for e in entries if e.components == 1]),
+        ("links, here", 0.14, [(e.crossings, e.ropelength) for e in entries if e.components > 1]),
+    ]
+    for label, beside, values in groups:
+        known = [(crossings + beside, value) for crossings, value in values if value is not None]
+        axes.plot(*zip(*known), "_", markersize=7, alpha=0.5, label=f"{label} ({len(known)})")
+    axes.set_xlabel("crossings")
+    axes.set_ylabel("ropelength (length over tube radius)")
+    axes.legend()
+    drawing.savefig(path)
+    pyplot.close(drawing)
+
+
 def setup(app: Sphinx) -> dict[str, bool]:
     app.add_directive("gallery", Gallery)
     app.add_directive("ropelengths", Ropelengths)
+    app.add_directive("crossings", Crossings)
     app.add_directive("records", Records)
     return {"parallel_read_safe": True}
