@@ -42,11 +42,23 @@ std::string find_in_file(const std::string& path, std::string_view id, Tags tags
   return path.empty() ? std::string() : std::string(find_in_text(read_text_file(path, poll), id, tags));
 }
 
+/// The few embedded texts that hold ideal blocks, in key order, chosen once: a lookup does not walk thousands of keys.
+std::span<const EmbeddedText* const> canonical_texts() {
+  static const std::vector<const EmbeddedText*> texts = [] {
+    std::vector<const EmbeddedText*> chosen;
+    for (const EmbeddedText& entry : embedded_ideal_files()) {
+      if (is_canonical_ideal_name(entry.key)) chosen.push_back(&entry);
+    }
+    return chosen;
+  }();
+  return texts;
+}
+
 std::string_view find_in_embedded(std::string_view name, std::string_view id, Tags tags) {
   for (const std::string_view tag : tags) {
-    for (const EmbeddedText& entry : embedded_ideal_files()) {
-      if (base_name(entry.key) != name || !is_canonical_ideal_name(entry.key)) continue;
-      if (const std::string_view block = find_embedded_block(entry, id, tag); !block.empty()) return block;
+    for (const EmbeddedText* entry : canonical_texts()) {
+      if (base_name(entry->key) != name) continue;
+      if (const std::string_view block = find_embedded_block(*entry, id, tag); !block.empty()) return block;
     }
   }
   return {};
