@@ -1,5 +1,7 @@
 """Forms of the knot table, and the verification of what is embedded."""
 
+import sys
+
 import _native
 import numpy as np
 import pytest
@@ -13,6 +15,7 @@ from vkmcore.ideal.knot_table_forms import KEYS, is_polygon_of, is_type, parts, 
 from vkmcore.ideal.stored_form import form_of_series
 from vkmcore.ideal.symmetric_forms import INVERSION, nearest_symmetric, rotary
 from vkmcore.ideal.symmetric_starts import columns, even_fraction, octahedral_clasps, plat, tangles
+from vkmcore.reference import tables
 
 TABLE = _native.get_embedded_knot_files()
 
@@ -123,6 +126,15 @@ def test_the_command_ends_with_1_where_anything_fails():
     assert result.exit_code == 0 and "0:1:1" in result.stdout and "shapes verified" in result.stderr
     result = CliRunner().invoke(cli, ["catalogue", "verify", "nothing"])
     assert result.exit_code == 1 and "nothing in the catalogue matches 'nothing'" in result.stderr
+
+
+def test_verification_asks_for_the_tables_that_it_needs(monkeypatch):
+    tables._large_knots.cache_clear()
+    tables._large_index.cache_clear()
+    monkeypatch.setitem(sys.modules, "database_knotinfo", None)
+    result = CliRunner().invoke(cli, ["catalogue", "verify", "12a1"])
+    assert result.exit_code == 1 and '12a_1: this table needs database_knotinfo: pip install "vkmcore' in result.stderr
+    assert CliRunner().invoke(cli, ["catalogue", "verify", "1_1", "--jobs", "1"]).exit_code == 0
 
 
 def test_texts_are_ordered_and_spaced_as_tables_are():

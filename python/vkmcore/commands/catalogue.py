@@ -259,6 +259,18 @@ def summary(folder: Path, select: tuple[str, ...], below: bool, as_json: bool, a
         print_table(table)
 
 
+def require_table(name: str) -> None:
+    """End the command where the table that knows a name is not installed."""
+    from vkmcore.reference.tables import UnknownName, find
+
+    try:
+        find(name)
+    except UnknownName:
+        return
+    except ImportError as error:
+        raise Failure(f"vkmcore: {name}: {error}") from None
+
+
 @catalogue.command()
 @click.argument("keys", nargs=-1, metavar="[KEY...]", shell_complete=complete_key)
 @click.option("--jobs", type=COUNT, default=os.cpu_count() or 1, show_default=True, help="Shapes at a time.")
@@ -282,6 +294,8 @@ def verify(keys: tuple[str, ...], jobs: int, as_json: bool, as_csv: bool) -> Non
         if not any(matches(item, key) for item in everything):
             raise Failure(f"vkmcore: nothing in the catalogue matches {key!r}")
     chosen = [item for item in everything if not keys or any(matches(item, key) for key in keys)]
+    for item in chosen:
+        require_table(table_name(item.key))
     verdicts: list[Verdict] = []
     with progress_bar(len(chosen), watched()) as tell, workers(min(jobs, len(chosen)), None, 0) as executor:
         for verdict in executor.map(verify_item, chosen):
