@@ -128,7 +128,8 @@ def _matplotlib(picture: _Picture) -> Any:
     tubes = Poly3DCollection(np.concatenate(faces), facecolors=paint, linewidths=0.15, alpha=picture.opacity)
     tubes.set_edgecolor(paint if picture.opacity == 1.0 else "none")
     axes.add_collection3d(tubes)
-    axes.add_collection3d(Line3DCollection(picture.struts, colors=STRUT, linewidths=0.5, alpha=0.7))
+    if len(picture.struts):  # matplotlib 3.11 takes no empty collection
+        axes.add_collection3d(Line3DCollection(picture.struts, colors=STRUT, linewidths=0.5, alpha=0.7))
     axes.scatter(*picture.kinks.T, color=KINK, s=14, depthshade=False)
     centre, reach = picture.frame()
     style_axes(axes, picture.unit)
