@@ -63,6 +63,15 @@ void want_wide(bool wanted);
 /// 2^-186, so that their products, cubes, and the remainders of divisions are far from both ends of the range.
 inline bool moderate(double x) { return x == 0.0 || (std::abs(x) >= 1e-40 && std::abs(x) <= 1e40); }
 
+/// The same for numbers whose triple products are divided by cubes.
+inline bool modest(double x) { return x == 0.0 || (std::abs(x) >= 1e-20 && std::abs(x) <= 1e20); }
+
+inline bool modest(std::span<const Vec3> vectors) {
+  bool all = true;
+  for (const Vec3& a : vectors) all &= modest(a[0]) & modest(a[1]) & modest(a[2]);
+  return all;
+}
+
 inline bool moderate(std::span<const double> values) {
   bool all = true;
   for (const double x : values) all &= moderate(x);

@@ -11,6 +11,7 @@
 #include "core/pair_sums.hpp"
 #include "core/time_dilation.hpp"
 #include "formulas/guards.hpp"
+#include "formulas/plummer_dipoles.hpp"
 
 namespace vkm {
 
@@ -24,25 +25,6 @@ struct Targets {
   LaneView at;
   std::size_t first;
 };
-
-/// The sums of a block of targets. A target is no source of its own.
-VKM_KERNEL void direct_block(const PointSources& samples, std::size_t count, const Targets& targets, double epsilon2,
-                             double* potential) {
-  const std::size_t first = targets.first;
-  const std::size_t last = std::min(first + lane_block, count);
-  const auto term = [epsilon2](const LaneVec3& w, const LaneVec3& d, auto...) VKM_TERM {
-    const double s = dot(d, d) + epsilon2;
-    return dot(d, w) / (s * std::sqrt(s));
-  };
-  const auto other_term = [&](const LaneVec3& w, const LaneVec3& d, std::size_t j, std::size_t k) VKM_TERM {
-    return j - first == k ? -0.0 : term(w, d);  // -0.0 changes no sum
-  };
-  double sum[lane_block] = {};
-  add_sources(samples, 0, first, targets.at, sum, term);
-  add_sources(samples, first, last, targets.at, sum, other_term);
-  add_sources(samples, last, count, targets.at, sum, term);
-  for (std::size_t k = 0; k < lane_block; ++k) potential[k] = -inv_four_pi * sum[k];
-}
 
 /// Exponents |p_i - p_j|^2 / width of one source against a block of targets; returns whether any of them counts.
 VKM_INLINE bool exponents(const Vec3& p, const LaneView& at, double width, double* q) {
@@ -112,8 +94,12 @@ std::vector<double> gravitational_potential_direct(std::span<const Vec3> positio
                                                    double epsilon, const Poll& poll) {
   reject_if(positions.size() != vorticity.size(), "positions and vorticity must have the same length.");
   const double epsilon2 = epsilon * epsilon;
+  const bool regular = moderate(positions) && moderate(vorticity) && epsilon != 0.0 && moderate(epsilon);
+  const PairForm form = plummer_kernel.form_for(regular);
   return potential_by_blocks(positions, poll, [&](const Targets& targets, double* potential) {
-    direct_block({positions.data(), vorticity.data()}, positions.size(), targets, epsilon2, potential);
+    add_plummer_dipoles({positions.data(), vorticity.data()}, positions.size(), targets.at, targets.first, epsilon2,
+                        potential, form);
+    for (std::size_t k = 0; k < lane_block; ++k) potential[k] = -inv_four_pi * potential[k];
   });
 }
 

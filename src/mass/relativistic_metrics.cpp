@@ -2,7 +2,7 @@
 
 #include "core/time_dilation.hpp"
 #include "filament/motion/frames.hpp"
-#include "filament/sums/biot_savart.hpp"
+#include "filament/sums/self_velocity.hpp"
 #include "mass/canonical_constants.hpp"
 
 namespace vkm {
@@ -19,7 +19,7 @@ RelativisticMetrics relativistic_metrics(std::span<const Vec3> filament, double 
   if (filament.empty()) return metrics;
   const std::vector<Vec3> tangents = compute_frenet_frames(filament).T;
   Heartbeat heartbeat(poll);
-  const std::vector<Vec3> velocity = biot_savart_velocities(filament, filament, tangents, circulation, heartbeat);
+  const std::vector<Vec3> velocity = self_velocities(filament, tangents, circulation, heartbeat);
 
   std::vector<Vec3> vorticity(tangents);
   for (Vec3& w : vorticity) w = w * (circulation / core_area);

@@ -26,6 +26,15 @@ for scale in (1.0, 1e-15, 3e39, 1e-45, 1e120):
     for soft in (0.0, 0.1 * scale):
         out += _native.compute_filament_velocity(filaments, {"a_sim": soft})["velocity"]
     out += [np.array(_native.biot_savart_wire_grid(*points.T, curve))]
+    mesh = np.meshgrid(*scale * rng.normal(size=(3, 11)), indexing="ij")
+    mesh[2][..., 5] = curve[3, 2]
+    mesh[1][:, 5] = curve[3, 1]
+    mesh[0][5] = curve[3, 0]  # a point of the mesh in the place of a dipole
+    out += [np.array(_native.biot_savart_wire_grid(*mesh, curve)), np.array(
+        _native.dipole_ring_field_grid(*mesh, curve, curve[::-1]))]
+    for soft in (0.0, 0.1 * scale):
+        out += [np.array(_native.compute_gravitational_potential_direct(curve, curve[::-1], soft))]
+        out += [np.array(_native.calculate_writhe(curve, soft))]
     out += [np.array([_native.calculate_neumann_self_energy(curve, 0.1 * scale), _native.compute_writhe(curve.tolist()),
                       *_native.compute_vkm_mass(curve.tolist(), 2.0)])]
     bits = [np.where(np.isnan(field), np.nan, field).tobytes() for field in out]

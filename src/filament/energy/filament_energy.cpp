@@ -10,7 +10,7 @@
 #include "core/ordered_sum.hpp"
 #include "core/pair_sums.hpp"
 #include "core/polygon_edges.hpp"
-#include "filament/energy/neumann_terms.hpp"
+#include "filament/energy/polygon_terms.hpp"
 
 namespace vkm {
 
@@ -27,16 +27,6 @@ VKM_INLINE LaneRange lanes_within(std::size_t block, std::size_t first, std::siz
 }
 
 VKM_INLINE std::size_t block_of(std::size_t index) { return index / lane_block * lane_block; }
-
-VKM_KERNEL void fill_writhe(const LaneSources& polygon, std::size_t i, std::size_t first, std::size_t count, double rc2,
-                            double* __restrict terms) {
-  const LaneVec3 p = polygon.place(i), e = polygon.element(i);
-  for (std::size_t k = 0; k < count; ++k) {
-    const LaneVec3 r = polygon.place(first + k) - p;
-    const double d = std::sqrt(dot(r, r) + rc2);
-    terms[k] = 2.0 * dot(cross(e, polygon.element(first + k)), r) / (d * d * d);
-  }
-}
 
 /// The terms of point i with the points from `first` to `end` - 1. Blocks with no point nearer than the root of
 /// `reach2` are passed over.
@@ -103,7 +93,9 @@ double calculate_neumann_self_energy(std::span<const Vec3> points, double rc, co
 }
 
 double calculate_writhe(std::span<const Vec3> points, double rc, const Poll& poll, int threads) {
-  return sum_of_terms(points, rc, poll, threads, fill_writhe) / four_pi;
+  const PairForm form = writhe_kernel.form_for(modest(points) && rc != 0.0 && modest(rc));
+  const auto fill = [form](auto... arguments) { fill_writhe(arguments..., form); };
+  return sum_of_terms(points, rc, poll, threads, fill) / four_pi;
 }
 
 double calculate_core_repulsion(std::span<const Vec3> points, double rc, const Poll& poll) {

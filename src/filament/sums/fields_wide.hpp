@@ -8,6 +8,7 @@
 #include <span>
 
 #include "core/lanes.hpp"
+#include "core/pair_form.hpp"
 #include "core/poll.hpp"
 #include "core/vec3.hpp"
 #include "core/wide.hpp"
@@ -26,13 +27,13 @@ std::optional<Lanes> dipole_field_on_points(std::span<const Vec3> at, std::span<
                                             const Lanes& points, const Poll& poll);
 
 /// Sum of elements x R * f / |R|^3. What depends on one or two coordinates of a field point is computed once for all
-/// points that share them.
+/// points that share them. Declines in the plain form (core/pair_form.hpp), as the next one does.
 std::optional<Lanes> wire_field_on_meshgrid(std::span<const Vec3> at, std::span<const Vec3> elements, double f,
-                                            const Meshgrid& grid, const Poll& poll);
+                                            const Meshgrid& grid, const Poll& poll, PairForm form);
 
 /// Sum of the fields of dipoles.
 std::optional<Lanes> dipole_field_on_meshgrid(std::span<const Vec3> at, std::span<const Vec3> moments,
-                                              const Meshgrid& grid, const Poll& poll);
+                                              const Meshgrid& grid, const Poll& poll, PairForm form);
 
 /// self_velocities of finite numbers, for a circulation up to 1e200.
 std::optional<Lanes> self_velocities_by_tiles(const Lanes& points, const Lanes& tangents, double circulation,
@@ -49,7 +50,7 @@ inline std::optional<Lanes> dipole_field_on_points(std::span<const Vec3>, std::s
   return {};
 }
 inline std::optional<Lanes> wire_field_on_meshgrid(std::span<const Vec3>, std::span<const Vec3>, double,
-                                                   const Meshgrid&, const Poll&) {
+                                                   const Meshgrid&, const Poll&, PairForm) {
   return {};
 }
 inline std::optional<Lanes> dipole_field_on_meshgrid(std::span<const Vec3>, std::span<const Vec3>, const Meshgrid&,

@@ -31,21 +31,66 @@ VKM_KERNEL void add_dipoles(const PointSources& dipoles, std::size_t count, cons
   });
 }
 
+Lanes wire_field_by_points(const Segments& segments, const Lanes& points, double f, PairForm form, const Poll& poll) {
+  Heartbeat heartbeat(poll);
+  const PointSources sources = segments.sources();
+  return sums_at(points, heartbeat, [&](const LaneView& at, const LaneSpace& sums) {
+    add_wire({sources, 0, segments.dl.size(), at, sums}, f, moderate_block(at) ? form : PairForm::plain);
+  });
+}
+
+Lanes dipole_field_by_points(std::span<const Vec3> at, std::span<const Vec3> moments, const Lanes& points,
+                             const Poll& poll) {
+  if (std::optional<Lanes> field = dipole_field_on_points(at, moments, points, poll)) return *std::move(field);
+  Heartbeat heartbeat(poll);
+  return sums_at(points, heartbeat, [&](const LaneView& block, const LaneSpace& sums) {
+    add_dipoles({at.data(), moments.data()}, at.size(), block, sums);
+  });
+}
+
+/// 8 x 2 x 32 points and 64 sources, to measure forms with.
+struct TrialGrid {
+  Segments segments;
+  Lanes points{512};
+  Meshgrid grid;
+
+  TrialGrid() {
+    segments.append(std::span(trial_curve().at).first(64), 64);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      points.set(i, {2.0 + static_cast<double>(i / 64), static_cast<double>(i / 32 % 2), static_cast<double>(i % 32)});
+    }
+    grid = *meshgrid_of(points);
+  }
+};
+
+const TrialGrid& trial_grid() {
+  static const TrialGrid grid;
+  return grid;
+}
+
+const PairKernel wire_grid_kernel("wire, meshgrid", [](PairForm form) {
+  const auto& [segments, points, grid] = trial_grid();
+  if (form == PairForm::plain) wire_field_by_points(segments, points, 1.0, form, {});
+  wire_field_on_meshgrid(segments.mid, segments.dl, 1.0, grid, {}, form);
+});
+const PairKernel dipole_grid_kernel("dipoles, meshgrid", [](PairForm form) {
+  const auto& [segments, points, grid] = trial_grid();
+  if (form == PairForm::plain) dipole_field_by_points(segments.mid, segments.dl, points, {});
+  dipole_field_on_meshgrid(segments.mid, segments.dl, grid, {}, form);
+});
+
 }  // namespace
 
 Lanes wire_field(std::span<const Vec3> wire, const Lanes& points, double current, const Poll& poll) {
   const Segments segments = open_segments(wire);
   const double f = current * inv_four_pi;
   if (const std::optional<Meshgrid> grid = meshgrid_of(points)) {
-    std::optional<Lanes> field = wire_field_on_meshgrid(segments.mid, segments.dl, f, *grid, poll);
+    std::optional<Lanes> field =
+        wire_field_on_meshgrid(segments.mid, segments.dl, f, *grid, poll, wire_grid_kernel.form());
     if (field) return *std::move(field);
   }
-  Heartbeat heartbeat(poll);
   const PairForm form = wire_kernel.form_for(moderate(segments.mid) && moderate(segments.dl));
-  const PointSources sources = segments.sources();
-  return sums_at(points, heartbeat, [&](const LaneView& at, const LaneSpace& sums) {
-    add_wire({sources, 0, segments.dl.size(), at, sums}, f, moderate_block(at) ? form : PairForm::plain);
-  });
+  return wire_field_by_points(segments, points, f, form, poll);
 }
 
 Lanes vector_potential(std::span<const Vec3> polyline, const Lanes& points, double current, const Poll& poll) {
@@ -77,13 +122,10 @@ Lanes dipole_field_sum(std::span<const Vec3> positions, std::span<const Vec3> mo
   const std::size_t sources = std::min(positions.size(), moments.size());
   const std::span<const Vec3> at = positions.first(sources), m = moments.first(sources);
   if (const std::optional<Meshgrid> grid = meshgrid_of(points)) {
-    if (std::optional<Lanes> field = dipole_field_on_meshgrid(at, m, *grid, poll)) return *std::move(field);
+    std::optional<Lanes> field = dipole_field_on_meshgrid(at, m, *grid, poll, dipole_grid_kernel.form());
+    if (field) return *std::move(field);
   }
-  if (std::optional<Lanes> field = dipole_field_on_points(at, m, points, poll)) return *std::move(field);
-  Heartbeat heartbeat(poll);
-  return sums_at(points, heartbeat, [&](const LaneView& block, const LaneSpace& sums) {
-    add_dipoles({positions.data(), moments.data()}, sources, block, sums);
-  });
+  return dipole_field_by_points(at, m, points, poll);
 }
 
 }  // namespace vkm

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "core/pair_sums_wide.hpp"
 #include "filament/sums/dipole_wide.hpp"
 #include "filament/sums/magnetostatics.hpp"
 #include "filament/sums/source_loop_wide.hpp"
@@ -153,6 +154,7 @@ class WireTile : public Tile {
     for (std::size_t s = 0; s < chunk_size; ++s) fast_part_[s] = (first[s] - second[s]) * f_;
   }
 
+  template <PairForm form>
   struct Terms {
     static constexpr std::size_t vectors = 4;
     static constexpr std::size_t ahead = 1;
@@ -161,12 +163,15 @@ class WireTile : public Tile {
     std::size_t row, from;
 
     VKM_WIDE_INLINE Wide square(std::size_t s, std::size_t v) const { return tile.square(s, from + v * wide_lanes); }
-    /// The first vector has the reciprocal from the divider, the others the root.
-    VKM_WIDE_INLINE static Wide root(Wide r2, std::size_t v) { return v == 0 ? square_root(r2) : _mm512_sqrt_pd(r2); }
+    /// In the mixed form the first vector has the reciprocal from the divider, the others the root.
+    static constexpr bool turned(std::size_t v) { return form == PairForm::mixed && v == 0; }
+    VKM_WIDE_INLINE static Wide root(Wide r2, std::size_t v) {
+      return turned(v) ? square_root(r2) : WideForm<form>::root(r2);
+    }
     VKM_WIDE_INLINE static Wide divide(Wide n) { return n; }
     VKM_WIDE_INLINE WideVec3 term(std::size_t s, std::size_t v, Wide n, Wide r2, Wide) const {
       const std::size_t lane = from + v * wide_lanes;
-      const Wide q = v == 0 ? wide(1.0) / (n * r2) : reciprocal(n * r2);
+      const Wide q = turned(v) ? wide(1.0) / (n * r2) : WideForm<form>::reciprocal(n * r2);
       return {load_wide(tile.slow_part_[row][s] + lane) * q, load_wide(tile.middle_part_[s] + lane) * q,
               wide(tile.fast_part_[s]) * q};
     }
@@ -213,6 +218,7 @@ class DipoleTile : public Tile {
     split(m_slow_, m_middle_[j], mr_rest_);
   }
 
+  template <PairForm form>
   struct Terms {
     static constexpr std::size_t vectors = 2;
     static constexpr std::size_t ahead = 2;
@@ -221,8 +227,8 @@ class DipoleTile : public Tile {
     std::size_t row, from;
 
     VKM_WIDE_INLINE Wide square(std::size_t s, std::size_t v) const { return tile.square(s, from + v * wide_lanes); }
-    VKM_WIDE_INLINE static Wide root(Wide r2, std::size_t) { return _mm512_sqrt_pd(r2); }
-    VKM_WIDE_INLINE static Wide divide(Wide n) { return wide(1.0) / n; }
+    VKM_WIDE_INLINE static Wide root(Wide r2, std::size_t) { return WideForm<form>::root(r2); }
+    VKM_WIDE_INLINE static Wide divide(Wide n) { return WideForm<form>::reciprocal(n); }
     VKM_WIDE_INLINE WideVec3 term(std::size_t s, std::size_t v, Wide n, Wide r2, Wide per_n) const {
       const std::size_t lane = from + v * wide_lanes;
       const Wide mr = (load_wide(tile.mr_[s] + lane) + wide(tile.mr_rest_.first[s])) + wide(tile.mr_rest_.second[s]);
@@ -240,14 +246,14 @@ class DipoleTile : public Tile {
   alignas(64) Row mr_[chunk_size];
 };
 
-bool fits(std::span<const Vec3> at, std::span<const Vec3> vectors, const Meshgrid& grid) {
-  bool fits = has_wide() && grid.values[2].size() >= wide_lanes && moderate(at) && moderate(vectors);
+bool fits(std::span<const Vec3> at, std::span<const Vec3> vectors, const Meshgrid& grid, PairForm form) {
+  bool fits = form != PairForm::plain && grid.values[2].size() >= wide_lanes && moderate(at) && moderate(vectors);
   for (const std::vector<double>& values : grid.values) fits = fits && moderate(values);
   return fits;
 }
 
 /// Sums chunk after chunk of the sources, which keeps their order at every point.
-template <class Kernel>
+template <PairForm form, class Kernel>
 Lanes sum_over(std::span<const Vec3> at, std::span<const Vec3> vectors, const Meshgrid& grid, Kernel& tile,
                const Poll& poll) {
   const std::span<const double> planes = grid.values[0], rows = grid.values[1], columns = grid.values[2];
@@ -257,13 +263,14 @@ Lanes sum_over(std::span<const Vec3> at, std::span<const Vec3> vectors, const Me
     tile.prepare_row(j);
     const std::size_t first = (i * rows.size() + row + j) * columns.size() + column;
     const std::size_t count = std::min(row_lanes, columns.size() - column);
-    for (std::size_t from = 0; from < count; from += Kernel::Terms::vectors * wide_lanes) {
+    using Terms = typename Kernel::template Terms<form>;
+    for (std::size_t from = 0; from < count; from += Terms::vectors * wide_lanes) {
       const std::size_t place = first + from;
       const RowSums sums{from,
                          {field.axis(tile.slow_axis) + place, field.axis(tile.middle_axis) + place,
                           field.axis(tile.fast_axis) + place},
                          count - from};
-      const typename Kernel::Terms terms{tile, j, from};
+      const Terms terms{tile, j, from};
       quick_or_careful([&](auto near) { return add_chunk<near>(terms, tile.sources, sums); });
     }
   };
@@ -293,17 +300,17 @@ Lanes sum_over(std::span<const Vec3> at, std::span<const Vec3> vectors, const Me
 }  // namespace
 
 std::optional<Lanes> wire_field_on_meshgrid(std::span<const Vec3> at, std::span<const Vec3> elements, double f,
-                                            const Meshgrid& grid, const Poll& poll) {
-  if (!fits(at, elements, grid)) return std::nullopt;
+                                            const Meshgrid& grid, const Poll& poll, PairForm form) {
+  if (!fits(at, elements, grid, form)) return std::nullopt;
   const auto tile = std::make_unique<WireTile>(grid, f);
-  return sum_over(at, elements, grid, *tile, poll);
+  return with_form(form, [&](auto constant) { return sum_over<constant>(at, elements, grid, *tile, poll); });
 }
 
 std::optional<Lanes> dipole_field_on_meshgrid(std::span<const Vec3> at, std::span<const Vec3> moments,
-                                              const Meshgrid& grid, const Poll& poll) {
-  if (!fits(at, moments, grid)) return std::nullopt;
+                                              const Meshgrid& grid, const Poll& poll, PairForm form) {
+  if (!fits(at, moments, grid, form)) return std::nullopt;
   const auto tile = std::make_unique<DipoleTile>(grid);
-  return sum_over(at, moments, grid, *tile, poll);
+  return with_form(form, [&](auto constant) { return sum_over<constant>(at, moments, grid, *tile, poll); });
 }
 
 }  // namespace vkm

@@ -45,16 +45,9 @@ VKM_KERNEL void fill_plain(const Vec3& x, const Vec3& u, const GaussColumns& col
   }
 }
 
-/// Triple products of offsets, and cubes of lengths, stay far from both ends of the range.
-bool modest(double x) { return x == 0.0 || (std::abs(x) >= 1e-20 && std::abs(x) <= 1e20); }
-
 }  // namespace
 
-PairForm gauss_form(std::span<const Vec3> points) {
-  bool all = true;
-  for (const Vec3& a : points) all = all && modest(a[0]) && modest(a[1]) && modest(a[2]);
-  return gauss_kernel.form_for(all);
-}
+PairForm gauss_form(std::span<const Vec3> points) { return gauss_kernel.form_for(modest(points)); }
 
 void fill_gauss(const Vec3& x, const Vec3& u, const GaussColumns& columns, std::size_t first, std::size_t count,
                 double* terms, PairForm form) {
