@@ -1,9 +1,11 @@
 #include "core/ordered_sum.hpp"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "core/kernel.hpp"
@@ -77,6 +79,26 @@ VKM_KERNEL void add_terms(const double* terms, std::size_t count, Part& part) {
   }
 }
 
+/// The terms of a task, by the last place of the sum that is expected there, and by that beyond a power of two nearby.
+struct Guess {
+  std::array<Part, 2> parts;
+
+  explicit Guess(double expected = 0.0) : parts{Part{last_place(expected * (7.0 / 6.0))}, Part{0.0}} {
+    const double lower = last_place(expected * (5.0 / 6.0));
+    if (lower != parts[0].unit) parts[1].unit = lower;
+  }
+
+  bool any() const { return parts[0].unit != 0.0; }
+
+  void add(std::span<const double> terms) {
+    for (Part& part : parts) {
+      if (part.unit != 0.0) add_terms(terms.data(), terms.size(), part);
+    }
+  }
+
+  bool add_to(double& s) const { return parts[0].add_to(s) || parts[1].add_to(s); }
+};
+
 double added_one_by_one(double sum, std::span<const double> terms) {
   for (const double t : terms) sum += t;
   return sum;
@@ -104,7 +126,7 @@ double sum_in_order(std::size_t count, int threads, const Poll& poll,
   const TermSink add = [&sum](std::span<const double> terms) { sum = add_in_order(sum, terms); };
   std::size_t done = 0;
   // The first few tell how the sum grows, and with that its last place at later tasks.
-  const std::size_t alone = threads > 1 ? std::max<std::size_t>(1, count / 64) : count;
+  const std::size_t alone = threads > 1 ? std::max<std::size_t>(1, count / 256) : count;
   for (; done < std::min(alone, count); ++done) produce(done, add, heartbeat);
   double before = 0.0;
   std::size_t since = 0;
@@ -112,19 +134,18 @@ double sum_in_order(std::size_t count, int threads, const Poll& poll,
     const double growth = (sum - before) / static_cast<double>(done - since);
     const std::size_t most = std::max(done / 2, std::min<std::size_t>(count, 8));
     const std::size_t window = std::min({count - done, most, std::max<std::size_t>(count / 12, 8)});
-    std::vector<Part> parts(window);
+    std::vector<Guess> guesses(window);
     run_tasks(window, threads, poll, [&](std::size_t task, Heartbeat& own) {
-      Part part{last_place(sum + growth * (static_cast<double>(task) + 0.5))};
-      if (part.unit != 0.0) {
-        produce(
-            done + task, [&part](std::span<const double> terms) { add_terms(terms.data(), terms.size(), part); }, own);
+      Guess guess(sum + growth * (static_cast<double>(task) + 0.5));
+      if (guess.any()) {
+        produce(done + task, [&guess](std::span<const double> terms) { guess.add(terms); }, own);
       }
-      parts[task] = part;
+      guesses[task] = guess;
     });
     before = sum;
     since = done;
-    for (const Part& part : parts) {
-      if (!part.add_to(sum)) produce(done, add, heartbeat);
+    for (const Guess& guess : guesses) {
+      if (!guess.add_to(sum)) produce(done, add, heartbeat);
       ++done;
     }
   }
@@ -132,30 +153,31 @@ double sum_in_order(std::size_t count, int threads, const Poll& poll,
 }
 
 double sum_over_pairs(std::size_t n, int threads, const Poll& poll, const PairTerms& fill) {
-  constexpr std::size_t room = 4096, most_tasks = 1024;
+  constexpr std::size_t room = 4096, most_tasks = 8192;
   if (n < 2) return 0.0;
-  // Rows get shorter: task t begins where a share t / tasks of the pairs is done.
-  const std::size_t tasks = std::min(most_tasks, (n + 15) / 16);
+  // Rows get shorter: task t begins where a share t / tasks of the pairs is done. The few tasks in which the sum passes
+  // a power of two are done again by one thread: small ones keep the others waiting less.
+  const std::size_t tasks = threads > 1 ? std::min(most_tasks, (n + 1) / 2) : 1;
   const auto begin = [n, tasks](std::size_t task) {
     const double left = 1.0 - static_cast<double>(task) / static_cast<double>(tasks);
     return task == tasks ? n - 1 : static_cast<std::size_t>(static_cast<double>(n - 1) * (1.0 - std::sqrt(left)));
   };
   return sum_in_order(tasks, threads, poll, [&](std::size_t task, const TermSink& sink, Heartbeat& heartbeat) {
-    std::vector<double> terms(room + 8);
+    const auto terms = std::make_unique_for_overwrite<double[]>(room + 8);
     std::size_t filled = 0;
     for (std::size_t i = begin(task); i < begin(task + 1); ++i) {
       for (std::size_t j = i + 1; j < n;) {
         const std::size_t count = std::min(n - j, room - filled);
-        fill(i, j, count, terms.data() + filled);
+        fill(i, j, count, terms.get() + filled);
         filled += count;
         j += count;
         if (filled < room) continue;
-        sink({terms.data(), room});
+        sink({terms.get(), room});
         filled = 0;
         heartbeat.tick();
       }
     }
-    sink({terms.data(), filled});
+    sink({terms.get(), filled});
   });
 }
 

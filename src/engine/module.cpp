@@ -3,12 +3,18 @@
 #include "core/kernel.hpp"
 #include "core/pair_form.hpp"
 #include "engine/engine.hpp"
+#include "filament/sums/fields_wide.hpp"
+#include "formulas/plummer_dipoles.hpp"
 
 PYBIND11_MODULE(_engine, m) {
   m.doc() = "The package's own extension. Use the functions of vkmcore; these are theirs.";
   m.def(
       "pair_forms",
       [] {
+        // The engine does not run these, and would not have them without a name.
+        for (const vkm::PairKernel* kernel : {&vkm::wire_grid_kernel, &vkm::dipole_grid_kernel, &vkm::plummer_kernel}) {
+          kernel->form();
+        }
         pybind11::dict forms;
         for (const auto& [kernel, form] : vkm::pair_forms()) forms[kernel.c_str()] = vkm::name_of(form);
         return forms;

@@ -16,6 +16,8 @@
 
 namespace vkm {
 
+extern const PairKernel wire_grid_kernel, dipole_grid_kernel;
+
 #if VKM_HAS_WIDE
 
 /// Sum of elements / |R| over sources, R from the source at `at`; at points in any order.

@@ -68,6 +68,8 @@ const TrialGrid& trial_grid() {
   return grid;
 }
 
+}  // namespace
+
 const PairKernel wire_grid_kernel("wire, meshgrid", [](PairForm form) {
   const auto& [segments, points, grid] = trial_grid();
   if (form == PairForm::plain) wire_field_by_points(segments, points, 1.0, form, {});
@@ -78,8 +80,6 @@ const PairKernel dipole_grid_kernel("dipoles, meshgrid", [](PairForm form) {
   if (form == PairForm::plain) dipole_field_by_points(segments.mid, segments.dl, points, {});
   dipole_field_on_meshgrid(segments.mid, segments.dl, grid, {}, form);
 });
-
-}  // namespace
 
 Lanes wire_field(std::span<const Vec3> wire, const Lanes& points, double current, const Poll& poll) {
   const Segments segments = open_segments(wire);
