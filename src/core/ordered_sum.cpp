@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "core/kernel.hpp"
@@ -79,13 +80,13 @@ VKM_KERNEL void add_terms(const double* terms, std::size_t count, Part& part) {
   }
 }
 
-/// The terms of a task, by the last place of the sum that is expected there, and by that beyond a power of two nearby.
+/// The terms of a task, by the last place that the sum will have there, which lies between two numbers.
 struct Guess {
   std::array<Part, 2> parts;
 
-  explicit Guess(double expected = 0.0) : parts{Part{last_place(expected * (7.0 / 6.0))}, Part{0.0}} {
-    const double lower = last_place(expected * (5.0 / 6.0));
-    if (lower != parts[0].unit) parts[1].unit = lower;
+  explicit Guess(double one = 0.0, double other = 0.0) : parts{Part{last_place(one)}, Part{last_place(other)}} {
+    if (parts[0].unit == 0.0) std::swap(parts[0], parts[1]);
+    if (parts[0].unit == parts[1].unit) parts[1].unit = 0.0;
   }
 
   bool any() const { return parts[0].unit != 0.0; }
@@ -136,7 +137,7 @@ double sum_in_order(std::size_t count, int threads, const Poll& poll,
     const std::size_t window = std::min({count - done, most, std::max<std::size_t>(count / 12, 8)});
     std::vector<Guess> guesses(window);
     run_tasks(window, threads, poll, [&](std::size_t task, Heartbeat& own) {
-      Guess guess(sum + growth * (static_cast<double>(task) + 0.5));
+      Guess guess(sum, sum + 2.0 * growth * (static_cast<double>(task) + 0.5));
       if (guess.any()) {
         produce(done + task, [&guess](std::span<const double> terms) { guess.add(terms); }, own);
       }
