@@ -150,6 +150,13 @@ def _edge_distances(p: Points, q: Points, i: NDArray[np.int64], j: NDArray[np.in
     """Distances of the edges i of p from the edges j of q."""
     d1, d2 = p[(i + 1) % len(p)] - p[i], q[(j + 1) % len(q)] - q[j]
     gap = p[i] - q[j]
+    s, t = nearest_parts(d1, d2, gap)
+    distances: Points = np.linalg.norm(gap + d1 * s[:, None] - d2 * t[:, None], axis=1)
+    return distances
+
+
+def nearest_parts(d1: Points, d2: Points, gap: Points) -> tuple[Points, Points]:
+    """Where the segments d1 and d2 are nearest, as parts of them; `gap` leads from the second's start to the first's."""
     a, e, b = (d1 * d1).sum(axis=1), (d2 * d2).sum(axis=1), (d1 * d2).sum(axis=1)
     c, f = (d1 * gap).sum(axis=1), (d2 * gap).sum(axis=1)
     det = a * e - b * b
@@ -157,8 +164,7 @@ def _edge_distances(p: Points, q: Points, i: NDArray[np.int64], j: NDArray[np.in
     t_free = (b * s + f) / e
     t = np.clip(t_free, 0.0, 1.0)
     s = np.where(t == t_free, s, np.clip((t * b - c) / a, 0.0, 1.0))
-    distances: Points = np.linalg.norm(gap + d1 * s[:, None] - d2 * t[:, None], axis=1)
-    return distances
+    return s, t
 
 
 # --- transforms ---------------------------------------------------------------------------------------------------
