@@ -1,4 +1,4 @@
-"""The command `vkmcore catalogue` with build, write, summary and verify."""
+"""The command `vkmcore catalogue` with build, write, summary, records and verify."""
 
 from __future__ import annotations
 
@@ -7,13 +7,14 @@ import os
 from collections.abc import Callable, Iterator, Sequence
 from concurrent.futures import Executor
 from contextlib import contextmanager
+from functools import partial
 from pathlib import Path
 from typing import TYPE_CHECKING
 
 import click
 
-from vkmcore.commands.arguments import COUNT, Failure, complete_key, record_options
-from vkmcore.commands.output import plain_table, print_csv, print_json, print_table
+from vkmcore.commands.arguments import COUNT, Failure, complete_key, file_option, record_options, say_written
+from vkmcore.commands.output import plain_table, print_csv, print_data, print_json, print_table, shown
 from vkmcore.progress import progress_bar, watched
 
 if TYPE_CHECKING:
@@ -269,6 +270,52 @@ def require_table(name: str) -> None:
         return
     except ImportError as error:
         raise Failure(f"vkmcore: {name}: {error}") from None
+
+
+@catalogue.command()
+@folder_option
+@select_option
+@click.option("--jobs", type=COUNT, default=os.cpu_count() or 1, show_default=True, help="Polygons at a time.")
+@file_option("--out", help="Also write the records to a file, as --csv prints them.")
+@record_options("A JSON list with a record a knot", "a knot")
+def records(folder: Path, select: tuple[str, ...], jobs: int, out: Path | None, as_json: bool, as_csv: bool) -> None:
+    """Polygons of a campaign that are shorter than the published value, each with a proved upper bound.
+
+    The bound is that of the curve whose corners are rounded by circular arcs, computed with intervals. Where it is not
+    below the published value the record is not proved, and says so.
+    """
+    from vkmcore.files import write_text
+    from vkmcore.ideal.campaign_summary import EDGES
+    from vkmcore.ideal.records import Record, candidates, record, rounded_up
+    from vkmcore.rows import csv_text
+
+    if not folder.is_dir():
+        raise Failure(f"vkmcore: {folder}: there is no such folder")
+    chosen = candidates(folder, selected(select))
+    found: list[Record] = []
+    if chosen:
+        with progress_bar(len(chosen), watched()) as tell, workers(min(jobs, len(chosen)), None, 0) as executor:
+            for result in executor.map(partial(record, folder), chosen):
+                found.append(result)
+                tell(len(found), result.summary.name)
+    rows = [result.row() for result in found]
+    if out is not None:
+        write_text(out, csv_text(rows))
+        say_written(out)
+    if not print_data(as_json, as_csv, rows):
+        head = ("name", "published", *(f"edge {edge:g}" for edge in EDGES), "limit", "proved bound", "below published")
+        table = plain_table(head, ("name",))
+        for result in found:
+            row = result.summary
+            table.add_row(
+                row.name,
+                *("" if x is None else f"{x:.4f}" for x in (row.published, *row.polygons, row.limit)),
+                rounded_up(result.bound.ropelength),
+                shown(result.proved),
+            )
+        print_table(table)
+    proved = sum(result.proved for result in found)
+    click.echo(f"{len(found)} below the published value, {proved} of them proved", err=True)
 
 
 @catalogue.command()

@@ -156,7 +156,7 @@ def _edge_distances(p: Points, q: Points, i: NDArray[np.int64], j: NDArray[np.in
 
 
 def nearest_parts(d1: Points, d2: Points, gap: Points) -> tuple[Points, Points]:
-    """Where the segments d1 and d2 are nearest, as parts of them; `gap` leads from the second's start to the first's."""
+    """Where segments d1 and d2 are nearest, as parts of them; `gap` leads from the second's start to the first's."""
     a, e, b = (d1 * d1).sum(axis=1), (d2 * d2).sum(axis=1), (d1 * d2).sum(axis=1)
     c, f = (d1 * gap).sum(axis=1), (d2 * gap).sum(axis=1)
     det = a * e - b * b

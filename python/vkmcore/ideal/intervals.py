@@ -43,20 +43,20 @@ class Interval:
     lo: Array
     hi: Array
 
-    def __add__(self, other: Interval | float) -> Interval:
+    def __add__(self, other: Interval | ArrayLike) -> Interval:
         b = interval(other)
         return Interval(down(self.lo + b.lo), up(self.hi + b.hi))
 
-    def __sub__(self, other: Interval | float) -> Interval:
+    def __sub__(self, other: Interval | ArrayLike) -> Interval:
         b = interval(other)
         return Interval(down(self.lo - b.hi), up(self.hi - b.lo))
 
-    def __mul__(self, other: Interval | float) -> Interval:
+    def __mul__(self, other: Interval | ArrayLike) -> Interval:
         b = interval(other)
         products = (self.lo * b.lo, self.lo * b.hi, self.hi * b.lo, self.hi * b.hi)
         return Interval(down(_least(products)), up(_greatest(products)))
 
-    def __truediv__(self, other: Interval | float) -> Interval:
+    def __truediv__(self, other: Interval | ArrayLike) -> Interval:
         """The divisor must be positive.
 
         Raises:
@@ -101,12 +101,12 @@ def norm(a: Interval) -> Interval:
     return sqrt(dot(a, a))
 
 
-def minimum(a: Interval, b: Interval | float) -> Interval:
+def minimum(a: Interval, b: Interval | ArrayLike) -> Interval:
     b = interval(b)
     return Interval(np.minimum(a.lo, b.lo), np.minimum(a.hi, b.hi))
 
 
-def maximum(a: Interval, b: Interval | float) -> Interval:
+def maximum(a: Interval, b: Interval | ArrayLike) -> Interval:
     b = interval(b)
     return Interval(np.maximum(a.lo, b.lo), np.maximum(a.hi, b.hi))
 
@@ -118,16 +118,16 @@ def running_sums(a: Interval) -> Interval:
     return Interval(np.array(list(lows)), np.array(list(highs)))
 
 
-def joined(parts: Sequence[Interval], axis: int = 0) -> Interval:
-    """One array of several, along an axis."""
-    return Interval(np.concatenate([p.lo for p in parts], axis), np.concatenate([p.hi for p in parts], axis))
+def joined(parts: Sequence[Interval]) -> Interval:
+    """One array of several."""
+    return Interval(np.concatenate([part.lo for part in parts]), np.concatenate([part.hi for part in parts]))
 
 
 def _least(values: Sequence[Array]) -> Array:
-    a, b, c, d = values
-    return np.minimum(np.minimum(a, b), np.minimum(c, d))
+    least: Array = np.minimum.reduce(values)
+    return least
 
 
 def _greatest(values: Sequence[Array]) -> Array:
-    a, b, c, d = values
-    return np.maximum(np.maximum(a, b), np.maximum(c, d))
+    greatest: Array = np.maximum.reduce(values)
+    return greatest

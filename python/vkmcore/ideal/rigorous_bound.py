@@ -8,23 +8,24 @@ the tangent turns continuously: the curve is C^{1,1}, its radius of curvature no
 1. Thickness is the lesser of the least radius of curvature and half the least distance of a doubly critical pair, two
    points whose chord is perpendicular to the curve at both (Litherland, Simon, Durumeric, Rawdon, Topology Appl. 91
    (1999) 233-244; Cantarella, Kusner, Sullivan, Invent. Math. 150 (2002) 257-286).
-2. The points p, q of a doubly critical pair of one component are at least pi R apart both ways along it: on an arc from p
-   to q of length l < pi R the tangent T makes an angle of at most s / R with T(p) after a length s, so that
-   (q - p) . T(p) >= R sin(l / R) > 0. The same holds on one arc, or one straight piece, of whatever length: an arc turns
-   by less than pi. So the least distance of all other points, at least pi R apart or on different components, will do.
-3. The curve is cut into arcs and straight pieces. A straight piece that is shorter than `SHORT` of its edge is left out:
-   its points are within its length of the arcs at both its ends, and two points not on one piece can be moved to
-   different pieces that are kept; distances, in space and along the curve, change by at most twice the longest left out.
-4. An arc of half turn a lies within chord / 2 tan(a / 2) of its chord. Halving it divides its length by two; the tangents
-   at the ends of the halves meet at (P0 + w P1) / (1 + w), w = cos(a), P1 being where those of the arc meet.
-5. Two chords are not nearer than n . (p - q) / |n| is at its least, for any n; that is at ends of both. The best n joins
+2. The points p, q of a doubly critical pair of one component are at least pi R apart both ways along it: on a way from
+   p to q of length l < pi R the tangent T makes an angle of at most s / R with T(p) after a length s, so that
+   (q - p) . T(p) >= R sin(l / R) > 0. The same holds on one arc, which turns by less than pi, and on one straight
+   piece, of whatever length. So the least distance of all other points, at least pi R apart or on different
+   components, will do.
+3. The curve is cut into arcs and straight pieces. A straight piece shorter than `SHORT` of its edge is left out: its
+   points are within its length of the arcs at both its ends, and two points not on one piece can be moved to different
+   pieces that are kept; distances, in space and along the curve, change by at most twice the longest left out.
+4. An arc of half turn a lies within chord / 2 tan(a / 2) of its chord. Halving it halves its length; the tangents at
+   the ends of the halves meet at (P + w C) / (1 + w), w = cos(a), where those at the ends P of the arc meet at C.
+5. For any n two chords are nowhere nearer than the least n . (p - q) / |n|, which is at ends of both. The best n joins
    their nearest points, which are found in plain arithmetic: an inexact n weakens the bound and leaves it a bound.
 6. Pairs whose bound is below the least distance found are halved on; the others, and those nearer than pi R along the
-   curve, are done with. However that least distance was found, the result is no more than it.
-7. atan(x) / x = 2 / (1 + sqrt(1 + x^2)) atan(y) / y with y = tan(turn / 4) < 1, whose series alternates and falls: ended
-   after a positive term it bounds from above.
-8. The curve is of the polygon's type if every corner is within the thickness of its arc: all points of the corner's sides
-   lie on radii of the arc, in the normal discs of the tube, one in each disc, and move along these to the curve.
+   curve, are done with. The result is not above that least distance, so that it does not matter how it was found.
+7. atan(x) / x = 2 / (1 + sqrt(1 + x^2)) atan(y) / y with y = tan(turn / 4) < 1, whose series alternates and falls:
+   ended after a positive term it bounds from above.
+8. The curve is of the polygon's type if every corner is nearer to its arc than the thickness: the points of the
+   corner's sides lie on radii of the arc, in normal discs of the tube, one in each, and move along these to the curve.
 
 Lengths and distances are computed with intervals. Nothing here rests on edges of equal length.
 """
@@ -34,12 +35,24 @@ from __future__ import annotations
 import math
 from collections.abc import Sequence
 from dataclasses import dataclass
-from typing import TYPE_CHECKING
+from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
 from vkmcore.ideal.fourier_form import nearest_parts
-from vkmcore.ideal.intervals import Interval, dot, down, interval, joined, maximum, minimum, norm, running_sums, sqrt, up
+from vkmcore.ideal.intervals import (
+    Interval,
+    dot,
+    down,
+    interval,
+    joined,
+    maximum,
+    minimum,
+    norm,
+    running_sums,
+    sqrt,
+    up,
+)
 
 if TYPE_CHECKING:
     from numpy.typing import ArrayLike, NDArray
@@ -72,9 +85,9 @@ def ropelength_bound(components: Sequence[ArrayLike]) -> RopelengthBound:
     Args:
         components: closed polygons (N, 3) of at least six vertices, the first not repeated; any unit of length.
 
-    Returns: RopelengthBound; a curve that crosses itself, or whose bounds cannot tell, has an infinite one.
-    Raises: ValueError for another shape, fewer vertices, coordinates that are not finite or beyond 1e-100 to 1e100, edges
-    of no length, and corners that turn back.
+    Returns: RopelengthBound. The ropelength of a curve that crosses itself, or that is not proved not to, is infinite.
+    Raises: ValueError for another shape, fewer vertices, coordinates that are not finite or all beyond 1e-100 to 1e100,
+    edges of no length, and corners that turn back.
     """
     polygons = [_checked(points, number) for number, points in enumerate(components)]
     if not polygons:
@@ -209,15 +222,11 @@ def _selected(p: Pieces, kept: NDArray[np.bool_]) -> Pieces:
 
 
 def _all_pieces(rounded: Sequence[Rounded]) -> Pieces:
-    parts = [vars(corners.pieces) for corners in rounded]
-    return Pieces(
-        **{
-            name: joined([part[name] for part in parts])
-            if isinstance(parts[0][name], Interval)
-            else np.concatenate([part[name] for part in parts])
-            for name in parts[0]
-        }
-    )
+    columns: dict[str, Any] = {}
+    for name in vars(rounded[0].pieces):
+        parts = [getattr(corners.pieces, name) for corners in rounded]
+        columns[name] = joined(parts) if isinstance(parts[0], Interval) else np.concatenate(parts)
+    return Pieces(**columns)
 
 
 def halved(p: Pieces) -> Pieces:
@@ -313,7 +322,8 @@ def _coarse_pairs(c: Chords, arc: float, threshold: float) -> tuple[Indices, Ind
     pairs: list[tuple[Indices, Indices, Array]] = []
     for begin in range(0, len(middle), 256):
         block = slice(begin, begin + 256)
-        squares = sum((middle[block, None, k] - middle[None, begin:, k]) ** 2 for k in range(3))
+        x, y, z = (middle[block, None, k] - middle[None, begin:, k] for k in range(3))
+        squares = x * x + y * y + z * z
         reach = threshold + sizes[block, None] + sizes[None, begin:]
         i, j = np.nonzero(squares <= reach * reach * (1.0 + 1e-12))
         distances = np.sqrt(squares[i, j])
@@ -321,7 +331,8 @@ def _coarse_pairs(c: Chords, arc: float, threshold: float) -> tuple[Indices, Ind
         ordered = i < j
         i, j, distances = i[ordered], j[ordered], distances[ordered]
         apart, surely = _apart(c, i, j, arc)
-        threshold = min(threshold, float(distances[surely].min(initial=math.inf)))
+        found = (distances + c.error[i] + c.error[j])[surely]  # middles of chords are off the curve
+        threshold = min(threshold, float(found.min(initial=math.inf)))
         pairs.append((i[apart], j[apart], distances[apart]))
     i, j, distances = (np.concatenate(part) for part in zip(*pairs))
     near = distances <= (threshold + sizes[i] + sizes[j]) * (1.0 + 1e-12)
