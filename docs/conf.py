@@ -26,6 +26,7 @@ extensions = [
     "gallery",
     "mathematics",
     "names",
+    "records",
     "reference",
     "snippets",
     "studies",

@@ -1,6 +1,6 @@
 """The catalogue as a gallery: a picture a knot or link, searchable, and the plot of ropelengths against the published.
 
-`{gallery}`, `{ropelengths}`, `{crossings}` and `{records}` are directives; `{gallery} large` shows the second shelf. The
+`{gallery}`, `{ropelengths}` and `{crossings}` are directives; `{gallery} large` shows the second shelf. The
 pictures are drawn at each build from what the module holds, and the page loads each when it comes into view.
 """
 
@@ -17,7 +17,7 @@ from sphinx.util.docutils import SphinxDirective
 from vkmcore.curves import read_curves
 from vkmcore.curves.resampling import evenly_spaced
 from vkmcore.ideal.campaign_store import Store
-from vkmcore.ideal.campaign_summary import EDGES, Summary, below_published, summaries
+from vkmcore.ideal.campaign_summary import Summary, summaries
 from vkmcore.reference.listing import Listed, listed
 from vkmcore.reference.tables import knots, links
 
@@ -147,26 +147,6 @@ class Crossings(SphinxDirective):
         return [nodes.raw("", text, format="html")]
 
 
-class Records(SphinxDirective):
-    """The polygons that are shorter than the published value, by edge and extrapolated to no edge."""
-
-    def run(self) -> list[nodes.Node]:
-        rows = [
-            (
-                row.name,
-                number(row.published),
-                *map(number, row.polygons),
-                number(row.limit),
-                f"{100 * (row.polygon / row.published - 1.0):+.3f}",
-            )
-            for row in below_published(campaign())
-            if row.published and row.polygon
-        ]
-        edges = (f"edge {edge:.2f}" for edge in EDGES)
-        head = ("knot", "published", *edges, "extrapolated", "least polygon / %")
-        return [nodes.raw("", table(head, rows), format="html")]
-
-
 def campaign() -> list[Summary]:
     """What the project's own folder of polygons holds."""
     folder = Path(__file__).parents[2] / "data" / "polygons"
@@ -230,5 +210,4 @@ def setup(app: Sphinx) -> dict[str, bool]:
     app.add_directive("gallery", Gallery)
     app.add_directive("ropelengths", Ropelengths)
     app.add_directive("crossings", Crossings)
-    app.add_directive("records", Records)
     return {"parallel_read_safe": True}

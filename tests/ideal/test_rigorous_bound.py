@@ -257,12 +257,14 @@ def test_the_records_of_a_campaign(tmp_path):
     shapes = {0.15: Shape(trefoil.shapes[0.15].components, 32.74, 0.15, 1), 0.1: Shape(finer.components, 32.75, 0.1, 1)}
     store.save(Entry("3_1", shapes, certificate="3_1: proved by a finer polygon"))
     store.save(Entry("10_83", {0.15: short.shapes[0.15]}, certificate=short.certificate))
-    store.save(Entry("4_1", {0.15: POLYGONS.load("4_1").shapes[0.15]}))  # above the published value
+    between = POLYGONS.load("4_1").shapes[0.15].components  # said to be a little above the published 42.0887
+    store.save(Entry("4_1", {0.15: Shape(between, 42.1, 0.15, 1)}))  # and so is its bound
+    store.save(Entry("10_23", {0.15: Shape(POLYGONS.load("10_23").shapes[0.15].components, 88.7, 0.15, 1)}))
     out = tmp_path / "records.csv"
     arguments = ["catalogue", "records", "--folder", str(store.folder), "--jobs", "1", "--out", str(out)]
     result = CliRunner().invoke(cli, arguments)
-    assert result.exit_code == 0 and "2 below the published value, 1 of them proved" in result.stderr
-    proved, other = csv.DictReader(out.read_text().splitlines())
+    assert result.exit_code == 0 and "3 below the published value, 2 of them proved" in result.stderr
+    proved, other, rounded = csv.DictReader(out.read_text().splitlines())
     assert (proved["name"], proved["proved_below_published"]) == ("10_83", "yes")
     assert float(proved["ropelength_at_most"]) == ropelength_bound(short.shapes[0.15].components).ropelength
     assert float(proved["ropelength_at_most"]) < float(proved["published"])
@@ -270,5 +272,6 @@ def test_the_records_of_a_campaign(tmp_path):
     assert (other["name"], other["proved_below_published"], other["polygon_edge"]) == ("3_1", "no", "0.15")
     assert float(other["ropelength_at_most"]) > float(other["published"])  # whatever its ropelength was said to be
     assert other["certificate"].startswith("proved by Jones")  # of the shortest polygon, made anew
+    assert (rounded["name"], rounded["proved_below_published"]) == ("10_23", "yes")  # said to be above 88.6901
     missing = CliRunner().invoke(cli, ["catalogue", "records", "--folder", str(tmp_path / "none")])
     assert missing.exit_code == 1 and "there is no such folder" in missing.stderr

@@ -279,10 +279,10 @@ def require_table(name: str) -> None:
 @file_option("--out", help="Also write the records to a file, as --csv prints them.")
 @record_options("A JSON list with a record a knot", "a knot")
 def records(folder: Path, select: tuple[str, ...], jobs: int, out: Path | None, as_json: bool, as_csv: bool) -> None:
-    """Polygons of a campaign that are shorter than the published value, each with a proved upper bound.
+    """Shapes of a campaign that are shorter than the published value, each with a proved upper bound.
 
-    The bound is that of the curve whose corners are rounded by circular arcs, computed with intervals. Where it is not
-    below the published value the record is not proved, and says so.
+    The bound is that of the polygon with its corners rounded by circular arcs, computed with intervals. Where only the
+    polygon is below the published value the record is not proved, and says so.
     """
     from vkmcore.files import write_text
     from vkmcore.ideal.campaign_summary import EDGES
@@ -298,6 +298,7 @@ def records(folder: Path, select: tuple[str, ...], jobs: int, out: Path | None, 
             for result in executor.map(partial(record, folder), chosen):
                 found.append(result)
                 tell(len(found), result.summary.name)
+    found = [result for result in found if result.below]
     rows = [result.row() for result in found]
     if out is not None:
         write_text(out, csv_text(rows))

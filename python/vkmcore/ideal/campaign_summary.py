@@ -73,12 +73,13 @@ def summaries(store: Store, entries: Iterable[TableEntry]) -> list[Summary]:
     return rows
 
 
-def below_published(rows: Iterable[Summary]) -> list[Summary]:
-    """Rows whose best polygon is shorter than the published value, the shortest in proportion first."""
+def below_published(rows: Iterable[Summary], margin: float = 0.0) -> list[Summary]:
+    """Rows whose best polygon is shorter than the published value, or above it by less than this part; the shortest in
+    proportion first."""
     found = [
         (row.polygon / row.published, row)
         for row in rows
-        if row.published and row.polygon and row.polygon < row.published
+        if row.published and row.polygon and row.polygon < row.published * (1.0 + margin)
     ]
     return [row for _, row in sorted(found, key=lambda pair: pair[0])]
 

@@ -1,4 +1,4 @@
-"""Records: polygons of a campaign that are shorter than the published value, and what is proved of them."""
+"""Records: shapes of a campaign that are shorter than the published value, and what is proved of them."""
 
 from __future__ import annotations
 
@@ -13,10 +13,12 @@ from vkmcore.ideal.campaign_summary import EDGES, Summary, below_published, summ
 from vkmcore.ideal.rigorous_bound import RopelengthBound, ropelength_bound
 from vkmcore.reference.tables import TableEntry
 
+ROUNDING = 1e-3  # more than a polygon of edges of 0.15 radii, or finer, gains where its corners are rounded
+
 
 @dataclass(frozen=True)
 class Record:
-    """A polygon below the published value; ropelengths are length over tube radius."""
+    """A polygon and its proved bound; ropelengths are length over tube radius."""
 
     summary: Summary
     published: float
@@ -28,6 +30,11 @@ class Record:
     def proved(self) -> bool:
         """Whether a curve of this type is proved to be shorter than the published value."""
         return self.bound.same_type and self.bound.ropelength < self.published
+
+    @property
+    def below(self) -> bool:
+        """Whether the polygon, or the curve with rounded corners, is shorter than the published value."""
+        return self.proved or self.shape.ropelength < self.published
 
     def row(self) -> dict[str, Any]:
         """As a line of a table."""
@@ -47,9 +54,9 @@ class Record:
 
 
 def candidates(folder: Path, entries: Iterable[TableEntry]) -> list[Summary]:
-    """Knots and links of a campaign's folder whose shortest polygon is below the published value, the shortest in
-    proportion first."""
-    return below_published(summaries(Store(folder), entries))
+    """Knots and links of a campaign's folder whose shortest polygon is below the published value, or so little above it
+    that rounding its corners may be enough; the shortest in proportion first."""
+    return below_published(summaries(Store(folder), entries), ROUNDING)
 
 
 def shortest(entry: Entry) -> Shape:
