@@ -17,7 +17,7 @@ from sphinx.util import logging
 from sphinx.util.docutils import SphinxDirective
 from vkmcore.curves.vect import write_vect
 from vkmcore.ideal.campaign_store import Shape, Store
-from vkmcore.ideal.records import rounded_down, rounded_up, shortest
+from vkmcore.ideal.records import rounded_down, rounded_up
 
 DATA = Path(__file__).parents[2] / "data"
 HEAD = (
@@ -87,11 +87,12 @@ class Records(SphinxDirective):
         lines = []
         for row in rows():
             name = row["name"]
-            shape = shortest(store.load(name))
-            if not matches(row, shape):
+            shape = store.load(name).best
+            if shape is None or not matches(row, shape):
                 logging.getLogger(__name__).warning(
                     "data/records.csv has another polygon of %s than data/polygons: write it anew", name
                 )
+                continue
             comment = f"{name}: ropelength at most {row['ropelength_at_most']} with rounded corners; unit: tube radius"
             write_vect(folder / f"{name}.vect", shape.components, comment)
             line = "".join(f"<td>{cell}</td>" for cell in cells(row, f"_static/records/{name}.vect"))

@@ -38,17 +38,20 @@ def folder_option(command: Callable[..., None]) -> Callable[..., None]:
     )(command)
 
 
-def select_option(command: Callable[..., None]) -> Callable[..., None]:
+def select_option(default: str) -> Callable[[Callable[..., None]], Callable[..., None]]:
     return click.option(
         "--select",
         multiple=True,
         metavar="PATTERN",
-        help="Names, as '8_*' or 'L6a?'; may be repeated.  [default: all knots to 10 crossings and links to 9]",
-    )(command)
+        help=f"Names, as '8_*' or 'L6a?'; may be repeated.  [default: {default}]",
+    )
+
+
+FIRST_SHELF = "all knots to 10 crossings and links to 9"
 
 
 @catalogue.command()
-@select_option
+@select_option(FIRST_SHELF)
 @click.option("--seeds", type=COUNT, default=1, show_default=True, help="Most searches a knot, in all runs together.")
 @click.option("--jobs", type=COUNT, default=os.cpu_count() or 1, show_default=True, help="Tasks at a time.")
 @click.option("--scheduler", metavar="ADDRESS", help="A Dask scheduler that does the tasks (extra 'sweep').")
@@ -215,7 +218,7 @@ def write(
 
 @catalogue.command()
 @folder_option
-@select_option
+@select_option(FIRST_SHELF)
 @click.option("--below", is_flag=True, help="Only what is shorter than the published value, the shortest first.")
 @record_options("A JSON list with a record a knot", "a knot")
 def summary(folder: Path, select: tuple[str, ...], below: bool, as_json: bool, as_csv: bool) -> None:
@@ -274,7 +277,7 @@ def require_table(name: str) -> None:
 
 @catalogue.command()
 @folder_option
-@select_option
+@select_option("all of the folder")
 @click.option("--jobs", type=COUNT, default=os.cpu_count() or 1, show_default=True, help="Polygons at a time.")
 @file_option("--out", help="Also write the records to a file, as --csv prints them.")
 @record_options("A JSON list with a record a knot", "a knot")
@@ -285,13 +288,15 @@ def records(folder: Path, select: tuple[str, ...], jobs: int, out: Path | None, 
     polygon is below the published value the record is not proved, and says so.
     """
     from vkmcore.files import write_text
+    from vkmcore.ideal.campaign_store import Store
     from vkmcore.ideal.campaign_summary import EDGES
     from vkmcore.ideal.records import Record, candidates, record, rounded_up
     from vkmcore.rows import csv_text
 
     if not folder.is_dir():
         raise Failure(f"vkmcore: {folder}: there is no such folder")
-    chosen = candidates(folder, selected(select))
+    reached = {*Store(folder).names()}
+    chosen = candidates(folder, [entry for entry in selected(select or ["*"]) if entry.name in reached])
     found: list[Record] = []
     if chosen:
         with progress_bar(len(chosen), watched()) as tell, workers(min(jobs, len(chosen)), None, 0) as executor:

@@ -123,11 +123,13 @@ def joined(parts: Sequence[Interval]) -> Interval:
     return Interval(np.concatenate([part.lo for part in parts]), np.concatenate([part.hi for part in parts]))
 
 
-def _least(values: Sequence[Array]) -> Array:
-    least: Array = np.minimum.reduce(values)
+def _least(values: tuple[Array, Array, Array, Array]) -> Array:
+    a, b, c, d = values
+    least: Array = np.minimum(np.minimum(a, b), np.minimum(c, d))
     return least
 
 
-def _greatest(values: Sequence[Array]) -> Array:
-    greatest: Array = np.maximum.reduce(values)
+def _greatest(values: tuple[Array, Array, Array, Array]) -> Array:
+    a, b, c, d = values
+    greatest: Array = np.maximum(np.maximum(a, b), np.maximum(c, d))
     return greatest

@@ -8,7 +8,7 @@ from decimal import ROUND_CEILING, ROUND_FLOOR, Decimal
 from pathlib import Path
 from typing import Any
 
-from vkmcore.ideal.campaign_store import Entry, Shape, Store
+from vkmcore.ideal.campaign_store import Shape, Store
 from vkmcore.ideal.campaign_summary import EDGES, Summary, below_published, summaries
 from vkmcore.ideal.rigorous_bound import RopelengthBound, ropelength_bound
 from vkmcore.reference.tables import TableEntry
@@ -59,11 +59,6 @@ def candidates(folder: Path, entries: Iterable[TableEntry]) -> list[Summary]:
     return below_published(summaries(Store(folder), entries), ROUNDING)
 
 
-def shortest(entry: Entry) -> Shape:
-    """The shortest polygon of all edges."""
-    return min(entry.shapes.values(), key=lambda shape: shape.ropelength)
-
-
 def record(folder: Path, summary: Summary) -> Record:
     """The record of a candidate.
 
@@ -75,9 +70,10 @@ def record(folder: Path, summary: Summary) -> Record:
 
     assert summary.published is not None
     entry = Store(folder).load(summary.name)
-    shape = shortest(entry)
+    shape = entry.best
+    assert shape is not None
     certificate = summary.certificate
-    if shape is not entry.finest:
+    if shape.edge != min(entry.shapes):
         certificate = str(certify(list(shape.components), summary.name)).partition(": ")[2]
     return Record(summary, summary.published, shape, ropelength_bound(shape.components), certificate)
 

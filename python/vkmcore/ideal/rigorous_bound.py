@@ -61,7 +61,7 @@ if TYPE_CHECKING:
     Indices = NDArray[np.int64]
 
 SHORT = 2.0**-16  # part of an edge: what is left straight of it is at most this where it is left out
-HALVINGS = 6  # at most
+HALVINGS = 5  # at most
 TIGHT = 1e-8  # relative gap of the bound of the distance to the distance found that ends the halving
 MOST_PAIRS = 4_000_000
 BLOCK = 16384  # pairs at a time
