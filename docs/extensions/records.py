@@ -23,16 +23,16 @@ DATA = Path(__file__).parents[2] / "data"
 HEAD = (
     "knot",
     "published",
+    "proved: at most",
+    "below published / %",
+    "file",
     "edge 0.15",
     "edge 0.10",
     "edge 0.07",
     "extrapolated",
-    "proved: at most",
-    "below published / %",
     "length at most",
     "thickness at least",
     "vertices",
-    "file",
     "type",
 )
 
@@ -65,15 +65,15 @@ def cells(row: Row, file: str) -> Iterable[str]:
     published, bound = float(row["published"]), float(row["ropelength_at_most"])
     yield f"<b>{html.escape(row['name'])}</b>"
     yield row["published"]
-    for column in ("edge_0.15", "edge_0.10", "edge_0.07", "extrapolated"):
-        yield f"{float(row[column]):.4f}" if row[column] else ""
     yield rounded_up(bound)
     proved = row["proved_below_published"] == "yes"
     yield rounded_down(100.0 * (1.0 - bound / published), 3) if proved else "not proved"
+    yield f'<a href="{file}" download>VECT</a>'
+    for column in ("edge_0.15", "edge_0.10", "edge_0.07", "extrapolated"):
+        yield f"{float(row[column]):.4f}" if row[column] else ""
     yield rounded_up(float(row["length_at_most"]), 6)
     yield rounded_down(float(row["thickness_at_least"]), 6)
     yield row["vertices"]
-    yield f'<a href="{file}" download>VECT</a>'
     yield html.escape(row["certificate"])
 
 

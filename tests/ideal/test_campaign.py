@@ -137,6 +137,10 @@ def test_the_summary_extrapolates_and_counts(tmp_path):
     (group,) = groups([row], curves=False)
     assert (group.crossings, group.count, group.at_or_below) == (3, 1, 0)
     assert group.worst == group.median == pytest.approx(0.02, rel=0.01) and groups([row], curves=True) == []
+    entry.shapes[0.07] = shape(34.0, 0.07)  # a refinement that lost the shape
+    store.save(entry)
+    (row,) = summaries(store, [find("3_1")])
+    assert row.limit is None and row.polygon == row.polygons[1]
 
 
 SCRIPT = """

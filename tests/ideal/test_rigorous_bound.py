@@ -10,6 +10,7 @@ import numpy as np
 import pytest
 from click.testing import CliRunner
 from vkmcore.cli import cli
+from vkmcore.ideal import rigorous_bound
 from vkmcore.ideal.campaign_store import Entry, Shape, Store
 from vkmcore.ideal.intervals import Interval, dot, interval, maximum, minimum, norm, running_sums, sqrt
 from vkmcore.ideal.records import rounded_down, rounded_up
@@ -185,7 +186,7 @@ CURVES = {
 
 
 @pytest.mark.parametrize("name", CURVES)
-def test_the_bound_is_just_above_the_measured_curve(name):
+def test_the_bound_is_just_above_the_measured_curve(name, monkeypatch):
     components, known = CURVES[name]
     found = ropelength_bound(components)
     length, radius, half = measured(components)
@@ -196,6 +197,8 @@ def test_the_bound_is_just_above_the_measured_curve(name):
     assert known <= found.ropelength and length / thickness * (1.0 - 1e-12) <= found.ropelength
     assert found.ropelength <= length / thickness * (1.0 + 1e-4)  # the points of the measurement miss the least one
     assert found.same_type
+    monkeypatch.setattr(rigorous_bound, "HALVINGS", 0)  # chords of whole arcs: a bound as well
+    assert ropelength_bound(components).thickness <= found.thickness
 
 
 def test_tight_shapes_lose_little():

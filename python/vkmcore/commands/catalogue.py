@@ -303,7 +303,9 @@ def records(folder: Path, select: tuple[str, ...], jobs: int, out: Path | None, 
             for result in executor.map(partial(record, folder), chosen):
                 found.append(result)
                 tell(len(found), result.summary.name)
-    found = [result for result in found if result.below]
+    found = sorted(
+        (result for result in found if result.below), key=lambda result: result.bound.ropelength / result.published
+    )
     rows = [result.row() for result in found]
     if out is not None:
         write_text(out, csv_text(rows))

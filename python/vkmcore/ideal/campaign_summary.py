@@ -37,12 +37,13 @@ class Summary:
 
 
 def extrapolated(entry: Entry) -> float | None:
-    """The ropelength at the limit of no edge, by the two finest polygons; None where they are not of one search.
+    """The ropelength at the limit of no edge, by the two finest polygons; None where they are not of one search, or the
+    finer is no refinement of the other: it is the longer one.
 
     The excess of an equilateral polygon goes with the square of its edge.
     """
     coarse, fine = (entry.shapes.get(edge) for edge in FINE)
-    if coarse is None or fine is None or coarse.seed != fine.seed:
+    if coarse is None or fine is None or coarse.seed != fine.seed or fine.ropelength > coarse.ropelength:
         return None
     return (fine.ropelength * coarse.edge**2 - coarse.ropelength * fine.edge**2) / (coarse.edge**2 - fine.edge**2)
 
