@@ -202,7 +202,7 @@ def test_the_bound_is_just_above_the_measured_curve(name, monkeypatch):
 
 
 def test_tight_shapes_lose_little():
-    assert ropelength_bound([ring(100)]).ropelength < math.tau * (1.0 + 1e-6)
+    assert ropelength_bound([ring(100)]).ropelength < math.tau * (1.0 + 1e-5)
     assert ropelength_bound(hopf()).ropelength < 8.0 * math.pi * (1.0 + 1e-3)
     for name in ("3_1", "L2a1"):
         shape = POLYGONS.load(name).shapes[0.07]
@@ -267,9 +267,9 @@ def test_the_records_of_a_campaign(tmp_path):
     arguments = ["catalogue", "records", "--folder", str(store.folder), "--jobs", "1", "--out", str(out)]
     result = CliRunner().invoke(cli, arguments)
     assert result.exit_code == 0 and "3 below the published value, 2 of them proved" in result.stderr
-    proved, other, rounded = csv.DictReader(out.read_text().splitlines())
+    proved, rounded, other = csv.DictReader(out.read_text().splitlines())
     assert (proved["name"], proved["proved_below_published"]) == ("10_83", "yes")
-    assert float(proved["ropelength_at_most"]) == ropelength_bound(short.shapes[0.15].components).ropelength
+    assert float(proved["ropelength_at_most"]) == ropelength_bound(store.load("10_83").best.components).ropelength
     assert float(proved["ropelength_at_most"]) < float(proved["published"])
     assert proved["certificate"].startswith("proved by Jones") and proved["edge_0.07"] == proved["extrapolated"] == ""
     assert (other["name"], other["proved_below_published"], other["polygon_edge"]) == ("3_1", "no", "0.15")
