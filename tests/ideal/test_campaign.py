@@ -4,6 +4,7 @@ import os
 import signal
 import subprocess
 import sys
+import time
 from concurrent.futures import ThreadPoolExecutor
 
 import numpy as np
@@ -158,6 +159,26 @@ def slow(task):
 with store.owned(), ThreadPoolExecutor(2) as executor:
     run(store, TARGETS, executor, 2, slow, 3, watch=lambda *_: print("done", flush=True))
 """
+
+
+def test_workers_end_with_their_program():
+    script = (
+        "import os, time\nfrom vkmcore.commands.catalogue import workers\n"
+        "if __name__ == '__main__':\n    with workers(1, None, 0) as pool:\n"
+        "        print(pool.submit(os.getpid).result(), flush=True)\n        time.sleep(60)\n"
+    )
+    process = subprocess.Popen([sys.executable, "-c", script], stdout=subprocess.PIPE, text=True)
+    worker = int(process.stdout.readline())
+    process.kill()
+    process.wait()
+    for _ in range(100):
+        try:
+            os.kill(worker, 0)
+        except ProcessLookupError:
+            return
+        time.sleep(0.1)
+    os.kill(worker, signal.SIGKILL)
+    pytest.fail("the worker lived on")
 
 
 def test_a_killed_campaign_goes_on(tmp_path):

@@ -3,7 +3,9 @@
 from __future__ import annotations
 
 import fnmatch
+import multiprocessing
 import os
+import threading
 from collections.abc import Callable, Iterator, Sequence
 from concurrent.futures import Executor
 from contextlib import contextmanager
@@ -128,12 +130,23 @@ def workers(jobs: int, scheduler: str | None, nice: int) -> Iterator[Executor]:
         with client_of(scheduler) as client:
             yield client.get_executor()
         return
-    import multiprocessing
     from concurrent.futures import ProcessPoolExecutor
 
-    context = multiprocessing.get_context("spawn")
-    with ProcessPoolExecutor(jobs, context, os.nice, (nice,)) as pool:
+    with ProcessPoolExecutor(jobs, multiprocessing.get_context("spawn"), begin_worker, (nice,)) as pool:
         yield pool
+
+
+def begin_worker(nice: int) -> None:
+    """Set a worker's priority, and have it end with the program: one that is killed cannot end its workers."""
+    os.nice(nice)
+    threading.Thread(target=end_with_parent, daemon=True).start()
+
+
+def end_with_parent() -> None:
+    parent = multiprocessing.parent_process()
+    if parent is not None:
+        parent.join()
+        os._exit(1)
 
 
 def report(target: Target, entry: Entry, outcome: Outcome, progress: Progress) -> None:
