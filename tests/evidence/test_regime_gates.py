@@ -2,10 +2,12 @@
 
 import itertools
 import math
+import operator
 
 import _native
 import numpy as np
 import pytest
+from sums import one_by_one
 
 NAN, INF = math.nan, math.inf
 regime, spacetime = _native.IdealKnotRegimeAPI, _native.OperationalSpacetimeAPI
@@ -191,7 +193,7 @@ def test_projector():
 
 
 def least_detuning(omega):
-    return min(abs(sum(k * w for k, w in zip(ks, omega, strict=True)))
+    return min(abs(one_by_one(map(operator.mul, ks, omega)))
                for ks in itertools.product(range(-2, 3), repeat=len(omega)) if any(ks))  # fmt: skip
 
 

@@ -6,6 +6,7 @@ import _native
 import numpy as np
 import pytest
 from interruption import ended_by_a_signal
+from sums import one_by_one
 
 CORE_RADIUS = 1.40897017e-15
 
@@ -41,7 +42,7 @@ def field(filaments, q, f, j, exclusion):
         m = len(points)
         if m < 2:
             continue
-        mean_ds = sum(norm(sub(points[(k + 1) % m], points[k])) for k in range(m)) / m
+        mean_ds = one_by_one(norm(sub(points[(k + 1) % m], points[k])) for k in range(m)) / m
         w = math.ceil(min(exclusion / max(mean_ds, 1e-30), 1e9))
         for k in range(m):
             d = abs(j - k)
@@ -68,7 +69,7 @@ def plain_tail(filaments, config):
         if n < 3:
             continue
         ds = [norm(sub(points[(j + 1) % n], points[j])) for j in range(n)]
-        exclusion = sum(ds) / n * config.exclusion_ds_factor
+        exclusion = one_by_one(ds) / n * config.exclusion_ds_factor
         for j in range(n):
             normal, binormal = frame(points, j)
             for i in range(shells):

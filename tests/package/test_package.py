@@ -6,6 +6,7 @@ import sys
 from pathlib import Path
 
 import _native
+import numpy as np
 import pytest
 import vkmcore
 
@@ -49,6 +50,8 @@ def test_the_typed_stubs_are_those_of_the_built_module():
 
 def test_the_package_is_consistently_typed():
     pytest.importorskip("mypy")
+    if np.lib.NumpyVersion(np.__version__) >= "2.3.0":
+        pytest.skip("the code is written for the types of NumPy 2.2, which newer ones change")
     check = run("-m", "mypy", "--cache-dir=/dev/null", cwd=PROJECT)
     assert check.returncode == 0, check.stdout + check.stderr
 

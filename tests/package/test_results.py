@@ -7,6 +7,7 @@ import numpy as np
 import pytest
 import vkmcore
 from make_stubs import RESULTS
+from numpy.typing import NDArray
 from vkmcore import results
 
 ANGLE = 2.0 * np.pi * np.arange(12) / 12
@@ -51,7 +52,7 @@ def matches(value, kind):
         return any(matches(value, one) for one in typing.get_args(kind))
     if typing.get_origin(kind) is typing.Literal:
         return value in typing.get_args(kind)
-    if typing.get_origin(kind) is np.ndarray:
+    if kind == NDArray[np.float64]:
         return isinstance(value, np.ndarray) and value.dtype == np.float64
     return type(value) is kind
 
