@@ -14,6 +14,7 @@ import numpy as np
 from docutils import nodes
 from sphinx.application import Sphinx
 from sphinx.util.docutils import SphinxDirective
+from vkmcore import calculate_length
 from vkmcore.curves import read_curves
 from vkmcore.curves.resampling import evenly_spaced
 from vkmcore.ideal.campaign_store import Store
@@ -42,7 +43,7 @@ def shapes(large: bool = False) -> list[Listed]:
     texts = ("/ideal.txt", "/idealLinks.txt")
     seen: dict[str, Listed] = {}
     for entry in listed():
-        if not entry.form.startswith("ideal") or not entry.crossings:
+        if entry.source == "knot table" or not entry.form.startswith("ideal") or not entry.crossings:
             continue
         if entry.crossings > 9 + (entry.components == 1) if large else entry.source.endswith(texts):
             seen.setdefault(entry.key, entry)
@@ -52,7 +53,7 @@ def shapes(large: bool = False) -> list[Listed]:
 def drawing(key: str) -> str:
     """A shape seen along z as SVG: strokes from the lowest to the highest, each with a white edge."""
     strands = [curve.sampled(400) for curve in read_curves(key)]
-    lengths = [float(np.linalg.norm(np.roll(p, -1, axis=0) - p, axis=1).sum()) for p in strands]
+    lengths = [calculate_length(points) for points in strands]
     counts = [max(40, int(220 * length / sum(lengths))) for length in lengths]
     curves = [evenly_spaced(points, count) for points, count in zip(strands, counts)]
     every = np.concatenate(curves)[:, :2]

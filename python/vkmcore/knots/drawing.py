@@ -7,6 +7,7 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
+from vkmcore.curves.resampling import arc_lengths
 from vkmcore.knots.strand import extent
 from vkmcore.pictures.shapes import plot_shape
 from vkmcore.tube.contacts import Contacts, contacts
@@ -128,5 +129,6 @@ def carried(values: Points, polygon: Points, other: Points) -> Points:
 
 def _shares(polygon: Points) -> Points:
     """How far around a closed polygon its vertices stand, from 0 to 1 for the first one again."""
-    arc = np.cumsum(np.linalg.norm(np.roll(polygon, -1, axis=0) - polygon, axis=1))
-    return np.append(0.0, arc / arc[-1])
+    arc = arc_lengths(np.vstack([polygon, polygon[:1]]))
+    shares: Points = arc / arc[-1]
+    return shares
