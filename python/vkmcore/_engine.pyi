@@ -102,7 +102,7 @@ def tighten(
     adaptive: bool = True,
     small_hops: bool = False,
     start_programs: int = 150,
-    coarse_edge: float = 0.75,
+    coarse_edge: float = 0.9,
     small_noise: float = 0.1,
     large_noise: float = 0.4,
     watch: Callable[[str, int, float, int, float, float], object] | None = None,

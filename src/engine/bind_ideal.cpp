@@ -295,7 +295,7 @@ void bind_ideal(py::module_& m) {
   m.def("tighten", tighten, "starts"_a, py::kw_only(), "edge"_a = 0.15, "seed"_a = 1, "threads"_a = 1,
         "start_count"_a = 16, "first_chains"_a = 8, "first_hops"_a = 8, "second_chains"_a = 2, "second_hops"_a = 40,
         "refined"_a = 4, "finished"_a = 2, "adaptive"_a = true, "small_hops"_a = false, "start_programs"_a = 150,
-        "coarse_edge"_a = 0.75, "small_noise"_a = 0.1, "large_noise"_a = 0.4, "watch"_a = py::none(),
+        "coarse_edge"_a = 0.9, "small_noise"_a = 0.1, "large_noise"_a = 0.4, "watch"_a = py::none(),
         "Search the tightest shape from start polygons: lists of (N, 3) arrays, one a component.");
   m.def("contract", contract_once, "polygons"_a, "edge"_a, "programs"_a = 200,
         "Scale to the tube, space at the edge length, and tighten.");

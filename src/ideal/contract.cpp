@@ -32,7 +32,10 @@ void scale_to_tube(Rope& rope) {
 
 SettleOptions level_options(double h) {
   SettleOptions options;
-  if (h > 0.5) return options;
+  if (h > 0.5) {
+    options.tolerance = 1e-2;  // finer ones end in the same shapes, a fifth later
+    return options;
+  }
   options.bound = 0.25 * h;
   options.fine = true;
   options.programs = 60;

@@ -13,6 +13,7 @@ namespace {
 
 constexpr double delta = 1e-7;
 constexpr double step_part = 0.99;
+constexpr double first_products = 0.03;  // s z at the beginning, over the bound
 
 using Numbers = std::vector<double>;
 
@@ -406,7 +407,7 @@ Solution Solver::run(double tolerance, int most_iterations) {
   Pairs upper(coordinates);  // bound - d
   Pairs lower(coordinates);  // bound + d
   Numbers image(rows_);
-  const double mu_start = 0.1 * bound;
+  const double mu_start = first_products * bound;
   rows(x, image);
   for (std::size_t r = 0; r < rows_; ++r) {
     // What a tenth of the bound does to the row.

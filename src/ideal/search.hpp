@@ -20,7 +20,7 @@ namespace vkm::ideal {
 
 struct SearchOptions {
   double edge = 0.15;  ///< of the finest level, in tube radii
-  double coarse_edge = 0.75;
+  double coarse_edge = 0.9;
   std::uint64_t seed = 1;
   int threads = 1;
   int starts = 16;           ///< contracted, each start polygon in its turn

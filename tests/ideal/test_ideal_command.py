@@ -52,7 +52,7 @@ def test_ctrl_c_writes_the_best_so_far(tmp_path, monkeypatch):
     monkeypatch.setattr(Teller, "__call__", interrupt)
     result = run("4_1", "--out", tmp_path / "best.npz")
     assert result.exit_code == 130
-    assert "stopped: the best so far, at edges of 0.75" in result.stderr and "wrote" in result.stderr
+    assert "stopped: the best so far, at edges of 0.9" in result.stderr and "wrote" in result.stderr
     shape = vkm.IdealShape.load(tmp_path / "best.npz")
     assert shape.interrupted and "4_1" in shape.certificate
 

@@ -52,7 +52,7 @@ def tighten_polygons(
 ) -> IdealShape:
     """Search the tightest shape that start polygons of one knot or link lead to.
 
-    Starts are contracted at edges of 0.75 tube radii with a little noise, the best of them hop on, and the best shapes
+    Starts are contracted at edges of 0.9 tube radii with a little noise, the best of them hop on, and the best shapes
     are refined level by level. No strand ever passes through another. The same starts, seeds and options give the same
     points, whatever the number of threads.
 

@@ -11,8 +11,9 @@ t + t^3 - t^4, its crossings and those of the braid 1 1 1 are positive).
 from __future__ import annotations
 
 import math
-from collections.abc import Iterator, Sequence
+from collections.abc import Callable, Iterator, Sequence
 from dataclasses import dataclass, replace
+from functools import cache, partial
 from typing import TYPE_CHECKING, Any
 
 import numpy as np
@@ -25,6 +26,7 @@ if TYPE_CHECKING:
 
 Points = NDArray[np.float64]
 WALKS = 40  # among arc presentations, for one search
+MOST_STARTS = 64  # of one search from the tables' own notations; a search contracts some 20 of them
 
 
 @dataclass(frozen=True)
@@ -342,17 +344,22 @@ def diagram_polygon(code: Sequence[Sequence[int]]) -> Start:
 # --- tables ---------------------------------------------------------------------------------------------------------
 
 
-def table_starts(entry: TableEntry) -> list[Start]:
-    """Starts of a knot or link of the tables: all translations of its arc presentation, half as many of its closed
-    braid, and a sixth of its diagram, which is long. A search displaces each at random, so that equal ones lead to
-    several shapes.
+def table_starts(entry: TableEntry, seed: int = 1) -> list[Start]:
+    """Starts of a knot or link of the tables: translations of its arc presentation, half as many of its closed braid,
+    and a sixth of its diagram, which is long; where that makes more than MOST_STARTS, so many of them drawn at random.
+    A search displaces each at random, so that equal ones lead to several shapes.
 
     The tight shape of 9_29, 7 % shorter than all that its arc presentations were seen to lead to, comes from others.
     """
-    starts = list(grid_polygons(entry.grid))
+    sides = range(len(entry.grid))
+    makers: list[Callable[[], Start]] = [partial(grid_polygon, entry.grid, (dx, dy)) for dx in sides for dy in sides]
     if entry.braid:
-        starts += [braid_polygon(entry.braid)] * max(1, len(starts) // 2)
-    return starts + [diagram_polygon(entry.pd)] * max(1, len(starts) // 6)
+        makers += [cache(partial(braid_polygon, entry.braid))] * max(1, len(makers) // 2)
+    makers += [cache(partial(diagram_polygon, entry.pd))] * max(1, len(makers) // 6)
+    if len(makers) > MOST_STARTS:
+        chosen = np.random.default_rng(seed).choice(len(makers), MOST_STARTS, replace=False)
+        makers = [makers[k] for k in sorted(chosen)]
+    return [make() for make in makers]
 
 
 def searched_starts(entry: TableEntry, seed: int) -> list[Start]:
@@ -360,7 +367,7 @@ def searched_starts(entry: TableEntry, seed: int) -> list[Start]:
     has an arc presentation, the ends of walks from it: for two of three seeds of presentations one to five columns
     larger."""
     if seed == 1 or not entry.grid:
-        return table_starts(entry)
+        return table_starts(entry, seed)
     rng = np.random.default_rng(seed)
     larger = ((3, 4, 5), (1, 2), (0,))[seed % 3]
     return [grid_polygon(arc_walk(entry.grid, rng, int(rng.choice(larger)))) for _ in range(WALKS)]
