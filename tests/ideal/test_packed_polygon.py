@@ -5,7 +5,7 @@ import pytest
 from vkmcore.ideal.campaign_store import Entry, Shape, Store
 from vkmcore.ideal.catalogue_texts import write_polygons
 from vkmcore.ideal.fourier_form import measure_polygons
-from vkmcore.ideal.packed_polygon import UNIT, from_bytes, pack, to_bytes, unpack
+from vkmcore.ideal.packed_polygon import from_bytes, pack, to_bytes, unpack
 from vkmcore.ideal.stored_form import standard_polygon
 from vkmcore.reference.tables import find
 
@@ -21,7 +21,8 @@ def test_rounding_stays_within_half_a_unit_at_every_point():
     for points in (trefoil(), rng.uniform(-49.0, 49.0, (50, 3)), np.zeros((3, 3))):
         packed = pack(points)
         assert packed.dtype == np.int32
-        np.testing.assert_allclose(unpack(packed), points, rtol=0.0, atol=0.5000001 * UNIT)
+        np.testing.assert_allclose(unpack(packed), points, rtol=0.0, atol=0.5000001e-7)
+        assert all(float(f"{x:.7f}") == x for x in unpack(packed).flat)  # short in texts
     assert unpack(points) is points  # files of before hold plain numbers
     back = from_bytes(to_bytes(trefoil(400)))
     np.testing.assert_allclose(back, trefoil(400), rtol=0.0, atol=0.5000001e-6)
