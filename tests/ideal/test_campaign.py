@@ -13,6 +13,7 @@ from vkmcore.ideal.campaign import COARSE, Outcome, Target, missing, record, run
 from vkmcore.ideal.campaign_store import Entry, Shape, Store, StoredForm
 from vkmcore.ideal.campaign_summary import groups, summaries
 from vkmcore.ideal.fourier_form import FourierForm
+from vkmcore.ideal.trend import expected
 from vkmcore.reference.tables import find
 
 TARGETS = [Target("3_1", (3,), 32.7436), Target("4_1", (4,), 42.0887), Target("L2a1", (3,), None)]
@@ -99,6 +100,26 @@ def test_a_shape_at_the_published_value_asks_for_no_more_seeds():
     entry = Entry("3_1")
     record(entry, Outcome(missing(TARGETS[0], entry, 5, 0.15)[0][1], shape=shape(32.7437)))
     assert [task.kind for _, task in missing(TARGETS[0], entry, 5, 0.15)] == ["form"]
+
+
+def test_a_shape_above_its_neighbours_is_searched_again():
+    rng = np.random.default_rng(2)
+    knots = [find(f"12a_{k}") for k in range(1, 61)]
+    reached = {knot.name: 100.0 + 0.3 * knot.volume + rng.normal(0.0, 0.3) for knot in knots}
+    bad = {"12a_7": 4.0, "12a_8": 6.0, "12a_30": 9.0}
+    for name, more in bad.items():
+        reached[name] += more
+    rolfsen = [find(name) for name in ("10_40", "10_41")]
+    trend = expected([(knot, reached[knot.name]) for knot in knots] + [(knot, 90.0) for knot in rolfsen])
+    assert set(trend) == set(reached)
+    for knot in knots:
+        assert trend[knot.name] == pytest.approx(100.3 + 0.3 * knot.volume, abs=0.35)
+    assert expected([(knot, reached[knot.name]) for knot in knots[:19]]) == {}
+    for name, again in (("12a_7", [2]), ("12a_1", [])):
+        target, entry = Target(name, (12,), 130.0, False, trend[name]), Entry(name)
+        length = 100.0 + 0.3 * find(name).volume + bad.get(name, 0.0)  # far below what is published
+        record(entry, Outcome(missing(target, entry, 2, COARSE)[0][1], shape=shape(length)))
+        assert [task.seed for _, task in missing(target, entry, 2, COARSE)] == again
 
 
 def test_polygons_alone_where_no_form_is_wanted():

@@ -21,7 +21,7 @@ from vkmcore.progress import progress_bar, watched
 
 if TYPE_CHECKING:
     from vkmcore.ideal.campaign import Outcome, Progress, Target
-    from vkmcore.ideal.campaign_store import Entry
+    from vkmcore.ideal.campaign_store import Entry, Store
     from vkmcore.reference.tables import TableEntry
 
 
@@ -82,10 +82,12 @@ def build(
     from vkmcore.ideal.campaign_store import Store
     from vkmcore.ideal.campaign_work import work
 
-    targets = [target_of(entry) for entry in selected(select)]
+    chosen = selected(select)
     store = Store(folder)
     if store.names() and not resume:
         raise Failure(f"vkmcore: {folder} holds results; --resume goes on with them")
+    trend = trend_of(store, chosen)
+    targets = [target_of(entry, trend.get(entry.name)) for entry in chosen]
     with store.owned(), workers(jobs, scheduler, nice) as executor:
         progress = run(store, targets, executor, jobs, work, seeds, edge, report)
     click.echo(f"{progress.done} tasks done in {folder}", err=True)
@@ -110,11 +112,19 @@ def selected(patterns: Sequence[str]) -> list[TableEntry]:
     return chosen
 
 
-def target_of(entry: TableEntry) -> Target:
+def trend_of(store: Store, chosen: Sequence[TableEntry]) -> dict[str, float]:
+    """By name, the ropelengths above which shapes of a list of the tables are searched again."""
+    from vkmcore.ideal.trend import expected
+
+    best = ((entry, store.load(entry.name).best) for entry in chosen)
+    return expected((entry, shape.ropelength) for entry, shape in best if shape is not None)
+
+
+def target_of(entry: TableEntry, trend: float | None = None) -> Target:
     from vkmcore.ideal.campaign import MOST_CROSSINGS_OF_FORMS, Target
 
     rank = (entry.crossings + (entry.components > 1), entry.components)
-    return Target(entry.name, rank, entry.ropelength, entry.crossings <= MOST_CROSSINGS_OF_FORMS)
+    return Target(entry.name, rank, entry.ropelength, entry.crossings <= MOST_CROSSINGS_OF_FORMS, trend)
 
 
 @contextmanager

@@ -37,6 +37,7 @@ class Target:
     rank: tuple[int, ...]  # order among first searches
     published: float | None = None
     form: bool = True  # whether a Fourier form is wanted beside the polygon
+    trend: float | None = None  # ropelength above which it lies above its neighbours, where published values are loose
 
 
 @dataclass(frozen=True)
@@ -81,6 +82,12 @@ def excess(target: Target, ropelength: float) -> float | None:
     return None if target.published is None else ropelength / target.published - 1.0
 
 
+def above_known(target: Target, ropelength: float) -> float:
+    """How far above the published value or the trend, the larger part; 0 where there is neither."""
+    known = [value for value in (target.published, target.trend) if value is not None]
+    return ropelength / min(known) - 1.0 if known else 0.0
+
+
 def missing(target: Target, entry: Entry, seeds: int, finest: float) -> list[tuple[tuple[Any, ...], Task]]:
     """The next tasks of a knot with their priorities, least first: at most one of each kind, since they build on each
     other."""
@@ -109,9 +116,9 @@ def missing(target: Target, entry: Entry, seeds: int, finest: float) -> list[tup
                 stage = 2 if late else 0
                 tasks.append(((stage, *target.rank, 0), form))
     if len(tried) < seeds:
-        above = excess(target, coarse.ropelength) if coarse is not None else 1.0
-        if above is None:  # nothing to compare with
-            above = 2.0 * CLOSE_ENOUGH if len(tried) < LEAST_SEEDS else 0.0
+        above = above_known(target, coarse.ropelength) if coarse is not None else 1.0
+        if target.published is None and len(tried) < LEAST_SEEDS:
+            above = max(above, 2.0 * CLOSE_ENOUGH)
         if above > CLOSE_ENOUGH:
             priority = (1 if above > FAR or len(tried) < FIRST_SEEDS else 3, len(tried), -above)
             tasks.append((priority, Task("search", target.name, max(tried) + 1, COARSE)))
