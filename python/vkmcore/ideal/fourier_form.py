@@ -17,6 +17,8 @@ from dataclasses import dataclass
 import numpy as np
 from numpy.typing import NDArray
 
+from vkmcore import _engine
+
 Points = NDArray[np.float64]
 Series = NDArray[np.complex128]
 
@@ -86,73 +88,20 @@ class Measures:
 def measure(form: FourierForm, per_radius: float = PER_RADIUS) -> Measures:
     """Measures on points at equal steps of arc length, `per_radius` of them to a tube radius."""
     lengths = form.lengths()
-    radius = math.inf
     step: float = sum(lengths) / 400.0
     for _ in range(2):  # the first polygon finds the radius that the second is spaced by
         measures = measure_polygons(form.evenly_spaced([max(24, math.ceil(n / step)) for n in lengths]))
-        radius = measures.thickness
-        step = radius / per_radius
-    measures = measure_polygons(form.evenly_spaced([max(24, math.ceil(n / step)) for n in lengths]), radius)
+        step = measures.thickness / per_radius
+    measures = measure_polygons(form.evenly_spaced([max(24, math.ceil(n / step)) for n in lengths]))
     return Measures(sum(lengths), measures.least_radius, measures.half_least_distance)
 
 
-def measure_polygons(components: Sequence[Points], radius: float | None = None) -> Measures:
-    """Measures of closed polygons with nearly equal edges in each; `radius` is an estimate of the tube's, if known."""
-    length, least = 0.0, math.inf
-    for points in components:
-        edges = np.roll(points, -1, axis=0) - points
-        sizes = np.linalg.norm(edges, axis=1)
-        before, sizes_before = np.roll(edges, 1, axis=0), np.roll(sizes, 1)
-        angle = np.arctan2(np.linalg.norm(np.cross(before, edges), axis=1), (before * edges).sum(axis=1))
-        with np.errstate(divide="ignore"):
-            least = min(least, float((np.minimum(sizes, sizes_before) / (2.0 * np.tan(angle / 2.0))).min()))
-        length += float(sizes.sum())
-    radius = least if radius is None else min(radius, least)
-    nearest = _nearest_edges(components, radius)
-    if nearest < 2.0 * radius:  # a thinner tube turns more quickly: nearer edges count
-        nearest = _nearest_edges(components, nearest / 2.0)
-    return Measures(length, least, nearest / 2.0)
-
-
-def _nearest_edges(components: Sequence[Points], radius: float) -> float:
-    """Least distance of two edges, pairs within half a turn of a tube of this radius left out."""
-    nearest = math.inf
-    for first, p in enumerate(components):
-        for second in range(first, len(components)):
-            q = components[second]
-            step = np.linalg.norm(p[1] - p[0])
-            skip = math.ceil(math.pi * radius / step) if first == second else -1
-            for i, j in _near_pairs(p, q, 2.2 * radius, skip):
-                nearest = min(nearest, float(_edge_distances(p, q, i, j).min()))
-    return nearest
-
-
-def _near_pairs(p: Points, q: Points, reach: float, skip: int) -> list[tuple[NDArray[np.int64], NDArray[np.int64]]]:
-    """Pairs of edges that may be nearer than `reach`, in blocks; of one curve only those more than `skip` apart."""
-    middle_p, middle_q = ((x + np.roll(x, -1, axis=0)) / 2.0 for x in (p, q))
-    reach += float(np.linalg.norm(p[1] - p[0]) + np.linalg.norm(q[1] - q[0])) / 2.0
-    pairs = []
-    for begin in range(0, len(p), 256):
-        block = middle_p[begin : begin + 256]
-        squares = (block**2).sum(axis=1)[:, None] + (middle_q**2).sum(axis=1) - 2.0 * block @ middle_q.T
-        i, j = np.nonzero(squares < reach * reach)
-        i += begin
-        if skip >= 0:
-            gap = np.abs(i - j)
-            keep = (i < j) & (np.minimum(gap, len(p) - gap) > skip)
-            i, j = i[keep], j[keep]
-        if len(i):
-            pairs.append((i, j))
-    return pairs
-
-
-def _edge_distances(p: Points, q: Points, i: NDArray[np.int64], j: NDArray[np.int64]) -> Points:
-    """Distances of the edges i of p from the edges j of q."""
-    d1, d2 = p[(i + 1) % len(p)] - p[i], q[(j + 1) % len(q)] - q[j]
-    gap = p[i] - q[j]
-    s, t = nearest_parts(d1, d2, gap)
-    distances: Points = np.linalg.norm(gap + d1 * s[:, None] - d2 * t[:, None], axis=1)
-    return distances
+def measure_polygons(components: Sequence[Points]) -> Measures:
+    """Measures of closed polygons, of at least six vertices each. The radius at a vertex is MinRad, half the shorter of
+    its edges over the tangent of half the turn (E. J. Rawdon, in Ideal Knots, World Scientific, 1998); pairs of edges
+    within half a turn of the tube found are left out."""
+    found = _engine.measure(list(components))
+    return Measures(found["length"], found["min_radius"], found["strut_distance"] / 2.0)
 
 
 def nearest_parts(d1: Points, d2: Points, gap: Points) -> tuple[Points, Points]:
