@@ -24,7 +24,7 @@ if TYPE_CHECKING:
     from vkmcore.knots import Knot, Link
     from vkmcore.topology.diagram import PlanarDiagram
 
-DISCRETISATION = 0.026  # excess of a polygon's ropelength over its smooth shape's, over the edge length squared
+DISCRETISATION = 0.027  # excess of a polygon's ropelength over its smooth shape's, over the edge length squared
 # Of a user's own polygon beside the many starts of a type from the tables: it is settled, and no more.
 OWN_EFFORT: dict[str, Any] = {"start_count": 2, "first_chains": 1, "first_hops": 4, "second_chains": 0}
 
