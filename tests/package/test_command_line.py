@@ -20,6 +20,7 @@ from click.testing import CliRunner
 from vkmcore import ParticleEvaluator, TailApproxConfig, get_embedded_knot_files, load_embedded_ideal_text
 from vkmcore.cli import COMMANDS, cli
 from vkmcore.commands.arguments import range_text
+from vkmcore.commands.output import console, lines_of, natural_width, plain_table
 
 SCENE = Path(__file__).resolve().parents[2] / "examples" / "scenes" / "leapfrogging_rings.toml"
 QUICK = ["--library-defaults", "--resolution", "120", "--iterations", "20"]
@@ -337,3 +338,13 @@ def test_shells_complete_keys_and_files():
     assert {item.value for item in found if item.type == "plain"} >= {"3:1:1"}
     assert {item.value for item in completion.get_completions(["describe"], "3_")} >= {"3_1"}
     assert any(item.type == "file" for item in completion.get_completions(["view"], "some"))
+
+
+def test_long_tables_are_laid_out_as_short_ones():
+    table = plain_table(("key", "ü name", "v / %"), ("key",))
+    for row in (("a", "bb", "1.0"), ("ccc", "结", "-"), ("", "x", "22.123")):
+        table.add_row(*row)
+    short = console(width=natural_width(table))
+    with short.capture() as shown:
+        short.print(table)
+    assert [click.unstyle(line) for line in lines_of(table)] == shown.get().split("\n")[:-1]
