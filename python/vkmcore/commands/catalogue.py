@@ -86,9 +86,9 @@ def build(
     store = Store(folder)
     if store.names() and not resume:
         raise Failure(f"vkmcore: {folder} holds results; --resume goes on with them")
-    trend = trend_of(store, chosen)
-    targets = [target_of(entry, trend.get(entry.name)) for entry in chosen]
     with store.owned(), workers(jobs, scheduler, nice) as executor:
+        trend = trend_of(store, chosen)
+        targets = [target_of(entry, trend.get(entry.name)) for entry in chosen]
         progress = run(store, targets, executor, jobs, work, seeds, edge, report)
     click.echo(f"{progress.done} tasks done in {folder}", err=True)
 

@@ -344,7 +344,7 @@ def diagram_polygon(code: Sequence[Sequence[int]]) -> Start:
 # --- tables ---------------------------------------------------------------------------------------------------------
 
 
-def table_starts(entry: TableEntry, seed: int = 1) -> list[Start]:
+def table_starts(entry: TableEntry, seed: int) -> list[Start]:
     """Starts of a knot or link of the tables: translations of its arc presentation, half as many of its closed braid,
     and a sixth of its diagram, which is long; where that makes more than MOST_STARTS, so many of them drawn at random.
     A search displaces each at random, so that equal ones lead to several shapes.
