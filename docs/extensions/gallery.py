@@ -202,7 +202,8 @@ def plot_crossings(entries: list[Listed], path: Path) -> None:
         axes.plot(*zip(*known), "_", markersize=7, alpha=0.5, label=f"{label} ({len(known)})")
     axes.set_xlabel("crossings")
     axes.set_ylabel("ropelength (length over tube radius)")
-    axes.legend()
+    for handle in axes.legend().get_lines():
+        handle.set(alpha=1.0, markersize=14.0, markeredgewidth=3.0)
     drawing.savefig(path)
     pyplot.close(drawing)
 

@@ -120,5 +120,6 @@ def solve_program(
     struts: ArrayLike,
     bound: float,
     rho: float,
+    stiffness: float = 0.0,
     tolerance: float = 1e-7,
 ) -> dict[str, Any]: ...

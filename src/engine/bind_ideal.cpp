@@ -226,6 +226,7 @@ constexpr auto program_arrays = [](const Polygons& polygons, double bound, doubl
   result["struts"] = table(struts, 9);
   result["bound"] = program.bound;
   result["rho"] = program.rho;
+  result["stiffness"] = program.stiffness;
   return result;
 };
 
@@ -241,7 +242,7 @@ Index vertex(double value, std::size_t count) {
 }
 
 constexpr auto solve_arrays = [](const std::vector<Index>& sizes, const Table& edges, const Table& kinks,
-                                 const Table& struts, double bound, double rho, double tolerance) {
+                                 const Table& struts, double bound, double rho, double stiffness, double tolerance) {
   const auto columns = [](const Table& t, py::ssize_t n) {
     if (t.ndim() != 2 || t.shape(1) != n) throw std::invalid_argument("a table of the program has a wrong shape");
   };
@@ -271,6 +272,7 @@ constexpr auto solve_arrays = [](const std::vector<Index>& sizes, const Table& e
   }
   program.bound = bound;
   program.rho = rho;
+  program.stiffness = stiffness;
   Solution solution;
   {
     const py::gil_scoped_release unlock;
@@ -305,7 +307,7 @@ void bind_ideal(py::module_& m) {
   m.def("program", program_arrays, "polygons"_a, "bound"_a, "radius"_a = 1.0,
         "The quadratic program of a step from these polygons, as arrays.");
   m.def("solve_program", solve_arrays, py::kw_only(), "sizes"_a, "edges"_a, "kinks"_a, "struts"_a, "bound"_a, "rho"_a,
-        "tolerance"_a = 1e-7, "Solve a program given as arrays.");
+        "stiffness"_a = 0.0, "tolerance"_a = 1e-7, "Solve a program given as arrays.");
   m.def(
       "measure", [](const Polygons& polygons) { return measures_of(checked_rope(polygons)); }, "polygons"_a,
       "Length, MinRad, least distance of strangers, thickness and ropelength (radius convention).");

@@ -15,6 +15,15 @@ namespace {
 constexpr int programs_between_spacings = 14;
 constexpr double length_between_spacings = 0.88;
 
+/// The rope at edges of h, or at finer ones where its strands are so crowded that longer ones might pass through them:
+/// programs at these give it room.
+std::optional<Rope> first_spaced(const Rope& rope, double h) {
+  for (const double part : {1.0, 0.75, 0.5}) {
+    if (auto spaced = respaced(rope, part * h)) return spaced;
+  }
+  return {};
+}
+
 }  // namespace
 
 void scale_to_tube(Rope& rope) {
@@ -38,15 +47,17 @@ SettleOptions level_options(double h) {
   }
   options.bound = 0.25 * h;
   options.fine = true;
+  options.stiffness = 0.015;
   options.programs = 60;
   if (h < 0.2) {
     options.radius = 1.0006;
+    options.bound = 0.1 * h;
     options.tolerance = 1e-6;
     options.violation = 5e-5;
     options.decrease = 2e-6;
   } else {
     options.violation = 2e-3;
-    options.decrease = 5e-5;
+    options.decrease = 2e-5;
   }
   return options;
 }
@@ -59,7 +70,7 @@ std::optional<Settled> contract(const Rope& rope, double h, int most_programs, H
   state.rope = rope;
   int programs = 0;
   for (int turn = 0; programs < most_programs; ++turn) {
-    auto spaced = respaced(state.rope, h);
+    auto spaced = turn == 0 ? first_spaced(state.rope, h) : respaced(state.rope, h);
     if (!spaced && turn == 0) return std::nullopt;
     if (spaced) state.rope = std::move(*spaced);
     state = settle(std::move(state.rope), options, heartbeat);

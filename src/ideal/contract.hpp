@@ -13,7 +13,7 @@ namespace vkm::ideal {
 void scale_to_tube(Rope& rope);
 
 /// Settles with new spacing every 14 programs or 12 % of shortening, until the rope is settled with edges of about h
-/// or so many programs are spent. Nothing where strands are too near to each other for edges of this length.
+/// or so many programs are spent. Nothing where strands are too near to each other even for edges of half that length.
 std::optional<Settled> contract(const Rope& rope, double h, int most_programs, Heartbeat& heartbeat);
 
 /// How a level is settled; the finer, the more exactly.

@@ -87,6 +87,10 @@ class Solver {
     b[26] += factor * outer[5];
   }
 
+  void add_identity(std::uint32_t at, double factor) {
+    for (std::size_t a = 0; a < 3; ++a) matrix_.values()[at + (tile_side + 1) * a] += factor;
+  }
+
   double edge_row(std::size_t k, const Unknowns& x) const {
     const Vec3& u = program_.edges[k].direction;
     return dot3(u, &x.d[3 * next_[k]]) - dot3(u, &x.d[3 * k]) - x.h[component_[k]];
@@ -135,8 +139,13 @@ class Solver {
       add3(&x.d[3 * next_[strut.j]], strut.normal, -f * strut.t);
     }
   }
+  /// Of the objective's bends at a vertex.
+  double stiffness(std::size_t k) const {
+    const double l = program_.edges[k].length;
+    return program_.stiffness / (l * l * l);
+  }
   /// x += H d
-  void add_bending(const Unknowns& from, Unknowns& x) const {
+  void add_quadratic(const Unknowns& from, Unknowns& x) const {
     for (std::size_t k = 0; k < n_; ++k) {
       const auto& [u, l] = program_.edges[k];
       const double* a = &from.d[3 * k];
@@ -145,6 +154,11 @@ class Solver {
       const Vec3 across = e - dot(u, e) * u;
       add3(&x.d[3 * next_[k]], across, 1.0 / l);
       add3(&x.d[3 * k], across, -1.0 / l);
+      const double* before = &from.d[3 * previous_[k]];
+      const Vec3 bend = {b[0] - 2.0 * a[0] + before[0], b[1] - 2.0 * a[1] + before[1], b[2] - 2.0 * a[2] + before[2]};
+      add3(&x.d[3 * next_[k]], bend, stiffness(k));
+      add3(&x.d[3 * k], bend, -2.0 * stiffness(k));
+      add3(&x.d[3 * previous_[k]], bend, stiffness(k));
     }
     for (std::size_t i = 0; i < 3 * n_; ++i) x.d[i] += program_.rho * from.d[i];
   }
@@ -166,7 +180,7 @@ class Solver {
   TileMatrix matrix_;
   std::vector<std::uint32_t> own_;    ///< blocks (v, v)
   std::vector<std::uint32_t> along_;  ///< blocks (k, next)
-  std::vector<std::uint32_t> over_;   ///< blocks (previous, next) of the kinks
+  std::vector<std::uint32_t> over_;   ///< blocks (previous, next)
   std::vector<std::array<std::uint32_t, 10>> strut_blocks_;
   std::vector<Unknowns> border_columns_;  ///< K^-1 times the border, a component each
   std::vector<Numbers> border_rows_;      ///< the border
@@ -194,7 +208,7 @@ void Solver::find_blocks() {
     own_.push_back(block(k, k));
     along_.push_back(block(k, next_[k]));
   }
-  for (const Kink& kink : program_.kinks) over_.push_back(block(previous_[kink.at], next_[kink.at]));
+  for (Index k = 0; k < n_; ++k) over_.push_back(block(previous_[k], next_[k]));
   for (const Strut& strut : program_.struts) {
     const std::array<Index, 4> v = {strut.i, next_[strut.i], strut.j, next_[strut.j]};
     auto& blocks = strut_blocks_.emplace_back();
@@ -230,13 +244,19 @@ void Solver::assemble(const Numbers& weights, const Numbers& box) {
     add_block(own_[k], outer, 1.0);
     add_block(own_[next_[k]], outer, 1.0);
     add_block(along_[k], outer, -1.0);
+    add_identity(own_[previous_[k]], stiffness(k));
+    add_identity(own_[k], 4.0 * stiffness(k));
+    add_identity(own_[next_[k]], stiffness(k));
+    add_identity(along_[previous_[k]], -2.0 * stiffness(k));
+    add_identity(along_[k], -2.0 * stiffness(k));
+    add_identity(over_[k], stiffness(k));
   }
   for (std::size_t r = 0; r < kinks_; ++r) {
     const Kink& kink = program_.kinks[r];
     const auto outer = outer_product(kink.gradient);
     add_block(own_[previous_[kink.at]], outer, weights[r]);
     add_block(own_[next_[kink.at]], outer, weights[r]);
-    add_block(over_[r], outer, -weights[r]);
+    add_block(over_[kink.at], outer, -weights[r]);
   }
   for (std::size_t r = 0; r < program_.struts.size(); ++r) {
     const Strut& strut = program_.struts[r];
@@ -282,7 +302,7 @@ void Solver::border(const Numbers& weights, const Numbers& box) {
   for (std::size_t c = 0; c < components_; ++c) {
     for (std::size_t k = 0; k < n_; ++k) edge_images[c][k] = edge_row(k, lifted[c]);
     rows(lifted[c], row_images[c]);
-    add_bending(lifted[c], bent[c]);
+    add_quadratic(lifted[c], bent[c]);
     for (std::size_t i = 0; i < 3 * n_; ++i) bent[c].d[i] += box[i] * lifted[c].d[i];
   }
   schur_.assign(components_ * components_, 0.0);
@@ -435,7 +455,7 @@ Solution Solver::run(double tolerance, int most_iterations) {
     rows(x, image);
     for (std::size_t r = 0; r < rows_; ++r) r_g[r] = image[r] - own.s[r] - demand(r);
     Unknowns r_d = zero();  // gradient of the objective + A^T y - G^T z + box
-    add_bending(x, r_d);
+    add_quadratic(x, r_d);
     for (std::size_t c = 0; c < components_; ++c) r_d.h[c] = program_.components[c].size();
     add_edges(y, r_d);
     for (std::size_t r = 0; r < rows_; ++r) scratch[r] = -own.z[r];

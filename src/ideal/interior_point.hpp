@@ -4,10 +4,10 @@
 /// (S. Mehrotra, On the implementation of a primal-dual interior point method, 1992). The equalities are proximal: the
 /// multipliers' step is damped by delta = 1e-7, which leaves one positive definite system in the moves,
 ///
-///     K = H + rho + A^T A / delta + G^T diag(z / s) G + diag(box),
+///     K = H + A^T A / delta + G^T diag(z / s) G + diag(box),
 ///
-/// with the edge lengths h as its border. Signs of the multipliers: the gradient of the objective plus A^T y equals
-/// G^T z plus the box's forces, with A and G the edges' and the inequalities' rows, z >= 0.
+/// with H of the objective, and the edge lengths h as its border. Signs of the multipliers: the gradient of the
+/// objective plus A^T y equals G^T z plus the box's forces, with A and G the edges' and the inequalities' rows, z >= 0.
 
 #include <vector>
 

@@ -41,12 +41,26 @@ double chord_target(double h, double radius) {
 
 double kink_factor(double h) { return 2.0 / (h * h * h); }
 
+double quadratic(const Program& program, const Cycle& cycle, const std::vector<Vec3>& moves) {
+  double sum = 0.0;
+  for (Index k = 0; k < moves.size(); ++k) {
+    const auto& [u, l] = program.edges[k];
+    const Vec3 change = moves[cycle.next[k]] - moves[k];
+    const Vec3 bend = change - (moves[k] - moves[cycle.previous[k]]);
+    const double along = dot(u, change);
+    sum += (norm2(change) - along * along) / l + program.stiffness / (l * l * l) * norm2(bend) +
+           program.rho * norm2(moves[k]);
+  }
+  return 0.5 * sum;
+}
+
 Program program_of(const Rope& rope, const Cycle& cycle, const std::vector<double>& edge_lengths,
                    const std::vector<Contact>& near, const Demands& demands) {
   const auto& p = rope.points;
   Program program;
   program.components = rope.components;
   program.bound = demands.bound;
+  program.stiffness = demands.stiffness;
   program.edges.reserve(rope.size());
   for (Index k = 0; k < rope.size(); ++k) {
     const Vec3 e = p[cycle.next[k]] - p[k];

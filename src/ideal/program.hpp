@@ -2,7 +2,8 @@
 
 /// The quadratic program of one step: moves d_k of the vertices and one edge length h_c a component,
 ///
-///     minimise  sum_c n_c h_c + 1/2 sum_k |(I - u_k u_k^T)(d_next - d_k)|^2 / l_k + rho / 2 |d|^2
+///     minimise  sum_c n_c h_c + 1/2 sum_k |(I - u_k u_k^T)(d_next - d_k)|^2 / l_k
+///               + stiffness / 2 sum_k |d_next - 2 d_k + d_previous|^2 / l_k^3 + rho / 2 |d|^2
 ///     edges     u_k . (d_next - d_k) + l_k = h_c
 ///     kinks     c_k . (d_next - d_previous) - slope h_c >= demand
 ///     struts    w . ((1 - s) d_i + s d_next(i) - (1 - t) d_j - t d_next(j)) >= demand
@@ -12,7 +13,8 @@
 /// equilateral corner, |p_next - p_previous| >= 2 h / sqrt(1 + h^2 / 4 R^2), linearised and multiplied by 2 / h^3:
 /// then a unit of the row is a unit of squared curvature. A row that is violated asks for no more than a pace's
 /// improvement in one step, and uneven edges get even no faster than their vertices may slide, or the program would
-/// have no solution.
+/// have no solution. The stiffness is that of a rod, of its moves and not of its shape: without it a step bends fine
+/// corners at single contacts, which the kink rows feel by the square of the change of curvature.
 
 #include <vector>
 
@@ -51,6 +53,7 @@ struct Program {
   std::vector<Strut> struts;
   double bound = 0.0;  ///< of the moves
   double rho = 1e-3;
+  double stiffness = 0.0;
 };
 
 struct Demands {
@@ -60,6 +63,7 @@ struct Demands {
   double pace =
       0.6;  ///< part of the bound by which a violated row is asked to improve; kink rows by 0.2 / h^3 times that
   double gap = 3.14159;  ///< between strangers, along the curve
+  double stiffness = 0.0;
 };
 
 /// Target of a corner's chord |p_next - p_previous| at edge length h.
@@ -67,6 +71,9 @@ double chord_target(double h, double radius);
 
 /// Factor of the kink rows.
 double kink_factor(double h);
+
+/// The quadratic part of the objective.
+double quadratic(const Program& program, const Cycle& cycle, const std::vector<Vec3>& moves);
 
 Program program_of(const Rope& rope, const Cycle& cycle, const std::vector<double>& edge_lengths,
                    const std::vector<Contact>& near, const Demands& demands);

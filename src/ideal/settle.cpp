@@ -31,7 +31,7 @@ struct Step {
 
 constexpr std::size_t none = SIZE_MAX;
 constexpr double least_kink_weight = 1.0;
-constexpr double least_strut_weight = 0.2;
+constexpr double least_strut_weight = 0.02;  // a contact has many rows
 
 /// Weights of an exact penalty: the multipliers with a margin, and with floors, or rows without a force now would stay
 /// violated. One weight for all rows, the largest, would make long steps along a curved valley look bad.
@@ -104,7 +104,7 @@ double model(const Cycle& cycle, const Step& step, const Solution& solution, dou
     struts +=
         step.strut_weights[r] * std::max(0.0, -(strut.excess + part * strut_change(strut, cycle, solution.moves)));
   }
-  return sum + kinks + struts;
+  return sum + kinks + struts + part * part * quadratic(step.program, cycle, solution.moves);
 }
 
 /// The same program with its rows corrected by what they lost in this trial beyond their linear forms (R. Fletcher,
@@ -169,6 +169,7 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
     demands.distance = options.distance;
     demands.bound = bound;
     demands.pace = pace;
+    demands.stiffness = options.stiffness;
     Step step;
     step.h = edge_lengths(rope, cycle);
     // No vertex moves by more than sqrt(3) of the bound.
@@ -199,7 +200,7 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
     move(rope, solution, part, trial);
     Judgement found = judge(trial, cycle, step, options);
     double ratio = ratio_of(gain, found);
-    if (options.fine && ratio < 0.6) {
+    if (options.fine && ratio < 0.3) {
       const Solution second = solve(corrected(step, rope, cycle, solution, trial, options), options.tolerance);
       if (usable(second, options.tolerance)) {
         Rope other = rope;
@@ -236,6 +237,10 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
     if (gain < options.decrease * total && result.violation <= options.violation) {
       result.settled = true;
       break;
+    }
+    // Nothing left but to mend what the last steps violated: a wider one would violate as much again.
+    if (options.fine && gain < 3.0 * options.decrease * total && result.violation > options.violation) {
+      bound = std::min(bound, 4.0 * result.violation);
     }
     if (total < options.shortening * first_length) break;
   }

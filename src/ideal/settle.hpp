@@ -27,6 +27,7 @@ struct SettleOptions {
   /// Of a level that is to come to rest: steps that the rows' curvature spoils are corrected, and where the programs
   /// run out the tightest state is returned, not the last.
   bool fine = false;
+  double stiffness = 0.0;  ///< of the programs, in units of the tension times the radius squared
   int programs = 100;
   double shortening = 0.0;  ///< stop below this part of the first length
 };

@@ -36,6 +36,9 @@ def matrices(program):
             for column, t in ((k, -1), (after[k], 1)):
                 P[at(row), at(column)] += s * t * across
         A[k, 3 * n + part[k]] = -1
+        bend = ((before[k], 1), (k, -2), (after[k], 1))
+        for (row, s), (column, t) in itertools.product(bend, bend):
+            P[at(row), at(column)] += s * t * program["stiffness"] / length**3 * np.eye(3)
     G, g = np.zeros((len(kinks) + len(struts), 3 * n + m)), np.concatenate([kinks[:, 6], struts[:, 8]])
     for r, row in enumerate(kinks):
         k = int(row[0])

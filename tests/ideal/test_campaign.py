@@ -10,9 +10,10 @@ from dataclasses import replace
 
 import numpy as np
 import pytest
-from vkmcore.ideal.campaign import COARSE, Outcome, Target, missing, record, run
+from vkmcore.ideal.campaign import COARSE, Outcome, Target, Task, missing, record, run
 from vkmcore.ideal.campaign_store import Entry, Shape, Store, StoredForm
 from vkmcore.ideal.campaign_summary import groups, summaries
+from vkmcore.ideal.campaign_work import work as tighten
 from vkmcore.ideal.fourier_form import FourierForm
 from vkmcore.ideal.trend import expected
 from vkmcore.reference.tables import find
@@ -127,6 +128,44 @@ def test_polygons_alone_where_no_form_is_wanted():
     target, entry = Target("12a_1", (12,), 107.17, form=False), Entry("12a_1")
     record(entry, Outcome(missing(target, entry, 1, COARSE)[0][1], shape=shape(106.4)))
     assert missing(target, entry, 1, COARSE) == []
+
+
+def test_finer_ropelengths_without_their_polygons(tmp_path):
+    store = Store(tmp_path)
+    target, entry = Target("12a_1", (12,), 37.0, form=False, fine=False), Entry("12a_1")
+    record(entry, Outcome(missing(target, entry, 1, COARSE)[0][1], shape=shape(36.4)))
+    ((_, task),) = missing(target, entry, 1, 0.07)  # one task: 0.10 is on its way
+    assert (task.kind, task.edge, task.shape.ropelength, task.keep) == ("refine", 0.07, 36.4, False)
+    record(entry, Outcome(task, shape=shape(36.34, 0.07), on_the_way={0.1: 36.36}))
+    assert missing(target, entry, 1, 0.07) == [] and list(entry.shapes) == [COARSE]
+    store.save(entry)
+    (row,) = summaries(store, [replace(find("3_1"), name="12a_1")])
+    assert row.polygons == (36.4, 36.36, 36.34) and row.polygon == 36.4
+    assert row.limit == pytest.approx(36.34 - 0.02 * 0.07**2 / (0.1**2 - 0.07**2), rel=1e-12)
+    entry.offer(shape(36.0))  # another shape: what is known of finer edges is not of it
+    assert entry.ropelengths() == {COARSE: 36.0}
+    assert [task.edge for _, task in missing(target, entry, 1, 0.07)] == [0.07]
+
+
+def test_refinements_in_stages_tell_them_all():
+    coarse = tighten(Task("search", "3_1", 2, COARSE)).shape
+    finest = tighten(Task("refine", "3_1", 2, 0.07, coarse, keep=False))
+    ((edge, between),) = finest.on_the_way.items()  # the excess goes with the square of the edge
+    assert edge == 0.1
+    drop = (coarse.ropelength - between) / (between - finest.shape.ropelength)
+    assert drop == pytest.approx((COARSE**2 - 0.1**2) / (0.1**2 - 0.07**2), rel=0.2)
+
+
+def test_shapes_are_kept_around_the_origin(tmp_path):
+    t = np.linspace(0.0, 2.0 * np.pi, 120, endpoint=False)
+    radius = 4.0 + 2.0 * np.cos(3.0 * t)
+    points = np.stack([radius * np.cos(2.0 * t), radius * np.sin(2.0 * t), -2.0 * np.sin(3.0 * t)], axis=1)
+    far = Shape((points + 1e3,), 60.0, COARSE, 1)
+    outcome = tighten(Task("refine", "3_1", 1, 0.25, far))
+    assert abs(np.concatenate(outcome.shape.components)).max() < 10.0
+    entry = Entry("3_1")
+    record(entry, outcome)
+    Store(tmp_path).save(entry)
 
 
 def test_the_best_polygon_may_be_a_coarser_one():

@@ -8,14 +8,17 @@ import pytest
 from click.testing import CliRunner
 from vkmcore.cli import cli
 from vkmcore.curves.resampling import evenly_spaced
-from vkmcore.ideal.catalogue_texts import conway_text, ordered, outside_stems, split_blocks
+from vkmcore.ideal.campaign_store import Entry, Store, StoredForm
+from vkmcore.ideal.catalogue_texts import TEXTS, conway_text, ordered, outside_stems, split_blocks, write_blocks
 from vkmcore.ideal.catalogue_verification import Item, items, verify
+from vkmcore.ideal.form_polish import fit
 from vkmcore.ideal.fourier_form import FourierForm, measure
 from vkmcore.ideal.knot_table_forms import KEYS, is_polygon_of, is_type, parts, planar, symmetric, symmetry_of, torus
 from vkmcore.ideal.stored_form import form_of_series
 from vkmcore.ideal.symmetric_forms import INVERSION, nearest_symmetric, rotary
 from vkmcore.ideal.symmetric_starts import columns, even_fraction, octahedral_clasps, plat, tangles
 from vkmcore.reference import tables
+from vkmcore.reference.tables import find
 
 TABLE = _native.get_embedded_knot_files()
 
@@ -143,3 +146,23 @@ def test_texts_are_ordered_and_spaced_as_tables_are():
     assert ordered(["10:1:2", "3:1:1", "9:1:10", "9:1:9"]) == ["3:1:1", "9:1:9", "9:1:10", "10:1:2"]
     assert ordered(["L6n1", "L6a2", "L10a1", "L6a1"]) == ["L6a1", "L6a2", "L6n1", "L10a1"]
     assert (conway_text("2112"), conway_text("3;21;2-"), conway_text("8*")) == ("2 1 1 2", "3,2 1,2-", "8*")
+
+
+def test_texts_take_shorter_shapes_once(tmp_path):
+    store, path = Store(tmp_path / "campaign"), tmp_path / "ideal.txt"
+    text = next(text for text in TEXTS if text.holds(find("3_1")))
+    t = np.linspace(0.0, 2.0 * np.pi, 200, endpoint=False)
+    radius = 2.0 + np.cos(3.0 * t)
+    form = fit([np.stack([radius * np.cos(2.0 * t), radius * np.sin(2.0 * t), np.sin(3.0 * t)], axis=1)], 8)
+    reached = measure(form).ropelength
+
+    def written(stated):
+        entry = Entry("3_1")
+        assert entry.offer_form(StoredForm(form, stated, stated, 0.15))
+        store.save(entry)
+        return write_blocks(store, [find("3_1")], text, path)
+
+    assert written(reached) == 1
+    before = path.read_text()
+    assert written(reached * 1.01) == 0 and written(reached * 0.999) == 0  # longer; the same text again
+    assert path.read_text() == before

@@ -59,7 +59,15 @@ def without_struts(program):
     return {**program, "struts": np.empty((0, 9))}
 
 
-@pytest.mark.parametrize("change", [dict, with_copies, without_struts], ids=["as it is", "degenerate", "no struts"])
+def stiff(program):
+    return {**program, "stiffness": 0.05}
+
+
+@pytest.mark.parametrize(
+    "change",
+    [dict, with_copies, without_struts, stiff],
+    ids=["as it is", "degenerate", "no struts", "stiff"],
+)
 @pytest.mark.parametrize("name", ["trefoil", "figure-eight", "hopf"])
 def test_the_solver_finds_the_optimum(name, change):
     program = change(_engine.program(polygons(name), bound=0.1))

@@ -6,8 +6,12 @@ import numpy as np
 import pytest
 from interruption import ended_by_a_signal
 from vkmcore import _engine
+from vkmcore.ideal.arc_walks import arc_walk
 from vkmcore.ideal.polygons import tighten_polygons
 from vkmcore.ideal.shape import IdealShape
+from vkmcore.ideal.starts import grid_polygon
+from vkmcore.reference.tables import find
+from vkmcore.topology.certificate import certify
 
 from ideal import grids, programs
 
@@ -66,6 +70,16 @@ def test_seeds_differ_and_the_best_is_kept():
     assert shapes[0].ropelength != shapes[1].ropelength
     assert both.ropelength == min(shape.ropelength for shape in shapes)
     assert {step.seed for step in both.history} == {1, 2}
+
+
+def test_crowded_starts_are_contracted_too():
+    rng = np.random.default_rng(3)
+    for _ in range(4):  # at once at this edge strands might pass through each other
+        (start,) = grid_polygon(arc_walk(find("8_18").grid, rng, 5)).components
+        found = _engine.contract([start], edge=0.9, programs=60)
+        points = found["points"][0]
+        assert found["ropelength"] < 0.6 * _engine.measure([start])["ropelength"] and certify([points], "8_18")
+        assert np.linalg.norm(np.roll(points, -1, 0) - points, axis=1).mean() == pytest.approx(0.9, rel=0.1)
 
 
 @pytest.mark.parametrize("small", [False, True])

@@ -121,10 +121,16 @@ def trend_of(store: Store, chosen: Sequence[TableEntry]) -> dict[str, float]:
 
 
 def target_of(entry: TableEntry, trend: float | None = None) -> Target:
-    from vkmcore.ideal.campaign import MOST_CROSSINGS_OF_FORMS, Target
+    from vkmcore.ideal.campaign import MOST_CROSSINGS_KEPT_FINE, MOST_CROSSINGS_OF_FORMS, Target
 
-    rank = (entry.crossings + (entry.components > 1), entry.components)
-    return Target(entry.name, rank, entry.ropelength, entry.crossings <= MOST_CROSSINGS_OF_FORMS, trend)
+    return Target(
+        entry.name,
+        rank=(entry.crossings + (entry.components > 1), entry.components),
+        published=entry.ropelength,
+        form=entry.crossings <= MOST_CROSSINGS_OF_FORMS,
+        trend=trend,
+        fine=entry.crossings <= MOST_CROSSINGS_KEPT_FINE,
+    )
 
 
 @contextmanager

@@ -27,6 +27,7 @@ LAGGING = 1e-3  # excess of a Fourier form over the best polygon from which on i
 HARMONICS_A_RADIUS = 3.0
 MOST_HARMONICS = 256
 MOST_CROSSINGS_OF_FORMS = 11  # knots of twelve crossings are kept as polygons
+MOST_CROSSINGS_KEPT_FINE = 10  # beyond, only ropelengths at finer edges: the polygons would fill four times the space
 
 
 @dataclass(frozen=True)
@@ -38,6 +39,7 @@ class Target:
     published: float | None = None
     form: bool = True  # whether a Fourier form is wanted beside the polygon
     trend: float | None = None  # ropelength above which it lies above its neighbours, where published values are loose
+    fine: bool = True  # whether finer polygons are kept, or their ropelengths only
 
 
 @dataclass(frozen=True)
@@ -47,6 +49,7 @@ class Task:
     seed: int
     edge: float
     shape: Shape | None = None  # what refine and form begin with
+    keep: bool = True  # the polygon, or its ropelength only
 
 
 @dataclass
@@ -57,6 +60,7 @@ class Outcome:
     certificate: str = ""
     error: str = ""
     cpu: float = 0.0
+    on_the_way: dict[float, float] = field(default_factory=dict)  # ropelengths by edge, of a refinement in stages
 
 
 @dataclass
@@ -102,12 +106,15 @@ def missing(target: Target, entry: Entry, seeds: int, finest: float) -> list[tup
         assert coarse is not None
         edges = [edge for edge in FINE if edge >= finest]
         done = {(a["edge"], a["source"]) for a in entry.attempts if a["task"] == "refine" and "source" in a}
-        for before, edge in zip((COARSE, *edges), edges):
+        # Polygons that are kept are the next stage's begin; else one task goes through all edges.
+        stages = zip((COARSE, *edges), edges) if target.fine else zip((COARSE,), edges[-1:])
+        for before, edge in stages:
             begin = entry.shapes.get(before)
             if begin is None:
                 break
             if (edge, begin.ropelength) not in done:
-                tasks.append(((2, *target.rank, -1), Task("refine", target.name, begin.seed, edge, begin)))
+                refine = Task("refine", target.name, begin.seed, edge, begin, keep=target.fine)
+                tasks.append(((2, *target.rank, -1), refine))
                 break
         if target.form and (entry.form is None or entry.form.source_ropelength != shape.ropelength):
             form = Task("form", target.name, shape.seed, shape.edge, shape)
@@ -132,11 +139,13 @@ def record(entry: Entry, outcome: Outcome) -> bool:
     if task.shape is not None:
         attempt["source"] = task.shape.ropelength
     better = False
+    for edge, ropelength in outcome.on_the_way.items():
+        entry.attempts.append({**attempt, "edge": edge, "cpu": 0.0, "ropelength": ropelength})
     if outcome.error:
         attempt["error"] = outcome.error
     if outcome.shape is not None:
         attempt["ropelength"] = outcome.shape.ropelength
-        better = entry.offer(outcome.shape)
+        better = task.keep and entry.offer(outcome.shape)
         if better and entry.best is outcome.shape:
             entry.certificate = outcome.certificate
     if outcome.form is not None:

@@ -61,6 +61,15 @@ class Entry:
         or that its refinement lost."""
         return min(self.shapes.values(), key=lambda shape: (shape.ropelength, shape.edge), default=None)
 
+    def ropelengths(self) -> dict[float, float]:
+        """By edge: of the polygons, and of those made from them of which only the ropelength was kept."""
+        found = {edge: shape.ropelength for edge, shape in self.shapes.items()}
+        sources = set(found.values())
+        for attempt in self.attempts:
+            if attempt["task"] == "refine" and attempt.get("source") in sources and "ropelength" in attempt:
+                found.setdefault(attempt["edge"], attempt["ropelength"])
+        return found
+
     def seeds(self) -> set[int]:
         """Of the searches that have ended, also those that failed."""
         return {attempt["seed"] for attempt in self.attempts if attempt["task"] == "search"}

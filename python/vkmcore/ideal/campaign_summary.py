@@ -23,6 +23,7 @@ class Summary:
     components: int
     published: float | None
     polygons: tuple[float | None, ...]  # at `EDGES`
+    polygon: float  # the least of those kept
     limit: float | None  # extrapolated to no edge
     curve: float | None  # of the Fourier form
     harmonics: int | None
@@ -30,22 +31,19 @@ class Summary:
     cpu_s: float
     certificate: str
 
-    @property
-    def polygon(self) -> float | None:
-        """The least of the polygons."""
-        return min((value for value in self.polygons if value is not None), default=None)
-
 
 def extrapolated(entry: Entry) -> float | None:
-    """The ropelength at the limit of no edge, by the two finest polygons; None where they are not of one search, or the
-    finer is no refinement of the other: it is the longer one.
+    """The ropelength at the limit of no edge, by the two finest; None where they are not of one search, or the finer is
+    no refinement of the other: it is the longer one.
 
     The excess of an equilateral polygon goes with the square of its edge.
     """
-    coarse, fine = (entry.shapes.get(edge) for edge in FINE)
-    if coarse is None or fine is None or coarse.seed != fine.seed or fine.ropelength > coarse.ropelength:
+    values = entry.ropelengths()
+    seeds = {entry.shapes[edge].seed for edge in FINE if edge in entry.shapes}
+    if not values.keys() >= {*FINE} or len(seeds) > 1:
         return None
-    return (fine.ropelength * coarse.edge**2 - coarse.ropelength * fine.edge**2) / (coarse.edge**2 - fine.edge**2)
+    (coarse, longer), (fine, shorter) = ((edge, values[edge]) for edge in FINE)
+    return None if shorter > longer else (shorter * coarse**2 - longer * fine**2) / (coarse**2 - fine**2)
 
 
 def summaries(store: Store, entries: Iterable[TableEntry]) -> list[Summary]:
@@ -53,16 +51,17 @@ def summaries(store: Store, entries: Iterable[TableEntry]) -> list[Summary]:
     rows = []
     for known in entries:
         entry = store.load(known.name)
-        if not entry.shapes:
+        if entry.best is None:
             continue
-        shapes = [entry.shapes.get(edge) for edge in EDGES]
+        values = entry.ropelengths()
         rows.append(
             Summary(
                 name=known.name,
                 crossings=known.crossings,
                 components=known.components,
                 published=known.ropelength,
-                polygons=tuple(None if shape is None else shape.ropelength for shape in shapes),
+                polygons=tuple(values.get(edge) for edge in EDGES),
+                polygon=entry.best.ropelength,
                 limit=extrapolated(entry),
                 curve=entry.form.ropelength if entry.form else None,
                 harmonics=entry.form.form.harmonics if entry.form else None,
@@ -80,7 +79,7 @@ def below_published(rows: Iterable[Summary], margin: float = 0.0) -> list[Summar
     found = [
         (row.polygon / row.published, row)
         for row in rows
-        if row.published and row.polygon and row.polygon < row.published * (1.0 + margin)
+        if row.published and row.polygon < row.published * (1.0 + margin)
     ]
     return [row for _, row in sorted(found, key=lambda pair: pair[0])]
 

@@ -128,7 +128,10 @@ def write_blocks(store: Store, entries: Sequence[TableEntry], text: Text, path: 
         name = block_id(entry.name)
         if reached.form is None or ropelength_stated(blocks.get(name, "")) <= reached.form.ropelength * (1.0 + 3e-6):
             continue
-        blocks[name] = block_text(text.tag, name, conway_text(entry.conway), stored(reached.form.form))
+        block = block_text(text.tag, name, conway_text(entry.conway), stored(reached.form.form))
+        if block == blocks.get(name):  # what it states is longer by rounding only
+            continue
+        blocks[name] = block
         count += 1
         if count % 20 == 0:
             write_if_changed(path, database(blocks[name] for name in ordered(blocks)))
