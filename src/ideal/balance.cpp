@@ -45,8 +45,9 @@ Balance balance(const Rope& rope) {
     const Kink& kink = program.kinks[r];
     const double z = solution.kink_forces[r];
     add(cycle.next[kink.at], z, kink.gradient);
-    add(cycle.previous[kink.at], -z, kink.gradient);
-    const double force = z * norm(kink.gradient);
+    add(kink.at, -2.0 * z, kink.gradient);
+    add(cycle.previous[kink.at], z, kink.gradient);
+    const double force = z * kink_factor(h[cycle.component[kink.at]]);  // along the corner's chord
     if (force > least_force) result.kinks.push_back({kink.at, radii[kink.at], force});
   }
   for (std::size_t r = 0; r < program.struts.size(); ++r) {

@@ -50,7 +50,7 @@ SettleOptions level_options(double h) {
   options.stiffness = 0.015;
   options.programs = 60;
   if (h < 0.2) {
-    options.radius = 1.0006;
+    options.radius = 1.0001;
     options.bound = 0.1 * h;
     options.tolerance = 1e-6;
     options.violation = 5e-5;

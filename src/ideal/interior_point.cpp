@@ -97,8 +97,8 @@ class Solver {
   }
   double kink_row(std::size_t r, const Unknowns& x) const {
     const Kink& kink = program_.kinks[r];
-    return dot3(kink.gradient, &x.d[3 * next_[kink.at]]) - dot3(kink.gradient, &x.d[3 * previous_[kink.at]]) -
-           kink.slope * x.h[component_[kink.at]];
+    return dot3(kink.gradient, &x.d[3 * next_[kink.at]]) - 2.0 * dot3(kink.gradient, &x.d[3 * kink.at]) +
+           dot3(kink.gradient, &x.d[3 * previous_[kink.at]]) - kink.slope * x.h[component_[kink.at]];
   }
   double strut_row(std::size_t r, const Unknowns& x) const {
     const Strut& strut = program_.struts[r];
@@ -127,7 +127,8 @@ class Solver {
     for (std::size_t r = 0; r < kinks_; ++r) {
       const Kink& kink = program_.kinks[r];
       add3(&x.d[3 * next_[kink.at]], kink.gradient, z[r]);
-      add3(&x.d[3 * previous_[kink.at]], kink.gradient, -z[r]);
+      add3(&x.d[3 * kink.at], kink.gradient, -2.0 * z[r]);
+      add3(&x.d[3 * previous_[kink.at]], kink.gradient, z[r]);
       x.h[component_[kink.at]] -= kink.slope * z[r];
     }
     for (std::size_t r = 0; r < program_.struts.size(); ++r) {
@@ -254,9 +255,13 @@ void Solver::assemble(const Numbers& weights, const Numbers& box) {
   for (std::size_t r = 0; r < kinks_; ++r) {
     const Kink& kink = program_.kinks[r];
     const auto outer = outer_product(kink.gradient);
-    add_block(own_[previous_[kink.at]], outer, weights[r]);
+    const Index previous = previous_[kink.at];
+    add_block(own_[previous], outer, weights[r]);
+    add_block(own_[kink.at], outer, 4.0 * weights[r]);
     add_block(own_[next_[kink.at]], outer, weights[r]);
-    add_block(over_[kink.at], outer, -weights[r]);
+    add_block(along_[previous], outer, -2.0 * weights[r]);
+    add_block(along_[kink.at], outer, -2.0 * weights[r]);
+    add_block(over_[kink.at], outer, weights[r]);
   }
   for (std::size_t r = 0; r < program_.struts.size(); ++r) {
     const Strut& strut = program_.struts[r];

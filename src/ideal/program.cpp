@@ -34,9 +34,9 @@ void even_out(Program& program, std::size_t c, double h) {
 
 }  // namespace
 
-double chord_target(double h, double radius) {
+double kink_excess(const Vec3& u, const Vec3& v, double h, double radius) {
   const double x = 0.5 * h / radius;
-  return 2.0 * h / std::sqrt(1.0 + x * x);
+  return h * (norm(u + v) - 2.0 / std::sqrt(1.0 + x * x));
 }
 
 double kink_factor(double h) { return 2.0 / (h * h * h); }
@@ -75,14 +75,15 @@ Program program_of(const Rope& rope, const Cycle& cycle, const std::vector<doubl
     const double factor = kink_factor(h);
     const double x = 0.5 * h / demands.radius;
     const double root = std::sqrt(1.0 + x * x);
-    const double slope = 2.0 / (root * root * root);  // derivative of the target
-    const Vec3 chord = p[cycle.next[k]] - p[cycle.previous[k]];
-    const double size = norm(chord);
-    const double excess = factor * (size - chord_target(h, demands.radius));
+    const Vec3& u = program.edges[cycle.previous[k]].direction;
+    const Vec3& v = program.edges[k].direction;
+    const double size = norm(u + v);
+    // Derivatives by h: of the target; of h |u + v| where the edges stay as long as h.
+    const double slope = factor * (2.0 / (root * root * root) - 4.0 / size);
+    const double excess = factor * kink_excess(u, v, h, demands.radius);
     const double most = demands.pace * demands.bound * std::max(1.0, 0.1 * factor);
     // The row holds the change of h, so that the demand holds the present h.
-    program.kinks.push_back(
-        {k, (factor / size) * chord, factor * slope, excess, demand(excess, most) - factor * slope * h});
+    program.kinks.push_back({k, (factor / size) * (u - v), slope, excess, demand(excess, most) - slope * h});
   }
 
   program.struts.reserve(near.size());

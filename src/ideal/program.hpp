@@ -5,15 +5,17 @@
 ///     minimise  sum_c n_c h_c + 1/2 sum_k |(I - u_k u_k^T)(d_next - d_k)|^2 / l_k
 ///               + stiffness / 2 sum_k |d_next - 2 d_k + d_previous|^2 / l_k^3 + rho / 2 |d|^2
 ///     edges     u_k . (d_next - d_k) + l_k = h_c
-///     kinks     c_k . (d_next - d_previous) - slope h_c >= demand
+///     kinks     g_k . (d_next - 2 d_k + d_previous) - slope h_c >= demand
 ///     struts    w . ((1 - s) d_i + s d_next(i) - (1 - t) d_j - t d_next(j)) >= demand
 ///     box       |d| <= bound in every coordinate
 ///
 /// for a tube of radius 1. u_k is the direction of edge k and l_k its length. The kink row is MinRad >= R for an
-/// equilateral corner, |p_next - p_previous| >= 2 h / sqrt(1 + h^2 / 4 R^2), linearised and multiplied by 2 / h^3:
-/// then a unit of the row is a unit of squared curvature. A row that is violated asks for no more than a pace's
-/// improvement in one step, and uneven edges get even no faster than their vertices may slide, or the program would
-/// have no solution. The stiffness is that of a rod, of its moves and not of its shape: without it a step bends fine
+/// equilateral corner between the directions u and v, h |u + v| >= 2 h / sqrt(1 + h^2 / 4 R^2), linearised and
+/// multiplied by 2 / h^3: then a unit of the row is a unit of squared curvature. By the edge rows its gradient is
+/// (u - v) / |u + v| times the change of the bend; the chord |p_next - p_previous| would do for even edges, but an edge
+/// longer by 5e-5 of itself hides 4 % of the curvature from it, and its row feels the rounding of the edge rows.
+/// A row that is violated asks for no more than a pace's improvement in one step, and uneven edges get even no faster
+/// than their vertices may slide, or the program would have no solution. The stiffness is that of a rod, of its moves and not of its shape: without it a step bends fine
 /// corners at single contacts, which the kink rows feel by the square of the change of curvature.
 
 #include <vector>
@@ -30,7 +32,7 @@ struct Edge {
 
 struct Kink {
   Index at;       ///< the vertex
-  Vec3 gradient;  ///< c_k, with the row's factor
+  Vec3 gradient;  ///< g_k, with the row's factor
   double slope;   ///< coefficient of h, with the row's factor
   double excess;  ///< over the limit before the step; negative where violated
   double demand;
@@ -66,8 +68,8 @@ struct Demands {
   double stiffness = 0.0;
 };
 
-/// Target of a corner's chord |p_next - p_previous| at edge length h.
-double chord_target(double h, double radius);
+/// h |u + v| of a corner between these directions over its limit at this MinRad: negative where it is sharper.
+double kink_excess(const Vec3& u, const Vec3& v, double h, double radius);
 
 /// Factor of the kink rows.
 double kink_factor(double h);

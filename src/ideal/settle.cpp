@@ -30,7 +30,7 @@ struct Step {
 };
 
 constexpr std::size_t none = SIZE_MAX;
-constexpr double least_kink_weight = 1.0;
+constexpr double least_kink_weight = 0.02;
 constexpr double least_strut_weight = 0.02;  // a contact has many rows
 
 /// Weights of an exact penalty: the multipliers with a margin, and with floors, or rows without a force now would stay
@@ -46,9 +46,10 @@ struct Judgement {
   double violation;  ///< largest shortfall, in tube radii
 };
 
-double kink_excess(const Kink& kink, const Rope& rope, const Cycle& cycle, double factor, double h, double radius) {
-  const double chord = norm(rope.points[cycle.next[kink.at]] - rope.points[cycle.previous[kink.at]]);
-  return factor * (chord - chord_target(h, radius));
+double excess_of(const Kink& kink, const Rope& rope, const Cycle& cycle, double factor, double h, double radius) {
+  const Vec3 before = rope.points[kink.at] - rope.points[cycle.previous[kink.at]];
+  const Vec3 after = rope.points[cycle.next[kink.at]] - rope.points[kink.at];
+  return factor * kink_excess(before / norm(before), after / norm(after), h, radius);
 }
 
 Judgement judge(const Rope& rope, const Cycle& cycle, const Step& step, const SettleOptions& options) {
@@ -59,7 +60,7 @@ Judgement judge(const Rope& rope, const Cycle& cycle, const Step& step, const Se
   for (std::size_t r = 0; r < step.program.kinks.size(); ++r) {
     const Kink& kink = step.program.kinks[r];
     const Index c = cycle.component[kink.at];
-    const double excess = kink_excess(kink, rope, cycle, kink_factor(step.h[c]), h[c], options.radius);
+    const double excess = excess_of(kink, rope, cycle, kink_factor(step.h[c]), h[c], options.radius);
     kinks += step.kink_weights[r] * std::max(0.0, -excess);
   }
   double struts = 0.0;
@@ -76,7 +77,8 @@ Judgement judge(const Rope& rope, const Cycle& cycle, const Step& step, const Se
 }
 
 double kink_change(const Kink& kink, const Cycle& cycle, const std::vector<Vec3>& d, double change_of_h) {
-  return dot(kink.gradient, d[cycle.next[kink.at]] - d[cycle.previous[kink.at]]) - kink.slope * change_of_h;
+  const Vec3 bend = d[cycle.next[kink.at]] - 2.0 * d[kink.at] + d[cycle.previous[kink.at]];
+  return dot(kink.gradient, bend) - kink.slope * change_of_h;
 }
 
 double strut_change(const Strut& strut, const Cycle& cycle, const std::vector<Vec3>& d) {
@@ -123,7 +125,7 @@ Program corrected(const Step& step, const Rope& rope, const Cycle& cycle, const 
   const auto h = edge_lengths(trial, cycle);
   for (Kink& kink : program.kinks) {
     const Index c = cycle.component[kink.at];
-    const double found = kink_excess(kink, trial, cycle, kink_factor(step.h[c]), h[c], options.radius);
+    const double found = excess_of(kink, trial, cycle, kink_factor(step.h[c]), h[c], options.radius);
     kink.demand += kink.excess + kink_change(kink, cycle, d, h[c] - step.h[c]) - found;
   }
   for (Strut& strut : program.struts) {
@@ -135,6 +137,12 @@ Program corrected(const Step& step, const Rope& rope, const Cycle& cycle, const 
 
 void move(const Rope& rope, const Solution& solution, double part, Rope& trial) {
   for (Index k = 0; k < rope.size(); ++k) trial.points[k] = rope.points[k] + part * solution.moves[k];
+}
+
+double reach(const Solution& solution) {
+  double most = 0.0;
+  for (const Vec3& d : solution.moves) most = std::max({most, std::abs(d[0]), std::abs(d[1]), std::abs(d[2])});
+  return most;
 }
 
 bool usable(const Solution& solution, double tolerance) { return solution.residual < std::max(10.0 * tolerance, 1e-3); }
@@ -229,7 +237,7 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
         tightest_value = value;
         tightest = rope.points;
       }
-      if (part == 1.0 && ratio > 0.6) bound *= 1.7;
+      if (part == 1.0 && ratio > 0.6 && reach(solution) > 0.5 * bound) bound *= 1.7;
       if (part < 1.0) bound *= part;
       if (part == 1.0 && ratio < 0.25) bound *= 0.5;
     }

@@ -42,7 +42,7 @@ def matrices(program):
     G, g = np.zeros((len(kinks) + len(struts), 3 * n + m)), np.concatenate([kinks[:, 6], struts[:, 8]])
     for r, row in enumerate(kinks):
         k = int(row[0])
-        G[r, at(after[k])], G[r, at(before[k])] = row[1:4], -row[1:4]
+        G[r, at(after[k])], G[r, at(k)], G[r, at(before[k])] = row[1:4], -2 * row[1:4], row[1:4]
         G[r, 3 * n + part[k]] = -row[4]
     for r, row in enumerate(struts, len(kinks)):
         i, j, s, t, w = int(row[0]), int(row[1]), row[2], row[3], row[4:7]
