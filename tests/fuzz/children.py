@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import os
 import select
+import signal
 import subprocess
 import sys
 import time
@@ -76,6 +77,7 @@ def _one_child(run: Run, variant: Variant, seed: str, first: int, count: int, ho
     assert child.stdout is not None and child.stderr is not None
     os.set_blocking(child.stderr.fileno(), False)
     begun: int | None = None
+    told_to_end = False
     complaint = ""
     heard = time.monotonic()
     while True:
@@ -89,6 +91,7 @@ def _one_child(run: Run, variant: Variant, seed: str, first: int, count: int, ho
             heard = time.monotonic()
             begun = _note(run, variant, line, begun)
         if time.monotonic() > deadline and begun is None:
+            told_to_end = True  # by now it may have begun another call, whose line is still on its way
             child.terminate()
         if time.monotonic() - heard > SILENT_SECONDS:
             run.findings.append(f"{variant.name}: call {begun} of seed {seed} cannot be ended")
@@ -98,6 +101,8 @@ def _one_child(run: Run, variant: Variant, seed: str, first: int, count: int, ho
     complaint += child.stderr.read() or ""
     child.stdout.close()
     child.stderr.close()
+    if told_to_end and code == -signal.SIGTERM:
+        return max(run.outcomes, default=first - 1) + 1
     if begun is not None:
         run.findings.append(f"{variant.name}: call {begun} of seed {seed} ended the process ({code})\n{complaint}")
         return begun + 1
