@@ -71,25 +71,25 @@ def make_calls(variant: Variant, seed: str, first: int, count: int, hostility: f
 def _one_child(run: Run, variant: Variant, seed: str, first: int, count: int, hostility: float, deadline: float) -> int:
     arguments = (seed, str(first), str(count), str(hostility), *variant.flags)
     command = [*variant.prefix, sys.executable, "-X", "utf8", "-m", "fuzz.child", *arguments]
-    child = subprocess.Popen(
-        command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, env=variant.settings(), errors="replace"
-    )
+    child = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=variant.settings(), bufsize=0)
     assert child.stdout is not None and child.stderr is not None
     os.set_blocking(child.stderr.fileno(), False)
     begun: int | None = None
     told_to_end = False
-    complaint = ""
+    complaint = rest = b""
     heard = time.monotonic()
     while True:
         ready = select.select([child.stdout, child.stderr], [], [], 1.0)[0]
         if child.stderr in ready:
-            complaint = (complaint + (child.stderr.read() or ""))[-6000:]
+            complaint = (complaint + (child.stderr.read() or b""))[-6000:]
         if child.stdout in ready:
-            line = child.stdout.readline()
-            if not line:
+            chunk = child.stdout.read(1 << 16)
+            if not chunk:
                 break
             heard = time.monotonic()
-            begun = _note(run, variant, line, begun)
+            *lines, rest = (rest + chunk).split(b"\n")
+            for line in lines:
+                begun = _note(run, variant, line.decode())
         if time.monotonic() > deadline and begun is None:
             told_to_end = True  # by now it may have begun another call, whose line is still on its way
             child.terminate()
@@ -98,21 +98,21 @@ def _one_child(run: Run, variant: Variant, seed: str, first: int, count: int, ho
             child.kill()
             break
     code = child.wait()
-    complaint += child.stderr.read() or ""
+    text = (complaint + (child.stderr.read() or b"")).decode(errors="replace")
     child.stdout.close()
     child.stderr.close()
     if told_to_end and code == -signal.SIGTERM:
         return max(run.outcomes, default=first - 1) + 1
     if begun is not None:
-        run.findings.append(f"{variant.name}: call {begun} of seed {seed} ended the process ({code})\n{complaint}")
+        run.findings.append(f"{variant.name}: call {begun} of seed {seed} ended the process ({code})\n{text}")
         return begun + 1
     if code != 0 and time.monotonic() < deadline:
-        run.findings.append(f"{variant.name}: the process ended with {code}\n{complaint}")
+        run.findings.append(f"{variant.name}: the process ended with {code}\n{text}")
         return first + count
     return max(run.outcomes, default=first - 1) + 1
 
 
-def _note(run: Run, variant: Variant, line: str, begun: int | None) -> int | None:
+def _note(run: Run, variant: Variant, line: str) -> int | None:
     """Takes down a line of a child; the number of the call that is under way, if one is."""
     words = line.split()
     if len(words) == 2:
