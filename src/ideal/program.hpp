@@ -15,8 +15,9 @@
 /// (u - v) / |u + v| times the change of the bend; the chord |p_next - p_previous| would do for even edges, but an edge
 /// longer by 5e-5 of itself hides 4 % of the curvature from it, and its row feels the rounding of the edge rows.
 /// A row that is violated asks for no more than a pace's improvement in one step, and uneven edges get even no faster
-/// than their vertices may slide, or the program would have no solution. The stiffness is that of a rod, of its moves and not of its shape: without it a step bends fine
-/// corners at single contacts, which the kink rows feel by the square of the change of curvature.
+/// than their vertices may slide, or the program would have no solution. The stiffness is that of a rod, of its moves
+/// and not of its shape: without it a step bends fine corners at single contacts, which the kink rows feel by the
+/// square of the change of curvature.
 
 #include <vector>
 

@@ -237,6 +237,7 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
         tightest_value = value;
         tightest = rope.points;
       }
+      // A bound that no move reaches brings rows, and no gain.
       if (part == 1.0 && ratio > 0.6 && reach(solution) > 0.5 * bound) bound *= 1.7;
       if (part < 1.0) bound *= part;
       if (part == 1.0 && ratio < 0.25) bound *= 0.5;
