@@ -51,6 +51,7 @@ SettleOptions level_options(double h) {
   options.programs = 60;
   if (h < 0.2) {
     options.radius = 1.0001;
+    options.programs = 100;
     options.bound = 0.1 * h;
     options.tolerance = 1e-6;
     options.violation = 5e-5;

@@ -31,6 +31,9 @@ struct Step {
 
 constexpr std::size_t none = SIZE_MAX;
 constexpr double least_kink_weight = 0.02;
+constexpr double most_kink_weight = 1.0;
+constexpr int first_programs = 3;            // they take what a new spacing left
+constexpr int last_programs = 20;            // of a fine level that does not settle: they mend its corners
 constexpr double least_strut_weight = 0.02;  // a contact has many rows
 
 /// Weights of an exact penalty: the multipliers with a margin, and with floors, or rows without a force now would stay
@@ -163,6 +166,8 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
   result.violation = violation(rope, cycle, options.radius, options.distance);
   double bound = options.bound;
   double pace = most_pace;
+  double kink_weight = least_kink_weight;
+  double renewed_at = 0.0;  // length at which the bound was last widened
   double tightest_value = INFINITY;
   std::vector<Vec3> tightest;
   Rope trial = rope;
@@ -197,7 +202,7 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
       continue;
     }
     pace = std::min(most_pace, 2.0 * pace);
-    step.kink_weights = weights(solution.kink_forces, least_kink_weight);
+    step.kink_weights = weights(solution.kink_forces, kink_weight);
     step.strut_weights = weights(solution.strut_forces, least_strut_weight);
     const double before = judge(rope, cycle, step, options).merit;
     const double gain = before - model(cycle, step, solution, 1.0);
@@ -232,6 +237,10 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
     } else {
       std::swap(rope.points, trial.points);
       result.violation = found.violation;
+      // Light corners let contacts slide to where they rest; at the end they must hold.
+      if (options.fine && result.programs > options.programs - last_programs && found.violation > options.violation) {
+        kink_weight = std::min(most_kink_weight, 2.0 * kink_weight);
+      }
       const double value = length(rope, cycle) / (1.0 - std::min(0.5, found.violation));
       if (value < tightest_value) {
         tightest_value = value;
@@ -243,9 +252,14 @@ Settled settle(Rope rope, const SettleOptions& options, Heartbeat& heartbeat) {
       if (part == 1.0 && ratio < 0.25) bound *= 0.5;
     }
     const double total = length(rope, cycle);
+    if (result.programs == first_programs) renewed_at = total;
     if (gain < options.decrease * total && result.violation <= options.violation) {
-      result.settled = true;
-      break;
+      // Within a narrow bound no step promises much.
+      result.settled =
+          !options.fine || bound > 0.25 * options.bound || renewed_at - total < 10.0 * options.decrease * total;
+      if (result.settled) break;
+      renewed_at = total;
+      bound = options.bound;
     }
     // Nothing left but to mend what the last steps violated: a wider one would violate as much again.
     if (options.fine && gain < 3.0 * options.decrease * total && result.violation > options.violation) {

@@ -176,3 +176,13 @@ def test_fine_corners_hold():
     finest = _engine.refine(fine["points"], 0.07)
     assert fine["ropelength"] < _engine.measure([coarse])["ropelength"]
     assert finest["settled"] and finest["ropelength"] < fine["ropelength"]
+
+
+def test_what_settles_is_at_rest():
+    # Where a contact slides far, steps grow short long before the shape is at rest.
+    (start,) = grid_polygon(find("7_6").grid).components
+    found = _engine.contract([start], edge=0.9, programs=100)
+    for edge in (0.4, 0.25, 0.15):
+        found = _engine.refine(found["points"], edge)
+    assert found["settled"]
+    assert _engine.refine(found["points"], 0.15)["ropelength"] > found["ropelength"] * (1 - 1e-4)
