@@ -52,6 +52,16 @@ def test_polygon_measures_agree_with_the_library():
     assert measures.half_least_distance == pytest.approx(tube.half_min_dcsd, rel=1e-9)
 
 
+def test_more_harmonics_than_a_polygon_can_tell_do_no_harm():
+    t = np.linspace(0.0, np.pi, 22, endpoint=False)
+    arc = np.stack([2.0 + np.sin(t), np.cos(t), 0.0 * t], axis=1)
+    side = np.stack([np.linspace(2.0, -2.0, 28, endpoint=False), np.full(28, -1.0), np.zeros(28)], axis=1)
+    half = np.concatenate([arc, side])
+    stadium = np.concatenate([half, -half])  # corners of edges of 0.14 at the curvature of the tube
+    coarse, fine = (measure(fit([stadium], harmonics)).ropelength for harmonics in (24, 64))
+    assert 2.0 * np.pi + 8.0 < fine < coarse
+
+
 def test_fit_recovers_a_series_and_cuts_by_length():
     form = fit([trefoil(400)], 8, taper=np.inf)
     for n in (37, 400):

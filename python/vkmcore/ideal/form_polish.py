@@ -10,7 +10,7 @@ from numpy.typing import NDArray
 
 from vkmcore.ideal.fourier_form import FourierForm, Points, Series, derivative, evaluated, measure
 
-TAPERS = (0.8, 1.2, 1.6, math.inf)
+TAPERS = (0.3, 0.4, 0.5, 0.65, 0.8, 1.2, 1.6, math.inf)
 REACH = 2.15  # distance up to which strands are watched
 PER_RADIUS = 12.0  # samples of the constraints to a tube radius
 
