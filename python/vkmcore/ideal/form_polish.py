@@ -13,6 +13,7 @@ from vkmcore.ideal.fourier_form import FourierForm, Points, Series, derivative, 
 TAPERS = (0.3, 0.4, 0.5, 0.65, 0.8, 1.2, 1.6, math.inf)
 REACH = 2.15  # distance up to which strands are watched
 PER_RADIUS = 12.0  # samples of the constraints to a tube radius
+JUDGED_PER_RADIUS = 40.0  # where forms are compared: fewer pass between the spikes of the highest harmonics
 
 
 def fit(components: Sequence[Points], harmonics: int, taper: float | None = None) -> FourierForm:
@@ -40,7 +41,12 @@ def fit(components: Sequence[Points], harmonics: int, taper: float | None = None
         return result
 
     forms = [FourierForm(tuple(tapered(c, cut) for c in spectra)) for cut in (TAPERS if taper is None else (taper,))]
-    return forms[0] if len(forms) == 1 else min(forms, key=lambda form: measure(form).ropelength)
+    return forms[0] if len(forms) == 1 else min(forms, key=judged)
+
+
+def judged(form: FourierForm) -> float:
+    """The ropelength by which forms are compared."""
+    return measure(form, JUDGED_PER_RADIUS).ropelength
 
 
 def polish(
@@ -61,18 +67,17 @@ def polish(
         rounds, steps: descents at most, and steps in each.
         watch: is told the ropelength after each round.
     """
-    first = measure(form)
-    form = form.scaled(1.0 / first.thickness)
-    best, least = form, first.ropelength
+    form = form.scaled(1.0 / measure(form).thickness)
+    best, least = form, judged(form)
     problem = _Polish(form)
     stiffness, stalled = 2000.0, 0
     for _ in range(rounds):
         form = problem.descend(form, stiffness, steps)
-        measures = measure(form)
-        watch(measures.ropelength)
-        stalled = 0 if measures.ropelength < least * (1.0 - 2e-5) else stalled + 1
-        if measures.ropelength < least:
-            best, least = form.scaled(1.0 / measures.thickness), measures.ropelength
+        ropelength = judged(form)
+        watch(ropelength)
+        stalled = 0 if ropelength < least * (1.0 - 2e-5) else stalled + 1
+        if ropelength < least:
+            best, least = form.scaled(1.0 / measure(form).thickness), ropelength
         if stalled == 3:
             break
         problem.update(form, stiffness)
