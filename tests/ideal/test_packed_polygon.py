@@ -60,14 +60,15 @@ def test_only_shorter_polygons_replace(tmp_path):
     entry = find("12a_1202")
     store, folder, table = Store(tmp_path / "store"), tmp_path / "polygons", tmp_path / "polygons.csv"
 
-    def offer(points):
+    def offer(points, lost_by_packing=0.0):
         reached = Entry(entry.name)
-        reached.offer(Shape((points,), measure_polygons([points]).ropelength, 0.15, 1))
+        reached.offer(Shape((points,), measure_polygons([points]).ropelength * (1.0 - lost_by_packing), 0.15, 1))
         store.save(reached)
         return write_polygons(store, [entry, find("3_1")], folder, table)
 
     short, long = trefoil(1000), trefoil(1000, wave=0.5)
     assert [offer(long), offer(short), offer(long), offer(short)] == [1, 1, 0, 0]
+    assert offer(short, lost_by_packing=1e-5) == 0  # the same file again
     found = measure_polygons([from_bytes((folder / "12a1202.polygon").read_bytes())])
     assert found.thickness == pytest.approx(0.5, abs=2e-6)  # unit diameter
     assert found.ropelength == pytest.approx(measure_polygons([short]).ropelength, rel=1e-4)

@@ -158,9 +158,11 @@ def write_polygons(store: Store, entries: Sequence[TableEntry], folder: Path, ta
         key = entry.name.replace("_", "")
         if best is None or float(measured.get(key, "inf")) <= best.ropelength * (1.0 + 3e-6):
             continue
-        data = to_bytes(_polygon_at_unit_diameter(best.components[0]))
+        data, path = to_bytes(_polygon_at_unit_diameter(best.components[0])), folder / f"{key}.polygon"
+        if path.exists() and path.read_bytes() == data:  # what is measured is longer by packing only
+            continue
         folder.mkdir(parents=True, exist_ok=True)
-        write_bytes(folder / f"{key}.polygon", data)
+        write_bytes(path, data)
         measured[key] = f"{measure_polygons([from_bytes(data)]).ropelength:.6f}"
         count += 1
     if count:
